@@ -1,0 +1,136 @@
+#pragma once
+// Field tables: each record lists its keys once, in writing order, with the member
+// that holds the value and what the value refers to. Reading, writing and the
+// resource-use queries all walk the same table.
+
+#include <tuple>
+#include <type_traits>
+#include <vector>
+
+#include "JsonReader.h"
+#include "JsonWriter.h"
+
+namespace autoscene::model {
+
+// What an integer field refers to, for the resource-use queries.
+enum class Ref {
+    None,
+    Definition,  // id in var_list
+    Image,       // id in image_list
+    Color,       // id in color_list
+    Original,    // id in ori_infos
+    Label,       // class of the task's detection model
+};
+
+template <class Record, class T>
+struct Field {
+    const char* key;  // written under this key, and read under it unless readKey is set
+    T Record::*member;
+    Ref ref = Ref::None;
+    const char* readKey = nullptr;
+
+    // Empty for a field that is written but never read.
+    const char* keyForReading() const { return readKey ? readKey : key; }
+};
+
+template <class Record, class T>
+constexpr Field<Record, T> field(const char* key, T Record::*member, Ref ref = Ref::None) {
+    return {key, member, ref, nullptr};
+}
+
+// A field read under one key and written under another.
+template <class Record, class T>
+constexpr Field<Record, T> renamedField(const char* writeKey, const char* readKey,
+                                        T Record::*member) {
+    return {writeKey, member, Ref::None, readKey};
+}
+
+// A field written for readers elsewhere but ignored when reading.
+template <class Record, class T>
+constexpr Field<Record, T> writeOnlyField(const char* key, T Record::*member) {
+    return {key, member, Ref::None, ""};
+}
+
+// Nested records (text_info, screen_info) read and write through their own table.
+template <class T>
+concept HasFields = requires {
+    T::fields();
+};
+
+template <HasFields T>
+void writeFields(JsonWriter& out, const T& record);
+template <HasFields T>
+void readFields(const JsonValue& in, T& record);
+
+template <HasFields T>
+bool readJson(const JsonValue& v, T& out) {
+    if (!v.IsObject()) {
+        return false;
+    }
+    readFields(v, out);
+    return true;
+}
+
+template <HasFields T>
+void writeJsonValue(JsonWriter& out, const T& v) {
+    out.startObject();
+    writeFields(out, v);
+    out.endObject();
+}
+
+template <class T>
+void writeJsonValue(JsonWriter& out, const T& v) {
+    out.value(v);
+}
+
+template <HasFields T>
+void writeFields(JsonWriter& out, const T& record) {
+    std::apply(
+        [&](const auto&... f) { ((out.key(f.key), writeJsonValue(out, record.*(f.member))), ...); },
+        T::fields());
+}
+
+template <HasFields T>
+void readFields(const JsonValue& in, T& record) {
+    std::apply(
+        [&](const auto&... f) {
+            (([&] {
+                 const char* key = f.keyForReading();
+                 if (const JsonValue* v = *key ? findMember(in, key) : nullptr) {
+                     readJson(*v, record.*(f.member));
+                 }
+             }()),
+             ...);
+        },
+        T::fields());
+}
+
+// Calls fn(ref, id&) for every id-holding member of the record, nested ones included.
+template <class T, class Fn>
+void forEachRef(T& record, Fn&& fn);
+
+template <class T, class Fn>
+void visitRef(Ref ref, T& value, Fn& fn) {
+    using U = std::remove_cv_t<T>;
+    if constexpr (HasFields<U>) {
+        forEachRef(value, fn);
+    } else if constexpr (std::is_same_v<U, int>) {
+        if (ref != Ref::None) {
+            fn(ref, value);
+        }
+    } else if constexpr (std::is_same_v<U, std::vector<int>>) {
+        if (ref != Ref::None) {
+            for (auto& id : value) {
+                fn(ref, id);
+            }
+        }
+    }
+}
+
+template <class T, class Fn>
+void forEachRef(T& record, Fn&& fn) {
+    std::apply([&](const auto&... f) { (visitRef(f.ref, record.*(f.member), fn), ...); },
+               std::remove_cv_t<T>::fields());
+}
+
+}  // namespace autoscene::model

@@ -1,0 +1,107 @@
+#include "TaskImages.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QLoggingCategory>
+
+namespace autoscene::model {
+
+Q_LOGGING_CATEGORY(lcTaskImages, "autoscene.model.images")
+
+namespace {
+
+constexpr int kThumbnailWidth = 160;
+
+QString timestampFileName() {
+    return QStringLiteral("%1.png").arg(QDateTime::currentSecsSinceEpoch());
+}
+
+// Writes the pixels as PNG into folder/name unless that file exists.
+AddImageResult storePng(const QString& folder, const QString& fileName, const QImage& pixels) {
+    AddImageResult result;
+    if (!isPlainFileName(fileName)) {
+        result.error = QStringLiteral("refused image file name \"%1\"").arg(fileName);
+        return result;
+    }
+    if (!QDir().mkpath(folder)) {
+        result.error = QStringLiteral("cannot create folder %1").arg(folder);
+        return result;
+    }
+    result.path = QDir(folder).filePath(fileName);
+    if (QFileInfo::exists(result.path)) {
+        result.ok = true;
+        return result;
+    }
+    const QImage rgb = pixels.format() == QImage::Format_RGB32
+                           ? pixels
+                           : pixels.convertToFormat(QImage::Format_RGB32);
+    if (rgb.isNull() || !rgb.save(result.path, "PNG")) {
+        result.error = QStringLiteral("cannot write %1").arg(result.path);
+        return result;
+    }
+    result.ok = true;
+    result.written = true;
+    return result;
+}
+
+}  // namespace
+
+bool isPlainFileName(const QString& name) {
+    return !name.isEmpty() && name != QLatin1String(".") && !name.contains(QLatin1String("..")) &&
+           !name.contains(QLatin1Char('/')) && !name.contains(QLatin1Char('\\')) &&
+           !name.contains(QLatin1Char(':')) && !name.contains(QChar(0)) &&
+           !QDir::isAbsolutePath(name);
+}
+
+QString imageFolder(const TaskDocument& task) {
+    return task.folderPath + QStringLiteral("image/");
+}
+
+QString originalsFolder(const TaskDocument& task) {
+    return task.folderPath + QStringLiteral("ori/");
+}
+
+QString thumbnailFolder(const TaskDocument& task) {
+    return originalsFolder(task) + QStringLiteral("Thumbnail/");
+}
+
+std::optional<QString> imageFilePath(const TaskDocument& task, const ImageRecord& image) {
+    if (!isPlainFileName(image.file)) {
+        return std::nullopt;
+    }
+    return imageFolder(task) + image.file;
+}
+
+AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pixels) {
+    if (image.file.isEmpty()) {
+        image.file = timestampFileName();
+    }
+    AddImageResult result = storePng(imageFolder(task), image.file, pixels);
+    if (result.ok) {
+        task.imageRects.insert(image.file, image.rect);
+        task.images.push_back(std::move(image));
+    }
+    return result;
+}
+
+AddImageResult addOriginal(TaskDocument& task, OriginalImageRecord original, QString fileName,
+                           const QImage& pixels) {
+    if (fileName.isEmpty()) {
+        fileName = timestampFileName();
+    }
+    AddImageResult result = storePng(originalsFolder(task), fileName, pixels);
+    if (!result.ok) {
+        return result;
+    }
+    qCDebug(lcTaskImages) << "oriImage path:" << result.path;
+    if (result.written) {
+        storePng(thumbnailFolder(task), fileName,
+                 pixels.scaledToWidth(qMin(kThumbnailWidth, qMax(1, pixels.width())),
+                                      Qt::SmoothTransformation));
+    }
+    task.originals.push_back(std::move(original));
+    return result;
+}
+
+}  // namespace autoscene::model

@@ -1,0 +1,41 @@
+#pragma once
+// Image files of a task: template images in image/, original screenshots in ori/
+// with thumbnails in ori/Thumbnail/. No file is ever read or written outside the
+// task folder, and an existing file is never overwritten.
+
+#include <QImage>
+#include <QString>
+#include <optional>
+
+#include "TaskDocument.h"
+
+namespace autoscene::model {
+
+// True for a plain file name: not empty, not absolute, no "..", no separator.
+bool isPlainFileName(const QString& name);
+
+// Folders of the task, ending in "/".
+QString imageFolder(const TaskDocument& task);
+QString originalsFolder(const TaskDocument& task);
+QString thumbnailFolder(const TaskDocument& task);
+
+// The path of an image record's file, or nothing when its name is not plain.
+std::optional<QString> imageFilePath(const TaskDocument& task, const ImageRecord& image);
+
+struct AddImageResult {
+    bool ok = false;
+    bool written = false;  // false when a file of that name already existed
+    QString path;
+    QString error;
+};
+
+// Appends the record (naming its file "<seconds since 1970>.png" when it has none),
+// stores the pixels as 32-bit RGB PNG unless the file exists, and remembers the
+// rectangle under the file name. A file name that is not plain is refused.
+AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pixels);
+
+// Stores an original screenshot and its thumbnail, named like images.
+AddImageResult addOriginal(TaskDocument& task, OriginalImageRecord original, QString fileName,
+                           const QImage& pixels);
+
+}  // namespace autoscene::model

@@ -1,0 +1,125 @@
+// Definitions: the program-wide id counter, names, and finding what uses them.
+
+#include <gtest/gtest.h>
+
+#include "EditorActions.h"
+#include "EditorConditions.h"
+#include "RectText.h"
+#include "TaskDocument.h"
+#include "TestSupport.h"
+
+using namespace autoscene::model;
+using namespace autoscene::test;
+
+namespace {
+
+QByteArray varList(int type) {
+    return QStringLiteral(R"({"var_list": [{"type": %1, "id": 3}, {"type": %1, "id": 17},
+                                           {"type": %1, "id": 5}]})")
+        .arg(type)
+        .toUtf8();
+}
+
+TEST(DefinitionIds, VariablesRaiseTheCounterToTheHighestId) {
+    definition_ids::reset();
+    TaskDocument task;
+    openOrFail(task, varList(int(DefinitionType::Variable)));
+    EXPECT_EQ(EditorVariable::create<EditorVariable>()->id, 18);
+}
+
+TEST(DefinitionIds, TimersAlarmsAndRandomsAlsoTakeAnIdEachWhenRead) {
+    for (DefinitionType type :
+         {DefinitionType::Timer, DefinitionType::Alarm, DefinitionType::Random}) {
+        definition_ids::reset();
+        TaskDocument task;
+        openOrFail(task, varList(int(type)));
+        ASSERT_EQ(task.definitions.size(), 3u);
+        EXPECT_EQ(task.definitions[2]->id, 5);
+        EXPECT_EQ(EditorVariable::create<EditorTimer>()->id, 19) << int(type);
+    }
+}
+
+TEST(DefinitionIds, CountingGoesOnAcrossTasks) {
+    definition_ids::reset();
+    TaskDocument first;
+    openOrFail(first, varList(int(DefinitionType::Crop)));
+    TaskDocument second;
+    openOrFail(second, R"({"var_list": [{"type": 1, "id": 2}]})");
+    EXPECT_EQ(definition_ids::current(), 17);
+}
+
+TEST(Definitions, NamesMustBeUniqueWithinTheTask) {
+    TaskDocument task;
+    openOrFail(task, R"({"var_list": [{"type": 1, "id": 1, "name": "hp"},
+                                      {"type": 3, "id": 2, "name": "tick"}]})");
+    EXPECT_FALSE(task.isDefinitionNameFree(QStringLiteral("hp")));
+    EXPECT_FALSE(task.isDefinitionNameFree(QStringLiteral("tick")));
+    EXPECT_TRUE(task.isDefinitionNameFree(QStringLiteral("hp"), 1));  // renaming itself
+    EXPECT_TRUE(task.isDefinitionNameFree(QStringLiteral("HP")));
+    EXPECT_EQ(task.definitionByName(QStringLiteral("tick"))->type(), int(DefinitionType::Timer));
+    EXPECT_EQ(TaskDocument::duplicateDefinitionMessage(), QStringLiteral("变量名重复"));
+}
+
+TEST(Definitions, NewDefinitionsStartFromTheirDocumentedDefaults) {
+    const auto variable = EditorVariable::create<EditorVariable>();
+    EXPECT_EQ(variable->type(), 1);
+    EXPECT_EQ(variable->lineCount, -1);
+    EXPECT_EQ(variable->style, 0);
+    EXPECT_FALSE(variable->isLocal || variable->isConfig || variable->isGlobal);
+    EXPECT_EQ(EditorVariable::create<EditorAlarm>()->type(), 4);
+    auto random = EditorVariable::create<EditorRandom>();
+    random->min = 2;
+    random->max = 7;
+    EXPECT_EQ(random->describe(), QStringLiteral("2~7"));
+}
+
+TEST(Definitions, UsersAreFoundInEverySceneAndNestedGroup) {
+    TaskDocument task;
+    openOrFail(task, readFile(fixturePath("tasks/every-record/script.json")));
+    // Variable 5 is the alarm, used only two groups deep.
+    ASSERT_EQ(task.usersOf(Ref::Definition, 5).size(), 1u);
+    EXPECT_EQ(
+        dynamic_cast<const EditorAlarmCondition*>(task.usersOf(Ref::Definition, 5)[0])->variableId,
+        5);
+    // Variable 8 is compared in the common events too.
+    EXPECT_EQ(task.usersOf(Ref::Definition, 8).size(), 4u);
+    // The original is used by the two crops.
+    EXPECT_EQ(task.usersOf(Ref::Original, 1).size(), 2u);
+    EXPECT_EQ(task.usersOf(Ref::Image, 2).size(), 0u);
+    EXPECT_TRUE(task.usesLabels());
+}
+
+TEST(Definitions, ReplacingAnIdMovesEveryReference) {
+    TaskDocument task;
+    openOrFail(task, readFile(fixturePath("tasks/every-record/script.json")));
+    const size_t users = task.usersOf(Ref::Definition, 2).size();
+    ASSERT_GT(users, 5u);
+    task.replaceReferences(Ref::Definition, 2, 40);
+    EXPECT_TRUE(task.usersOf(Ref::Definition, 2).empty());
+    EXPECT_EQ(task.usersOf(Ref::Definition, 40).size(), users);
+    // The text region's nested search_id moved with the rest.
+    const auto& text = static_cast<const EditorScreenTextCondition&>(
+        *task.scenes[0].events[0].conditions.items()[3]);
+    EXPECT_EQ(text.textInfo.searchId, 40);
+}
+
+TEST(RectText, ReadsTheDocumentedForms) {
+    EXPECT_EQ(parseRectText(QStringLiteral("10，20，30，40")), QRect(10, 20, 30, 40));
+    EXPECT_EQ(parseRectText(QStringLiteral("10,20")), QRect(10, 20, 1, 1));
+    const QRect three = parseRectText(QStringLiteral("10,20,30"));
+    EXPECT_EQ(three.topLeft(), QPoint(10, 20));
+    EXPECT_TRUE(three.isEmpty());
+    EXPECT_TRUE(parseRectText(QStringLiteral("10,20,30,40,50")).isEmpty());
+    EXPECT_EQ(parseRectText(QStringLiteral("7")), QRect(0, 0, 0, 0));
+    EXPECT_EQ(parseRectText(QStringLiteral(",,1,,2,,")), QRect(1, 2, 1, 1));
+    EXPECT_EQ(parseRectText(QStringLiteral("a,2,b,4")), QRect(0, 2, 0, 4));
+    EXPECT_EQ(formatRectText(QRect(1, 2, 3, 4)), QStringLiteral("1,2,3,4"));
+}
+
+TEST(RectText, HugeNumbersStayWithinTheRectangleRange) {
+    const QRect rect = parseRectText(QStringLiteral("2147483647,-2147483648,2147483647,9"));
+    EXPECT_EQ(parseRectText(formatRectText(rect)), rect);
+    EXPECT_GT(rect.right(), rect.left());
+}
+
+}  // namespace

@@ -1,0 +1,185 @@
+// Broken and hostile task files: clear errors, defaults kept, nothing lost.
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <sys/resource.h>
+#include <csignal>
+
+#include "EditorActions.h"
+#include "TaskDocument.h"
+#include "TestSupport.h"
+
+using namespace autoscene::model;
+using namespace autoscene::test;
+
+namespace {
+
+TEST(ReadRobustness, MalformedJsonReportsWhatAndWhereAndKeepsDefaults) {
+    TaskDocument task;
+    const OpenResult result = task.openText(R"({"name": "x", "scene_list": [ }")");
+    EXPECT_FALSE(result.ok);
+    EXPECT_TRUE(result.error.contains(QStringLiteral("at byte 30"))) << result.error.toStdString();
+    EXPECT_TRUE(task.name.isEmpty());
+    EXPECT_TRUE(task.scenes.empty());
+    EXPECT_EQ(task.defaultScene.name, QStringLiteral("默认界面"));
+}
+
+TEST(ReadRobustness, TopLevelMustBeAnObjectAndTextMustBeUtf8) {
+    TaskDocument task;
+    EXPECT_FALSE(task.openText("[1, 2]").ok);
+    const OpenResult latin1 = task.openText("{\"name\": \"caf\xe9\"}");
+    EXPECT_FALSE(latin1.ok);
+    EXPECT_TRUE(latin1.error.contains(QStringLiteral("byte")));
+}
+
+TEST(ReadRobustness, KeysOfTheWrongTypeReadAsDefaults) {
+    TaskDocument task;
+    openOrFail(task, R"({
+        "name": 5, "loop_interval": "fast", "concurrency": 1, "back_act": "true",
+        "width": 1e300, "height": 3.9, "plugin_files": {"a": 1},
+        "window_info": [], "image_list": [{"id": "1", "sim": "high", "rect": 7}, 3],
+        "scene_list": [{"name": ["x"], "event_list": [{"item_group": 1, "action_list": [
+            {"type": 1, "button": "left", "postpone": [1], "click_times": 2.5},
+            {"type": "1"}
+        ]}, "e"]}, 7]
+    })");
+    EXPECT_TRUE(task.name.isEmpty());
+    EXPECT_EQ(task.settings.loopInterval, TaskSettings{}.loopInterval);
+    EXPECT_FALSE(task.settings.concurrency);
+    EXPECT_FALSE(task.settings.backAct);
+    EXPECT_EQ(task.width, 0);
+    EXPECT_EQ(task.height, 3);
+    EXPECT_EQ(task.settings.taskMode, int(TaskMode::FullScreen));
+    ASSERT_EQ(task.images.size(), 1u);
+    EXPECT_EQ(task.images[0].id, 0);
+    EXPECT_FLOAT_EQ(task.images[0].sim, ImageRecord{}.sim);
+    ASSERT_EQ(task.scenes.size(), 1u);
+    ASSERT_EQ(task.scenes[0].events.size(), 1u);
+    ASSERT_EQ(task.scenes[0].events[0].actions.size(), 1u);
+    const auto& tap = static_cast<const EditorTapAction&>(*task.scenes[0].events[0].actions[0]);
+    EXPECT_EQ(tap.button, 1);
+    EXPECT_EQ(tap.clickTimes, 2);
+}
+
+TEST(ReadRobustness, SkippedElementsAreReportedWithTheirPlace) {
+    TaskDocument task;
+    const OpenResult result = task.openText(R"({
+        "var_list": [{"type": 9, "id": 1}],
+        "scene_list": [{"name": "s", "event_list": [{"item_group": {"item_list": [
+            {"type": 1}, {"type": 42}]}, "action_list": [{"type": 1}, {"type": 8}]}]}]
+    })");
+    ASSERT_TRUE(result.ok);
+    std::vector<std::string> places;
+    for (const ReadIssue& issue : result.skipped) {
+        places.push_back((issue.where + " " + issue.what).toStdString());
+    }
+    EXPECT_EQ(places,
+              (std::vector<std::string>{
+                  "/var_list/0 unknown definition type 9",
+                  "/scene_list/0/event_list/0/item_group/item_list/1 unknown condition type 42",
+                  "/scene_list/0/event_list/0/action_list/1 unknown action type 8",
+              }));
+}
+
+QByteArray nestedGroups(int depth) {
+    QByteArray open = R"({"type": 5, "relation": 1, "id": 1, "item_list": [)";
+    QByteArray text = R"({"scene_list": [{"name": "s", "event_list": [{"item_group": )";
+    for (int i = 0; i < depth; ++i) {
+        text += open;
+    }
+    for (int i = 0; i < depth; ++i) {
+        text += "]}";
+    }
+    return text + "}]}]}";
+}
+
+TEST(ReadRobustness, DeepNestingIsBoundedWithoutExhaustingTheStack) {
+    TaskDocument task;
+    const OpenResult result = task.openText(nestedGroups(100000));
+    ASSERT_TRUE(result.ok) << result.error.toStdString();
+    ASSERT_EQ(result.skipped.size(), 1u);
+    EXPECT_TRUE(result.skipped[0].what.contains(QStringLiteral("deeper than 64")));
+    // What was kept saves and reloads to the same text.
+    const QByteArray saved = task.serialise();
+    TaskDocument again;
+    openOrFail(again, saved);
+    EXPECT_EQ(again.serialise(), saved);
+
+    TaskDocument shallow;
+    EXPECT_TRUE(shallow.openText(nestedGroups(10)).skipped.empty());
+}
+
+TEST(ReadRobustness, OpenValuesNestedTooDeepFallBackToTheirDefault) {
+    QByteArray deep(200, '[');
+    deep += QByteArray(200, ']');
+    TaskDocument task;
+    openOrFail(task, R"({"enabled_plugin_func": )" + deep + "}");
+    EXPECT_EQ(task.enabledPluginFunc.text, "[]");
+    openOrFail(task, R"({"enabled_plugin_func": [[1, {"a": 2.5}]]})");
+    EXPECT_EQ(task.enabledPluginFunc.text, R"([[1,{"a":2.5}]])");
+}
+
+TEST(ReadRobustness, MissingOrEmptyFileOpensWithDefaults) {
+    QTemporaryDir dir;
+    TaskDocument task;
+    EXPECT_TRUE(task.openFolder(dir.path()).ok);
+    QFile empty(dir.filePath("script.json"));
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
+    empty.close();
+    EXPECT_TRUE(task.openFolder(dir.path()).ok);
+    EXPECT_EQ(task.defaultScene.name, QStringLiteral("默认界面"));
+}
+
+TEST(ReadRobustness, OpenByIdUsesTheUserDataFolder) {
+    QTemporaryDir dir;
+    const QString previous = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(dir.path()));
+    ASSERT_TRUE(QDir().mkpath("user_data/42"));
+    QFile file("user_data/42/script.json");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(R"({"id": 7, "name": "by id"})");
+    file.close();
+    TaskDocument task;
+    EXPECT_TRUE(task.openById(42).ok);
+    EXPECT_EQ(task.taskId, 42u);
+    EXPECT_EQ(task.name, QStringLiteral("by id"));
+    EXPECT_EQ(task.scriptPath, QStringLiteral("user_data/42/script.json"));
+    EXPECT_EQ(task.folderPath, QStringLiteral("user_data/42/"));
+    task.name = QStringLiteral("renamed");
+    EXPECT_TRUE(task.save());
+    EXPECT_TRUE(task.openById(42).ok);
+    EXPECT_EQ(task.name, QStringLiteral("renamed"));
+    QDir::setCurrent(previous);
+}
+
+TEST(ReadRobustness, FailedSaveLeavesThePreviousFileIntact) {
+    QTemporaryDir dir;
+    TaskDocument task;
+    task.name = QStringLiteral("first");
+    ASSERT_TRUE(task.saveTo(dir.path()));
+    const QByteArray before = readFile(dir.filePath("script.json"));
+
+    // A file-size limit makes the write fail as a full disk would, even for root.
+    rlimit previous{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &previous), 0);
+    const auto oldHandler = signal(SIGXFSZ, SIG_IGN);
+    rlimit small = previous;
+    small.rlim_cur = 64;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    task.name = QStringLiteral("second, long enough to pass the limit");
+    QString error;
+    const bool saved = task.saveTo(dir.path(), &error);
+    setrlimit(RLIMIT_FSIZE, &previous);
+    signal(SIGXFSZ, oldHandler);
+
+    EXPECT_FALSE(saved);
+    EXPECT_FALSE(error.isEmpty());
+    EXPECT_EQ(readFile(dir.filePath("script.json")), before);
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{"script.json"});
+}
+
+}  // namespace

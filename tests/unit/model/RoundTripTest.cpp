@@ -1,0 +1,166 @@
+// Saving and reopening tasks: key order, values, and the deliberate asymmetries.
+
+#include <gtest/gtest.h>
+
+#include "EditorActions.h"
+#include "TaskDocument.h"
+#include "TestSupport.h"
+
+using namespace autoscene::model;
+using namespace autoscene::test;
+
+namespace {
+
+QByteArray everyRecord() {
+    return readFile(fixturePath("tasks/every-record/script.json"));
+}
+
+TEST(RoundTrip, EveryRecordTypeReloadsToTheSameKeysInTheSameOrder) {
+    TaskDocument task;
+    openOrFail(task, everyRecord());
+    EXPECT_EQ(compactJson(task.serialise()), compactJson(everyRecord()));
+}
+
+TEST(RoundTrip, SavedTextIsAFixedPoint) {
+    TaskDocument first;
+    openOrFail(first, everyRecord());
+    const QByteArray saved = first.serialise();
+    TaskDocument second;
+    openOrFail(second, saved);
+    EXPECT_EQ(second.serialise(), saved);
+}
+
+TEST(RoundTrip, WritesFourSpaceIndentAndShortestFloats) {
+    TaskDocument task;
+    openOrFail(task, everyRecord());
+    const QByteArray saved = task.serialise();
+    EXPECT_TRUE(saved.startsWith("{\n    \"id\": 0,\n    \"name\": "));
+    EXPECT_TRUE(saved.contains("\"postpone\": 0.2,"));
+    EXPECT_FALSE(saved.contains("0.2000"));
+    EXPECT_TRUE(saved.contains("\"timeout\": 1.5,"));
+}
+
+TEST(RoundTrip, NestedGroupsAndOrderSurvive) {
+    TaskDocument task;
+    openOrFail(task, everyRecord());
+    const EditorEvent& event = task.scenes.at(0).events.at(0);
+    ASSERT_EQ(event.conditions.items().size(), 6u);
+    const auto& outer = static_cast<const EditorGroupCondition&>(*event.conditions.items()[2]);
+    ASSERT_EQ(outer.items().size(), 2u);
+    const auto& middle = static_cast<const EditorGroupCondition&>(*outer.items()[1]);
+    EXPECT_EQ(middle.relation(), 2);
+    EXPECT_EQ(middle.items()[1]->type(), EditorGroupCondition::kType);
+    EXPECT_EQ(task.scenes.at(0).events.at(1).disabled, true);
+    EXPECT_EQ(task.scenes.at(0).events.at(1).actions.size(), 10u);
+}
+
+TEST(RoundTrip, OlderFileKeepsTheDocumentedAsymmetries) {
+    TaskDocument task;
+    openOrFail(task, readFile(fixturePath("tasks/legacy/script.json")));
+    // full_screen stands in for a missing task_mode and is not written back.
+    EXPECT_EQ(task.settings.taskMode, int(TaskMode::FullScreen));
+    EXPECT_TRUE(task.settings.isFullScript);
+    const QByteArray saved = task.serialise();
+    EXPECT_TRUE(saved.contains("\"task_mode\": 1"));
+    EXPECT_FALSE(saved.contains("full_screen"));
+    EXPECT_FALSE(saved.contains("is_full_script"));
+    EXPECT_FALSE(saved.contains("model_id"));
+
+    // Types 8, 22 and 99 drop out; the rest keep their order.
+    const auto& actions = task.scenes.at(0).events.at(0).actions;
+    ASSERT_EQ(actions.size(), 3u);
+    EXPECT_EQ(actions[0]->type(), EditorTapAction::kType);
+    EXPECT_EQ(actions[1]->type(), EditorClickColorAction::kType);
+    EXPECT_EQ(actions[2]->type(), EditorStopAction::kType);
+    EXPECT_TRUE(task.scenes.at(0).events.at(0).disabled);
+
+    // The tap reads both pauses; the click colour reads multi_interval only.
+    const auto& tap = static_cast<const EditorTapAction&>(*actions[0]);
+    EXPECT_FLOAT_EQ(tap.interval, 0.2f);
+    EXPECT_FLOAT_EQ(tap.multiInterval, 0.4f);
+    EXPECT_FLOAT_EQ(static_cast<const EditorClickColorAction&>(*actions[1]).interval, 0.0f);
+
+    // use_count is recomputed, full-width commas read as commas.
+    EXPECT_TRUE(saved.contains("\"use_count\": 0"));
+    EXPECT_EQ(task.images.at(0).rect, QRect(10, 20, 30, 40));
+}
+
+TEST(RoundTrip, ClickColourPauseComesBackAsDefaultWhileTapKeepsIt) {
+    TaskDocument task;
+    auto& event = task.defaultScene.events.emplace_back(QStringLiteral("e"));
+    auto tap = std::make_unique<EditorTapAction>();
+    tap->interval = 200;
+    auto clickColor = std::make_unique<EditorClickColorAction>();
+    clickColor->interval = 200;
+    event.actions.push_back(std::move(tap));
+    event.actions.push_back(std::move(clickColor));
+    auto adb = std::make_unique<EditorADBAppAction>();
+    adb->packageName = QStringLiteral("com.example");
+    event.actions.push_back(std::move(adb));
+
+    const QByteArray saved = task.serialise();
+    EXPECT_TRUE(saved.contains("\"type\": 22"));
+    TaskDocument reopened;
+    openOrFail(reopened, saved);
+    const auto& actions = reopened.defaultScene.events.at(0).actions;
+    ASSERT_EQ(actions.size(), 2u);
+    EXPECT_FLOAT_EQ(static_cast<const EditorTapAction&>(*actions[0]).interval, 200.0f);
+    EXPECT_FLOAT_EQ(static_cast<const EditorClickColorAction&>(*actions[1]).interval, 0.0f);
+}
+
+TEST(RoundTrip, TaskModeFollowsWindowInfoOnlyWhenNothingElseSaysSo) {
+    TaskDocument task;
+    openOrFail(task, R"({"window_info": {"title": "x"}})");
+    EXPECT_EQ(task.settings.taskMode, int(TaskMode::Window));
+    openOrFail(task, R"({"window_info": {}, "full_screen": false})");
+    EXPECT_EQ(task.settings.taskMode, int(TaskMode::FullScreen));  // the default stays
+    openOrFail(task, R"({"full_screen": true, "task_mode": 3})");
+    EXPECT_EQ(task.settings.taskMode, 3);
+}
+
+TEST(RoundTrip, ModelIdIsWrittenOnlyForATaskThatUsesLabels) {
+    TaskDocument task;
+    openOrFail(task, R"({"model_id": "m"})");
+    EXPECT_EQ(task.modelId, QStringLiteral("m"));
+    EXPECT_FALSE(task.serialise().contains("model_id"));
+
+    TaskDocument withLabels;
+    openOrFail(withLabels, everyRecord());
+    EXPECT_TRUE(withLabels.serialise().contains("\"model_id\": \"model-1\""));
+    withLabels.modelId.clear();
+    EXPECT_FALSE(withLabels.serialise().contains("model_id"));
+}
+
+TEST(RoundTrip, EmptyObjectGivesTheThreeFixedScenes) {
+    TaskDocument task;
+    openOrFail(task, "{}");
+    EXPECT_TRUE(task.scenes.empty());
+    EXPECT_EQ(task.defaultScene.name, QStringLiteral("默认界面"));
+    EXPECT_EQ(task.commonEvent.name, QStringLiteral("通用事件"));
+    EXPECT_EQ(task.commonEventLow.name, QStringLiteral("通用事件(低)"));
+    EXPECT_EQ(task.folderPath, QStringLiteral("script/"));
+    EXPECT_FALSE(task.save());
+}
+
+TEST(RoundTrip, SceneNamesAreUniqueAndCaseSensitive) {
+    TaskDocument task;
+    task.scenes.emplace_back(QStringLiteral("Menu"));
+    EXPECT_FALSE(task.isSceneNameFree(QStringLiteral("默认界面")));
+    EXPECT_FALSE(task.isSceneNameFree(QStringLiteral("通用事件(低)")));
+    EXPECT_FALSE(task.isSceneNameFree(QStringLiteral("Menu")));
+    EXPECT_TRUE(task.isSceneNameFree(QStringLiteral("menu")));
+    EXPECT_EQ(task.sceneByName(QStringLiteral("通用事件")), &task.commonEvent);
+}
+
+TEST(RoundTrip, CloneIsDeepAndIndependent) {
+    TaskDocument task;
+    openOrFail(task, everyRecord());
+    EditorEvent copy = task.scenes.at(0).events.at(0);
+    static_cast<EditorTapAction&>(*copy.actions.at(0)).postpone = 9;
+    copy.conditions.take(0);
+    const EditorEvent& original = task.scenes.at(0).events.at(0);
+    EXPECT_FLOAT_EQ(static_cast<const EditorTapAction&>(*original.actions.at(0)).postpone, 0.2f);
+    EXPECT_EQ(original.conditions.items().size(), 6u);
+}
+
+}  // namespace

@@ -1,0 +1,90 @@
+// Image files of a task: naming, no overwrite, conversion, refused names.
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+
+#include "TaskImages.h"
+
+using namespace autoscene::model;
+
+namespace {
+
+class TaskImages : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(task.openFolder(dir.filePath("task")).ok);
+        red.fill(Qt::red);
+        blue.fill(Qt::blue);
+    }
+
+    QTemporaryDir dir;
+    TaskDocument task;
+    QImage red{8, 6, QImage::Format_RGB888};
+    QImage blue{8, 6, QImage::Format_ARGB32};
+};
+
+TEST_F(TaskImages, UnnamedImagesInOneSecondShareAFileAndTheFirstPixelsStay) {
+    ImageRecord first;
+    first.rect = QRect(1, 2, 8, 6);
+    AddImageResult a = addImage(task, first, red);
+    EXPECT_EQ(task.imageRects.value(task.images[0].file), QRect(1, 2, 8, 6));
+    AddImageResult b = addImage(task, ImageRecord{}, blue);
+    if (task.images[0].file != task.images[1].file) {
+        GTEST_SKIP() << "the clock moved to the next second between the two adds";
+    }
+    ASSERT_TRUE(a.ok && b.ok);
+    EXPECT_TRUE(a.written);
+    EXPECT_FALSE(b.written);
+    EXPECT_TRUE(task.images[0].file.endsWith(".png"));
+    const QImage stored(a.path);
+    EXPECT_EQ(stored.pixelColor(0, 0), QColor(Qt::red));
+    EXPECT_TRUE(a.path.startsWith(task.folderPath + "image/"));
+}
+
+TEST_F(TaskImages, PixelsAreStoredAsRgb32Png) {
+    ImageRecord record;
+    record.file = QStringLiteral("given.png");
+    ASSERT_TRUE(addImage(task, record, red).written);
+    QImage stored(imageFolder(task) + "given.png");
+    ASSERT_FALSE(stored.isNull());
+    EXPECT_EQ(stored.size(), QSize(8, 6));
+    EXPECT_EQ(stored.pixelColor(7, 5), QColor(Qt::red));
+
+    QImage already(4, 4, QImage::Format_RGB32);
+    already.fill(Qt::green);
+    record.file = QStringLiteral("rgb32.png");
+    ASSERT_TRUE(addImage(task, record, already).written);
+    EXPECT_EQ(QImage(imageFolder(task) + "rgb32.png").pixelColor(3, 3), QColor(Qt::green));
+}
+
+TEST_F(TaskImages, NamesThatLeaveTheFolderAreRefused) {
+    for (const char* name :
+         {"../escape.png", "/tmp/abs.png", "sub/dir.png", "a\\b.png", "..", "C:evil.png"}) {
+        ImageRecord record;
+        record.file = QString::fromUtf8(name);
+        const AddImageResult result = addImage(task, record, red);
+        EXPECT_FALSE(result.ok) << name;
+        EXPECT_TRUE(result.error.contains("refused")) << name;
+        EXPECT_FALSE(imageFilePath(task, record).has_value()) << name;
+    }
+    EXPECT_TRUE(task.images.empty());
+    EXPECT_FALSE(QFile::exists(dir.filePath("escape.png")));
+}
+
+TEST_F(TaskImages, OriginalsGetAThumbnail) {
+    QImage big(800, 400, QImage::Format_RGB32);
+    big.fill(Qt::yellow);
+    const AddImageResult result =
+        addOriginal(task, OriginalImageRecord{5, QStringLiteral("shot")}, "ori.png", big);
+    ASSERT_TRUE(result.ok);
+    EXPECT_EQ(QImage(originalsFolder(task) + "ori.png").size(), QSize(800, 400));
+    EXPECT_EQ(QImage(thumbnailFolder(task) + "ori.png").width(), 160);
+    ASSERT_EQ(task.originals.size(), 1u);
+    EXPECT_EQ(task.originals[0].id, 5);
+}
+
+}  // namespace

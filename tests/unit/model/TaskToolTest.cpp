@@ -1,0 +1,87 @@
+// The task file tool as a user runs it.
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "TestSupport.h"
+
+using namespace autoscene::test;
+
+namespace {
+
+struct ToolRun {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+ToolRun runTool(const QStringList& arguments) {
+    QProcess process;
+    process.start(QStringLiteral(AUTOSCENE_TASK_TOOL), arguments);
+    EXPECT_TRUE(process.waitForFinished(30000));
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+TEST(TaskTool, CheckSummarisesTheTask) {
+    const ToolRun run = runTool({"check", fixturePath("tasks/every-record")});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains("task: 全部记录\n"));
+    EXPECT_TRUE(run.out.contains("task mode: 2 (window)\n"));
+    EXPECT_TRUE(run.out.contains("scenes: 2\n"));
+    EXPECT_TRUE(run.out.contains("events: 3\n"));
+    EXPECT_TRUE(run.out.contains("conditions: 13\n"));
+    EXPECT_TRUE(run.out.contains("actions: 22\n"));
+    EXPECT_TRUE(run.out.contains("definitions: 8\n"));
+    EXPECT_TRUE(run.out.contains("images: 2\n"));
+    EXPECT_TRUE(run.out.contains("colours: 1\n"));
+    EXPECT_TRUE(run.err.contains("missing file")) << run.err.toStdString();
+}
+
+TEST(TaskTool, CheckNamesEverySkippedElement) {
+    const ToolRun run = runTool({"check", fixturePath("tasks/legacy")});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(
+        run.err.contains("skipped /scene_list/0/event_list/0/action_list/0: unknown "
+                         "action type 8"));
+    EXPECT_TRUE(run.err.contains("action_list/2: unknown action type 22"));
+    EXPECT_TRUE(run.err.contains("action_list/4: unknown action type 99"));
+}
+
+TEST(TaskTool, ResaveWritesWhatTheEditorWouldSave) {
+    QTemporaryDir out;
+    const QString target = out.filePath("new/folder");
+    const ToolRun run = runTool({"resave", fixturePath("tasks/every-record"), target});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QByteArray saved = readFile(target + "/script.json");
+    EXPECT_EQ(compactJson(saved),
+              compactJson(readFile(fixturePath("tasks/every-record/script.json"))));
+    // Saving the saved copy again changes nothing.
+    const ToolRun again = runTool({"resave", target, out.filePath("again")});
+    ASSERT_EQ(again.exitCode, 0);
+    EXPECT_EQ(readFile(out.filePath("again/script.json")), saved);
+}
+
+TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
+    QTemporaryDir dir;
+    QFile broken(dir.filePath("script.json"));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("{\"name\": \"x\",, }");
+    broken.close();
+
+    const ToolRun check = runTool({"check", dir.path()});
+    EXPECT_EQ(check.exitCode, 2);
+    EXPECT_TRUE(check.err.contains("invalid JSON at byte 13")) << check.err.toStdString();
+
+    const ToolRun resave = runTool({"resave", dir.path(), dir.filePath("out")});
+    EXPECT_EQ(resave.exitCode, 2);
+    EXPECT_FALSE(QFile::exists(dir.filePath("out")));
+
+    EXPECT_EQ(runTool({"check", dir.filePath("nowhere")}).exitCode, 2);
+    EXPECT_EQ(runTool({"frobnicate"}).exitCode, 2);
+}
+
+}  // namespace
