@@ -47,7 +47,7 @@ enum class MouseOp : int {
 };
 
 enum class KeyOp : int {
-    Click = 0,   // press and release
+    Click = 0,  // press and release
     Down = 1,
     Up = 2,
     System = 3,  // background: system-key down and up whatever the key

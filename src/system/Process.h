@@ -1,0 +1,31 @@
+#pragma once
+// Child processes: run a command and capture what it prints, or start one hidden
+// and detached. One implementation per OS (ProcessPosix.cpp, ProcessWin32.cpp).
+
+#include <cstdint>
+#include <string>
+
+namespace autoscene::sys {
+
+// Runs `commandLine` (8-bit text: UTF-8 on POSIX, the ANSI code page on Windows),
+// waits until it closes its output and returns everything it wrote to standard
+// output and standard error, in order. Throws std::runtime_error with
+// "CreatePipe failed", "CreateProcess failed:<code>" or "ReadFile failed".
+std::string runCommandCapture(const std::string& commandLine);
+
+// A started process. All zero when it could not start. On Windows the handles
+// belong to the caller; on POSIX they stay 0 and the ids are pid and pid.
+struct HiddenProcess {
+    std::uintptr_t processHandle = 0;
+    std::uintptr_t threadHandle = 0;
+    std::uint32_t processId = 0;
+    std::uint32_t threadId = 0;
+
+    bool started() const { return processId != 0; }
+};
+
+// Starts `commandLine` without a window and without inherited handles; on failure
+// prints "CreateProcess failed.\n" to standard output and returns all zero.
+HiddenProcess startHiddenProcess(const std::string& commandLine);
+
+}  // namespace autoscene::sys

@@ -1,0 +1,64 @@
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "targets/keys/QtKeyTable.h"
+
+using namespace autoscene::targets::keys;
+
+TEST(QtKeyTable, TranslatesTheUsualCorrespondence) {
+    EXPECT_EQ(virtualKeyFromQtKey(0x01000012), 37);  // Left
+    EXPECT_EQ(virtualKeyFromQtKey(0x01000013), 38);
+    EXPECT_EQ(virtualKeyFromQtKey(0x01000014), 39);
+    EXPECT_EQ(virtualKeyFromQtKey(0x01000015), 40);
+    EXPECT_EQ(virtualKeyFromQtKey('0'), 48);
+    EXPECT_EQ(virtualKeyFromQtKey('<'), 188);
+    EXPECT_EQ(virtualKeyFromQtKey(','), 188);
+    EXPECT_EQ(virtualKeyFromQtKey('.'), 190);
+    EXPECT_EQ(virtualKeyFromQtKey('>'), 190);
+    EXPECT_EQ(virtualKeyFromQtKey('['), 219);
+    EXPECT_EQ(virtualKeyFromQtKey('{'), 219);
+    EXPECT_EQ(virtualKeyFromQtKey('"'), 222);
+    EXPECT_EQ(virtualKeyFromQtKey(kQtKeyMeta), 91);
+    EXPECT_EQ(virtualKeyFromQtKey(0x01000030), 0x70);  // F1
+    EXPECT_EQ(virtualKeyFromQtKey(0x01000047), 0x87);  // F24
+    EXPECT_EQ(virtualKeyFromQtKey('a'), 0);            // Qt reports letters upper-case
+    EXPECT_EQ(virtualKeyFromQtKey(0x01FFFFFF), 0);
+}
+
+TEST(QtKeyTable, EveryPrintableAsciiKeyAndLetterHasARow) {
+    std::set<int> missing;
+    for (int qtKey = 0x20; qtKey <= 0x5F; ++qtKey) {
+        if (virtualKeyFromQtKey(qtKey) == 0) {
+            missing.insert(qtKey);
+        }
+    }
+    EXPECT_TRUE(missing.empty());
+    for (int letter = 'A'; letter <= 'Z'; ++letter) {
+        EXPECT_EQ(virtualKeyFromQtKey(letter), letter);
+        EXPECT_EQ(qtKeyName(letter), std::string(1, static_cast<char>(letter)));
+    }
+}
+
+TEST(KeyEventName, JoinsModifiersInFixedOrderThenTheKey) {
+    EXPECT_EQ(keyEventName('S', kQtShiftModifier | kQtAltModifier), "Alt+Shift+S");
+    EXPECT_EQ(keyEventName(0x01000037, 0), "F8");
+    EXPECT_EQ(
+        keyEventName('X', kQtMetaModifier | kQtShiftModifier | kQtControlModifier | kQtAltModifier),
+        "Ctrl+Alt+Shift+win+X");
+    // A modifier pressed alone names only the modifiers held.
+    EXPECT_EQ(keyEventName(kQtKeyControl, kQtControlModifier), "Ctrl");
+    EXPECT_EQ(keyEventName(kQtKeyShift, 0), "");
+}
+
+TEST(KeyGroup, ModifierQtCodesThenMainVirtualKey) {
+    EXPECT_EQ(keyGroupFromEvent('C', kQtControlModifier), (std::vector<int>{kQtKeyControl, 0x43}));
+    EXPECT_EQ(keyGroupFromEvent(0x01000012, kQtShiftModifier | kQtMetaModifier | kQtAltModifier |
+                                                kQtControlModifier),
+              (std::vector<int>{kQtKeyControl, kQtKeyAlt, kQtKeyShift, kQtKeyMeta, 37}));
+    // The modifier key itself is never the main key.
+    EXPECT_EQ(keyGroupFromEvent(kQtKeyAlt, kQtAltModifier), (std::vector<int>{kQtKeyAlt}));
+    EXPECT_TRUE(keyGroupFromEvent(0x01FFFFFF, 0).empty());
+    EXPECT_EQ(keyGroupLogText({kQtKeyControl, 0x43}), "group keys:16777249, 67");
+    EXPECT_EQ(keyGroupLogText({}), "group keys:");
+}

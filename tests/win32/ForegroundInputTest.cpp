@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+
+#include "RecorderLayout.h"
+#include "TestSupport.h"
+#include "targets/win32/MessageParams.h"
+#include "targets/win32/Win32Backend.h"
+#include "targets/win32/Win32Handles.h"
+
+using namespace autoscene::targets;
+using namespace autoscene::targets::win32;
+using namespace autoscene::win32test;
+
+namespace {
+
+class ForegroundInputTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }
+
+    InputTarget topLevel() const { return InputTarget{toHandle(recorder.top()), 0}; }
+
+    // Waits until `count` messages of the given kinds have arrived and returns them.
+    Lines waitForMessages(std::initializer_list<unsigned> messages, std::size_t count) {
+        return onlyMessages(recorder.drainWhen([&](const Lines& lines) {
+            return onlyMessages(lines, messages).size() >= count;
+        }),
+                            messages);
+    }
+
+    RecorderProcess recorder;
+    Win32Backend backend{[](const std::string&) {}};
+};
+
+std::string at(const char* window, unsigned message, unsigned wParam, int x, int y) {
+    return logLine(window, message, wParam, packPointLParam({x, y}));
+}
+
+}  // namespace
+
+TEST_F(ForegroundInputTest, ClicksArriveAtTheDeepestWindowUnderTheClientPoint) {
+    backend.mouse(topLevel(), {75, 75}, MouseOp::LeftClick, 30, false);
+    backend.mouse(topLevel(), {330, 220}, MouseOp::RightClick, 0, false);
+    EXPECT_EQ(waitForMessages({0x201, 0x202, 0x204, 0x205}, 4),
+              (Lines{at("inner", 0x201, 1, 5, 5), at("inner", 0x202, 0, 5, 5),
+                     at("side", 0x204, 2, 30, 20), at("side", 0x205, 0, 30, 20)}));
+    POINT cursor{};
+    GetCursorPos(&cursor);
+    ScreenToClient(recorder.top(), &cursor);
+    EXPECT_EQ(cursor.x, 330);
+    EXPECT_EQ(cursor.y, 220);
+}
+
+TEST_F(ForegroundInputTest, SeparateDownsAndUpsAndMovesUseTheCursor) {
+    backend.mouse(topLevel(), {80, 50}, MouseOp::LeftDown, 0, false);
+    // Wine applies a cursor warp through the X server a moment later; a second warp
+    // at once can be overtaken by the first one's echo.
+    Sleep(100);
+    backend.mouse(topLevel(), {90, 60}, MouseOp::Move, 0, false);
+    Sleep(100);
+    backend.mouse(topLevel(), {-1, -1}, MouseOp::LeftUp, 0, false);
+    backend.mouse(topLevel(), {10, 10}, MouseOp::RightDown, 0, false);
+    backend.mouse(topLevel(), {-1, -1}, MouseOp::RightUp, 0, false);
+    EXPECT_EQ(waitForMessages({0x201, 0x202, 0x204, 0x205}, 4),
+              (Lines{at("outer", 0x201, 1, 30, 10), at("outer", 0x202, 0, 40, 20),
+                     at("top", 0x204, 2, 10, 10), at("top", 0x205, 0, 10, 10)}));
+}
+
+TEST_F(ForegroundInputTest, WheelAndKeysReachTheFrontWindow) {
+    backend.wheel(topLevel(), 2, {75, 75}, false);
+    const Lines wheel = waitForMessages({0x20A}, 1);
+    ASSERT_EQ(wheel.size(), 1u);
+    EXPECT_NE(wheel[0].find(" 020a f00000 "), std::string::npos) << wheel[0];
+
+    backend.key(topLevel(), 'K', KeyOp::Down, false);
+    backend.key(topLevel(), 'K', KeyOp::Up, false);
+    backend.key(topLevel(), 0x24, KeyOp::Click, false);  // Home: no character
+    const Lines keys = waitForMessages({0x100, 0x101}, 4);
+    Lines withoutLParam;
+    for (const std::string& line : keys) {
+        withoutLParam.push_back(line.substr(0, line.find_last_of(' ')));
+    }
+    EXPECT_EQ(withoutLParam, (Lines{"top 0100 4b", "top 0101 4b", "top 0100 24", "top 0101 24"}));
+}
+
+TEST_F(ForegroundInputTest, UnicodeTextOfSeveralScriptsArrivesUnitByUnitWithItsPauses) {
+    const std::string text = "Aé中ж😀";  // Latin, Han, Cyrillic and a surrogate pair
+    const std::vector<unsigned> units = {0x41, 0xE9, 0x4E2D, 0x436, 0xD83D, 0xDE00};
+    const auto start = std::chrono::steady_clock::now();
+    backend.inputText(topLevel(), text);
+    const auto elapsed = std::chrono::steady_clock::now() - start;
+    EXPECT_GE(elapsed, std::chrono::milliseconds(5 + 10 * static_cast<int>(units.size())));
+
+    const Lines chars = waitForMessages({0x102}, units.size());
+    ASSERT_EQ(chars.size(), units.size());
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        char expected[32] = {};
+        std::snprintf(expected, sizeof(expected), "top 0102 %x ", units[i]);
+        EXPECT_EQ(chars[i].rfind(expected, 0), 0u) << chars[i];
+    }
+}

@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "TestSupport.h"
+#include "system/Process.h"
+
+using namespace autoscene::sys;
+using namespace autoscene::win32test;
+
+namespace {
+
+std::string helper(const std::string& arguments) {
+    return "\"" + besideTestProgram("autoscene-test-process-helper.exe") + "\" " + arguments;
+}
+
+std::string readFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+}  // namespace
+
+TEST(Process, CaptureKeepsLongOutputOfBothStreamsWholeAndInOrder) {
+    std::string expected;
+    for (int i = 0; i < 400; ++i) {
+        char line[32] = {};
+        std::snprintf(line, sizeof(line), "line %05d\n", i);
+        expected += line;
+    }
+    ASSERT_GT(expected.size(), 1023u * 4);
+    EXPECT_EQ(runCommandCapture(helper("lines 400")), expected);
+}
+
+TEST(Process, CommandThatPrintsNothingGivesEmptyText) {
+    EXPECT_EQ(runCommandCapture(helper("silent")), "");
+}
+
+TEST(Process, MissingProgramThrowsWithTheSystemErrorCode) {
+    try {
+        runCommandCapture("no-such-program-here.exe --flag");
+        FAIL() << "no exception";
+    } catch (const std::runtime_error& error) {
+        EXPECT_STREQ(error.what(), "CreateProcess failed:2");
+    }
+    EXPECT_THROW(runCommandCapture(""), std::runtime_error);
+}
+
+TEST(Process, HiddenProcessRunsAndItsHandlesBelongToTheCaller) {
+    const std::string file = makeTempFolder("hidden") + "\\touched.txt";
+    const HiddenProcess process = startHiddenProcess(helper("touch \"" + file + "\""));
+    ASSERT_TRUE(process.started());
+    ASSERT_NE(process.processHandle, 0u);
+    ASSERT_NE(process.threadHandle, 0u);
+    EXPECT_NE(process.threadId, 0u);
+    const auto handle = reinterpret_cast<HANDLE>(process.processHandle);
+    ASSERT_EQ(WaitForSingleObject(handle, 10000), WAIT_OBJECT_0);
+    DWORD exitCode = 0;
+    GetExitCodeProcess(handle, &exitCode);
+    EXPECT_EQ(exitCode, 7u);
+    EXPECT_EQ(readFile(file), "touched");
+    CloseHandle(handle);
+    CloseHandle(reinterpret_cast<HANDLE>(process.threadHandle));
+}
+
+TEST(Process, HiddenProcessInheritsNoHandles) {
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE readEnd = nullptr;
+    HANDLE writeEnd = nullptr;
+    ASSERT_TRUE(CreatePipe(&readEnd, &writeEnd, &inheritable, 0));
+    const HiddenProcess process = startHiddenProcess(helper("sleep 3000"));
+    ASSERT_TRUE(process.started());
+    CloseHandle(writeEnd);
+    // Had the child inherited the write end, this read would wait for the child to end.
+    char byte = 0;
+    DWORD readBytes = 0;
+    EXPECT_FALSE(ReadFile(readEnd, &byte, 1, &readBytes, nullptr));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_BROKEN_PIPE));
+    const auto handle = reinterpret_cast<HANDLE>(process.processHandle);
+    EXPECT_EQ(WaitForSingleObject(handle, 0), static_cast<DWORD>(WAIT_TIMEOUT));
+    TerminateProcess(handle, 0);
+    CloseHandle(handle);
+    CloseHandle(reinterpret_cast<HANDLE>(process.threadHandle));
+    CloseHandle(readEnd);
+}
+
+TEST(Process, HiddenStartOfAMissingProgramSaysSoAndGivesZeros) {
+    EXPECT_EQ(runCommandCapture(helper("start-missing")),
+              "CreateProcess failed.\nstarted=0 handle=0\n");
+}
+
+TEST(Process, CrashWritesAMinidumpThatTheNextCrashReplaces) {
+    const std::string folder = makeTempFolder("crash");
+    const std::string dump = folder + "\\crash.dmp";
+    runCommandCapture(helper("crash \"" + folder + "\""));
+    const std::string first = readFile(dump);
+    ASSERT_GE(first.size(), 32u) << "no dump written";
+    EXPECT_EQ(first.substr(0, 4), "MDMP");
+
+    std::ofstream(dump, std::ios::binary | std::ios::trunc) << "stale";
+    runCommandCapture(helper("crash \"" + folder + "\""));
+    const std::string second = readFile(dump);
+    ASSERT_GE(second.size(), 32u);
+    EXPECT_EQ(second.substr(0, 4), "MDMP");
+}

@@ -1,0 +1,170 @@
+#include "TestSupport.h"
+
+#include <cstring>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include "RecorderLayout.h"
+
+namespace autoscene::win32test {
+
+std::string besideTestProgram(const std::string& fileName) {
+    char path[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, path, MAX_PATH);
+    std::string folder(path);
+    folder.resize(folder.find_last_of("\\/") + 1);
+    return folder + fileName;
+}
+
+std::string makeTempFolder(const std::string& prefix) {
+    char temp[MAX_PATH] = {};
+    GetTempPathA(MAX_PATH, temp);
+    // Process ids repeat between Wine sessions: the tick count keeps runs apart.
+    static unsigned counter = 0;
+    for (;;) {
+        const std::string folder =
+            std::string(temp) + prefix + "-" + std::to_string(GetCurrentProcessId()) + "-" +
+            std::to_string(GetTickCount64()) + "-" + std::to_string(++counter);
+        if (CreateDirectoryA(folder.c_str(), nullptr)) {
+            return folder;
+        }
+    }
+}
+
+bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return true;
+}
+
+Lines onlyMessages(const Lines& lines, std::initializer_list<unsigned> messages) {
+    Lines kept;
+    for (const std::string& line : lines) {
+        std::istringstream fields(line);
+        std::string window;
+        unsigned message = 0;
+        fields >> window >> std::hex >> message;
+        for (unsigned wanted : messages) {
+            if (fields && message == wanted) {
+                kept.push_back(line);
+            }
+        }
+    }
+    return kept;
+}
+
+RecorderProcess::RecorderProcess() : logPath_(makeTempFolder("recorder") + "\\messages.log") {
+    std::wstring command = L"\"";
+    const std::string program = besideTestProgram("autoscene-test-recorder.exe");
+    command += std::wstring(program.begin(), program.end()) + L"\" \"";
+    command += std::wstring(logPath_.begin(), logPath_.end()) + L"\"";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &startup, &processInfo_)) {
+        return;
+    }
+    const std::wstring title(kRecorderTitle, kRecorderTitle + sizeof(kRecorderTitle) - 1);
+    HWND found = nullptr;
+    const bool ready = waitUntil([&] {
+        const Lines lines = readLog();
+        found = FindWindowW(kRecorderClass, title.c_str());
+        DWORD owner = 0;
+        GetWindowThreadProcessId(found, &owner);
+        return !lines.empty() && lines.front() == "ready" && owner == processInfo_.dwProcessId;
+    });
+    if (ready) {
+        top_ = found;
+        consumedLines_ = 1;
+    }
+}
+
+RecorderProcess::~RecorderProcess() {
+    if (processInfo_.hProcess == nullptr) {
+        return;
+    }
+    if (top_ != nullptr) {
+        PostMessageW(top_, WM_CLOSE, 0, 0);
+    }
+    if (WaitForSingleObject(processInfo_.hProcess, 3000) != WAIT_OBJECT_0) {
+        TerminateProcess(processInfo_.hProcess, 1);
+    }
+    CloseHandle(processInfo_.hProcess);
+    CloseHandle(processInfo_.hThread);
+}
+
+HWND RecorderProcess::child(const char* name) const {
+    const std::wstring wide(name, name + std::strlen(name));
+    HWND found = nullptr;
+    struct Search {
+        const std::wstring* name;
+        HWND* found;
+    } search{&wide, &found};
+    EnumChildWindows(
+        top_,
+        [](HWND window, LPARAM context) -> BOOL {
+            auto* s = reinterpret_cast<Search*>(context);
+            wchar_t text[64] = {};
+            GetWindowTextW(window, text, 64);
+            if (*s->name == text) {
+                *s->found = window;
+                return FALSE;
+            }
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return found;
+}
+
+Lines RecorderProcess::readLog() const {
+    Lines lines;
+    std::ifstream log(logPath_);
+    for (std::string line; std::getline(log, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+Lines RecorderProcess::drainPosted() {
+    const unsigned marker = ++markerCount_;
+    PostMessageW(top_, kMarkerMessage, marker, 0);
+    const std::string markerLine = logLine("top", kMarkerMessage, marker, 0);
+    Lines drained;
+    waitUntil([&] {
+        const Lines lines = readLog();
+        for (std::size_t i = consumedLines_; i < lines.size(); ++i) {
+            if (lines[i] == markerLine) {
+                drained.assign(lines.begin() + static_cast<std::ptrdiff_t>(consumedLines_),
+                               lines.begin() + static_cast<std::ptrdiff_t>(i));
+                consumedLines_ = i + 1;
+                return true;
+            }
+        }
+        return false;
+    });
+    return drained;
+}
+
+Lines RecorderProcess::drainWhen(const std::function<bool(const Lines&)>& condition,
+                                 std::chrono::milliseconds timeout) {
+    Lines drained;
+    waitUntil(
+        [&] {
+            const Lines lines = readLog();
+            drained.assign(
+                lines.begin() + static_cast<std::ptrdiff_t>(std::min(consumedLines_, lines.size())),
+                lines.end());
+            return condition(drained);
+        },
+        timeout);
+    consumedLines_ += drained.size();
+    return drained;
+}
+
+}  // namespace autoscene::win32test

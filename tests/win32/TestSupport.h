@@ -1,0 +1,59 @@
+#pragma once
+// Starting the recorder application and reading what it received.
+
+#include <windows.h>
+
+#include <chrono>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace autoscene::win32test {
+
+using Lines = std::vector<std::string>;
+
+// A file path next to the test program (programs built with it live there).
+std::string besideTestProgram(const std::string& fileName);
+// A new empty folder under the temporary folder.
+std::string makeTempFolder(const std::string& prefix);
+
+// Polls until the condition holds; false when the time runs out.
+bool waitUntil(const std::function<bool()>& condition,
+               std::chrono::milliseconds timeout = std::chrono::seconds(5));
+
+// Lines whose message (second field, hex) is one of the given messages.
+Lines onlyMessages(const Lines& lines, std::initializer_list<unsigned> messages);
+
+class RecorderProcess {
+public:
+    RecorderProcess();
+    ~RecorderProcess();
+    RecorderProcess(const RecorderProcess&) = delete;
+    RecorderProcess& operator=(const RecorderProcess&) = delete;
+
+    bool started() const { return top_ != nullptr; }
+    HWND top() const { return top_; }
+    // A child by its name in the layout ("outer", "inner", "side").
+    HWND child(const char* name) const;
+    DWORD processId() const { return processInfo_.dwProcessId; }
+
+    // Everything logged since the last call. Posts a marker first and waits for it, so
+    // every message posted before the call is included.
+    Lines drainPosted();
+    // Waits until the lines logged since the last drain satisfy the condition, then
+    // returns them and moves past them.
+    Lines drainWhen(const std::function<bool(const Lines&)>& condition,
+                    std::chrono::milliseconds timeout = std::chrono::seconds(5));
+
+private:
+    Lines readLog() const;
+
+    std::string logPath_;
+    PROCESS_INFORMATION processInfo_{};
+    HWND top_ = nullptr;
+    std::size_t consumedLines_ = 0;
+    unsigned markerCount_ = 0;
+};
+
+}  // namespace autoscene::win32test

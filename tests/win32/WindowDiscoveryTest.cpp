@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "RecorderLayout.h"
+#include "TestSupport.h"
+#include "targets/win32/Win32Backend.h"
+#include "targets/win32/Win32Handles.h"
+
+using namespace autoscene::targets;
+using namespace autoscene::targets::win32;
+using namespace autoscene::win32test;
+
+namespace {
+
+class WindowDiscoveryTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }
+
+    RecorderProcess recorder;
+    Win32Backend backend;
+};
+
+bool contains(const std::vector<WindowHandle>& windows, HWND window) {
+    return std::find(windows.begin(), windows.end(), toHandle(window)) != windows.end();
+}
+
+}  // namespace
+
+TEST_F(WindowDiscoveryTest, CandidatesStartAtTheForegroundWindowAndSkipOwnAndHidden) {
+    // A visible window of this process must be left out.
+    HWND own =
+        CreateWindowExW(0, L"STATIC", L"Autoscene Recorder (own)", WS_OVERLAPPED | WS_VISIBLE, 0, 0,
+                        50, 50, nullptr, nullptr, nullptr, nullptr);
+    ASSERT_NE(own, nullptr);
+    SetForegroundWindow(recorder.top());
+    ASSERT_TRUE(waitUntil([&] { return GetForegroundWindow() == recorder.top(); }));
+
+    const std::vector<WindowHandle> windows = backend.topLevelWindows();
+    ASSERT_FALSE(windows.empty());
+    EXPECT_EQ(windows.front(), toHandle(recorder.top()));
+    EXPECT_FALSE(contains(windows, own));
+    HWND hidden = FindWindowW(kRecorderClass, kHiddenTitle);
+    ASSERT_NE(hidden, nullptr);
+    EXPECT_FALSE(contains(windows, hidden));
+    DestroyWindow(own);
+}
+
+TEST_F(WindowDiscoveryTest, TopLevelTitleIsContainedOrEqualAndClassIsEqual) {
+    const WindowHandle top = toHandle(recorder.top());
+    EXPECT_TRUE(backend.matches(top, WindowQuery{}));
+    EXPECT_TRUE(backend.matches(top, WindowQuery{"Recorder", false, "", "", ""}));
+    EXPECT_FALSE(backend.matches(top, WindowQuery{"Recorder", true, "", "", ""}));
+    EXPECT_TRUE(backend.matches(top, WindowQuery{kRecorderTitle, true, "", "", ""}));
+    EXPECT_FALSE(backend.matches(top, WindowQuery{"recorder", false, "", "", ""}));
+    EXPECT_TRUE(backend.matches(top, WindowQuery{"", false, "AutosceneRecorder", "", ""}));
+    EXPECT_FALSE(backend.matches(top, WindowQuery{"", false, "AutosceneRecord", "", ""}));
+    EXPECT_FALSE(backend.matches(0, WindowQuery{}));
+}
+
+TEST_F(WindowDiscoveryTest, ChildMatchIsExactOnTitleAndClassAndSearchesAllDescendants) {
+    const WindowHandle top = toHandle(recorder.top());
+    EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "inner", "RecorderChild"}),
+              toHandle(recorder.child("inner")));
+    EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "", "RecorderChild"}),
+              toHandle(recorder.child("outer")));
+    EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "inne", ""}), 0u);
+    EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "side", "Static"}), 0u);
+    EXPECT_EQ(backend.findChild(top, WindowQuery{}), 0u);
+}
+
+TEST_F(WindowDiscoveryTest, DescribeGivesTextClassAndClientRectangleOnScreen) {
+    const WindowInfo info = backend.describe(toHandle(recorder.top()));
+    EXPECT_EQ(info.title, kRecorderTitle);
+    EXPECT_EQ(info.className, "AutosceneRecorder");
+    EXPECT_EQ(info.clientRect.width, kClientWidth);
+    EXPECT_EQ(info.clientRect.height, kClientHeight);
+    POINT origin{0, 0};
+    ClientToScreen(recorder.top(), &origin);
+    EXPECT_EQ(info.clientRect.x, origin.x);
+    EXPECT_EQ(info.clientRect.y, origin.y);
+    EXPECT_EQ(backend.describe(0).window, 0u);
+}
+
+TEST_F(WindowDiscoveryTest, ResizeSetsTheClientAreaSize) {
+    ASSERT_TRUE(backend.resizeClient(toHandle(recorder.top()), 320, 240));
+    RECT client{};
+    ASSERT_TRUE(waitUntil([&] {
+        GetClientRect(recorder.top(), &client);
+        return client.right == 320 && client.bottom == 240;
+    })) << client.right
+        << "x" << client.bottom;
+    EXPECT_FALSE(backend.resizeClient(toHandle(recorder.top()), 0, 240));
+    EXPECT_FALSE(backend.resizeClient(0, 320, 240));
+}
