@@ -1,0 +1,38 @@
+#include "RandomPick.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace autoscene::engine {
+
+std::int64_t randomUpTo(std::int64_t n) {
+    if (n <= 0) {
+        return 0;
+    }
+    std::mt19937_64 generator(
+        std::uint64_t(std::chrono::high_resolution_clock::now().time_since_epoch().count()));
+    return std::uniform_int_distribution<std::int64_t>(0, n)(generator);
+}
+
+QPoint randomPointIn(const QRect& rect) {
+    return {int(rect.x() + randomUpTo(rect.width())), int(rect.y() + randomUpTo(rect.height()))};
+}
+
+int pressTimeMs(float pressSeconds) {
+    const std::int64_t ms = secondsToMs(pressSeconds);
+    return ms == 0 ? int(30 + randomUpTo(20)) : int(std::clamp<std::int64_t>(ms, 0, 3600000));
+}
+
+std::int64_t secondsToMs(float seconds) {
+    const double ms = double(seconds) * 1000.0;
+    if (!std::isfinite(ms)) {
+        return 0;
+    }
+    constexpr double kLimit = double(std::numeric_limits<std::int32_t>::max());
+    return std::int64_t(std::trunc(std::clamp(ms, -kLimit, kLimit)));
+}
+
+}  // namespace autoscene::engine

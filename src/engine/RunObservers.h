@@ -1,0 +1,43 @@
+#pragma once
+// Observers of a run, called on the worker threads.
+
+#include <QString>
+#include <opencv2/core/mat.hpp>
+
+#include "targets/DesktopBackend.h"
+
+namespace autoscene::engine {
+
+class Scene;
+class RuntimeEvent;
+class ItemGroup;
+
+class IMVSceneEvent {
+public:
+    virtual ~IMVSceneEvent() = default;
+    virtual void identificationResult(const Scene&, const ItemGroup*, bool) {}
+    virtual void sceneEntered(const Scene&, const ItemGroup*) {}
+    virtual void eventEvaluated(const Scene&, const RuntimeEvent&, bool) {}
+    virtual void traversalBegins(const cv::Mat&, const Scene&) {}
+    virtual void traversalEnds(const cv::Mat&, const Scene&) {}
+    virtual void eventFired(const Scene&, const RuntimeEvent&) {}
+    virtual void actionsDone(const Scene&, const RuntimeEvent&) {}
+};
+
+class IRunObserver {
+public:
+    virtual ~IRunObserver() = default;
+    virtual void runStarted(int) {}
+    virtual void threadStartedOnWindow(targets::WindowHandle) {}
+    virtual void threadStartedOnDevice(const QString&) {}
+    virtual void captureFailed() {}
+};
+
+class ITaskFinishListener {
+public:
+    virtual ~ITaskFinishListener() = default;
+    // Code 1: the run time limit was reached.
+    virtual void finished(int code) = 0;
+};
+
+}  // namespace autoscene::engine

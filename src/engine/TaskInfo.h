@@ -1,0 +1,48 @@
+#pragma once
+// One target of a run and the worker thread that serves it.
+
+#include <QString>
+#include <any>
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <opencv2/core/mat.hpp>
+
+#include "targets/DesktopBackend.h"
+
+namespace autoscene::engine {
+
+class Scene;
+
+// Kind of target (a task's `task_mode`).
+enum class TargetKind : int { Invalid = 0, Desktop = 1, Window = 2, AndroidDevice = 3 };
+
+// What a run is started on: a target and the start values of its variables.
+struct RunTarget {
+    TargetKind kind = TargetKind::Invalid;
+    targets::WindowHandle window = 0;
+    targets::WindowHandle child = 0;
+    QString serial;
+    std::map<int, QString> variableOverrides;
+};
+
+struct TaskInfo {
+    int index = -1;
+    cv::Mat frame;  // 3-channel BGR of the current cycle; empty when there is none
+    std::atomic<targets::WindowHandle> window{0};
+    targets::WindowHandle child = 0;
+    QString serial;
+    TargetKind kind = TargetKind::Invalid;
+    std::any cycleCache;  // label detections of the current frame, and the like
+    Scene* currentScene = nullptr;
+    std::mutex mutex;
+    std::condition_variable wake;
+    std::map<int, QString> variableOverrides;
+    std::atomic<bool> suspended{false};
+    std::atomic<bool> running{true};
+    std::atomic<std::int64_t> cycleCount{0};
+};
+
+}  // namespace autoscene::engine

@@ -1,0 +1,80 @@
+#include "InProcessTarget.h"
+
+#include <algorithm>
+#include <opencv2/imgproc.hpp>
+
+namespace autoscene::test {
+
+void InProcessTarget::setFrames(std::vector<cv::Mat> bgr) {
+    std::lock_guard lock(mutex_);
+    frames_.clear();
+    for (const cv::Mat& image : bgr) {
+        cv::Mat bgra;
+        cv::cvtColor(image, bgra, cv::COLOR_BGR2BGRA);
+        targets::BgraFrame frame;
+        frame.width = bgra.cols;
+        frame.height = bgra.rows;
+        frame.stride = int(bgra.step);
+        frame.pixels.assign(bgra.data, bgra.data + bgra.step * size_t(bgra.rows));
+        frames_.push_back(std::move(frame));
+    }
+    next_ = 0;
+}
+
+void InProcessTarget::setWindows(std::vector<targets::WindowHandle> windows) {
+    std::lock_guard lock(mutex_);
+    windows_ = std::move(windows);
+}
+
+std::vector<RecordedInput> InProcessTarget::inputs() const {
+    std::lock_guard lock(mutex_);
+    return inputs_;
+}
+
+int InProcessTarget::captures() const {
+    std::lock_guard lock(mutex_);
+    return captures_;
+}
+
+targets::BgraFrame InProcessTarget::capture(const engine::TaskInfo&) {
+    std::lock_guard lock(mutex_);
+    ++captures_;
+    if (frames_.empty()) {
+        return {};
+    }
+    return frames_[next_++ % frames_.size()];
+}
+
+bool InProcessTarget::isWindow(targets::WindowHandle window) {
+    std::lock_guard lock(mutex_);
+    return std::find(windows_.begin(), windows_.end(), window) != windows_.end();
+}
+
+std::vector<targets::WindowHandle> InProcessTarget::candidateWindows() {
+    std::lock_guard lock(mutex_);
+    return windows_;
+}
+
+void InProcessTarget::record(RecordedInput input) {
+    std::lock_guard lock(mutex_);
+    inputs_.push_back(std::move(input));
+}
+
+void InProcessTarget::mouse(const engine::TaskInfo& task, targets::Point point, targets::MouseOp op,
+                            int pressMs) {
+    record({RecordedInput::Kind::Mouse, task.window, point, int(op), pressMs, {}});
+}
+
+void InProcessTarget::wheel(const engine::TaskInfo& task, int steps, targets::Point point) {
+    record({RecordedInput::Kind::Wheel, task.window, point, steps, 0, {}});
+}
+
+void InProcessTarget::key(const engine::TaskInfo& task, int virtualKey, targets::KeyOp op) {
+    record({RecordedInput::Kind::Key, task.window, {}, virtualKey, int(op), {}});
+}
+
+void InProcessTarget::inputText(const engine::TaskInfo& task, const QString& text) {
+    record({RecordedInput::Kind::Text, task.window, {}, 0, 0, text});
+}
+
+}  // namespace autoscene::test

@@ -1,0 +1,52 @@
+#pragma once
+// A target that lives in the test process: serves frames from images and records
+// every input it receives, so whole runs can be driven without a display.
+
+#include <QString>
+#include <mutex>
+#include <opencv2/core/mat.hpp>
+#include <vector>
+
+#include "TargetService.h"
+
+namespace autoscene::test {
+
+struct RecordedInput {
+    enum class Kind { Mouse, Wheel, Key, Text };
+    Kind kind = Kind::Mouse;
+    targets::WindowHandle window = 0;
+    targets::Point point;
+    int code = 0;    // mouse op, wheel steps or virtual key
+    int detail = 0;  // press ms or key op
+    QString text;
+};
+
+class InProcessTarget : public engine::ITargetService {
+public:
+    // Frames are served in turn to every capture; an empty list captures nothing.
+    void setFrames(std::vector<cv::Mat> bgr);
+    void setWindows(std::vector<targets::WindowHandle> windows);
+    std::vector<RecordedInput> inputs() const;
+    int captures() const;
+
+    targets::BgraFrame capture(const engine::TaskInfo& task) override;
+    bool isWindow(targets::WindowHandle window) override;
+    std::vector<targets::WindowHandle> candidateWindows() override;
+    void mouse(const engine::TaskInfo& task, targets::Point point, targets::MouseOp op,
+               int pressMs) override;
+    void wheel(const engine::TaskInfo& task, int steps, targets::Point point) override;
+    void key(const engine::TaskInfo& task, int virtualKey, targets::KeyOp op) override;
+    void inputText(const engine::TaskInfo& task, const QString& text) override;
+
+private:
+    void record(RecordedInput input);
+
+    mutable std::mutex mutex_;
+    std::vector<targets::BgraFrame> frames_;
+    size_t next_ = 0;
+    int captures_ = 0;
+    std::vector<targets::WindowHandle> windows_;
+    std::vector<RecordedInput> inputs_;
+};
+
+}  // namespace autoscene::test

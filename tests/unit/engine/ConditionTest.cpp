@@ -1,0 +1,186 @@
+// Groups, comparisons and screen items with their confirmation time.
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+
+#include "BasicConditions.h"
+#include "ItemGroup.h"
+#include "MVVariable.h"
+#include "ManualClock.h"
+#include "ScreenItem.h"
+
+using namespace autoscene::engine;
+using autoscene::test::ManualClock;
+
+namespace {
+
+// A condition with a fixed answer that counts its evaluations and resets.
+class Scripted : public ICondition {
+public:
+    Scripted(int type, int relation, bool answer) : ICondition(type, relation), answer(answer) {}
+    bool evaluate(TaskInfo&) override {
+        ++evaluations;
+        return setOutcome(answer);
+    }
+    void reset() override { ++resets; }
+    bool answer;
+    int evaluations = 0;
+    int resets = 0;
+
+protected:
+    QString typeWord() const override { return QStringLiteral("var"); }
+};
+
+struct Built {
+    std::unique_ptr<ItemGroup> group = std::make_unique<ItemGroup>();
+    std::vector<Scripted*> members;
+
+    Scripted& add(int relation, bool answer, int type = 2) {
+        auto item = std::make_unique<Scripted>(type, relation, answer);
+        members.push_back(item.get());
+        group->append(std::move(item));
+        return *members.back();
+    }
+};
+
+TEST(Groups, JoinLeftToRightWithoutPrecedence) {
+    TaskInfo task;
+    // true and false or true: (true and false) or true = true; with precedence it
+    // would be the same, so test false or true and false: (false or true) and false.
+    Built g;
+    g.add(1, false);
+    g.add(2, true);
+    g.add(1, false);
+    EXPECT_FALSE(g.group->evaluate(task));
+    EXPECT_EQ(g.group->itemState(std::this_thread::get_id()), ItemState::Fails);
+}
+
+TEST(Groups, ShortCircuitLeavesSkippedMembersUntouched) {
+    TaskInfo task;
+    Built g;
+    g.add(1, true);
+    Scripted& b = g.add(2, false);
+    EXPECT_TRUE(g.group->evaluate(task));
+    EXPECT_EQ(b.evaluations, 0);
+    EXPECT_EQ(b.itemState(std::this_thread::get_id()), ItemState::NotEvaluated);
+
+    Built h;
+    h.add(1, false);
+    Scripted& andMember = h.add(1, true);
+    Scripted& other = h.add(3, true);  // neither and nor or: always evaluated, and-ed
+    EXPECT_FALSE(h.group->evaluate(task));
+    EXPECT_EQ(andMember.evaluations, 0);
+    EXPECT_EQ(other.evaluations, 1);
+}
+
+TEST(Groups, EmptyGroupHoldsAndStatusNestsMembers) {
+    TaskInfo task;
+    ItemGroup empty;
+    EXPECT_TRUE(empty.evaluate(task));
+    Built g;
+    g.add(1, true);
+    g.group->evaluate(task);
+    const QJsonObject status = g.group->describe(std::this_thread::get_id());
+    EXPECT_EQ(status["type"].toString(), "group");
+    EXPECT_EQ(status["item_state"].toArray().at(0).toObject()["item_state"].toInt(), 1);
+    EXPECT_EQ(ICondition::statePrefix(ItemState::Holds), "✔:");
+}
+
+TEST(Groups, ResetLeavesLabelsAndRunStateAlone) {
+    Built g;
+    for (int type : {1, 2, 3, 4, 5, 6, 7, 8, 9}) {
+        g.add(1, true, type);
+    }
+    g.group->reset();
+    std::vector<int> reset;
+    for (Scripted* member : g.members) {
+        if (member->resets) {
+            reset.push_back(member->type());
+        }
+    }
+    EXPECT_EQ(reset, (std::vector<int>{1, 5, 6, 7}));
+}
+
+TEST(VariableComparisons, FollowTheirOperators) {
+    EXPECT_FALSE(compareVariableText(2, "abc", "1"));
+    EXPECT_TRUE(compareVariableText(2, " 5 ", "4.5"));
+    EXPECT_TRUE(compareVariableText(3, "-2", "1e1"));
+    EXPECT_TRUE(compareVariableText(4, "a|b|c", "b"));
+    EXPECT_FALSE(compareVariableText(4, "a|b|c", "a|b"));
+    EXPECT_TRUE(compareVariableText(4, "a||c", ""));
+    EXPECT_TRUE(compareVariableText(4, "abc", "bc"));
+    EXPECT_TRUE(compareVariableText(5, "abc", "x"));
+    EXPECT_FALSE(compareVariableText(0, "A", "a"));
+    EXPECT_TRUE(compareVariableText(1, "A", "a"));
+    EXPECT_FALSE(compareVariableText(9, "a", "a"));
+
+    MVVariable left(1, "l", "5", {});
+    MVVariable right(2, "r", "5", {});
+    TaskInfo task;
+    VariableCondition byVariable(1, &left, &right, "ignored", 0);
+    EXPECT_TRUE(byVariable.evaluate(task));
+    EXPECT_EQ(byVariable.describe(std::this_thread::get_id())["right"].toString(), "5");
+    VariableCondition missing(1, nullptr, nullptr, "", 0);
+    EXPECT_FALSE(missing.evaluate(task));
+}
+
+// Sees whatever the test says it sees.
+class FakeScreen : public ScreenItem {
+public:
+    FakeScreen(Settings settings, const RunClock& clock) : ScreenItem(1, 1, settings, clock) {}
+    int observed = kFound;
+    int detections = 0;
+
+protected:
+    int detect(TaskInfo&) override {
+        ++detections;
+        return observed;
+    }
+    QString typeWord() const override { return QStringLiteral("image"); }
+};
+
+TEST(ScreenItems, ConfirmedTimeNeedsAnUnbrokenDetection) {
+    ManualClock clock;
+    FakeScreen item({kFound, 2.0f, true}, clock);
+    TaskInfo task;
+    task.frame = cv::Mat(2, 2, CV_8UC3);
+    auto cycle = [&] {
+        item.prepare(task);
+        return item.evaluate(task);
+    };
+    EXPECT_FALSE(cycle());
+    clock.advanceMs(2000);
+    EXPECT_FALSE(cycle());  // exactly 2000 ms is not more than 2 s
+    clock.advanceMs(1);
+    EXPECT_TRUE(cycle());
+    // Reset when confirmed: the next hold needs another 2 s.
+    clock.advanceMs(1000);
+    EXPECT_FALSE(cycle());
+    clock.advanceMs(1001);
+    EXPECT_FALSE(cycle());
+    clock.advanceMs(1000);
+    EXPECT_TRUE(cycle());
+    // A break starts the count again.
+    item.observed = kNotFound;
+    cycle();
+    item.observed = kFound;
+    clock.advanceMs(1500);
+    EXPECT_FALSE(cycle());
+}
+
+TEST(ScreenItems, WithoutConfirmedTimeEvaluateDetectsAgainAndEmptyFramesFail) {
+    ManualClock clock;
+    FakeScreen absent({kNotFound, 0.0f, false}, clock);
+    TaskInfo task;
+    EXPECT_FALSE(absent.evaluate(task));  // no frame
+    EXPECT_EQ(absent.detections, 0);
+    task.frame = cv::Mat(2, 2, CV_8UC3);
+    absent.observed = kNotFound;
+    EXPECT_TRUE(absent.evaluate(task));
+    absent.observed = 0;
+    EXPECT_FALSE(absent.evaluate(task));
+    EXPECT_EQ(absent.describe(std::this_thread::get_id())["confirmed_time"].toDouble(), 0.0);
+}
+
+}  // namespace

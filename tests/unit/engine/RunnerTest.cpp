@@ -1,0 +1,394 @@
+// Whole runs on the in-process target: loop modes, multi-target modes, scenes,
+// common events, stop, time limit, suspension and the exclusive queue.
+
+#include <gtest/gtest.h>
+
+#include <QStringList>
+#include <functional>
+#include <opencv2/core.hpp>
+#include <set>
+
+#include "ActionFactory.h"
+#include "EditorActions.h"
+#include "InProcessTarget.h"
+#include "ManualClock.h"
+#include "RuntimeFactory.h"
+#include "TaskDocument.h"
+#include "TaskRunner.h"
+
+using namespace autoscene::engine;
+using namespace autoscene::model;
+using autoscene::test::InProcessTarget;
+using autoscene::test::ManualClock;
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// Every run of a probe: which probe (the tap's variable_id) on which thread's target.
+struct ProbeLog {
+    std::mutex mutex;
+    std::vector<std::pair<int, autoscene::targets::WindowHandle>> runs;
+    std::function<void(int probe, TaskInfo&)> onRun;
+
+    std::vector<int> probes() {
+        std::lock_guard lock(mutex);
+        std::vector<int> ids;
+        for (const auto& run : runs) {
+            ids.push_back(run.first);
+        }
+        return ids;
+    }
+};
+
+// Stands in for a tap: records itself and acts on the target, so it ends a traversal.
+class Probe : public IAction {
+public:
+    Probe(int id, ProbeLog& log) : IAction(1, 0.0f), id_(id), log_(log) {}
+    float run(TaskInfo& task) override {
+        std::lock_guard lock(log_.mutex);
+        log_.runs.emplace_back(id_, task.window.load());
+        if (log_.onRun) {
+            log_.onRun(id_, task);
+        }
+        return 0.0f;
+    }
+
+private:
+    const int id_;
+    ProbeLog& log_;
+};
+
+QString probe(int id) {
+    return QStringLiteral(R"({"type": 1, "variable_id": %1})").arg(id);
+}
+
+QString event(const QString& name, const QString& conditions, const QStringList& actions,
+              bool disabled = false) {
+    return QStringLiteral(R"({"name": "%1", "disabled": %2, "item_group": {"type": 5,
+        "item_list": [%3]}, "action_list": [%4]})")
+        .arg(name, disabled ? "true" : "false", conditions, actions.join(','));
+}
+
+QString varEquals(int id, const QString& value) {
+    return QStringLiteral(R"({"type": 2, "relation": 1, "variable_id": %1, "compare_value": "%2",
+        "state": 0})")
+        .arg(id)
+        .arg(value);
+}
+
+QString setVar(int id, const QString& value) {
+    return QStringLiteral(R"({"type": 3, "variable_id": %1, "change_value": "%2"})")
+        .arg(id)
+        .arg(value);
+}
+
+QString scene(const QString& name, const QString& identification, const QStringList& events) {
+    return QStringLiteral(R"({"name": "%1", "scene_event": %2, "event_list": [%3]})")
+        .arg(name, event("id", identification, {}), events.join(','));
+}
+
+class Runner : public ::testing::Test {
+protected:
+    void SetUp() override {
+        autoscene::actions::registerStateActions(factory);
+        factory.addAction(EditorTapAction::kType, [this](const IEditorAction& record, RunContext&) {
+            return std::make_unique<Probe>(static_cast<const EditorTapAction&>(record).variableId,
+                                           log);
+        });
+        target.setFrames({cv::Mat(4, 6, CV_8UC3, cv::Scalar(1, 2, 3))});
+    }
+
+    TaskRunner& open(const QString& json, std::shared_ptr<RunClock> clock = nullptr) {
+        const OpenResult result = task.openText(json.toUtf8());
+        EXPECT_TRUE(result.ok) << result.error.toStdString();
+        runner = std::make_unique<TaskRunner>(task, factory, target, std::move(clock));
+        runner->setLoopIntervalMs(0);
+        return *runner;
+    }
+
+    // Stops the run after `count` probe runs.
+    void stopAfter(size_t count) {
+        log.onRun = [this, count](int, TaskInfo&) {
+            if (log.runs.size() >= count) {
+                runner->stop();
+            }
+        };
+    }
+
+    // Stops the run once probes have run on `count` different windows.
+    void stopAfterWindows(size_t count) {
+        log.onRun = [this, count](int, TaskInfo&) {
+            std::set<autoscene::targets::WindowHandle> windows;
+            for (const auto& run : log.runs) {
+                windows.insert(run.second);
+            }
+            if (windows.size() >= count || log.runs.size() > 5000) {
+                runner->stop();
+            }
+        };
+    }
+
+    void runToEnd(std::vector<RunTarget> targets = {{TargetKind::Desktop}}) {
+        ASSERT_TRUE(runner->start(std::move(targets)));
+        ASSERT_TRUE(runner->waitUntilIdle(10s));
+    }
+
+    RuntimeFactory factory;
+    InProcessTarget target;
+    TaskDocument task;
+    ProbeLog log;
+    std::unique_ptr<TaskRunner> runner;
+};
+
+QString threeEventTask(int loopMode) {
+    return QStringLiteral(R"({"loop_mode": %1, "var_list": [{"type": 1, "id": 1, "value": "on"}],
+        "scene_list": [%2]})")
+        .arg(loopMode)
+        .arg(scene("s", varEquals(1, "on"),
+                   {event("e1", "", {probe(1)}), event("e2", "", {probe(2)}),
+                    event("e3", "", {probe(3)})}));
+}
+
+TEST_F(Runner, SequentialModeResumesAfterTheEventThatFired) {
+    open(threeEventTask(1));
+    stopAfter(7);
+    runToEnd();
+    EXPECT_EQ(log.probes(), (std::vector<int>{1, 2, 3, 1, 2, 3, 1}));
+    EXPECT_EQ(runner->runEnd(), RunEnd::Stopped);
+}
+
+TEST_F(Runner, SingleEventModeStartsAgainAtTheFirstEvent) {
+    open(threeEventTask(2));
+    stopAfter(4);
+    runToEnd();
+    EXPECT_EQ(log.probes(), (std::vector<int>{1, 1, 1, 1}));
+}
+
+TEST_F(Runner, TraversalActionsDoNotEndTheTraversal) {
+    // e1 only sets a variable, so e2 runs in the same cycle; e2 fires only then.
+    open(QStringLiteral(R"({"loop_mode": 2, "var_list": [{"type": 1, "id": 1, "value": "on"},
+        {"type": 1, "id": 2, "value": "no"}], "scene_list": [%1]})")
+             .arg(scene("s", varEquals(1, "on"),
+                        {event("e1", "", {setVar(2, "yes")}),
+                         event("e2", varEquals(2, "yes"), {probe(2), setVar(2, "no")})})));
+    stopAfter(3);
+    runToEnd();
+    EXPECT_EQ(log.probes(), (std::vector<int>{2, 2, 2}));
+    EXPECT_EQ(runner->cyclesCompleted(), 3);  // the third cycle was cut short by the stop
+}
+
+TEST_F(Runner, CommonEventsGoAroundIdentifiedScenesOnly) {
+    open(QStringLiteral(R"({"loop_mode": 1, "var_list": [{"type": 1, "id": 1, "value": "on"}],
+        "scene_list": [%1, %2],
+        "common_event": {"event_list": [%3, %4]},
+        "common_event_low": {"event_list": [%5]}})")
+             .arg(scene("plain", "", {event("p", "", {probe(9)})}),
+                  scene("s", varEquals(1, "on"), {event("own", "", {probe(2)})}),
+                  event("c", "", {probe(1)}), event("off", "", {probe(7)}, true),
+                  event("low", "", {probe(3)})));
+    const auto& scenes = runner->scenes();
+    ASSERT_EQ(scenes.size(), 2u);
+    EXPECT_EQ(scenes[0]->events.size(), 1u);
+    ASSERT_EQ(scenes[1]->events.size(), 3u);
+    EXPECT_TRUE(scenes[1]->events[0]->common);
+    EXPECT_EQ(scenes[1]->events[2]->name, "low");
+    stopAfter(6);
+    runToEnd();
+    // The unidentified scene runs its event while the scene list is searched; once the
+    // identified scene is current, only it runs, common events first and low ones last.
+    EXPECT_EQ(log.probes(), (std::vector<int>{9, 1, 2, 3, 1, 2}));
+}
+
+TEST_F(Runner, ScenesChangeAndTheirEntryActionsRunOnce) {
+    struct Entered : IMVSceneEvent {
+        std::mutex mutex;
+        QStringList names;
+        void sceneEntered(const Scene& scene, const ItemGroup*) override {
+            std::lock_guard lock(mutex);
+            names << scene.name;
+        }
+    } observer;
+    const QString a = QStringLiteral(R"({"name": "a", "scene_event": %1, "event_list": [%2]})")
+                          .arg(event("id", varEquals(1, "a"), {probe(10)}),
+                               event("go", "", {probe(1), setVar(1, "b")}));
+    const QString b = QStringLiteral(R"({"name": "b", "scene_event": %1, "event_list": [%2]})")
+                          .arg(event("id", varEquals(1, "b"), {probe(20)}),
+                               event("back", "", {probe(2), setVar(1, "a")}));
+    open(QStringLiteral(R"({"var_list": [{"type": 1, "id": 1, "value": "a"}],
+        "scene_list": [%1, %2]})")
+             .arg(a, b));
+    runner->setSceneObserver(&observer);
+    stopAfter(8);
+    runToEnd();
+    EXPECT_EQ(log.probes(), (std::vector<int>{10, 1, 20, 2, 10, 1, 20, 2}));
+    EXPECT_EQ(observer.names, (QStringList{"a", "b", "a", "b"}));
+}
+
+TEST_F(Runner, StopActionEndsTheRunAndAStartWhileRunningIsRefused) {
+    open(QStringLiteral(R"({"scene_list": [%1]})")
+             .arg(scene("s", "",
+                        {event("wait", "", {R"({"type": 14, "min": 0, "max": 0})"}),
+                         event("gate", varEquals(5, "x"), {probe(1)}),
+                         event("stop", "", {R"({"type": 10})"})})));
+    log.onRun = [](int, TaskInfo&) {};
+    ASSERT_TRUE(runner->start({{TargetKind::Desktop}}));
+    EXPECT_FALSE(runner->start({{TargetKind::Desktop}, {TargetKind::Desktop}}));
+    ASSERT_TRUE(runner->waitUntilIdle(10s));
+    EXPECT_EQ(runner->runEnd(), RunEnd::StopAction);
+    EXPECT_EQ(runner->cyclesCompleted(), 1);
+    // Idle again: a new start is accepted.
+    EXPECT_TRUE(runner->start({{TargetKind::Desktop}}));
+    EXPECT_TRUE(runner->waitUntilIdle(10s));
+}
+
+TEST_F(Runner, TimeLimitEndsTheRunWithCodeOne) {
+    struct Listener : ITaskFinishListener {
+        std::atomic<int> code{-1};
+        std::atomic<int> calls{0};
+        void finished(int c) override {
+            code = c;
+            ++calls;
+        }
+    } listener;
+    auto clock = std::make_shared<ManualClock>();
+    open(threeEventTask(1), clock);
+    runner->setLoopIntervalMs(250);
+    runner->setRunTimeLimitSeconds(1);
+    runner->setFinishListener(&listener);
+    runToEnd();
+    EXPECT_EQ(runner->runEnd(), RunEnd::TimeLimit);
+    EXPECT_EQ(listener.code, 1);
+    EXPECT_EQ(listener.calls, 1);
+    // Cycles run until more than one whole second has passed: at 250 ms, 2000 ms ends it.
+    EXPECT_EQ(runner->cyclesCompleted(), 7);
+}
+
+TEST_F(Runner, EveryTargetRunsInBothMultiTargetModesWithItsOwnVariables) {
+    for (bool concurrency : {true, false}) {
+        log.runs.clear();
+        open(QStringLiteral(R"({"loop_mode": 2, "concurrency": %1,
+            "var_list": [{"type": 1, "id": 1, "value": "0"}], "scene_list": [%2]})")
+                 .arg(concurrency ? "true" : "false")
+                 .arg(scene("s", "",
+                            {event("count", "", {R"({"type": 3, "variable_id": 1,
+                     "change_type": 1})"}),
+                             event("p", "", {probe(1)})})));
+        stopAfterWindows(3);
+        std::vector<RunTarget> targets;
+        for (int i = 1; i <= 3; ++i) {
+            RunTarget target{TargetKind::Desktop};
+            target.window = autoscene::targets::WindowHandle(i);
+            target.variableOverrides[1] = QString::number(i * 100);
+            targets.push_back(target);
+        }
+        runToEnd(targets);
+        std::set<autoscene::targets::WindowHandle> seen;
+        for (const auto& run : log.runs) {
+            seen.insert(run.second);
+        }
+        EXPECT_EQ(seen.size(), 3u) << "concurrency " << concurrency;
+    }
+}
+
+TEST_F(Runner, PerTargetStartValuesApplyToTheirOwnThread) {
+    open(QStringLiteral(R"({"loop_mode": 2, "var_list": [{"type": 1, "id": 1, "value": "0"}],
+        "scene_list": [%1]})")
+             .arg(scene("s", "", {event("p", "", {probe(1)})})));
+    std::mutex mutex;
+    std::map<autoscene::targets::WindowHandle, QString> values;
+    log.onRun = [&](int, TaskInfo& info) {
+        std::lock_guard lock(mutex);
+        values[info.window] = runner->definitions().find(1)->value();
+        if (values.size() == 2) {
+            runner->stop();
+        }
+    };
+    RunTarget first{TargetKind::Desktop, 1};
+    first.variableOverrides[1] = "alpha";
+    RunTarget second{TargetKind::Desktop, 2};
+    runToEnd({first, second});
+    EXPECT_EQ(values[1], "alpha");
+    EXPECT_EQ(values[2], "0");
+}
+
+TEST_F(Runner, SuspendedThreadsWaitUntilResumed) {
+    for (bool concurrency : {true, false}) {
+        open(threeEventTask(1));
+        runner->setConcurrency(concurrency);
+        runner->setLoopIntervalMs(1);
+        ASSERT_TRUE(runner->start({{TargetKind::Desktop}, {TargetKind::Desktop}}));
+        runner->suspend();
+        std::this_thread::sleep_for(100ms);
+        const auto held = runner->cyclesCompleted();
+        std::this_thread::sleep_for(200ms);
+        EXPECT_LE(runner->cyclesCompleted(), held + 2) << "concurrency " << concurrency;
+        runner->resume();
+        std::this_thread::sleep_for(200ms);
+        EXPECT_GT(runner->cyclesCompleted(), held + 2);
+        runner->stop();
+        ASSERT_TRUE(runner->waitUntilIdle(10s));
+    }
+}
+
+TEST_F(Runner, ExclusiveQueueHoldsBackTheOtherThreads) {
+    open(QStringLiteral(R"({"loop_mode": 2, "concurrency": true, "scene_list": [%1]})")
+             .arg(scene("s", "", {event("p", "", {probe(1)})})));
+    runner->setLoopIntervalMs(1);
+    std::atomic<int> firstRuns{0};
+    std::atomic<int> otherRunsWhileHeld{0};
+    std::atomic<bool> held{false};
+    log.onRun = [&](int, TaskInfo& info) {
+        if (info.window == 1) {
+            if (++firstRuns == 1) {
+                runner->enterExclusive();
+                held = true;
+            } else if (firstRuns == 40) {
+                held = false;
+                runner->leaveExclusive();
+                runner->stop();
+            }
+        } else if (held) {
+            ++otherRunsWhileHeld;
+        }
+    };
+    runToEnd({{TargetKind::Desktop, 1}, {TargetKind::Desktop, 2}});
+    EXPECT_EQ(firstRuns, 40);
+    EXPECT_LE(otherRunsWhileHeld, 1);  // at most the cycle already under way
+}
+
+TEST_F(Runner, WindowTargetsClaimDifferentWindows) {
+    struct AcceptAll : IWindowMatcher {
+        bool accepts(autoscene::targets::WindowHandle) override { return true; }
+    } matcher;
+    open(QStringLiteral(R"({"loop_mode": 2, "scene_list": [%1]})")
+             .arg(scene("s", "", {event("p", "", {probe(1)})})));
+    target.setWindows({11, 22});
+    runner->setWindowMatcher(&matcher);
+    stopAfterWindows(2);
+    runToEnd({{TargetKind::Window}, {TargetKind::Window}});
+    std::set<autoscene::targets::WindowHandle> windows;
+    for (const auto& run : log.runs) {
+        windows.insert(run.second);
+    }
+    EXPECT_EQ(windows, (std::set<autoscene::targets::WindowHandle>{11, 22}));
+}
+
+TEST_F(Runner, FailedCapturesAreReportedAndTheRunGoesOn) {
+    struct Failures : IRunObserver {
+        std::atomic<int> failed{0};
+        std::atomic<int> started{0};
+        void runStarted(int targets) override { started = targets; }
+        void captureFailed() override { ++failed; }
+    } observer;
+    open(threeEventTask(1));
+    target.setFrames({});
+    runner->setRunObserver(&observer);
+    stopAfter(3);
+    runToEnd();
+    EXPECT_EQ(observer.started, 1);
+    EXPECT_GE(observer.failed, 3);
+    EXPECT_EQ(log.probes().size(), 3u);  // conditions on run state still work
+}
+
+}  // namespace

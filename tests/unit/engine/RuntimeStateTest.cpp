@@ -1,0 +1,169 @@
+// Variables, timers, alarms and randoms during a run, and the actions on them.
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "MVAlarm.h"
+#include "MVRandom.h"
+#include "MVTimer.h"
+#include "ManualClock.h"
+#include "RuntimeDefinitions.h"
+#include "StateActions.h"
+
+using namespace autoscene::engine;
+using namespace autoscene::actions;
+using autoscene::test::ManualClock;
+
+namespace {
+
+QString inOtherThread(const std::function<QString()>& fn) {
+    QString result;
+    std::thread([&] { result = fn(); }).join();
+    return result;
+}
+
+TEST(Variables, GlobalValuesAreSharedAndOthersArePerThread) {
+    MVVariable global(1, "g", "0", {false, false, true});
+    MVVariable perTarget(2, "p", "0", {});
+    global.setValue("5");
+    perTarget.setValue("5");
+    EXPECT_EQ(inOtherThread([&] { return global.value(); }), "5");
+    EXPECT_EQ(inOtherThread([&] { return perTarget.value(); }), "0");
+    EXPECT_EQ(perTarget.value(), "5");
+    EXPECT_EQ(perTarget.valueFor(std::this_thread::get_id()), "5");
+
+    perTarget.setStartValue("9");
+    perTarget.setValue("1");
+    perTarget.startThread();
+    EXPECT_EQ(perTarget.value(), "9");
+    perTarget.reset();
+    EXPECT_EQ(perTarget.value(), "0");
+    global.setDefaultValue("7");
+    EXPECT_EQ(global.value(), "7");
+}
+
+TEST(VariableActions, PlusSubSetAndResetRecordTheirResults) {
+    MVVariable counter(1, "次数", "-1", {});
+    MVVariable source(2, "src", "abc", {});
+    VariableAction plus(VariableAction::Kind::Plus, &counter, {}, nullptr);
+    TaskInfo task;
+    EXPECT_EQ(plus.run(task), 0.0f);
+    EXPECT_EQ(counter.value(), "0");
+    const auto id = std::this_thread::get_id();
+    EXPECT_EQ(plus.state(id)["original"].toString(), "-1");
+    EXPECT_EQ(plus.state(id)["modify"].toString(), "0");
+
+    counter.setValue("1.5");
+    plus.run(task);
+    EXPECT_EQ(counter.value(), "1.5");
+    EXPECT_EQ(plus.state(id)["err"].toString(), "次数不是数字(1.5)");
+
+    counter.setValue("10");
+    VariableAction(VariableAction::Kind::Sub, &counter, {}, nullptr).run(task);
+    EXPECT_EQ(counter.value(), "9");
+    counter.setValue(" 3");  // not an integer by the exact pattern
+    VariableAction sub(VariableAction::Kind::Sub, &counter, {}, nullptr);
+    sub.run(task);
+    EXPECT_FALSE(sub.state(id)["err"].toString().isEmpty());
+
+    VariableAction(VariableAction::Kind::Set, &counter, "x", &source).run(task);
+    EXPECT_EQ(counter.value(), "abc");
+    VariableAction(VariableAction::Kind::Set, &counter, "lit", nullptr).run(task);
+    EXPECT_EQ(counter.value(), "lit");
+    VariableAction(VariableAction::Kind::Reset, &counter, {}, nullptr).run(task);
+    EXPECT_EQ(counter.value(), "-1");
+}
+
+TEST(Timers, DelayOnlyTimerFiresOnceAndStops) {
+    ManualClock clock;
+    MVTimer timer(1, "t", {}, {5, 0, false}, clock);
+    EXPECT_EQ(timer.statusText(), "剩余时间:5秒");
+    clock.advanceMs(4999);
+    EXPECT_FALSE(timer.fire());
+    EXPECT_EQ(timer.statusText(), "剩余时间:0秒");
+    clock.advanceMs(1);
+    EXPECT_EQ(timer.statusText(), "待触发");
+    EXPECT_TRUE(timer.fire());
+    clock.advanceMs(60000);
+    EXPECT_FALSE(timer.fire());
+    EXPECT_EQ(timer.statusText(), "已停止");
+}
+
+TEST(Timers, PeriodRepeatsAndValuesSplitAtTheColon) {
+    ManualClock clock;
+    MVTimer timer(1, "t", {}, {1, 2, false}, clock);
+    clock.advanceMs(1000);
+    EXPECT_TRUE(timer.fire());
+    clock.advanceMs(1999);
+    EXPECT_FALSE(timer.fire());
+    clock.advanceMs(1);
+    EXPECT_TRUE(timer.fire());
+    EXPECT_EQ(timer.value(), "1:2");
+    timer.setValue("10");
+    EXPECT_EQ(timer.value(), "10:2");
+    timer.setDefaultValue("7");  // no colon: ignored
+    EXPECT_EQ(inOtherThread([&] { return timer.value(); }), "1:2");
+}
+
+TEST(Timers, DefaultClosedTimerWaitsForItsStart) {
+    ManualClock clock;
+    MVTimer timer(1, "t", {}, {0, 0, true}, clock);
+    EXPECT_EQ(timer.statusText(), "未启动");
+    EXPECT_FALSE(timer.fire());
+    timer.start();
+    EXPECT_TRUE(timer.fire());
+    timer.reset();
+    EXPECT_FALSE(timer.running());
+}
+
+TEST(Alarms, FireOnceInsideTheirWindow) {
+    ManualClock late(QDateTime(QDate(2026, 1, 5), QTime(8, 6)));
+    MVAlarm missed(1, "a", {}, {QTime(8, 0), 5, 0}, late);
+    EXPECT_FALSE(missed.fire());
+    EXPECT_EQ(missed.statusText(), "已超时");
+
+    ManualClock clock(QDateTime(QDate(2026, 1, 5), QTime(8, 3)));
+    MVAlarm alarm(1, "a", {}, {QTime(8, 0), 5, 0}, clock);
+    EXPECT_TRUE(alarm.fire());
+    EXPECT_FALSE(alarm.fire());
+    EXPECT_EQ(alarm.statusText(), "已触发");
+}
+
+TEST(Alarms, RepeatingAlarmRearmsAfterItsWindow) {
+    ManualClock clock(QDateTime(QDate(2026, 1, 5), QTime(8, 0)));
+    MVAlarm alarm(1, "a", {}, {QTime(8, 0), 1, 1}, clock);
+    EXPECT_TRUE(alarm.fire());
+    clock.advanceMs(2 * 60 * 1000);
+    EXPECT_FALSE(alarm.fire());  // re-armed
+    EXPECT_FALSE(alarm.triggered());
+}
+
+TEST(Alarms, RemainingTimeTextSwitchesToMinutesAbove60Seconds) {
+    ManualClock clock(QDateTime(QDate(2026, 1, 5), QTime(7, 59)));
+    MVAlarm alarm(1, "a", {}, {QTime(8, 0), 5, 1}, clock);
+    EXPECT_EQ(alarm.statusText(), "剩余:60秒");
+    ManualClock earlier(QDateTime(QDate(2026, 1, 5), QTime(7, 58, 59)));
+    MVAlarm other(1, "a", {}, {QTime(8, 0), 5, 1}, earlier);
+    EXPECT_EQ(other.statusText(), "剩余:1分钟");
+    ManualClock inside(QDateTime(QDate(2026, 1, 5), QTime(8, 2)));
+    MVAlarm due(1, "a", {}, {QTime(8, 0), 5, 1}, inside);
+    EXPECT_EQ(due.statusText(), "待触发");
+}
+
+TEST(Randoms, DrawWithinTheirRangeAndTakeANewOne) {
+    MVRandom random(1, "r", 9, 3);
+    for (int i = 0; i < 50; ++i) {
+        const int value = random.value().toInt();
+        EXPECT_GE(value, 3);
+        EXPECT_LE(value, 9);
+    }
+    random.setValue("5~5");
+    EXPECT_EQ(random.value(), "5");
+    random.setValue("nonsense");
+    EXPECT_EQ(random.value(), "5");
+    random.reset();
+    EXPECT_NE(random.value(), "");
+}
+
+}  // namespace
