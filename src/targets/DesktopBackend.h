@@ -3,6 +3,7 @@
 // (x11/, win32/). Standard C++ only: the back ends know nothing of Qt or OpenCV.
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,6 +35,15 @@ struct BgraFrame {
 
     bool empty() const { return width <= 0 || height <= 0 || pixels.empty(); }
 };
+
+// Borrowed BGRA pixels, valid only while the consumer runs.
+struct BgraView {
+    int width = 0;
+    int height = 0;
+    int stride = 0;
+    const std::uint8_t* pixels = nullptr;
+};
+using FrameConsumer = std::function<void(const BgraView&)>;
 
 enum class MouseOp : int {
     Invalid = 0,
@@ -96,6 +106,15 @@ public:
 
     // Window 0 captures the whole screen. Empty frame on failure.
     virtual BgraFrame capture(WindowHandle window, bool background) = 0;
+    // Hands the captured pixels to `consume` straight from the back end's own buffer where it
+    // keeps one (a shared-memory segment), saving a full-frame copy per cycle. False, and
+    // `consume` not called, when nothing could be captured.
+    virtual bool captureView(WindowHandle window, bool background, const FrameConsumer& consume) {
+        const BgraFrame frame = capture(window, background);
+        if (frame.empty()) return false;
+        consume(BgraView{frame.width, frame.height, frame.stride, frame.pixels.data()});
+        return true;
+    }
 
     // Foreground input is only called on the thread that owns foreground input;
     // the portable layer enforces that rule.

@@ -1,0 +1,291 @@
+// Capture in both modes on a real Xvfb, checked pixel by pixel against the server's own
+// XGetImage and against the demo target's known layout.
+
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+#include "DemoLayout.h"
+#include "X11TestFixture.h"
+
+namespace autoscene::testing {
+namespace {
+
+using targets::BgraFrame;
+using targets::Rect;
+namespace demo = autoscene::demo;
+
+class CaptureTest : public X11TestFixture {
+protected:
+    // Background capture may need the target to repaint its new off-screen copy first.
+    BgraFrame backgroundCaptureMatching(targets::WindowHandle window, const BgraFrame& want) {
+        BgraFrame frame;
+        for (int attempt = 0; attempt < 100; ++attempt) {
+            frame = BgraFrame{};
+            backend_->captureView(window, true, [&frame](const targets::BgraView& view) {
+                frame = opaqueCopy(view);
+            });
+            if (firstDifference(frame, want).empty()) {
+                break;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        return frame;
+    }
+};
+
+TEST_F(CaptureTest, ForegroundWindowCaptureIsTheClientAreaOfTheScreen) {
+    const auto target = startDemo({"--geometry", "640x480+100+50"});
+    const BgraFrame frame = backend_->capture(target->window(), false);
+    ASSERT_EQ(frame.width, 640);
+    ASSERT_EQ(frame.height, 480);
+    EXPECT_EQ(frame.stride, 640 * 4);
+    EXPECT_EQ(firstDifference(frame, reference_->read(Rect{100, 50, 640, 480})), "");
+    EXPECT_EQ(pixelAt(frame, demo::kStartButton.x, demo::kStartButton.y), demo::kStartButtonColor);
+    EXPECT_EQ(pixelAt(frame, demo::kStartButton.x + demo::kStartButton.width - 1,
+                      demo::kStartButton.y + demo::kStartButton.height - 1),
+              demo::kStartButtonColor);
+    EXPECT_EQ(pixelAt(frame, demo::kStartButton.x - 1, demo::kStartButton.y),
+              demo::kStartBackground);
+    EXPECT_EQ(pixelAt(frame, demo::kPanel.centerX(), demo::kPanel.y + demo::kPanel.height - 1),
+              demo::kPanelColor);
+    EXPECT_EQ(frame.pixels[3], 0xFF) << "alpha is opaque";
+    EXPECT_EQ(loggedLines(), std::vector<std::string>{"lpRect:640x480 toScreen:100x50"});
+}
+
+// What the demo target's README promises a task can find on each screen, and that two runs
+// draw the same pixels, so that templates cut from one run match the next.
+TEST_F(CaptureTest, EachScreenDrawsItsDocumentedLayoutTheSameEveryRun) {
+    struct Spot {
+        int x = 0;
+        int y = 0;
+        demo::Rgb colour = 0;
+    };
+    const auto inside = [](const demo::Box& box, demo::Rgb colour) {
+        return Spot{box.x + 2, box.y + 2, colour};
+    };
+    const struct {
+        const char* name;
+        std::vector<Spot> spots;
+    } screens[] = {
+        {"start",
+         {{5, 470, demo::kStartBackground}, inside(demo::kStartButton, demo::kStartButtonColor)}},
+        {"menu",
+         {{5, 470, demo::kMenuBackground},
+          inside(demo::kChoices[0], demo::kChoiceColors[0]),
+          inside(demo::kChoices[1], demo::kChoiceColors[1]),
+          inside(demo::kChoices[2], demo::kChoiceColors[2])}},
+        {"form",
+         {{5, 470, demo::kFormBackground},
+          inside(demo::kTextField, demo::kTextFieldColor),
+          {demo::kSliderTrack.x + 100, demo::kSliderTrack.y + 2, demo::kSliderTrackColor},
+          {demo::kSliderTrack.x, demo::kSliderTrack.y - 8, demo::kSliderKnobColor},
+          inside(demo::kNextButton, demo::kNextDisabledColor)}},
+        {"finish",
+         {{5, 470, demo::kFinishBackground}, inside(demo::kFinishBadge, demo::kFinishBadgeColor)}},
+    };
+    for (const auto& screen : screens) {
+        BgraFrame runs[2];
+        for (BgraFrame& frame : runs) {
+            const auto target = startDemo({"--screen", screen.name});
+            frame = backend_->capture(target->window(), false);
+        }
+        EXPECT_EQ(firstDifference(runs[1], runs[0]), "") << screen.name;
+        for (const Spot& spot : screen.spots) {
+            EXPECT_EQ(pixelAt(runs[0], spot.x, spot.y), spot.colour)
+                << screen.name << " at " << spot.x << "," << spot.y;
+        }
+        EXPECT_EQ(pixelAt(runs[0], demo::kPanel.x + 2, demo::kPanel.y + 50), demo::kPanelColor);
+    }
+}
+
+TEST_F(CaptureTest, WholeScreenCaptureMatchesTheServer) {
+    const auto target = startDemo({"--geometry", "640x480+100+50"});
+    const BgraFrame frame = backend_->capture(0, false);
+    ASSERT_EQ(frame.width, kScreenWidth);
+    ASSERT_EQ(frame.height, kScreenHeight);
+    EXPECT_EQ(firstDifference(frame, reference_->read(Rect{0, 0, kScreenWidth, kScreenHeight})),
+              "");
+    EXPECT_EQ(pixelAt(frame, 100 + demo::kStartButton.x, 50 + demo::kStartButton.y),
+              demo::kStartButtonColor);
+}
+
+TEST_F(CaptureTest, BackgroundCaptureStillSeesACoveredWindow) {
+    const auto target = startDemo({"--geometry", "640x480+100+50"});
+    const BgraFrame uncovered = backend_->capture(target->window(), false);
+    // Covered before the first background capture, so the off-screen copy starts covered.
+    const auto cover = startDemo({"--geometry", "640x480+300+200", "--title", "Cover"});
+    const BgraFrame covered = backend_->capture(target->window(), false);
+    EXPECT_NE(firstDifference(covered, uncovered), "") << "the cover shows in the foreground";
+    EXPECT_EQ(firstDifference(backgroundCaptureMatching(target->window(), uncovered), uncovered),
+              "");
+
+    cover->stop();
+    EXPECT_EQ(firstDifference(backgroundCaptureMatching(target->window(), uncovered), uncovered),
+              "")
+        << "an uncovered window looks the same in both modes";
+}
+
+TEST_F(CaptureTest, ForegroundCaptureIsClampedToTheScreen) {
+    // Origin left of and above the screen: read from row and column 0 at full size.
+    const auto offLeft = startDemo({"--geometry", "300x200-100-50", "--title", "Off"});
+    BgraFrame frame = backend_->capture(offLeft->window(), false);
+    EXPECT_EQ(firstDifference(frame, reference_->read(Rect{0, 0, 300, 200})), "");
+    offLeft->stop();
+
+    // Past the right and bottom edges: shortened at the edge.
+    const auto offRight = startDemo({"--geometry", "300x200+1100+600", "--title", "Edge"});
+    frame = backend_->capture(offRight->window(), false);
+    EXPECT_EQ(firstDifference(frame, reference_->read(Rect{1100, 600, 180, 120})), "");
+    EXPECT_EQ(pixelAt(frame, 10, 100), demo::kStartBackground);
+}
+
+TEST_F(CaptureTest, GoneOrHiddenWindowsGiveEmptyFrames) {
+    const auto target = startDemo({});
+    const targets::WindowHandle window = target->window();
+    XUnmapWindow(reference_->display(), window);
+    XSync(reference_->display(), False);
+    EXPECT_TRUE(backend_->capture(window, false).empty());
+    EXPECT_TRUE(backend_->capture(window, true).empty());
+
+    target->stop();
+    EXPECT_TRUE(backend_->capture(window, false).empty());
+    EXPECT_TRUE(backend_->capture(window, true).empty());
+    EXPECT_TRUE(backend_->capture(0x1FFFFFFF, true).empty());
+    EXPECT_TRUE(backend_->capture(~0ULL, false).empty()) << "not an X window id";
+    EXPECT_FALSE(backend_->capture(0, false).empty()) << "the back end still works";
+}
+
+TEST_F(CaptureTest, ViewsComeStraightFromAKeptSegmentAndFollowSizeChanges) {
+    const auto target = startDemo({"--geometry", "640x480+100+50"});
+    const targets::WindowHandle window = target->window();
+    const BgraFrame expected = reference_->read(Rect{100, 50, 640, 480});
+    const std::uint8_t* first = nullptr;
+    for (int round = 0; round < 2; ++round) {
+        BgraFrame got;
+        ASSERT_TRUE(backend_->captureView(window, false, [&](const targets::BgraView& view) {
+            EXPECT_GE(view.stride, view.width * 4);
+            if (first == nullptr) {
+                first = view.pixels;
+            }
+            EXPECT_EQ(view.pixels, first) << "the same buffer for the same size, no copy";
+            got = opaqueCopy(view);
+        }));
+        EXPECT_EQ(firstDifference(got, expected), "");
+        // A different size in between must not leave the next read with the old geometry.
+        BgraFrame screen;
+        ASSERT_TRUE(backend_->captureView(
+            0, false, [&](const targets::BgraView& view) { screen = opaqueCopy(view); }));
+        EXPECT_EQ(
+            firstDifference(screen, reference_->read(Rect{0, 0, kScreenWidth, kScreenHeight})), "");
+        first = nullptr;
+    }
+
+    EXPECT_EQ(firstDifference(backgroundCaptureMatching(window, expected), expected), "");
+
+    target->stop();
+    bool called = false;
+    EXPECT_FALSE(backend_->captureView(window, false, [&](const auto&) { called = true; }));
+    EXPECT_FALSE(backend_->captureView(window, true, [&](const auto&) { called = true; }));
+    EXPECT_FALSE(called) << "no view of a window that is gone";
+}
+
+TEST_F(CaptureTest, ThreadsCaptureAtTheSameTime) {
+    const auto target = startDemo({"--geometry", "640x480+100+50"});
+    const BgraFrame expected = reference_->read(Rect{100, 50, 640, 480});
+    std::string differences[2];
+    std::thread threads[2];
+    for (int t = 0; t < 2; ++t) {
+        threads[t] = std::thread([&, t] {
+            for (int i = 0; i < 20 && differences[t].empty(); ++i) {
+                BgraFrame frame;
+                backend_->captureView(target->window(), t == 1, [&](const targets::BgraView& view) {
+                    frame = opaqueCopy(view);
+                });
+                differences[t] = firstDifference(frame, expected);
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(differences[0], "");
+    EXPECT_EQ(differences[1], "");
+}
+
+TEST_F(CaptureTest, ALostServerFailsCallsInsteadOfEndingTheProcess) {
+    EXPECT_FALSE(backend_->capture(0, false).empty());
+    std::thread([&] { EXPECT_FALSE(backend_->capture(0, true).empty()); }).join();
+    reference_.reset();  // the test's own connection would end the process
+    server_.stop();
+    EXPECT_TRUE(backend_->capture(0, false).empty());
+    EXPECT_TRUE(backend_->topLevelWindows().empty());
+    backend_->mouse(targets::InputTarget{}, targets::Point{1, 1}, targets::MouseOp::LeftClick, 1,
+                    false);
+    EXPECT_TRUE(backend_->capture(0, false).empty()) << "reopening fails cleanly too";
+}
+
+// Servers that take the other transfer paths: without MIT-SHM every read is an XGetImage, and
+// a 16-bit screen's pixels have to be converted to BGRA.
+struct ServerVariant {
+    const char* name = "";
+    int depth = 24;
+    std::vector<std::string> arguments;
+};
+
+void PrintTo(const ServerVariant& variant, std::ostream* out) {
+    *out << variant.name;
+}
+
+class CaptureOtherServersTest : public ::testing::TestWithParam<ServerVariant> {};
+
+// Within the rounding of a 5- or 6-bit channel.
+bool nearColour(std::uint32_t got, std::uint32_t want) {
+    for (const int shift : {0, 8, 16}) {
+        const int a = static_cast<int>((got >> shift) & 0xFF);
+        const int b = static_cast<int>((want >> shift) & 0xFF);
+        if (std::abs(a - b) > 8) {
+            return false;
+        }
+    }
+    return true;
+}
+
+TEST_P(CaptureOtherServersTest, BothModesKeepTheColours) {
+    XvfbServer server(kScreenWidth, kScreenHeight, GetParam().depth, GetParam().arguments);
+    ASSERT_FALSE(server.display().empty()) << "Xvfb did not start";
+    const auto backend = targets::makeX11Backend(server.display().c_str());
+    ASSERT_NE(backend, nullptr);
+    DemoTargetProcess target(server.display(), {"--geometry", "640x480+100+50"});
+    ASSERT_TRUE(target.started());
+    const int buttonX = demo::kStartButton.centerX();
+    const int buttonY = demo::kStartButton.y + 5;
+    for (const bool background : {false, true}) {
+        BgraFrame frame;
+        for (int attempt = 0; attempt < 100; ++attempt) {
+            frame = backend->capture(target.window(), background);
+            if (nearColour(pixelAt(frame, buttonX, buttonY), demo::kStartButtonColor)) {
+                break;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        ASSERT_EQ(frame.width, 640) << (background ? "background" : "foreground");
+        ASSERT_EQ(frame.height, 480);
+        EXPECT_TRUE(nearColour(pixelAt(frame, buttonX, buttonY), demo::kStartButtonColor))
+            << std::hex << pixelAt(frame, buttonX, buttonY);
+        EXPECT_TRUE(nearColour(pixelAt(frame, 5, 300), demo::kStartBackground))
+            << std::hex << pixelAt(frame, 5, 300);
+        EXPECT_TRUE(
+            nearColour(pixelAt(frame, demo::kPanel.x + 2, demo::kPanel.y + 50), demo::kPanelColor));
+        EXPECT_EQ(frame.pixels[3], 0xFF);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Servers, CaptureOtherServersTest,
+    ::testing::Values(ServerVariant{"WithoutSharedMemory", 24, {"-extension", "MIT-SHM"}},
+                      ServerVariant{"Depth16", 16, {}}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace autoscene::testing

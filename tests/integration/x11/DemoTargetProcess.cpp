@@ -1,0 +1,133 @@
+#include "DemoTargetProcess.h"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <thread>
+
+namespace autoscene::testing {
+namespace {
+
+constexpr int kPollMs = 10;
+constexpr int kSettleMs = 150;
+
+bool startsWith(const std::string& line, const std::string& prefix) {
+    return line.compare(0, prefix.size(), prefix) == 0;
+}
+
+Window hexField(const std::string& line, const std::string& key) {
+    const auto at = line.find(key + "=");
+    return at == std::string::npos ? None
+                                   : std::stoul(line.substr(at + key.size() + 1), nullptr, 16);
+}
+
+bool isTopLevel(Display* display, Window window) {
+    Window root = None;
+    Window parent = None;
+    Window* children = nullptr;
+    unsigned int count = 0;
+    bool found = false;
+    if (XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count) != 0) {
+        found = std::find(children, children + count, window) != children + count;
+    }
+    if (children != nullptr) {
+        XFree(children);
+    }
+    return found;
+}
+
+}  // namespace
+
+DemoTargetProcess::DemoTargetProcess(const std::string& display,
+                                     const std::vector<std::string>& arguments)
+    : display_(display) {
+    char pattern[] = "/tmp/autoscene-demo-XXXXXX";
+    if (mkdtemp(pattern) == nullptr) {
+        return;
+    }
+    directory_ = pattern;
+    logPath_ = directory_ + "/events.log";
+    std::vector<std::string> argv = {AUTOSCENE_DEMO_TARGET_PATH, "--log", logPath_};
+    argv.insert(argv.end(), arguments.begin(), arguments.end());
+    process_ = std::make_unique<ClientProcess>(display, argv);
+    if (const auto ready = waitForLine("ready ", 0, 10000)) {
+        window_ = hexField(*ready, "window");
+        panel_ = hexField(*ready, "panel");
+    }
+}
+
+DemoTargetProcess::~DemoTargetProcess() {
+    stop();
+    if (!logPath_.empty()) {
+        std::remove(logPath_.c_str());
+        rmdir(directory_.c_str());
+    }
+}
+
+void DemoTargetProcess::stop() {
+    if (!process_ || !process_->started()) {
+        return;
+    }
+    process_->stop();
+    // The server destroys the windows when it notices the closed connection, a moment later.
+    Display* display = window_ != None ? XOpenDisplay(display_.c_str()) : nullptr;
+    if (display == nullptr) {
+        return;
+    }
+    // Looked for among the root's children: asking about a destroyed window would raise an
+    // X error in this process.
+    for (int i = 0; i < 200 && isTopLevel(display, window_); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(kPollMs));
+    }
+    XCloseDisplay(display);
+}
+
+std::vector<std::string> DemoTargetProcess::lines() const {
+    std::vector<std::string> result;
+    std::ifstream file(logPath_);
+    std::string line;
+    while (std::getline(file, line)) {
+        result.push_back(line);
+    }
+    return result;
+}
+
+std::optional<std::string> DemoTargetProcess::waitForLine(const std::string& prefix,
+                                                          std::size_t from, int timeoutMs) const {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    do {
+        const auto all = lines();
+        for (std::size_t i = from; i < all.size(); ++i) {
+            if (startsWith(all[i], prefix)) {
+                return all[i];
+            }
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(kPollMs));
+    } while (std::chrono::steady_clock::now() < deadline);
+    return std::nullopt;
+}
+
+std::vector<std::string> DemoTargetProcess::settledLines(const std::string& prefix,
+                                                         std::size_t from) const {
+    std::size_t count = 0;
+    for (;;) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(kSettleMs));
+        const auto all = lines();
+        if (all.size() == count) {
+            std::vector<std::string> matching;
+            for (std::size_t i = from; i < all.size(); ++i) {
+                if (startsWith(all[i], prefix)) {
+                    matching.push_back(all[i]);
+                }
+            }
+            return matching;
+        }
+        count = all.size();
+    }
+}
+
+}  // namespace autoscene::testing

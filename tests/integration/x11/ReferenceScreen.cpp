@@ -1,0 +1,93 @@
+#include "ReferenceScreen.h"
+
+#include <X11/Xutil.h>
+
+#include <cstdio>
+
+namespace autoscene::testing {
+
+ReferenceScreen::ReferenceScreen(const std::string& display)
+    : display_(XOpenDisplay(display.c_str())) {}
+
+ReferenceScreen::~ReferenceScreen() {
+    if (display_ != nullptr) {
+        XCloseDisplay(display_);
+    }
+}
+
+targets::BgraFrame ReferenceScreen::read(targets::Rect rect) const {
+    targets::BgraFrame frame;
+    XImage* image = XGetImage(display_, DefaultRootWindow(display_), rect.x, rect.y,
+                              static_cast<unsigned>(rect.width), static_cast<unsigned>(rect.height),
+                              AllPlanes, ZPixmap);
+    if (image == nullptr) {
+        return frame;
+    }
+    frame.width = rect.width;
+    frame.height = rect.height;
+    frame.stride = rect.width * 4;
+    frame.pixels.resize(static_cast<std::size_t>(frame.stride) * frame.height);
+    for (int y = 0; y < rect.height; ++y) {
+        for (int x = 0; x < rect.width; ++x) {
+            // A 24-bit TrueColor visual: 0xRRGGBB.
+            const unsigned long pixel = XGetPixel(image, x, y);
+            std::uint8_t* out = &frame.pixels[static_cast<std::size_t>(y) * frame.stride + 4 * x];
+            out[0] = pixel & 0xFF;
+            out[1] = (pixel >> 8) & 0xFF;
+            out[2] = (pixel >> 16) & 0xFF;
+            out[3] = 0xFF;
+        }
+    }
+    XDestroyImage(image);
+    return frame;
+}
+
+targets::BgraFrame opaqueCopy(const targets::BgraView& view) {
+    targets::BgraFrame frame;
+    frame.width = view.width;
+    frame.height = view.height;
+    frame.stride = view.width * 4;
+    frame.pixels.resize(static_cast<std::size_t>(frame.stride) * frame.height);
+    for (int y = 0; y < view.height; ++y) {
+        const std::uint8_t* row = view.pixels + static_cast<std::size_t>(y) * view.stride;
+        std::uint8_t* out = &frame.pixels[static_cast<std::size_t>(y) * frame.stride];
+        for (int x = 0; x < view.width; ++x) {
+            out[4 * x + 0] = row[4 * x + 0];
+            out[4 * x + 1] = row[4 * x + 1];
+            out[4 * x + 2] = row[4 * x + 2];
+            out[4 * x + 3] = 0xFF;
+        }
+    }
+    return frame;
+}
+
+std::uint32_t pixelAt(const targets::BgraFrame& frame, int x, int y) {
+    if (x < 0 || y < 0 || x >= frame.width || y >= frame.height) {
+        return ~0u;
+    }
+    const std::uint8_t* p = &frame.pixels[static_cast<std::size_t>(y) * frame.stride + 4 * x];
+    return static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[1]) << 8 | p[0];
+}
+
+std::string firstDifference(const targets::BgraFrame& got, const targets::BgraFrame& want) {
+    char text[128] = {};
+    if (got.width != want.width || got.height != want.height) {
+        std::snprintf(text, sizeof text, "size %dx%d, want %dx%d", got.width, got.height,
+                      want.width, want.height);
+        return text;
+    }
+    for (int y = 0; y < got.height; ++y) {
+        for (int x = 0; x < got.width; ++x) {
+            const std::uint8_t* a = &got.pixels[static_cast<std::size_t>(y) * got.stride + 4 * x];
+            const std::uint8_t* b = &want.pixels[static_cast<std::size_t>(y) * want.stride + 4 * x];
+            if (a[0] != b[0] || a[1] != b[1] || a[2] != b[2] || a[3] != b[3]) {
+                std::snprintf(text, sizeof text, "%d,%d: got 0x%06x/%02x, want 0x%06x/%02x", x, y,
+                              pixelAt(got, x, y), a[3], pixelAt(want, x, y), b[3]);
+                return text;
+            }
+        }
+    }
+    return {};
+}
+
+}  // namespace autoscene::testing

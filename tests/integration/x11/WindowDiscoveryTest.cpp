@@ -1,0 +1,163 @@
+// Window discovery, description and matching against real X clients, with and without the
+// hints a window manager publishes.
+
+#include <X11/Xatom.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <thread>
+
+#include "DemoLayout.h"
+#include "X11TestFixture.h"
+
+namespace autoscene::testing {
+namespace {
+
+using targets::WindowHandle;
+using targets::WindowQuery;
+namespace demo = autoscene::demo;
+
+class WindowDiscoveryTest : public X11TestFixture {
+protected:
+    // A window made by the test's own connection, as another program would make it.
+    Window createWindow(bool map, bool overrideRedirect, long pid) {
+        Display* d = reference_->display();
+        XSetWindowAttributes attributes{};
+        attributes.override_redirect = overrideRedirect ? True : False;
+        const Window window =
+            XCreateWindow(d, DefaultRootWindow(d), 10, 10, 50, 50, 0, CopyFromParent, InputOutput,
+                          CopyFromParent, CWOverrideRedirect, &attributes);
+        XChangeProperty(d, window, XInternAtom(d, "_NET_WM_PID", False), XA_CARDINAL, 32,
+                        PropModeReplace, reinterpret_cast<const unsigned char*>(&pid), 1);
+        if (map) {
+            XMapWindow(d, window);
+        }
+        XSync(d, False);
+        return window;
+    }
+
+    void setWindowsProperty(Window on, const char* name, const std::vector<Window>& windows) {
+        Display* d = reference_->display();
+        std::vector<long> ids(windows.begin(), windows.end());
+        XChangeProperty(d, on, XInternAtom(d, name, False), XA_WINDOW, 32, PropModeReplace,
+                        reinterpret_cast<const unsigned char*>(ids.data()),
+                        static_cast<int>(ids.size()));
+        XSync(d, False);
+    }
+};
+
+std::vector<WindowHandle> handles(std::initializer_list<Window> windows) {
+    return std::vector<WindowHandle>(windows.begin(), windows.end());
+}
+
+TEST_F(WindowDiscoveryTest, ListsOtherProgramsVisibleWindowsFocusedFirstThenTopDown) {
+    const auto a = startDemo({"--title", "A"});
+    const auto b = startDemo({"--title", "B"});
+    const auto c = startDemo({"--title", "C"});
+    createWindow(false, false, 1);        // unmapped
+    createWindow(true, true, 1);          // override-redirect, like a menu
+    createWindow(true, false, getpid());  // this process's own window
+    EXPECT_EQ(backend_->topLevelWindows(), handles({c->window(), b->window(), a->window()}));
+
+    XSetInputFocus(reference_->display(), a->window(), RevertToParent, CurrentTime);
+    XSync(reference_->display(), False);
+    EXPECT_EQ(backend_->topLevelWindows(), handles({a->window(), c->window(), b->window()}));
+}
+
+TEST_F(WindowDiscoveryTest, UsesTheWindowManagersStackingListWhenOneRuns) {
+    const auto a = startDemo({"--title", "A"});
+    const auto b = startDemo({"--title", "B"});
+    const auto c = startDemo({"--title", "C"});
+    const Window root = DefaultRootWindow(reference_->display());
+    const Window check = createWindow(false, false, 1);
+    setWindowsProperty(check, "_NET_SUPPORTING_WM_CHECK", {check});
+    setWindowsProperty(root, "_NET_CLIENT_LIST_STACKING", {b->window(), c->window(), a->window()});
+    setWindowsProperty(root, "_NET_ACTIVE_WINDOW", {c->window()});
+    EXPECT_EQ(backend_->topLevelWindows(), handles({c->window(), b->window(), a->window()}))
+        << "without the check window the hints are not trusted yet";
+
+    setWindowsProperty(root, "_NET_SUPPORTING_WM_CHECK", {check});
+    EXPECT_EQ(backend_->topLevelWindows(), handles({c->window(), a->window(), b->window()}));
+}
+
+TEST_F(WindowDiscoveryTest, DescribesTitleClassAndClientRectangle) {
+    const std::string title = "Démo 开始";
+    const auto target = startDemo({"--title", title, "--geometry", "640x480+100+50"});
+    const auto info = backend_->describe(target->window());
+    EXPECT_EQ(info.window, target->window());
+    EXPECT_EQ(info.title, title);
+    EXPECT_EQ(info.className, demo::kClassName);
+    EXPECT_EQ(info.clientRect.x, 100);
+    EXPECT_EQ(info.clientRect.y, 50);
+    EXPECT_EQ(info.clientRect.width, 640);
+    EXPECT_EQ(info.clientRect.height, 480);
+
+    // Only the legacy Latin-1 WM_NAME: read as UTF-8.
+    const Window legacy = createWindow(true, false, 1);
+    XStoreName(reference_->display(), legacy, "Caf\xe9");
+    XSync(reference_->display(), False);
+    EXPECT_EQ(backend_->describe(legacy).title, "Café");
+    EXPECT_EQ(backend_->describe(legacy).className, "");
+
+    target->stop();
+    EXPECT_FALSE(backend_->isWindow(target->window()));
+    EXPECT_EQ(backend_->describe(target->window()).window, 0u);
+    EXPECT_FALSE(backend_->isWindow(0));
+    EXPECT_FALSE(backend_->isWindow(~0ULL));
+    EXPECT_TRUE(backend_->isWindow(legacy));
+}
+
+TEST_F(WindowDiscoveryTest, MatchesTitleClassAndChild) {
+    const auto target = startDemo({"--title", "Autoscene Demo Board"});
+    const WindowHandle window = target->window();
+    auto query = [](std::string title, bool full, std::string className) {
+        WindowQuery q;
+        q.title = std::move(title);
+        q.fullMatchTitle = full;
+        q.className = std::move(className);
+        return q;
+    };
+    EXPECT_TRUE(backend_->matches(window, query("", false, "")));
+    EXPECT_TRUE(backend_->matches(window, query("Demo", false, "")));
+    EXPECT_FALSE(backend_->matches(window, query("demo", false, ""))) << "case-sensitive";
+    EXPECT_FALSE(backend_->matches(window, query("Demo", true, "")));
+    EXPECT_TRUE(backend_->matches(window, query("Autoscene Demo Board", true, demo::kClassName)));
+    EXPECT_FALSE(backend_->matches(window, query("Demo", false, "AutosceneDem")));
+    EXPECT_FALSE(backend_->matches(window, query("", false, demo::kInstanceName)))
+        << "the class, not the instance name";
+
+    WindowQuery child;
+    EXPECT_EQ(backend_->findChild(window, child), 0u) << "no child named";
+    child.childTitle = demo::kPanelTitle;
+    EXPECT_EQ(backend_->findChild(window, child), target->panel());
+    child.childClassName = demo::kPanelClassName;
+    EXPECT_EQ(backend_->findChild(window, child), target->panel());
+    child.childTitle = "demo-pan";
+    EXPECT_EQ(backend_->findChild(window, child), 0u) << "child titles match exactly";
+    child.childTitle.clear();
+    EXPECT_EQ(backend_->findChild(window, child), target->panel());
+    child.childClassName = "Other";
+    EXPECT_EQ(backend_->findChild(window, child), 0u);
+}
+
+TEST_F(WindowDiscoveryTest, ResizesTheClientArea) {
+    const auto target = startDemo({"--geometry", "640x480+0+0"});
+    ASSERT_TRUE(backend_->resizeClient(target->window(), 500, 400));
+    auto info = backend_->describe(target->window());
+    for (int i = 0; i < 50 && info.clientRect.width != 500; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        info = backend_->describe(target->window());
+    }
+    EXPECT_EQ(info.clientRect.width, 500);
+    EXPECT_EQ(info.clientRect.height, 400);
+    EXPECT_EQ(backend_->capture(target->window(), false).width, 500);
+
+    EXPECT_FALSE(backend_->resizeClient(target->window(), 0, 400));
+    EXPECT_FALSE(backend_->resizeClient(target->window(), 500, -1));
+    EXPECT_FALSE(backend_->resizeClient(target->window(), 100000, 400));
+    target->stop();
+    EXPECT_FALSE(backend_->resizeClient(target->window(), 500, 400));
+}
+
+}  // namespace
+}  // namespace autoscene::testing

@@ -1,0 +1,63 @@
+// The window query's matching rules and the per-thread pressed points.
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "PressedPoints.h"
+#include "WindowMatch.h"
+
+namespace autoscene::targets::x11 {
+namespace {
+
+WindowQuery query(std::string title, bool full, std::string className) {
+    WindowQuery q;
+    q.title = std::move(title);
+    q.fullMatchTitle = full;
+    q.className = std::move(className);
+    return q;
+}
+
+TEST(WindowMatch, TitleContainsOrEqualsAndClassEquals) {
+    EXPECT_TRUE(topLevelMatches("Editor - a.txt", "Edit", query("", false, "")));
+    EXPECT_TRUE(topLevelMatches("Editor - a.txt", "Edit", query("a.txt", false, "Edit")));
+    EXPECT_FALSE(topLevelMatches("Editor - a.txt", "Edit", query("A.txt", false, "")));
+    EXPECT_FALSE(topLevelMatches("Editor - a.txt", "Edit", query("a.txt", true, "")));
+    EXPECT_TRUE(topLevelMatches("a.txt", "Edit", query("a.txt", true, "")));
+    EXPECT_FALSE(topLevelMatches("a.txt", "Editor", query("", false, "Edit")));
+    EXPECT_FALSE(topLevelMatches("", "", query("x", false, "")));
+}
+
+TEST(WindowMatch, ChildFieldsAreExactAndSomeFieldMustBeNamed) {
+    WindowQuery q;
+    EXPECT_FALSE(childMatches("panel", "Panel", q));
+    q.childTitle = "panel";
+    EXPECT_TRUE(childMatches("panel", "Panel", q));
+    EXPECT_FALSE(childMatches("panel 2", "Panel", q));
+    q.childClassName = "Panel";
+    EXPECT_TRUE(childMatches("panel", "Panel", q));
+    EXPECT_FALSE(childMatches("panel", "Panels", q));
+    q.childTitle.clear();
+    EXPECT_TRUE(childMatches("anything", "Panel", q));
+}
+
+TEST(PressedPoints, EachThreadTakesItsOwnPointOnce) {
+    PressedPoints points;
+    points.record(Point{1, 2});
+    Point other{-1, -1};
+    std::thread([&] {
+        points.record(Point{5, 6});
+        other = points.take();
+    }).join();
+    EXPECT_EQ(other.x, 5);
+    EXPECT_EQ(other.y, 6);
+    const Point mine = points.take();
+    EXPECT_EQ(mine.x, 1);
+    EXPECT_EQ(mine.y, 2);
+    const Point none = points.take();
+    EXPECT_EQ(none.x, 0);
+    EXPECT_EQ(none.y, 0);
+}
+
+}  // namespace
+}  // namespace autoscene::targets::x11
