@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <thread>
+
+#include "Process.h"
+#include "ProcessEnd.h"
+
+namespace sys = autoscene::sys;
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string errorOf(const std::string& commandLine) {
+    try {
+        sys::runCommandCapture(commandLine);
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+}  // namespace
+
+TEST(RunCommandCapture, ReturnsLongOutputWholeAndInOrder) {
+    // 5000 numbered lines: far more than one 1023-byte read and than a pipe buffer.
+    const std::string output = sys::runCommandCapture("seq 1 5000");
+    std::string expected;
+    for (int i = 1; i <= 5000; ++i) {
+        expected += std::to_string(i) + "\n";
+    }
+    EXPECT_EQ(output, expected);
+}
+
+TEST(RunCommandCapture, CapturesStandardErrorInOrderWithStandardOutput) {
+    EXPECT_EQ(sys::runCommandCapture("sh -c 'echo one; echo two >&2; echo three'"),
+              "one\ntwo\nthree\n");
+    EXPECT_EQ(sys::runCommandCapture("printf 'a b'"), "a b");
+}
+
+TEST(RunCommandCapture, SilentCommandGivesEmptyTextEvenWhenItFails) {
+    EXPECT_EQ(sys::runCommandCapture("true"), "");
+    EXPECT_EQ(sys::runCommandCapture("false"), "");
+}
+
+TEST(RunCommandCapture, UnstartableCommandsThrowTheStartError) {
+    EXPECT_EQ(errorOf("no-such-program-autoscene --flag"), "CreateProcess failed:2");
+    EXPECT_EQ(errorOf("/dev/null"), "CreateProcess failed:13");
+    EXPECT_EQ(errorOf(""), "CreateProcess failed:2");
+    EXPECT_EQ(errorOf("echo 'unclosed"), "CreateProcess failed:22");
+}
+
+TEST(RunCommandCapture, ChildDoesNotInheritInputOrOtherThreadsPipes) {
+    EXPECT_EQ(sys::runCommandCapture("sh -c 'cat; echo end'"), "end\n");
+
+    // A child started by another thread must not keep this call's pipe open.
+    std::atomic<bool> slowDone{false};
+    std::thread slow([&] {
+        sys::runCommandCapture("sleep 2");
+        slowDone = true;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    EXPECT_EQ(sys::runCommandCapture("echo quick"), "quick\n");
+    EXPECT_FALSE(slowDone);
+    slow.join();
+}
+
+TEST(StartHiddenProcess, StartsDetachedInItsOwnSession) {
+    const fs::path marker =
+        fs::temp_directory_path() / ("autoscene-hidden-" + std::to_string(::getpid()));
+    fs::remove(marker);
+    const sys::HiddenProcess process =
+        sys::startHiddenProcess("sh -c 'echo started > \"$0\"; echo lost' " + marker.string());
+    ASSERT_TRUE(process.started());
+    EXPECT_EQ(process.processId, process.threadId);
+    EXPECT_EQ(process.processHandle, 0u);
+    const pid_t pid = static_cast<pid_t>(process.processId);
+    EXPECT_EQ(::getsid(pid), pid);
+
+    int status = 0;
+    ASSERT_EQ(::waitpid(pid, &status, 0), pid);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    std::ifstream written(marker);
+    std::string line;
+    std::getline(written, line);
+    EXPECT_EQ(line, "started");
+    fs::remove(marker);
+}
+
+TEST(StartHiddenProcess, MissingProgramReportsAndReturnsZeros) {
+    testing::internal::CaptureStdout();
+    const sys::HiddenProcess process = sys::startHiddenProcess("no-such-program-autoscene");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "CreateProcess failed.\n");
+    EXPECT_FALSE(process.started());
+    EXPECT_EQ(process.threadId, 0u);
+}
+
+TEST(ProcessEnd, WaitsForExitCodeAndEndsAProcessOnRequest) {
+    const sys::HiddenProcess exiting = sys::startHiddenProcess("sh -c 'exit 3'");
+    sys::waitForProcessEnd(exiting);
+    // Ended but not yet released: terminating it must not reach another process.
+    sys::terminateProcess(exiting);
+    EXPECT_EQ(sys::releaseProcess(exiting), 3);
+
+    const sys::HiddenProcess sleeping = sys::startHiddenProcess("sleep 30");
+    ASSERT_TRUE(sleeping.started());
+    std::thread waiter([&] { sys::waitForProcessEnd(sleeping); });
+    sys::terminateProcess(sleeping);
+    waiter.join();
+    EXPECT_EQ(sys::releaseProcess(sleeping), -1);
+
+    const sys::HiddenProcess never;
+    sys::waitForProcessEnd(never);
+    EXPECT_EQ(sys::releaseProcess(never), -1);
+}
