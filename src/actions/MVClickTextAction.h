@@ -1,0 +1,29 @@
+#pragma once
+// Clicks the first text box in its region that matches the wanted text. With a click
+// offset (`deviation_id`) the click lands in that crop moved to the box's top-left
+// corner instead of in the box. Results: "type", "clicked", "is_deviation", "rect"
+// (the area clicked in), "text" (the box clicked), "results" (every matching box).
+
+#include "FindClick.h"
+#include "TextSearch.h"
+
+namespace autoscene::actions {
+
+class MVClickTextAction : public IAction {
+public:
+    static constexpr int kType = 15;
+
+    MVClickTextAction(engine::RunContext& context, engine::TextSearch search,
+                      std::optional<QRect> clickOffset, targets::MouseOp op, ClickTiming timing,
+                      float waitSeconds);
+    float run(TaskInfo& task) override;
+
+private:
+    engine::RunContext& context_;
+    const engine::TextSearch search_;
+    const std::optional<QRect> clickOffset_;
+    const targets::MouseOp op_;
+    const ClickTiming timing_;
+};
+
+}  // namespace autoscene::actions

@@ -1,0 +1,145 @@
+// The client against the real service, against a loopback server that answers
+// garbage, and with nobody listening.
+
+#include <gtest/gtest.h>
+#include <httplib.h>
+
+#include <atomic>
+#include <memory>
+#include <opencv2/imgcodecs.hpp>
+#include <thread>
+
+#include "LogCapture.h"
+#include "LoopbackPort.h"
+#include "OcrClient.h"
+#include "OcrServiceProcess.h"
+#include "RenderedText.h"
+#include "TextRegionReader.h"
+
+using namespace autoscene::engine;
+using autoscene::ocr::testkit::LogCapture;
+using autoscene::ocr::testkit::OcrServiceProcess;
+using autoscene::ocr::testkit::renderTextPng;
+using autoscene::ocr::testkit::TextLabel;
+using autoscene::test::unusedLoopbackPort;
+
+namespace {
+
+cv::Mat renderFrame(QSize size, const std::vector<TextLabel>& labels) {
+    const std::string png = renderTextPng(size, labels);
+    return cv::imdecode(cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())),
+                        cv::IMREAD_COLOR);
+}
+
+// Answers every upload with the body of the current case and counts the requests.
+class GarbageServer {
+public:
+    struct Answer {
+        int status = 200;
+        std::string body;
+    };
+
+    GarbageServer() {
+        server_.Post("/ocr_detect", [this](const httplib::Request&, httplib::Response& response) {
+            ++requests;
+            const std::lock_guard lock(mutex_);
+            response.status = answer_.status;
+            response.set_content(answer_.body, "application/json");
+        });
+        port_ = server_.bind_to_any_port("127.0.0.1");
+        thread_ = std::thread([this] { server_.listen_after_bind(); });
+    }
+    ~GarbageServer() {
+        server_.stop();
+        thread_.join();
+    }
+
+    void answerWith(Answer answer) {
+        const std::lock_guard lock(mutex_);
+        answer_ = std::move(answer);
+    }
+    std::string url() const { return ocrServiceUrl(port_); }
+
+    std::atomic<int> requests{0};
+
+private:
+    httplib::Server server_;
+    std::mutex mutex_;
+    Answer answer_;
+    int port_ = 0;
+    std::thread thread_;
+};
+
+}  // namespace
+
+TEST(OcrClient, ReadsFramesAndRegionsThroughTheRealService) {
+    const OcrServiceProcess service(MORVANE_OCR_PROGRAM, 2);
+    const auto client = std::make_shared<OcrClient>(service.url());
+    const cv::Mat frame =
+        renderFrame({960, 400}, {{"开始游戏", {60, 50}, 40}, {"Options 123", {520, 260}, 36}});
+
+    const RecognisedText whole = client->recognise(frame);
+    ASSERT_EQ(whole.boxes.size(), 2u) << whole.whole.toStdString();
+    EXPECT_EQ(whole.boxes[0].text, QStringLiteral("开始游戏"));
+    EXPECT_EQ(whole.boxes[1].text, QStringLiteral("Options 123"));
+
+    // A region's boxes come back in frame pixels, whatever the preparation.
+    for (const MatchImageType type : {MatchImageType::Color, MatchImageType::Threshold}) {
+        TextRegionReader reader(client, {type, 128, 0, 0.9f});
+        const RecognisedText region = reader.read(frame, QRect(480, 220, 480, 180), 1);
+        ASSERT_EQ(region.boxes.size(), 1u) << int(type);
+        EXPECT_EQ(region.boxes[0].text, QStringLiteral("Options 123"));
+        EXPECT_NEAR(region.boxes[0].rect.x(), 520, 8);
+        EXPECT_NEAR(region.boxes[0].rect.y(), 266, 12);
+    }
+    TextRegionReader reader(client, {});
+    EXPECT_TRUE(reader.read(frame, QRect(2000, 0, 50, 50), 1).boxes.empty());
+    EXPECT_TRUE(reader.read(cv::Mat(), std::nullopt, 1).boxes.empty());
+}
+
+TEST(OcrClient, GarbageAnswersGiveEmptyResultsAndALogLine) {
+    GarbageServer fake;
+    const auto client = std::make_shared<OcrClient>(fake.url());
+    const cv::Mat image(20, 40, CV_8UC3, cv::Scalar(255, 255, 255));
+    const GarbageServer::Answer answers[] = {
+        {200, "<html>surprise</html>"},
+        {200, R"({"strRes": 42, "boxes": []})"},
+        {200, R"({"strRes": "cut", "boxes": [{"text": "a", "x)"},
+        {200, std::string("\xFF\xFE\x00\x01", 4)},
+        {200, ""},
+        {400, R"({"error": "the upload is not a PNG image"})"},
+        {500, R"({"strRes": "looks fine", "boxes": []})"},
+    };
+    for (const GarbageServer::Answer& answer : answers) {
+        fake.answerWith(answer);
+        const LogCapture log;
+        EXPECT_EQ(client->recognise(image), RecognisedText{}) << answer.body;
+        EXPECT_EQ(log.count(QStringLiteral("ocr service")), 1) << answer.body;
+    }
+    fake.answerWith({200, R"({"strRes": "x", "boxes": [{"text": "x", "x": 1, "y": 2,
+                              "width": 3, "height": 4}]})"});
+    EXPECT_EQ(client->recognise(image).boxes.size(), 1u);
+
+    // Recognised once per cycle and rectangle; a new cycle asks again.
+    TextRegionReader reader(client, {});
+    const int before = fake.requests;
+    const RecognisedText first = reader.read(image, QRect(10, 0, 20, 20), 7);
+    EXPECT_EQ(first.boxes.at(0).rect, QRect(11, 2, 3, 4));
+    EXPECT_EQ(reader.read(image, QRect(10, 0, 20, 20), 7), first);
+    EXPECT_EQ(fake.requests, before + 1);
+    reader.read(image, QRect(0, 0, 20, 20), 7);
+    reader.read(image, QRect(10, 0, 20, 20), 8);
+    EXPECT_EQ(fake.requests, before + 3);
+}
+
+TEST(OcrClient, NoServiceGivesEmptyResultAndLogsTheFailure) {
+    const cv::Mat image(20, 40, CV_8UC3, cv::Scalar(255, 255, 255));
+    const LogCapture log;
+    EXPECT_EQ(OcrClient(ocrServiceUrl(unusedLoopbackPort())).recognise(image), RecognisedText{});
+    EXPECT_EQ(log.count(QStringLiteral("curl_easy_perform() failed: Couldn't connect to server")),
+              1)
+        << log.all().toStdString();
+    // No address yet: the service was never started, and nothing is tried.
+    EXPECT_EQ(OcrClient().recognise(image), RecognisedText{});
+    EXPECT_EQ(log.count(QStringLiteral("curl_easy_perform")), 1);
+}

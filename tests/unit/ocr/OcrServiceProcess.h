@@ -1,0 +1,33 @@
+#pragma once
+// The real morvane-ocr program run as a child process on a free loopback port.
+
+#include <sys/types.h>
+
+#include <string>
+#include <string_view>
+
+namespace autoscene::ocr::testkit {
+
+class OcrServiceProcess {
+public:
+    // Starts `program` with port 0 and waits until it reports its port (throws
+    // std::runtime_error when it does not within a minute).
+    OcrServiceProcess(const std::string& program, int engineCount);
+    ~OcrServiceProcess();
+    OcrServiceProcess(const OcrServiceProcess&) = delete;
+    OcrServiceProcess& operator=(const OcrServiceProcess&) = delete;
+
+    int port() const { return port_; }
+    std::string url() const;
+
+    // The service's answer to a multipart POST of `png` as the file field `fieldName`.
+    std::string detect(std::string_view png, const std::string& fieldName = "image") const;
+
+private:
+    void stop();
+
+    pid_t pid_ = 0;
+    int port_ = 0;
+};
+
+}  // namespace autoscene::ocr::testkit

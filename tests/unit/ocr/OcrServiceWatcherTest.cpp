@@ -1,0 +1,136 @@
+// Starting and watching the real service: where it is found, its port, and that it
+// comes back after being killed but not after stop().
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <chrono>
+#include <opencv2/imgcodecs.hpp>
+#include <thread>
+
+#include "LogCapture.h"
+#include "LoopbackPort.h"
+#include "OcrClient.h"
+#include "OcrServiceWatcher.h"
+#include "RenderedText.h"
+
+using namespace autoscene::engine;
+using autoscene::ocr::testkit::LogCapture;
+using autoscene::ocr::testkit::renderTextPng;
+using autoscene::test::unusedLoopbackPort;
+using namespace std::chrono_literals;
+
+namespace {
+
+void writeFile(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(content);
+}
+
+// The service program as the runner would ship it: a file of that name in a folder.
+void installProgram(const QDir& dir) {
+    ASSERT_TRUE(QFile::link(QStringLiteral(MORVANE_OCR_PROGRAM),
+                            dir.filePath(QStringLiteral("morvane-ocr"))));
+}
+
+// Asks until the service reads the text or a minute has passed (it loads its models
+// after each start).
+bool readsAgain(const OcrClient& client, const cv::Mat& image) {
+    const auto deadline = std::chrono::steady_clock::now() + 60s;
+    while (std::chrono::steady_clock::now() < deadline) {
+        const RecognisedText text = client.recognise(image);
+        if (text.boxes.size() == 1 && text.boxes[0].text == QStringLiteral("Start Game")) {
+            return true;
+        }
+        std::this_thread::sleep_for(100ms);
+    }
+    return false;
+}
+
+bool processExists(std::uint32_t pid) {
+    return ::kill(static_cast<pid_t>(pid), 0) == 0;
+}
+
+}  // namespace
+
+TEST(OcrServiceSettings, PortComesFromTheIniFileOrDefaultsTo8080) {
+    QTemporaryDir dir;
+    const QString ini = dir.filePath(QStringLiteral("ocr.ini"));
+    EXPECT_EQ(readOcrPort(ini), 8080);
+    const struct {
+        const char* content;
+        int port;
+    } cases[] = {{"port=9123\n", 9123},  {"port = 1\n", 1},      {"port=65535\n", 65535},
+                 {"port=65536\n", 8080}, {"port=0\n", 8080},     {"port=-5\n", 8080},
+                 {"port=abc\n", 8080},   {"other=9000\n", 8080}, {"\x01\xff garbage", 8080}};
+    // QSettings caches a file by path, size and time; one file per case keeps the reads honest.
+    int index = 0;
+    for (const auto& c : cases) {
+        const QString file = dir.filePath(QStringLiteral("ocr%1.ini").arg(index++));
+        writeFile(file, c.content);
+        EXPECT_EQ(readOcrPort(file), c.port) << c.content;
+    }
+}
+
+TEST(OcrServiceSettings, ProgramIsLookedForBesideTheProgramThenInTheWorkingDirectory) {
+    QTemporaryDir programDir;
+    QTemporaryDir workingDir;
+    EXPECT_FALSE(findOcrProgram(programDir.path(), workingDir.path()));
+    installProgram(QDir(workingDir.path()));
+    EXPECT_EQ(findOcrProgram(programDir.path(), workingDir.path()),
+              workingDir.filePath(QStringLiteral("morvane-ocr")));
+    installProgram(QDir(programDir.path()));
+    EXPECT_EQ(findOcrProgram(programDir.path(), workingDir.path()),
+              programDir.filePath(QStringLiteral("morvane-ocr")));
+    // A folder of that name is not the program.
+    QTemporaryDir other;
+    ASSERT_TRUE(QDir(other.path()).mkdir(QStringLiteral("morvane-ocr")));
+    EXPECT_FALSE(findOcrProgram(other.path(), QString()));
+}
+
+TEST(OcrServiceWatcher, MissingProgramStartsNothingAndNothingIsRecognised) {
+    QTemporaryDir empty;
+    const auto client = std::make_shared<OcrClient>();
+    OcrServiceWatcher watcher(client);
+    EXPECT_FALSE(watcher.start(empty.path(), empty.path()));
+    EXPECT_EQ(watcher.processId(), 0u);
+    EXPECT_EQ(client->url(), "");
+    EXPECT_EQ(client->recognise(cv::Mat(10, 10, CV_8UC3)), RecognisedText{});
+}
+
+TEST(OcrServiceWatcher, BringsTheServiceBackAfterItIsKilledButNotAfterStop) {
+    QTemporaryDir dir;
+    installProgram(QDir(dir.path()));
+    const int port = unusedLoopbackPort();
+    writeFile(dir.filePath(QStringLiteral("ocr.ini")), "port=" + QByteArray::number(port) + "\n");
+    const std::string png = renderTextPng({400, 100}, {{"Start Game", {20, 30}, 36}});
+    const cv::Mat image = cv::imdecode(
+        cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())), cv::IMREAD_COLOR);
+
+    const auto client = std::make_shared<OcrClient>();
+    OcrServiceWatcher watcher(client);
+    const LogCapture log;
+    ASSERT_TRUE(watcher.start(dir.path(), QString()));
+    EXPECT_FALSE(watcher.start(dir.path(), QString()));
+    EXPECT_EQ(client->url(), ocrServiceUrl(port));
+    ASSERT_TRUE(readsAgain(*client, image));
+
+    const std::uint32_t first = watcher.processId();
+    ASSERT_NE(first, 0u);
+    ASSERT_EQ(::kill(static_cast<pid_t>(first), SIGKILL), 0);
+    ASSERT_TRUE(readsAgain(*client, image));
+    const std::uint32_t second = watcher.processId();
+    EXPECT_NE(second, 0u);
+    EXPECT_NE(second, first);
+    EXPECT_EQ(log.count(QStringLiteral("waitforsingleObject return....")), 1);
+
+    watcher.stop();
+    EXPECT_EQ(watcher.processId(), 0u);
+    EXPECT_FALSE(processExists(second));
+    EXPECT_EQ(client->recognise(image), RecognisedText{});
+    EXPECT_GE(log.count(QStringLiteral("curl_easy_perform() failed")), 1);
+}

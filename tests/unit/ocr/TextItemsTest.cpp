@@ -1,0 +1,198 @@
+// The screen-text condition, the click-text action and the screen-value action in whole
+// runs on the in-process target, reading through the real service.
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QJsonArray>
+#include <QTemporaryDir>
+#include <opencv2/imgcodecs.hpp>
+
+#include "ActionFactory.h"
+#include "InProcessTarget.h"
+#include "ItemGroup.h"
+#include "LogCapture.h"
+#include "LoopbackPort.h"
+#include "MVVariable.h"
+#include "ManualClock.h"
+#include "OcrClient.h"
+#include "OcrServiceProcess.h"
+#include "RenderedText.h"
+#include "RunObservers.h"
+#include "RuntimeDefinitions.h"
+#include "RuntimeFactory.h"
+#include "Scene.h"
+#include "TaskDocument.h"
+#include "TaskRunner.h"
+#include "TextActions.h"
+#include "TextConditions.h"
+
+using namespace autoscene::engine;
+using autoscene::ocr::testkit::LogCapture;
+using autoscene::ocr::testkit::OcrServiceProcess;
+using autoscene::ocr::testkit::renderTextPng;
+using autoscene::ocr::testkit::TextLabel;
+using autoscene::targets::MouseOp;
+using autoscene::test::InProcessTarget;
+using autoscene::test::ManualClock;
+using autoscene::test::RecordedInput;
+using autoscene::test::unusedLoopbackPort;
+using namespace std::chrono_literals;
+
+namespace {
+
+// Event "read": when the top band holds the text of variable 12 (contains), click
+// "Start Game" there, store the text of the bottom crop into variable 11 and stop.
+// Event "give up" stops the run when the first did not fire.
+constexpr const char* kTask = R"({
+    "var_list": [
+        {"type": 2, "id": 10, "name": "top band", "rect": "0,0,640,140"},
+        {"type": 1, "id": 11, "name": "coins", "value": "none", "is_global": true},
+        {"type": 1, "id": 12, "name": "wanted", "value": "开始", "is_global": true},
+        {"type": 2, "id": 13, "name": "coin box", "rect": "20,220,300,90"},
+        {"type": 2, "id": 14, "name": "offset", "rect": "2,3,4,5"}],
+    "scene_list": [{"name": "s", "event_list": [
+        {"name": "read", "item_group": {"type": 5, "item_list": [
+            {"type": 6, "relation": 1, "text_info": {"search_id": 10, "value_id": 12,
+             "is_variable_value": true, "state": 5}}]},
+         "action_list": [
+            {"type": 15, "button": 1, "click_times": 1, "deviation_id": %1,
+             "text_info": {"search_id": 10, "state": 1, "value": "Start Game"}},
+            {"type": 4, "variable_id": 11, "search_id": 13, "image_type": 2, "threshold": 128},
+            {"type": 10}]},
+        {"name": "give up", "action_list": [{"type": 10}]}]}]})";
+
+cv::Mat renderFrame(const std::vector<TextLabel>& labels) {
+    const std::string png = renderTextPng({640, 360}, labels);
+    return cv::imdecode(cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())),
+                        cv::IMREAD_COLOR);
+}
+
+// What the run view would show of the event that fired.
+class FiredEvents : public IMVSceneEvent {
+public:
+    void actionsDone(const Scene&, const RuntimeEvent& event) override {
+        const std::lock_guard lock(mutex_);
+        names.push_back(event.name);
+        if (event.conditions) {
+            conditions.push_back(event.conditions->describe(std::this_thread::get_id()));
+        }
+        for (const auto& action : event.actions) {
+            actions.push_back(action->state(std::this_thread::get_id()));
+        }
+    }
+
+    std::mutex mutex_;
+    QStringList names;
+    std::vector<QJsonObject> conditions;
+    std::vector<QJsonObject> actions;
+};
+
+class TextItems : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        service = std::make_unique<OcrServiceProcess>(MORVANE_OCR_PROGRAM, 2);
+    }
+    static void TearDownTestSuite() { service.reset(); }
+
+    // Runs the task on `frame` until it stops itself; the click offset crop is
+    // `deviationId` (0: none).
+    void run(const cv::Mat& frame, const std::string& url, int deviationId = 0) {
+        QFile file(dir.filePath(QStringLiteral("script.json")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(QString::fromUtf8(kTask).arg(deviationId).toUtf8());
+        file.close();
+        ASSERT_TRUE(document.openFolder(dir.path()).ok);
+
+        const auto client = std::make_shared<OcrClient>(url);
+        RuntimeFactory factory;
+        registerTextConditions(factory, client);
+        autoscene::actions::registerStateActions(factory);
+        autoscene::actions::registerTextActions(factory, client);
+        target.setFrames({frame});
+        runner = std::make_unique<TaskRunner>(document, factory, target,
+                                              std::make_shared<ManualClock>());
+        runner->setLoopIntervalMs(0);
+        runner->setSceneObserver(&fired);
+        ASSERT_TRUE(runner->start({{TargetKind::Desktop}}));
+        ASSERT_TRUE(runner->waitUntilIdle(60s));
+    }
+
+    QString variable(int id) { return runner->definitions().find(id)->value(); }
+
+    static std::unique_ptr<OcrServiceProcess> service;
+    QTemporaryDir dir;
+    autoscene::model::TaskDocument document;
+    InProcessTarget target;
+    FiredEvents fired;
+    std::unique_ptr<TaskRunner> runner;
+};
+
+std::unique_ptr<OcrServiceProcess> TextItems::service;
+
+const std::vector<TextLabel> kScreen = {
+    {"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}, {"12850", {40, 240}, 40}};
+
+TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
+    run(renderFrame(kScreen), service->url());
+    ASSERT_EQ(fired.names, QStringList{QStringLiteral("read")});
+
+    const QJsonArray group = fired.conditions.at(0)[QStringLiteral("item_state")].toArray();
+    const QJsonObject condition = group.at(0).toObject();
+    EXPECT_EQ(condition[QStringLiteral("type")].toString(), QStringLiteral("text"));
+    EXPECT_EQ(condition[QStringLiteral("item_state")].toInt(), 1);
+    const QJsonArray textRects = condition[QStringLiteral("text_rects")].toArray();
+    ASSERT_EQ(textRects.size(), 1);
+    EXPECT_EQ(textRects[0].toObject()[QStringLiteral("text")].toString(),
+              QStringLiteral("开始游戏"));
+    EXPECT_NEAR(textRects[0].toObject()[QStringLiteral("x")].toInt(), 30, 8);
+
+    const std::vector<RecordedInput> inputs = target.inputs();
+    ASSERT_EQ(inputs.size(), 1u);
+    EXPECT_EQ(inputs[0].code, int(MouseOp::LeftClick));
+    // "Start Game" drawn 36 px high from (330, 44): about 170 x 30 pixels of ink.
+    EXPECT_TRUE(QRect(325, 44, 185, 40).contains(inputs[0].point.x, inputs[0].point.y))
+        << inputs[0].point.x << "," << inputs[0].point.y;
+
+    const QJsonObject click = fired.actions.at(0);
+    EXPECT_TRUE(click[QStringLiteral("clicked")].toBool());
+    EXPECT_FALSE(click[QStringLiteral("is_deviation")].toBool());
+    EXPECT_EQ(click[QStringLiteral("text")].toString(), QStringLiteral("Start Game"));
+    EXPECT_EQ(click[QStringLiteral("results")].toArray().size(), 1);
+
+    EXPECT_EQ(variable(11), QStringLiteral("12850"));
+    const QJsonObject value = fired.actions.at(1);
+    EXPECT_EQ(value[QStringLiteral("variable_name")].toString(), QStringLiteral("coins"));
+    EXPECT_EQ(value[QStringLiteral("value")].toString(), QStringLiteral("12850"));
+    EXPECT_TRUE(value[QStringLiteral("changed")].toBool());
+}
+
+TEST_F(TextItems, ClickOffsetIsPlacedAtTheTextFound) {
+    run(renderFrame(kScreen), service->url(), 14);
+    const std::vector<RecordedInput> inputs = target.inputs();
+    ASSERT_EQ(inputs.size(), 1u);
+    const QJsonObject click = fired.actions.at(0);
+    EXPECT_TRUE(click[QStringLiteral("is_deviation")].toBool());
+    // The offset crop 2,3,4,5 moved to the box's corner.
+    const QStringList rect = click[QStringLiteral("rect")].toString().split(QLatin1Char(','));
+    ASSERT_EQ(rect.size(), 4);
+    const QRect area(rect[0].toInt(), rect[1].toInt(), rect[2].toInt(), rect[3].toInt());
+    EXPECT_EQ(area.size(), QSize(4, 5));
+    EXPECT_NEAR(area.x(), 332, 8);
+    EXPECT_TRUE(area.adjusted(0, 0, 1, 1).contains(inputs[0].point.x, inputs[0].point.y));
+}
+
+TEST_F(TextItems, AbsentTextOrAMissingServiceFiresNothing) {
+    run(renderFrame({{"退出", {30, 40}, 40}, {"Start Game", {330, 44}, 36}}), service->url());
+    EXPECT_EQ(fired.names, QStringList{QStringLiteral("give up")});
+    EXPECT_TRUE(target.inputs().empty());
+    EXPECT_EQ(variable(11), QStringLiteral("none"));
+
+    const LogCapture log;
+    run(renderFrame(kScreen), ocrServiceUrl(unusedLoopbackPort()));
+    EXPECT_EQ(fired.names.back(), QStringLiteral("give up"));
+    EXPECT_TRUE(target.inputs().empty());
+    EXPECT_GE(log.count(QStringLiteral("curl_easy_perform() failed")), 1);
+}
+
+}  // namespace

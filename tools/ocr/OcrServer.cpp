@@ -1,0 +1,84 @@
+#include "OcrServer.h"
+
+#include <sys/socket.h>
+
+#include <exception>
+
+#include "OcrAnswer.h"
+#include "OcrUpload.h"
+
+namespace autoscene::ocr {
+
+namespace {
+
+constexpr int kBadRequest = 400;
+constexpr int kPayloadTooLarge = 413;
+constexpr int kServerError = 500;
+// Room for the multipart boundaries and part headers around a largest allowed image.
+constexpr std::size_t kMultipartOverheadBytes = 64u * 1024u;
+
+void answerError(httplib::Response& response, int status, std::string_view message) {
+    response.status = status;
+    response.set_content(buildErrorJson(message), "application/json");
+}
+
+}  // namespace
+
+OcrServer::OcrServer(RecogniserPool& pool) : pool_(pool) {
+    // Connections beyond the engines wait in the pool, so they need threads of their own.
+    const std::size_t threadCount = static_cast<std::size_t>(pool_.size()) * 2;
+    server_.new_task_queue = [threadCount] { return new httplib::ThreadPool(threadCount); };
+    // httplib's default adds SO_REUSEPORT, which would let a second service share the port.
+    server_.set_socket_options([](socket_t socket) {
+        const int yes = 1;
+        ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
+    server_.set_payload_max_length(kMaxUploadBytes + kMultipartOverheadBytes);
+    server_.Post("/ocr_detect", [this](const httplib::Request& request,
+                                       httplib::Response& response) { detect(request, response); });
+    server_.set_error_handler([](const httplib::Request&, httplib::Response& response) {
+        if (response.status == kPayloadTooLarge) {
+            answerError(response, kBadRequest, "the image is larger than 32 MiB");
+        } else if (response.body.empty()) {
+            answerError(response, response.status,
+                        "the request failed with status " + std::to_string(response.status));
+        }
+    });
+}
+
+int OcrServer::bind(int port) {
+    if (port == 0) {
+        return server_.bind_to_any_port("127.0.0.1");
+    }
+    return server_.bind_to_port("127.0.0.1", port) ? port : -1;
+}
+
+bool OcrServer::serve() {
+    return server_.listen_after_bind();
+}
+
+void OcrServer::stop() {
+    server_.stop();
+}
+
+void OcrServer::detect(const httplib::Request& request, httplib::Response& response) {
+    if (!request.is_multipart_form_data() || !request.has_file("image")) {
+        answerError(response, kBadRequest,
+                    "expected a multipart/form-data upload with the file field \"image\"");
+        return;
+    }
+    const DecodedUpload upload = decodeUpload(request.get_file_value("image").content);
+    if (!upload.error.empty()) {
+        answerError(response, kBadRequest, upload.error);
+        return;
+    }
+    try {
+        const RecogniserPool::Lease recogniser = pool_.acquire();
+        response.set_content(buildAnswerJson(recogniser->recognise(upload.gray)),
+                             "application/json");
+    } catch (const std::exception& error) {
+        answerError(response, kServerError, error.what());
+    }
+}
+
+}  // namespace autoscene::ocr

@@ -1,0 +1,51 @@
+#include "RecogniserPool.h"
+
+#include <exception>
+#include <thread>
+
+namespace autoscene::ocr {
+
+RecogniserPool::RecogniserPool(int count, const std::string& languages) {
+    const std::size_t engineCount = count > 0 ? static_cast<std::size_t>(count) : 1;
+    all_.resize(engineCount);
+    std::vector<std::exception_ptr> failures(engineCount);
+    std::vector<std::thread> loaders;
+    for (std::size_t i = 0; i < engineCount; ++i) {
+        loaders.emplace_back([&, i] {
+            try {
+                all_[i] = std::make_unique<TextRecogniser>(languages);
+            } catch (...) {
+                failures[i] = std::current_exception();
+            }
+        });
+    }
+    for (std::thread& loader : loaders) {
+        loader.join();
+    }
+    for (const std::exception_ptr& failure : failures) {
+        if (failure) {
+            std::rethrow_exception(failure);
+        }
+    }
+    for (const std::unique_ptr<TextRecogniser>& recogniser : all_) {
+        idle_.push_back(recogniser.get());
+    }
+}
+
+RecogniserPool::Lease RecogniserPool::acquire() {
+    std::unique_lock lock(mutex_);
+    returned_.wait(lock, [this] { return !idle_.empty(); });
+    TextRecogniser* recogniser = idle_.back();
+    idle_.pop_back();
+    return Lease(*this, *recogniser);
+}
+
+void RecogniserPool::giveBack(TextRecogniser& recogniser) {
+    {
+        const std::lock_guard lock(mutex_);
+        idle_.push_back(&recogniser);
+    }
+    returned_.notify_one();
+}
+
+}  // namespace autoscene::ocr
