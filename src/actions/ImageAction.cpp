@@ -1,0 +1,38 @@
+#include "ImageAction.h"
+
+#include <QJsonArray>
+
+#include "RandomPick.h"
+
+namespace autoscene::actions {
+
+ImageAction::ImageAction(engine::RunContext& context, Target target, std::optional<QRect> clickArea,
+                         targets::MouseOp op, ClickTiming timing, float waitSeconds)
+    : IAction(kType, waitSeconds),
+      context_(context),
+      target_(std::move(target)),
+      clickArea_(clickArea),
+      op_(op),
+      timing_(timing) {}
+
+float ImageAction::run(TaskInfo& task) {
+    const engine::MatchResult match =
+        target_.matcher->find(task.frame, target_.searchArea.variableRects(), task.cycleCount);
+    QJsonObject result{{QStringLiteral("type"), type()},
+                       {QStringLiteral("clicked"), false},
+                       {QStringLiteral("alias"), target_.name},
+                       {QStringLiteral("err"), engine::matchStatusText(match.status)},
+                       {QStringLiteral("sim"), double(match.score)},
+                       {QStringLiteral("points"), QJsonArray()}};
+    if (match.status != engine::kMatchOk || target_.matcher->settings().similarity > match.score) {
+        setResult(result);
+        return 0.0f;
+    }
+    const QPoint point = engine::randomPointIn(
+        clickRect(clickArea_, target_.origin, match.match.topLeft(), match.match));
+    setResult(clickedResult(result, point));
+    clickRepeatedly(context_, task, point, op_, timing_);
+    return waitSeconds();
+}
+
+}  // namespace autoscene::actions

@@ -1,0 +1,36 @@
+#pragma once
+// Clicks a template image where the matcher finds it. Results: "type", "clicked",
+// "alias", "err", "sim", "points".
+
+#include <memory>
+
+#include "FindClick.h"
+#include "SearchArea.h"
+#include "TemplateMatcher.h"
+
+namespace autoscene::actions {
+
+class ImageAction : public IAction {
+public:
+    static constexpr int kType = 2;
+
+    struct Target {
+        QString name;
+        std::shared_ptr<engine::TemplateMatcher> matcher;
+        engine::SearchArea searchArea;
+        QPoint origin;  // where the image was cut from its original
+    };
+
+    ImageAction(engine::RunContext& context, Target target, std::optional<QRect> clickArea,
+                targets::MouseOp op, ClickTiming timing, float waitSeconds);
+    float run(TaskInfo& task) override;
+
+private:
+    engine::RunContext& context_;
+    const Target target_;
+    const std::optional<QRect> clickArea_;
+    const targets::MouseOp op_;
+    const ClickTiming timing_;
+};
+
+}  // namespace autoscene::actions

@@ -1,0 +1,28 @@
+#pragma once
+// Colour masks over frame regions: the filter behind the filter-colour image type,
+// the colour condition's pixel count and the colour click's search.
+
+#include <QPoint>
+#include <QRect>
+#include <cstdint>
+#include <opencv2/core/mat.hpp>
+#include <optional>
+
+namespace autoscene::engine {
+
+// 255 where every channel of the BGR image lies within (1 - similarity) x 255 of
+// the colour (0xRRGGBB), else 0.
+void filterColor(const cv::Mat& bgr, std::int64_t rgb, float similarity, cv::Mat& mask);
+
+// Pixels of the colour in the rectangle, clipped to the frame, one column and one
+// row short of it (kept on purpose); -1 for an empty frame or a clipped width or
+// height of 1 or less. `mask` is scratch kept by the caller between cycles.
+int countColor(const cv::Mat& frame, std::int64_t rgb, float similarity, const QRect& rect,
+               cv::Mat& mask);
+
+// The first pixel of the colour in the rectangle (rows top-down), in frame
+// coordinates; nothing when the rectangle misses the frame or holds no such pixel.
+std::optional<QPoint> findColor(const cv::Mat& frame, std::int64_t rgb, float similarity,
+                                const QRect& rect);
+
+}  // namespace autoscene::engine

@@ -1,0 +1,49 @@
+#include "ScreenDetection.h"
+
+#include <QLoggingCategory>
+#include <exception>
+
+#include "DetectionPool.h"
+#include "Scene.h"
+#include "ScreenItem.h"
+
+namespace autoscene::engine {
+
+Q_LOGGING_CATEGORY(lcDetection, "autoscene.engine.detection")
+
+namespace {
+
+void collect(const ItemGroup& group, std::vector<ScreenItem*>& items) {
+    for (const auto& member : group.items()) {
+        if (auto* nested = dynamic_cast<const ItemGroup*>(member.get())) {
+            collect(*nested, items);
+        } else if (auto* screen = dynamic_cast<ScreenItem*>(member.get())) {
+            items.push_back(screen);
+        }
+    }
+}
+
+}  // namespace
+
+void prepareScreenItems(const std::vector<std::shared_ptr<RuntimeEvent>>& events, TaskInfo& task,
+                        DetectionPool& pool) {
+    // Kept per worker between cycles, so a cycle allocates nothing here.
+    thread_local std::vector<ScreenItem*> items;
+    items.clear();
+    for (const auto& event : events) {
+        if (event->conditions) {
+            collect(*event->conditions, items);
+        }
+    }
+    // The pool's threads see their own thread_local, so the list goes by reference.
+    const std::function<void(size_t)> job = [&task, &list = items](size_t i) {
+        try {
+            list[i]->prepare(task);
+        } catch (const std::exception& e) {
+            qCWarning(lcDetection) << "detection failed:" << e.what();
+        }
+    };
+    pool.run(items.size(), job);
+}
+
+}  // namespace autoscene::engine

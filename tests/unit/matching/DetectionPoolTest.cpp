@@ -1,0 +1,122 @@
+// The detection pool and the detection step before a traversal: jobs run side by
+// side but record under the calling worker's thread, per-thread variables included.
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+#include <algorithm>
+#include <atomic>
+#include <mutex>
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
+#include <set>
+
+#include "DetectionPool.h"
+#include "ImageCondition.h"
+#include "MVVariable.h"
+#include "ManualClock.h"
+#include "RuntimeDefinitions.h"
+#include "Scene.h"
+#include "ScreenDetection.h"
+#include "TaskDocument.h"
+#include "ThreadKey.h"
+
+using namespace autoscene::engine;
+
+namespace {
+
+TEST(DetectionPool, EveryJobRunsOnceUnderItsCallersKey) {
+    DetectionPool pool(3);
+    constexpr size_t kJobs = 200;
+    auto caller = [&pool] {
+        std::vector<std::atomic<int>> runs(kJobs);
+        std::mutex mutex;
+        std::set<std::thread::id> keys;
+        pool.run(kJobs, [&](size_t i) {
+            ++runs[i];
+            std::lock_guard lock(mutex);
+            keys.insert(threadKey());
+        });
+        EXPECT_TRUE(std::all_of(runs.begin(), runs.end(), [](const auto& n) { return n == 1; }));
+        EXPECT_EQ(keys, std::set<std::thread::id>{std::this_thread::get_id()});
+    };
+    std::thread a(caller);
+    std::thread b(caller);
+    caller();
+    a.join();
+    b.join();
+    EXPECT_EQ(threadKey(), std::this_thread::get_id());
+    DetectionPool(0).run(3, [](size_t) {});  // without helpers the caller does it all
+}
+
+cv::Mat noiseFrame(int cols, int rows, std::uint64_t seed) {
+    cv::Mat frame(rows, cols, CV_8UC3);
+    cv::RNG rng(seed);
+    rng.fill(frame, cv::RNG::UNIFORM, 0, 256);
+    return frame;
+}
+
+// Eight templates cut from a frame, each searched in the rectangle that a
+// per-target variable holds for the worker; they sit in nested groups of two events.
+TEST(ScreenDetection, ResultsLandInTheWorkersOwnRecords) {
+    QTemporaryDir dir;
+    const cv::Mat frame = noiseFrame(400, 200, 17);
+    autoscene::model::TaskDocument document;
+    ASSERT_TRUE(document
+                    .openText(R"({"var_list": [
+        {"type": 1, "id": 1, "name": "where", "value": "", "is_global": false}]})")
+                    .ok);
+    autoscene::test::ManualClock clock;
+    RuntimeDefinitions definitions(document, clock);
+    MVVariable* where = definitions.find(1);
+    ASSERT_TRUE(where && !where->isGlobal());
+
+    std::vector<ImageCondition*> conditions;
+    std::vector<std::shared_ptr<RuntimeEvent>> events;
+    for (int e = 0; e < 2; ++e) {
+        auto event = std::make_shared<RuntimeEvent>();
+        event->conditions = std::make_unique<ItemGroup>();
+        auto nested = std::make_unique<ItemGroup>();
+        for (int i = 0; i < 4; ++i) {
+            const int n = e * 4 + i;
+            TemplateMatcher::Settings settings;
+            settings.filePath = dir.filePath(QStringLiteral("%1.png").arg(n));
+            ASSERT_TRUE(cv::imwrite(settings.filePath.toStdString(),
+                                    frame(cv::Rect(20 + 40 * n, 90, 16, 16)).clone()));
+            auto condition = std::make_unique<ImageCondition>(
+                1, ScreenItem::Settings{}, clock, QString(),
+                std::make_shared<TemplateMatcher>(settings), SearchArea(definitions, 1));
+            conditions.push_back(condition.get());
+            (i % 2 == 0 ? *event->conditions : *nested).append(std::move(condition));
+        }
+        event->conditions->append(std::move(nested));
+        events.push_back(std::move(event));
+    }
+
+    DetectionPool pool(2);
+    auto worker = [&](const QRect& rect, bool found) {
+        where->setValue(QStringLiteral("%1,%2,%3,%4")
+                            .arg(rect.x())
+                            .arg(rect.y())
+                            .arg(rect.width())
+                            .arg(rect.height()));
+        TaskInfo task;
+        task.frame = frame;
+        for (int cycle = 1; cycle <= 3; ++cycle) {
+            task.cycleCount = cycle;
+            prepareScreenItems(events, task, pool);
+        }
+        for (ImageCondition* condition : conditions) {
+            const MatchResult result = condition->result(std::this_thread::get_id());
+            EXPECT_EQ(result.searched, rect);
+            EXPECT_EQ(result.score >= 0.8f, found);
+            EXPECT_EQ(condition->evaluate(task), found);
+        }
+    };
+    // One worker searches the row of templates, the other a band without them.
+    std::thread other([&] { worker(QRect(0, 0, 400, 40), false); });
+    worker(QRect(0, 80, 400, 40), true);
+    other.join();
+}
+
+}  // namespace

@@ -1,0 +1,386 @@
+// Label detection: decoding the network's rows, a tiny YOLO network written here
+// and run through OpenCV, the per-cycle cache, and the rules by which label
+// conditions and actions pick their box (on a detector stub with chosen boxes).
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QTemporaryDir>
+#include <array>
+#include <cmath>
+#include <fstream>
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+
+#include "ActionFactory.h"
+#include "InProcessTarget.h"
+#include "LabelAction.h"
+#include "LabelCondition.h"
+#include "MVSaveLabelCoordAction.h"
+#include "MVVariable.h"
+#include "ManualClock.h"
+#include "MatchingActions.h"
+#include "RuntimeDefinitions.h"
+#include "RuntimeFactory.h"
+#include "ScreenConditions.h"
+#include "TaskDocument.h"
+#include "TaskRunner.h"
+
+using namespace autoscene::engine;
+using namespace autoscene::actions;
+
+namespace {
+
+LabelBox box(float x1, float y1, float x2, float y2, float probability, const QString& name) {
+    return {x1, y1, x2, y2, probability, name.isEmpty() ? -1 : 0, name};
+}
+
+// Rows of [cx, cy, w, h, objectness, score of class 0, score of class 1].
+cv::Mat rows(const std::vector<std::array<float, 7>>& values) {
+    cv::Mat m(int(values.size()), 7, CV_32FC1);
+    for (size_t r = 0; r < values.size(); ++r) {
+        std::copy(values[r].begin(), values[r].end(), m.ptr<float>(int(r)));
+    }
+    return m;
+}
+
+TEST(LabelDecoding, KeepsProbableRowsScaledToTheFrameInOrder) {
+    const QStringList names{QStringLiteral("cat"), QStringLiteral("dog")};
+    const auto boxes = decodeDetections(rows({{0.5f, 0.5f, 0.5f, 0.25f, 0.9f, 0.29f, 0.0f},
+                                              {0.5f, 0.5f, 0.5f, 0.25f, 0.9f, 0.0f, 0.3f},
+                                              {0.1f, 0.2f, 0.1f, 0.2f, 0.9f, 0.7f, 0.1f}}),
+                                        cv::Size(200, 100), 0.3f, names);
+    ASSERT_EQ(boxes.size(), 2u);
+    EXPECT_FLOAT_EQ(boxes[0].x1, 50.0f);
+    EXPECT_FLOAT_EQ(boxes[0].y1, 37.5f);
+    EXPECT_FLOAT_EQ(boxes[0].x2, 150.0f);
+    EXPECT_FLOAT_EQ(boxes[0].y2, 62.5f);
+    EXPECT_FLOAT_EQ(boxes[0].probability, 0.3f);
+    EXPECT_EQ(boxes[0].classId, 1);
+    EXPECT_EQ(boxes[0].name, QStringLiteral("dog"));
+    EXPECT_EQ(boxes[1].name, QStringLiteral("cat"));
+    EXPECT_FLOAT_EQ(boxes[1].x1, 10.0f);
+    EXPECT_FLOAT_EQ(boxes[1].y2, 30.0f);
+
+    // A class beyond the names keeps its id and has no name.
+    const auto unnamed = decodeDetections(rows({{0.5f, 0.5f, 0.2f, 0.2f, 1.0f, 0.0f, 0.8f}}),
+                                          cv::Size(10, 10), 0.3f, {QStringLiteral("cat")});
+    ASSERT_EQ(unnamed.size(), 1u);
+    EXPECT_EQ(unnamed[0].classId, 1);
+    EXPECT_TRUE(unnamed[0].name.isEmpty());
+}
+
+TEST(LabelDecoding, OverlappingBoxesOfOneClassKeepTheMostProbable) {
+    const auto boxes = decodeDetections(rows({{0.50f, 0.5f, 0.4f, 0.4f, 1.0f, 0.6f, 0.0f},
+                                              {0.51f, 0.5f, 0.4f, 0.4f, 1.0f, 0.9f, 0.0f},
+                                              {0.50f, 0.5f, 0.4f, 0.4f, 1.0f, 0.0f, 0.5f},
+                                              {0.10f, 0.1f, 0.1f, 0.1f, 1.0f, 0.4f, 0.0f}}),
+                                        cv::Size(100, 100), 0.3f, {});
+    ASSERT_EQ(boxes.size(), 3u);
+    EXPECT_FLOAT_EQ(boxes[0].probability, 0.9f);
+    EXPECT_EQ(boxes[1].classId, 1);
+    EXPECT_FLOAT_EQ(boxes[2].probability, 0.4f);
+    EXPECT_TRUE(
+        decodeDetections(cv::Mat(3, 5, CV_32FC1, cv::Scalar(1)), {10, 10}, 0.3f, {}).empty());
+    // A broken model's NaNs make no box.
+    const float nan = std::nanf("");
+    EXPECT_TRUE(decodeDetections(rows({{nan, 0.5f, 0.1f, 0.1f, 1.0f, 0.9f, 0.0f},
+                                       {0.5f, 0.5f, 0.1f, 0.1f, 1.0f, nan, nan}}),
+                                 {10, 10}, 0.3f, {})
+                    .empty());
+}
+
+// A network whose output does not depend on its input: one 32x32 convolution with
+// zero weights onto a 1x1 grid, so the biases alone make one box of anchor 0
+// (16x8 of a 32x32 input) centred in the image, with class probability 0.8.
+class TinyYolo : public ::testing::Test {
+protected:
+    void SetUp() override {
+        files = labelModelFiles(dir.path(), QStringLiteral("tiny"));
+        ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("model")));
+        writeText(files.configuration, R"([net]
+width=32
+height=32
+channels=3
+
+[convolutional]
+filters=18
+size=32
+stride=32
+pad=0
+activation=linear
+
+[yolo]
+mask=0,1,2
+anchors=16,8, 8,8, 4,4
+classes=1
+num=3
+)");
+        writeText(files.names, "button\n");
+        writeWeights(files.weights, weightCount);
+    }
+
+    static void writeText(const QString& path, const char* text) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+
+    static void writeWeights(const QString& path, size_t floats) {
+        std::ofstream out(path.toStdString(), std::ios::binary);
+        const std::int32_t version[3] = {0, 2, 0};
+        const std::uint64_t seen = 0;
+        out.write(reinterpret_cast<const char*>(version), sizeof version);
+        out.write(reinterpret_cast<const char*>(&seen), sizeof seen);
+        std::vector<float> values(floats, 0.0f);
+        // Biases of the 18 filters: anchor a has x, y, w, h, objectness, class.
+        const float logit = std::log(0.8f / 0.2f);
+        const std::vector<float> biases{0, 0,   0, 0, 12, logit, 0, 0,   0,
+                                        0, -12, 0, 0, 0,  0,     0, -12, 0};
+        std::copy(biases.begin(), biases.end(), values.begin());
+        out.write(reinterpret_cast<const char*>(values.data()),
+                  std::streamsize(std::min(floats, values.size()) * sizeof(float)));
+    }
+
+    static constexpr size_t weightCount = 18 + 18 * 3 * 32 * 32;
+    QTemporaryDir dir;
+    LabelModelFiles files;
+};
+
+TEST_F(TinyYolo, DetectsAtTheNetworkInputAndScalesBackToTheFrame) {
+    LabelDetector detector;
+    ASSERT_TRUE(detector.load(files));
+    EXPECT_EQ(detector.className(0), QStringLiteral("button"));
+    EXPECT_TRUE(detector.className(1).isEmpty());
+
+    const cv::Mat frame(100, 200, CV_8UC3, cv::Scalar(10, 20, 30));
+    const auto boxes = detector.detect(frame, 0.3f);
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_NEAR(boxes[0].x1, 50.0f, 0.01f);
+    EXPECT_NEAR(boxes[0].y1, 37.5f, 0.01f);
+    EXPECT_NEAR(boxes[0].x2, 150.0f, 0.01f);
+    EXPECT_NEAR(boxes[0].y2, 62.5f, 0.01f);
+    EXPECT_NEAR(boxes[0].probability, 0.8f, 0.001f);
+    EXPECT_EQ(boxes[0].name, QStringLiteral("button"));
+    EXPECT_TRUE(detector.detect(frame, 0.81f).empty());
+    EXPECT_TRUE(detector.detect(cv::Mat(), 0.3f).empty());
+
+    // A four-channel frame is converted before detection.
+    TaskInfo task;
+    cv::cvtColor(frame, task.frame, cv::COLOR_BGR2BGRA);
+    const auto fromBgra = labelsOf(task, &detector);
+    ASSERT_EQ(fromBgra.size(), 1u);
+    EXPECT_NEAR(fromBgra[0].x2, 150.0f, 0.01f);
+}
+
+TEST_F(TinyYolo, BrokenModelFilesFailToLoadAndDetectNothing) {
+    LabelDetector detector;
+    QFile::remove(files.names);
+    ASSERT_TRUE(detector.load(files));  // no names: boxes without names
+    const cv::Mat frame(50, 50, CV_8UC3, cv::Scalar::all(0));
+    ASSERT_EQ(detector.detect(frame, 0.3f).size(), 1u);
+    EXPECT_TRUE(detector.detect(frame, 0.3f)[0].name.isEmpty());
+
+    writeWeights(files.weights, weightCount - 1);
+    EXPECT_FALSE(detector.load(files));
+    EXPECT_FALSE(detector.loaded());
+    EXPECT_TRUE(detector.detect(frame, 0.3f).empty());
+
+    writeWeights(files.weights, weightCount);
+    writeText(files.configuration, "[net]\nwidth=32\nheight=32\n[convolutional]\nfilters=-4\n");
+    EXPECT_FALSE(detector.load(files));
+    writeText(files.configuration, "not a network");
+    EXPECT_FALSE(detector.load(files));
+
+    EXPECT_TRUE(labelModelFiles(dir.path(), QStringLiteral("../x")).configuration.isEmpty());
+    EXPECT_FALSE(detector.load(labelModelFiles(dir.path(), QStringLiteral("../x"))));
+}
+
+TEST_F(TinyYolo, ARunLoadsTheTasksModelAndClicksTheLabelItsConditionFinds) {
+    writeText(QDir(dir.path()).filePath(QStringLiteral("script.json")), R"({"model_id": "tiny",
+        "scene_list": [{"name": "s", "event_list": [{"name": "e",
+            "item_group": {"type": 5, "item_list": [{"type": 8, "relation": 1, "label_id": 0,
+                                                     "sim": 0.5, "state": 1}]},
+            "action_list": [{"type": 18, "button": 1, "label_id": 0, "sim": 0.5,
+                             "click_times": 1}, {"type": 10}]}]}]})");
+    autoscene::model::TaskDocument document;
+    ASSERT_TRUE(document.openFolder(dir.path()).ok);
+    RuntimeFactory factory;
+    registerScreenConditions(factory);
+    registerStateActions(factory);
+    registerMatchingActions(factory);
+    autoscene::test::InProcessTarget target;
+    const cv::Mat frame(100, 200, CV_8UC3, cv::Scalar(10, 20, 30));
+    target.setFrames({frame});
+    TaskRunner runner(document, factory, target, std::make_shared<autoscene::test::ManualClock>());
+    runner.setLoopIntervalMs(0);
+    ASSERT_TRUE(runner.start({{TargetKind::Desktop}}));
+    ASSERT_TRUE(runner.waitUntilIdle(std::chrono::seconds(10)));
+    const auto inputs = target.inputs();
+    ASSERT_EQ(inputs.size(), 1u);
+    EXPECT_TRUE(QRect(50, 38, 101, 26).contains(inputs[0].point.x, inputs[0].point.y));
+}
+
+// Returns the boxes it is given and counts its detections.
+class StubDetector : public ILabelDetector {
+public:
+    std::vector<LabelBox> detect(const cv::Mat&, float threshold) override {
+        ++detections;
+        std::vector<LabelBox> kept;
+        for (const LabelBox& b : boxes) {
+            if (b.probability >= threshold) {
+                kept.push_back(b);
+            }
+        }
+        return kept;
+    }
+    QString className(int id) const override {
+        return id == 0 ? QStringLiteral("coin") : QString();
+    }
+
+    std::vector<LabelBox> boxes;
+    int detections = 0;
+};
+
+class LabelRules : public ::testing::Test {
+protected:
+    void SetUp() override {
+        task.frame = cv::Mat(100, 200, CV_8UC3, cv::Scalar::all(0));
+        task.cycleCount = 1;
+        detector.boxes = {box(10, 10, 30, 30, 0.29f, QStringLiteral("coin")),
+                          box(40, 10, 60, 30, 0.6f, QStringLiteral("coin")),
+                          box(0, 0, 5, 5, 0.95f, QStringLiteral("gem")),
+                          box(100, 50, 120, 70, 0.7f, QStringLiteral("coin"))};
+    }
+
+    LabelCondition condition(float minProbability, int expected = kFound) {
+        return LabelCondition(1, ScreenItem::Settings{expected, 0.0f, false}, clock, &detector, 0,
+                              minProbability, SearchArea());
+    }
+
+    autoscene::test::ManualClock clock;
+    StubDetector detector;
+    TaskInfo task;
+};
+
+TEST_F(LabelRules, TheFirstProbableBoxOfTheLabelIsFoundAndDetectionRunsOncePerCycle) {
+    LabelCondition present = condition(0.5f);
+    LabelCondition absent = condition(0.5f, kNotFound);
+    EXPECT_TRUE(present.evaluate(task));
+    EXPECT_FALSE(absent.evaluate(task));
+    EXPECT_EQ(present.result(std::this_thread::get_id()).box->x1, 40.0f);
+    EXPECT_EQ(detector.detections, 1);
+
+    ++task.cycleCount;
+    detector.boxes.resize(3);
+    LabelCondition strict = condition(0.99f);
+    EXPECT_FALSE(strict.evaluate(task));
+    EXPECT_EQ(detector.detections, 2);
+    // The 0.29 box never comes out of detection, whatever the condition asks.
+    LabelCondition lax = condition(0.0f);
+    EXPECT_TRUE(lax.evaluate(task));
+    EXPECT_EQ(lax.result(std::this_thread::get_id()).box->x1, 40.0f);
+    EXPECT_EQ(detector.detections, 2);
+
+    const QJsonObject status = lax.describe(std::this_thread::get_id());
+    EXPECT_EQ(status[QStringLiteral("type")].toString(), QStringLiteral("label"));
+    EXPECT_EQ(status[QStringLiteral("text")].toString(),
+              QStringLiteral("标签:coin,坐标:40,10,20,20,相似度:0.6"));
+}
+
+TEST_F(LabelRules, SearchRectanglesMustHoldTheBoxWhollyAndTheLastConsideredIsKept) {
+    const std::vector<LabelBox> boxes = labelsOf(task, &detector);
+    LabelFind find = findLabel(boxes, QStringLiteral("coin"), 0.5f, {QRect(100, 50, 20, 20)});
+    ASSERT_TRUE(find.found);  // edges touch
+    EXPECT_EQ(find.box->x1, 100.0f);
+
+    find = findLabel(boxes, QStringLiteral("coin"), 0.5f,
+                     {QRect(101, 50, 30, 30), QRect(0, 0, 59, 30)});
+    EXPECT_FALSE(find.found);
+    ASSERT_TRUE(find.box);
+    EXPECT_EQ(find.box->x1, 100.0f);
+
+    EXPECT_EQ(findAllLabels(boxes, QStringLiteral("coin"), 0.5f, {}).size(), 2u);
+    EXPECT_FALSE(findLabel(boxes, QStringLiteral("coin"), 0.8f, {}).box);
+    // Boxes without a name never match, not even a label without one.
+    EXPECT_FALSE(findLabel({box(0, 0, 9, 9, 1.0f, QString())}, QString(), 0.0f, {}).box);
+    EXPECT_TRUE(labelsOf(task, nullptr).empty());
+}
+
+class LabelActions : public LabelRules {
+protected:
+    class NoRunControl : public IRunControl {
+    public:
+        void stopByTask() override {}
+        void finishCurrentTarget(int) override {}
+    };
+
+    void SetUp() override {
+        LabelRules::SetUp();
+        ASSERT_TRUE(document
+                        .openText(R"({"var_list": [
+            {"type": 1, "id": 11, "name": "coins", "value": ""}]})")
+                        .ok);
+        definitions = std::make_unique<RuntimeDefinitions>(document, clock);
+    }
+
+    RunContext context() { return {document, *definitions, clock, target, control, &detector}; }
+
+    autoscene::model::TaskDocument document;
+    std::unique_ptr<RuntimeDefinitions> definitions;
+    autoscene::test::InProcessTarget target;
+    NoRunControl control;
+};
+
+TEST_F(LabelActions, LabelActionClicksInTheBoxOrReportsTheMissingLabel) {
+    RunContext c = context();
+    LabelAction action(c, LabelTarget{&detector, 0, 0.65f, SearchArea()}, std::nullopt,
+                       autoscene::targets::MouseOp::LeftClick, ClickTiming{0.0f, 2, 0.0f}, 0.5f);
+    EXPECT_FLOAT_EQ(action.run(task), 0.5f);
+    const auto inputs = target.inputs();
+    ASSERT_EQ(inputs.size(), 2u);
+    EXPECT_TRUE(QRect(100, 50, 21, 21).contains(inputs[0].point.x, inputs[0].point.y));
+    QJsonObject result = action.state(std::this_thread::get_id());
+    EXPECT_TRUE(result[QStringLiteral("clicked")].toBool());
+    EXPECT_EQ(result[QStringLiteral("alias")].toString(), QStringLiteral("coin"));
+    EXPECT_NEAR(result[QStringLiteral("sim")].toDouble(), 0.7, 1e-6);
+    EXPECT_EQ(result[QStringLiteral("points")].toArray().size(), 1);
+
+    LabelAction unknown(c, LabelTarget{&detector, 3, 0.1f, SearchArea()}, std::nullopt,
+                        autoscene::targets::MouseOp::LeftClick, ClickTiming{}, 0.5f);
+    EXPECT_FLOAT_EQ(unknown.run(task), 0.0f);
+    result = unknown.state(std::this_thread::get_id());
+    EXPECT_FALSE(result[QStringLiteral("clicked")].toBool());
+    EXPECT_EQ(result[QStringLiteral("err")].toString(),
+              QStringLiteral("标签异常，请检查模型或标签是否存在"));
+    EXPECT_EQ(target.inputs().size(), 2u);
+}
+
+TEST_F(LabelActions, SaveLabelCoordStoresEveryBoxOrItsMovedArea) {
+    MVVariable* coins = definitions->find(11);
+    MVSaveLabelCoordAction rects(LabelTarget{&detector, 0, 0.5f, SearchArea()}, coins, std::nullopt,
+                                 SaveCoordKind::Rect);
+    rects.run(task);
+    EXPECT_EQ(coins->value(), QStringLiteral("40,10,20,20|100,50,20,20"));
+    QJsonObject result = rects.state(std::this_thread::get_id());
+    EXPECT_TRUE(result[QStringLiteral("exist")].toBool());
+    EXPECT_EQ(result[QStringLiteral("label")].toString(), QStringLiteral("coin"));
+    EXPECT_EQ(result[QStringLiteral("variable_name")].toString(), QStringLiteral("coins"));
+    EXPECT_NEAR(result[QStringLiteral("sim")].toDouble(), 0.7, 1e-6);
+
+    MVSaveLabelCoordAction centres(LabelTarget{&detector, 0, 0.65f, SearchArea()}, coins,
+                                   QRect(500, 500, 4, 6), SaveCoordKind::Centre);
+    centres.run(task);
+    EXPECT_EQ(coins->value(), QStringLiteral("101,52,1,1"));
+
+    MVSaveLabelCoordAction none(LabelTarget{&detector, 0, 0.99f, SearchArea()}, coins, std::nullopt,
+                                SaveCoordKind::Rect);
+    none.run(task);
+    result = none.state(std::this_thread::get_id());
+    EXPECT_FALSE(result[QStringLiteral("exist")].toBool());
+    EXPECT_EQ(coins->value(), QStringLiteral("101,52,1,1"));
+}
+
+}  // namespace

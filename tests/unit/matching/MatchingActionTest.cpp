@@ -1,0 +1,259 @@
+// The find-then-click actions: where they click, how often, and their result
+// records; and one whole run on the in-process target from task file to clicks.
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QTemporaryDir>
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
+
+#include "ActionFactory.h"
+#include "EditorActions.h"
+#include "ImageAction.h"
+#include "InProcessTarget.h"
+#include "MVClickColorAction.h"
+#include "MVSaveCoordAction.h"
+#include "ManualClock.h"
+#include "MatchingActions.h"
+#include "RuntimeDefinitions.h"
+#include "RuntimeFactory.h"
+#include "ScreenConditions.h"
+#include "TaskDocument.h"
+#include "TaskRunner.h"
+
+using namespace autoscene::engine;
+using namespace autoscene::actions;
+using autoscene::model::TaskDocument;
+using autoscene::targets::MouseOp;
+using autoscene::test::InProcessTarget;
+using autoscene::test::ManualClock;
+using autoscene::test::RecordedInput;
+
+namespace {
+
+using namespace std::chrono_literals;
+
+class NoRunControl : public IRunControl {
+public:
+    void stopByTask() override {}
+    void finishCurrentTarget(int) override {}
+};
+
+cv::Mat noiseFrame(int cols, int rows, std::uint64_t seed) {
+    cv::Mat frame(rows, cols, CV_8UC3);
+    cv::RNG rng(seed);
+    rng.fill(frame, cv::RNG::UNIFORM, 0, 256);
+    return frame;
+}
+
+// A task folder with one image cut from `frame` at `cut`, a crop, a rectangle
+// variable and an orange colour.
+class MatchingActionTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        frame = noiseFrame(200, 120, 21);
+        cut = cv::Rect(140, 70, 20, 16);
+        ASSERT_TRUE(QDir().mkpath(dir.filePath(QStringLiteral("image"))));
+        ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/t.png")).toStdString(),
+                                frame(cut).clone()));
+        writeTask(QString());
+        task.frame = frame;
+        task.cycleCount = 1;
+    }
+
+    // `scenes` is the scene list's content.
+    void writeTask(const QString& scenes) {
+        QFile file(dir.filePath(QStringLiteral("script.json")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(QStringLiteral(R"({
+            "image_list": [{"id": 1, "name": "button", "file": "t.png", "rect": "130,60,20,16",
+                            "sim": 0.9, "type": 1}],
+            "color_list": [{"id": 2, "name": "orange", "sim": 0.9, "color": 16744448}],
+            "var_list": [{"type": 2, "id": 10, "name": "click area", "rect": "135,65,4,4"},
+                         {"type": 1, "id": 11, "name": "places", "value": ""},
+                         {"type": 2, "id": 12, "name": "left half", "rect": "0,0,100,120"}],
+            "scene_list": [%1]})")
+                       .arg(scenes)
+                       .toUtf8());
+        file.close();
+        ASSERT_TRUE(document.openFolder(dir.path()).ok);
+        definitions = std::make_unique<RuntimeDefinitions>(document, clock);
+    }
+
+    RunContext context() { return {document, *definitions, clock, target, control, nullptr}; }
+
+    ImageAction::Target button(int searchId = 0) {
+        const SearchArea area(*definitions, searchId);
+        return {QStringLiteral("button"), makeTemplateMatcher(document, 1, area.crop()), area,
+                QPoint(130, 60)};
+    }
+
+    std::vector<RecordedInput> clicks() const { return target.inputs(); }
+
+    QTemporaryDir dir;
+    cv::Mat frame;
+    cv::Rect cut;
+    TaskDocument document;
+    ManualClock clock;
+    InProcessTarget target;
+    NoRunControl control;
+    std::unique_ptr<RuntimeDefinitions> definitions;
+    TaskInfo task;
+};
+
+TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchRepeatedlyWithOnePressTime) {
+    RunContext c = context();
+    ImageAction action(c, button(), std::nullopt, MouseOp::RightClick, ClickTiming{0.0f, 3, 0.25f},
+                       1.5f);
+    const std::int64_t before = clock.nowMs();
+    EXPECT_FLOAT_EQ(action.run(task), 1.5f);
+    EXPECT_EQ(clock.nowMs() - before, 500);  // two intervals between three clicks
+
+    const auto inputs = clicks();
+    ASSERT_EQ(inputs.size(), 3u);
+    const QRect match(140, 70, 20, 16);
+    for (const RecordedInput& input : inputs) {
+        EXPECT_EQ(input.code, int(MouseOp::RightClick));
+        EXPECT_EQ(input.point.x, inputs[0].point.x);
+        EXPECT_EQ(input.point.y, inputs[0].point.y);
+        EXPECT_EQ(input.detail, inputs[0].detail);
+    }
+    EXPECT_GE(inputs[0].detail, 30);
+    EXPECT_LE(inputs[0].detail, 50);
+    EXPECT_TRUE(match.adjusted(0, 0, 1, 1).contains(inputs[0].point.x, inputs[0].point.y));
+
+    const QJsonObject result = action.state(std::this_thread::get_id());
+    EXPECT_EQ(result[QStringLiteral("type")].toInt(), 2);
+    EXPECT_TRUE(result[QStringLiteral("clicked")].toBool());
+    EXPECT_EQ(result[QStringLiteral("alias")].toString(), QStringLiteral("button"));
+    EXPECT_EQ(result[QStringLiteral("err")].toString(), QString());
+    EXPECT_DOUBLE_EQ(result[QStringLiteral("sim")].toDouble(), 1.0);
+    const QJsonObject point = result[QStringLiteral("points")].toArray().at(0).toObject();
+    EXPECT_EQ(point[QStringLiteral("x")].toInt(), inputs[0].point.x);
+}
+
+TEST_F(MatchingActionTest, TheClickAreaMovesWithTheMatch) {
+    RunContext c = context();
+    // Drawn at (135, 65) while the image sat at (130, 60); found at (140, 70).
+    ImageAction action(c, button(), definitions->cropRect(10), MouseOp::LeftClick,
+                       ClickTiming{0.1f, 1, 0.0f}, 0.0f);
+    action.run(task);
+    const auto inputs = clicks();
+    ASSERT_EQ(inputs.size(), 1u);
+    EXPECT_TRUE(QRect(145, 75, 5, 5).contains(inputs[0].point.x, inputs[0].point.y));
+    EXPECT_EQ(inputs[0].detail, 100);
+}
+
+TEST_F(MatchingActionTest, ImageActionWithCountZeroRecordsThePointButSendsNothing) {
+    RunContext c = context();
+    ImageAction action(c, button(), std::nullopt, MouseOp::LeftClick, ClickTiming{0.0f, 0, 0.0f},
+                       0.0f);
+    action.run(task);
+    EXPECT_TRUE(clicks().empty());
+    const QJsonObject result = action.state(std::this_thread::get_id());
+    EXPECT_TRUE(result[QStringLiteral("clicked")].toBool());
+    EXPECT_EQ(result[QStringLiteral("points")].toArray().size(), 1);
+}
+
+TEST_F(MatchingActionTest, ImageActionClicksNothingWhenTheImageIsAbsentOrBroken) {
+    RunContext c = context();
+    ImageAction elsewhere(c, button(12), std::nullopt, MouseOp::LeftClick, ClickTiming{}, 2.0f);
+    EXPECT_FLOAT_EQ(elsewhere.run(task), 0.0f);
+    QJsonObject result = elsewhere.state(std::this_thread::get_id());
+    EXPECT_FALSE(result[QStringLiteral("clicked")].toBool());
+    EXPECT_LT(result[QStringLiteral("sim")].toDouble(), 0.9);
+
+    ImageAction::Target missing = button();
+    missing.matcher = makeTemplateMatcher(document, 99, std::nullopt);
+    ImageAction gone(c, missing, std::nullopt, MouseOp::LeftClick, ClickTiming{}, 2.0f);
+    EXPECT_FLOAT_EQ(gone.run(task), 0.0f);
+    result = gone.state(std::this_thread::get_id());
+    EXPECT_EQ(result[QStringLiteral("err")].toString(), QStringLiteral("图片不存在，请重新添加"));
+    EXPECT_TRUE(clicks().empty());
+}
+
+TEST_F(MatchingActionTest, SaveCoordWritesEveryFoundRectangle) {
+    frame(cut).copyTo(frame(cv::Rect(10, 10, 20, 16)));
+    definitions->find(11)->setValue(QStringLiteral("0,0,60,60|120,50,60,60|0,80,60,40"));
+    MVSaveCoordAction action(button(11), definitions->find(11), std::nullopt, SaveCoordKind::Rect);
+    action.run(task);
+    EXPECT_EQ(definitions->find(11)->value(), QStringLiteral("10,10,20,16|140,70,20,16"));
+    const QJsonObject result = action.state(std::this_thread::get_id());
+    EXPECT_TRUE(result[QStringLiteral("exist")].toBool());
+    EXPECT_EQ(result[QStringLiteral("rects")].toString(),
+              QStringLiteral("10,10,20,16|140,70,20,16"));
+    EXPECT_EQ(result[QStringLiteral("variable_name")].toString(), QStringLiteral("places"));
+    EXPECT_EQ(result[QStringLiteral("image_name")].toString(), QStringLiteral("button"));
+
+    definitions->find(11)->setValue(QStringLiteral("0,80,60,40"));
+    ++task.cycleCount;
+    action.run(task);
+    EXPECT_FALSE(action.state(std::this_thread::get_id())[QStringLiteral("exist")].toBool());
+    EXPECT_EQ(definitions->find(11)->value(), QStringLiteral("0,80,60,40"));
+}
+
+TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
+    frame(cv::Rect(50, 40, 3, 3)).setTo(cv::Scalar(0x00, 0x80, 0xff));
+    frame(cv::Rect(150, 40, 3, 3)).setTo(cv::Scalar(0x00, 0x80, 0xff));
+    RunContext c = context();
+    const MVClickColorAction::Colour orange{QStringLiteral("orange"), 0xff8000, 0.99f};
+    MVClickColorAction action(c, orange, SearchArea(*definitions, 12), std::nullopt,
+                              MouseOp::LeftClick, ClickTiming{0.0f, 2, 0.0f}, 0.5f);
+    EXPECT_FLOAT_EQ(action.run(task), 0.5f);
+    EXPECT_EQ(action.currentPoint(), QPoint(50, 40));
+    const auto inputs = clicks();
+    ASSERT_EQ(inputs.size(), 2u);
+    EXPECT_EQ(inputs[1].point.x, 50);
+    EXPECT_EQ(inputs[1].point.y, 40);
+    EXPECT_TRUE(action.state(std::this_thread::get_id())[QStringLiteral("clicked")].toBool());
+
+    MVClickColorAction moved(c, orange, SearchArea(*definitions, 12), QRect(0, 0, 2, 2),
+                             MouseOp::LeftClick, ClickTiming{}, 0.0f);
+    moved.run(task);
+    EXPECT_TRUE(QRect(50, 40, 3, 3).contains(clicks().back().point.x, clicks().back().point.y));
+
+    MVClickColorAction noColour(c, std::nullopt, SearchArea(*definitions, 12), std::nullopt,
+                                MouseOp::LeftClick, ClickTiming{}, 0.5f);
+    EXPECT_FLOAT_EQ(noColour.run(task), 0.0f);
+    EXPECT_EQ(noColour.state(std::this_thread::get_id())[QStringLiteral("err")].toString(),
+              QStringLiteral("颜色异常,请确认颜色是否被删除"));
+    MVClickColorAction noArea(c, orange, SearchArea(), std::nullopt, MouseOp::LeftClick,
+                              ClickTiming{}, 0.5f);
+    EXPECT_FLOAT_EQ(noArea.run(task), 0.0f);
+    EXPECT_EQ(noArea.state(std::this_thread::get_id())[QStringLiteral("err")].toString(),
+              QStringLiteral(" 查找范围异常"));
+
+    frame(cv::Rect(50, 40, 3, 3)).setTo(cv::Scalar(0, 0, 0));
+    MVClickColorAction absent(c, orange, SearchArea(*definitions, 12), std::nullopt,
+                              MouseOp::LeftClick, ClickTiming{}, 0.5f);
+    EXPECT_FLOAT_EQ(absent.run(task), 0.0f);
+    EXPECT_EQ(absent.currentPoint(), QPoint(-1, -1));
+    EXPECT_EQ(clicks().size(), 3u);
+}
+
+TEST_F(MatchingActionTest, AWholeRunClicksTheImageItsConditionFinds) {
+    writeTask(QStringLiteral(R"({"name": "s", "event_list": [{"name": "e",
+        "item_group": {"type": 5, "item_list": [{"type": 1, "relation": 1, "image_id": 1,
+                                                 "state": 1}]},
+        "action_list": [{"type": 2, "button": 1, "image_id": 1, "click_times": 1},
+                        {"type": 10}]}]})"));
+    RuntimeFactory factory;
+    registerScreenConditions(factory);
+    registerStateActions(factory);
+    registerMatchingActions(factory);
+    cv::Mat blank(120, 200, CV_8UC3, cv::Scalar(9, 9, 9));
+    target.setFrames({blank, blank, frame});
+    TaskRunner runner(document, factory, target, std::make_shared<ManualClock>());
+    runner.setLoopIntervalMs(0);
+    ASSERT_TRUE(runner.start({{TargetKind::Desktop}}));
+    ASSERT_TRUE(runner.waitUntilIdle(10s));
+    const auto inputs = clicks();
+    ASSERT_EQ(inputs.size(), 1u);
+    EXPECT_TRUE(QRect(140, 70, 21, 17).contains(inputs[0].point.x, inputs[0].point.y));
+    EXPECT_EQ(target.captures(), 3);
+}
+
+}  // namespace

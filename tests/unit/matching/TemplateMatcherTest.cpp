@@ -1,0 +1,259 @@
+// The template matcher on crafted frames: scoring and clipping, the image types,
+// unreadable templates and the per-cycle cache.
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
+
+#include "TemplateMatcher.h"
+
+using namespace autoscene::engine;
+
+namespace {
+
+cv::Mat noiseFrame(int cols, int rows, std::uint64_t seed) {
+    cv::Mat frame(rows, cols, CV_8UC3);
+    cv::RNG rng(seed);
+    rng.fill(frame, cv::RNG::UNIFORM, 0, 256);
+    return frame;
+}
+
+// Stripes across x as the template; the frame adds stripes across y of height
+// `noise`. The two patterns are orthogonal, so the score is 50 / sqrt(50² + noise²).
+cv::Mat stripes(int size, int noise) {
+    cv::Mat image(size, size, CV_8UC3);
+    for (int y = 0; y < size; ++y) {
+        for (int x = 0; x < size; ++x) {
+            const int value = 100 + (x % 2 == 0 ? 50 : -50) + (y % 2 == 0 ? noise : -noise);
+            image.at<cv::Vec3b>(y, x) = cv::Vec3b::all(std::uint8_t(value));
+        }
+    }
+    return image;
+}
+
+class TemplateMatcherTest : public ::testing::Test {
+protected:
+    QString write(const cv::Mat& image, const QString& name = QStringLiteral("t.png")) {
+        const QString path = dir.filePath(name);
+        EXPECT_TRUE(cv::imwrite(path.toStdString(), image));
+        return path;
+    }
+
+    TemplateMatcher matcher(const QString& path, MatchImageType type = MatchImageType::Color,
+                            std::optional<QRect> rect = std::nullopt) {
+        TemplateMatcher::Settings settings;
+        settings.filePath = path;
+        settings.imageType = type;
+        settings.searchRect = rect;
+        return TemplateMatcher(settings);
+    }
+
+    QTemporaryDir dir;
+};
+
+TEST_F(TemplateMatcherTest, ScoreIsRoundedToTwoDecimalsBeforeTheThreshold) {
+    struct Case {
+        int noise;
+        float expectedScore;
+        bool found;
+    };
+    // 50 / sqrt(50² + 38²) = 0.796 and 50 / sqrt(50² + 39²) = 0.788.
+    for (const Case c : {Case{38, 0.80f, true}, Case{39, 0.79f, false}}) {
+        TemplateMatcher m = matcher(write(stripes(8, 0)));
+        const cv::Mat frame = stripes(8, c.noise);
+        m.matchDefault(frame, 1);
+        EXPECT_FLOAT_EQ(m.bestResult().score, c.expectedScore) << c.noise;
+        EXPECT_EQ(m.record().found, c.found) << c.noise;
+    }
+}
+
+TEST_F(TemplateMatcherTest, FindsTheTemplateWhereItWasCutAndReportsFrameCoordinates) {
+    const cv::Mat frame = noiseFrame(320, 200, 7);
+    TemplateMatcher m = matcher(write(frame(cv::Rect(137, 61, 24, 16)).clone()),
+                                MatchImageType::Color, QRect(100, 50, 80, 60));
+    m.matchDefault(frame, 1);
+    const MatchResult result = m.defaultResult(frame);
+    EXPECT_TRUE(m.record().found);
+    EXPECT_EQ(result.match, QRect(137, 61, 24, 16));
+    EXPECT_FLOAT_EQ(result.score, 1.0f);
+    EXPECT_EQ(result.searched, QRect(100, 50, 80, 60));
+}
+
+TEST_F(TemplateMatcherTest, ClipsTheSearchAreaToTheFrame) {
+    const cv::Mat frame = noiseFrame(120, 80, 3);
+    TemplateMatcher m = matcher(write(frame(cv::Rect(2, 3, 20, 20)).clone()));
+
+    m.matchIn(frame, QRect(-30, -30, 80, 80), 1);  // partly outside
+    EXPECT_TRUE(m.record().found);
+    EXPECT_EQ(m.bestResult().match.topLeft(), QPoint(2, 3));
+
+    for (const QRect outside : {QRect(500, 10, 40, 40), QRect(10, -200, 40, 40)}) {
+        m.matchIn(frame, outside, 2);
+        EXPECT_FALSE(m.record().found);
+        EXPECT_EQ(m.record().status, kMatchAreaTooSmall);
+    }
+}
+
+TEST_F(TemplateMatcherTest, TemplateAsLargeAsTheAreaMatchesAndOnePixelMoreDoesNot) {
+    const cv::Mat frame = noiseFrame(40, 30, 5);
+    TemplateMatcher exact = matcher(write(frame.clone(), QStringLiteral("exact.png")));
+    exact.matchDefault(frame, 1);
+    EXPECT_TRUE(exact.record().found);
+    EXPECT_EQ(exact.bestResult().match, QRect(0, 0, 40, 30));
+
+    TemplateMatcher wider = matcher(write(noiseFrame(41, 30, 5), QStringLiteral("wide.png")));
+    wider.matchDefault(frame, 1);
+    EXPECT_FALSE(wider.record().found);
+    EXPECT_EQ(wider.record().status, kMatchAreaTooSmall);
+
+    const QRect area(10, 5, 20, 20);
+    TemplateMatcher inner = matcher(write(frame(cv::Rect(10, 5, 20, 20)).clone()));
+    inner.matchIn(frame, area, 1);
+    EXPECT_TRUE(inner.record().found);
+    inner.matchIn(frame, area.adjusted(0, 0, -1, 0), 1);
+    EXPECT_EQ(inner.record().status, kMatchAreaTooSmall);
+}
+
+TEST_F(TemplateMatcherTest, ExpandSizeWidensTheDefaultRectangleOnEverySide) {
+    TemplateMatcher::Settings settings;
+    settings.searchRect = QRect(100, 100, 50, 50);
+    settings.expandSizePx = 10;
+    EXPECT_EQ(TemplateMatcher(settings).defaultRect(cv::Mat()), QRect(90, 90, 70, 70));
+    settings.expandSizePx = -3;
+    EXPECT_EQ(TemplateMatcher(settings).defaultRect(cv::Mat()), QRect(100, 100, 50, 50));
+}
+
+TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplate) {
+    cv::Mat frame(90, 160, CV_8UC3, cv::Scalar(30, 40, 50));
+    cv::Mat noise = noiseFrame(160, 90, 12);
+    frame = frame * 0.5 + noise * 0.5;
+    // A red shape for the colour filter, drawn at a known place.
+    cv::circle(frame, {101, 45}, 9, cv::Scalar(0, 0, 255), cv::FILLED);
+    cv::rectangle(frame, cv::Rect(96, 30, 4, 6), cv::Scalar(0, 0, 255), cv::FILLED);
+    const cv::Rect cut(88, 28, 26, 28);
+    const cv::Mat piece = frame(cut).clone();
+
+    cv::Mat grey;
+    cv::cvtColor(piece, grey, cv::COLOR_BGR2GRAY);
+    cv::threshold(grey, grey, 90, 255, cv::THRESH_BINARY);
+    cv::Mat hls;
+    cv::cvtColor(piece, hls, cv::COLOR_BGR2HLS);
+    cv::Mat mask;
+    cv::inRange(piece, cv::Scalar(0, 0, 230), cv::Scalar(25, 25, 255), mask);
+
+    struct Case {
+        MatchImageType type;
+        cv::Mat stored;
+    };
+    for (const Case& c :
+         {Case{MatchImageType::Color, piece}, Case{MatchImageType::Threshold, grey},
+          Case{MatchImageType::Hls, hls}, Case{MatchImageType::FilterColor, mask}}) {
+        TemplateMatcher::Settings settings;
+        settings.filePath = write(c.stored, QStringLiteral("type%1.png").arg(int(c.type)));
+        settings.imageType = c.type;
+        settings.thresholdValue = 90;
+        // The region is filtered as RGB with the colour's bounds in blue, green, red
+        // order: the colour's blue meets the frame's red.
+        settings.filterColor = 0x0000ff;
+        settings.filterSimilarity = 0.9f;
+        TemplateMatcher m(settings);
+        m.matchDefault(frame, 1);
+        EXPECT_TRUE(m.record().found) << int(c.type);
+        EXPECT_EQ(m.bestResult().match, QRect(88, 28, 26, 28)) << int(c.type);
+        EXPECT_EQ(m.bestResult().region.channels(), c.stored.channels()) << int(c.type);
+    }
+}
+
+TEST_F(TemplateMatcherTest, ChannelCountMustFitTheImageType) {
+    const cv::Mat grey(10, 10, CV_8UC1, cv::Scalar(9));
+    const cv::Mat colour(10, 10, CV_8UC3, cv::Scalar(9, 9, 9));
+    const cv::Mat frame = noiseFrame(50, 50, 1);
+    struct Case {
+        cv::Mat stored;
+        MatchImageType type;
+    };
+    for (const Case& c :
+         {Case{grey, MatchImageType::Color}, Case{grey, MatchImageType::Hls},
+          Case{colour, MatchImageType::Threshold}, Case{colour, MatchImageType::FilterColor}}) {
+        TemplateMatcher m = matcher(write(c.stored), c.type);
+        m.matchDefault(frame, 1);
+        EXPECT_EQ(m.record().status, kMatchBadFormat) << int(c.type);
+        EXPECT_FALSE(m.record().found);
+    }
+    EXPECT_EQ(matchStatusText(kMatchBadFormat), QStringLiteral("图片格式错误，请重新添加"));
+}
+
+TEST_F(TemplateMatcherTest, UnreadableTemplatesReportMissingAndAreRetried) {
+    const cv::Mat frame = noiseFrame(60, 60, 2);
+    const cv::Mat piece = frame(cv::Rect(5, 5, 12, 12)).clone();
+    std::vector<uchar> png;
+    cv::imencode(".png", piece, png);
+
+    const QString path = dir.filePath(QStringLiteral("late.png"));
+    TemplateMatcher m = matcher(path);
+    for (const QByteArray& bytes :
+         {QByteArray(), QByteArray("not a png"),
+          QByteArray(reinterpret_cast<const char*>(png.data()), qsizetype(png.size() / 2))}) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(bytes);
+        file.close();
+        m.matchDefault(frame, 1);
+        EXPECT_EQ(m.record().status, kMatchMissingImage) << bytes.size();
+    }
+    EXPECT_EQ(matcher(QString()).templateSize(), cv::Size());
+
+    write(piece, QStringLiteral("late.png"));
+    m.matchDefault(frame, 2);
+    EXPECT_TRUE(m.record().found);
+    EXPECT_EQ(m.record().status, kMatchOk);
+}
+
+TEST_F(TemplateMatcherTest, ARectangleIsMatchedOncePerCycle) {
+    cv::Mat frame = noiseFrame(100, 100, 4);
+    TemplateMatcher m = matcher(write(frame(cv::Rect(40, 40, 16, 16)).clone()));
+    m.matchDefault(frame, 1);
+    ASSERT_TRUE(m.record().found);
+
+    noiseFrame(100, 100, 99).copyTo(frame);
+    m.matchDefault(frame, 1);  // same cycle: the earlier result stands
+    EXPECT_TRUE(m.record().found);
+    EXPECT_EQ(m.record().resultCount, 1u);
+
+    m.matchDefault(frame, 2);
+    EXPECT_FALSE(m.record().found);
+    EXPECT_EQ(m.record().resultCount, 1u);
+}
+
+TEST_F(TemplateMatcherTest, ARectangleListStopsAtTheFirstFindUnlessAllAreWanted) {
+    const cv::Mat frame = noiseFrame(200, 100, 8);
+    TemplateMatcher m = matcher(write(frame(cv::Rect(120, 30, 20, 20)).clone()));
+    const std::vector<QRect> rects{QRect(0, 0, 60, 60), QRect(100, 20, 60, 60),
+                                   QRect(110, 25, 40, 40)};
+    m.matchRects(frame, rects, false, 1);
+    EXPECT_TRUE(m.record().found);
+    EXPECT_EQ(m.record().resultCount, 2u);
+    EXPECT_EQ(m.bestResult().searched, rects[1]);
+
+    m.matchRects(frame, rects, true, 2);
+    EXPECT_EQ(m.record().resultCount, 3u);
+}
+
+TEST_F(TemplateMatcherTest, EachThreadKeepsItsOwnRecord) {
+    const cv::Mat frame = noiseFrame(80, 80, 6);
+    TemplateMatcher m = matcher(write(frame(cv::Rect(30, 30, 10, 10)).clone()));
+    m.matchDefault(frame, 1);
+    std::thread other([&] {
+        EXPECT_EQ(m.record().resultCount, 0u);
+        m.matchDefault(cv::Mat(), 1);
+        EXPECT_FALSE(m.record().found);
+    });
+    other.join();
+    EXPECT_TRUE(m.record().found);
+}
+
+}  // namespace
