@@ -151,8 +151,8 @@ struct InputActionRecord {
 struct SlideActionRecord {
     std::vector<int> varList;
     float pressTime = 0.0f;
-    int slideTime = 0;
-    std::vector<int> timeList;
+    int slideTime = 0;            // ms of a segment that time_list leaves out
+    std::vector<float> timeList;  // seconds: pause before and length of each segment
     float postpone = 0.0f;
 
     static constexpr auto fields() {

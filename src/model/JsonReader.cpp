@@ -6,8 +6,10 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 namespace autoscene::model {
@@ -90,31 +92,40 @@ bool readJson(const JsonValue& v, QString& out) {
     return true;
 }
 
-bool readJson(const JsonValue& v, std::vector<int>& out) {
+namespace {
+
+// Arrays keep the elements of the right type and drop the others.
+template <class T>
+bool readJsonArray(const JsonValue& v, std::vector<T>& out) {
     if (!v.IsArray()) {
         return false;
     }
     out.clear();
     for (const JsonValue& item : v.GetArray()) {
-        int n = 0;
-        if (readJson(item, n)) {
-            out.push_back(n);
+        T element{};
+        if (readJson(item, element)) {
+            out.push_back(element);
         }
     }
     return true;
 }
 
+}  // namespace
+
+bool readJson(const JsonValue& v, std::vector<int>& out) {
+    return readJsonArray(v, out);
+}
+
+bool readJson(const JsonValue& v, std::vector<float>& out) {
+    return readJsonArray(v, out);
+}
+
 bool readJson(const JsonValue& v, QStringList& out) {
-    if (!v.IsArray()) {
+    std::vector<QString> items;
+    if (!readJsonArray(v, items)) {
         return false;
     }
-    out.clear();
-    for (const JsonValue& item : v.GetArray()) {
-        QString s;
-        if (readJson(item, s)) {
-            out.push_back(s);
-        }
-    }
+    out = QStringList(items.begin(), items.end());
     return true;
 }
 
@@ -155,15 +166,91 @@ int depthOf(const JsonValue& root) {
     return deepest;
 }
 
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+size_t skipDigits(const std::string& text, size_t at) {
+    while (at < text.size() && isDigit(text[at])) {
+        ++at;
+    }
+    return at;
+}
+
+// RapidJSON 1.1 hands a zero written with a fraction or an exponent far from 0
+// ("0e40", "0.000...0" with 40 zeros) to a full-precision path that normalises a zero
+// significand: undefined behaviour that yields an arbitrary number. Each such number
+// is the double zero, so it becomes "0.0" padded with spaces; a number that is not
+// valid JSON stays as it is for the parser to refuse, and offsets stay the same.
+std::string withZeroNumbersSimplified(const char* text, size_t length) {
+    std::string copy(text, length);
+    bool inString = false;
+    for (size_t i = 0; i < copy.size(); ++i) {
+        const char c = copy[i];
+        if (inString) {
+            if (c == '\\') {
+                ++i;  // the escaped character cannot end the string
+            } else if (c == '"') {
+                inString = false;
+            }
+            continue;
+        }
+        if (c == '"') {
+            inString = true;
+            continue;
+        }
+        if (c != '-' && !isDigit(c)) {
+            continue;
+        }
+        // The longest prefix that the parser reads as one number.
+        const size_t integer = c == '-' ? i + 1 : i;
+        size_t end = skipDigits(copy, integer);
+        bool zero = end == integer + 1 && copy[integer] == '0';
+        bool valid = end > integer;
+        bool isDouble = false;
+        if (valid && end < copy.size() && copy[end] == '.') {
+            const size_t fraction = end + 1;
+            end = skipDigits(copy, fraction);
+            valid = end > fraction;
+            zero = zero && copy.find_first_not_of('0', fraction) >= end;
+            isDouble = true;
+        }
+        if (valid && end < copy.size() && (copy[end] == 'e' || copy[end] == 'E')) {
+            size_t exponent = end + 1;
+            if (exponent < copy.size() && (copy[exponent] == '+' || copy[exponent] == '-')) {
+                ++exponent;
+            }
+            end = skipDigits(copy, exponent);
+            valid = end > exponent;
+            isDouble = true;
+        }
+        // A zero no longer than "0.0" has a one-digit exponent and is parsed exactly;
+        // a longer one keeps a space after "0.0", so that what follows it cannot
+        // become part of the number.
+        const std::string_view simple = c == '-' ? "-0.0" : "0.0";
+        if (valid && zero && isDouble && end - i > simple.size()) {
+            copy.replace(i, end - i, std::string(simple).append(end - i - simple.size(), ' '));
+        }
+        i = std::max(end, i + 1) - 1;
+    }
+    return copy;
+}
+
 }  // namespace
 
 bool readJson(const JsonValue& v, RawJson& out) {
     if (depthOf(v) > kMaxRawDepth) {
         return false;
     }
+    // An escaped lone surrogate (U+DC00 with no partner) parses into bytes that are not
+    // UTF-8; kept, they would make the saved file unreadable.
     rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-    v.Accept(writer);
+    rapidjson::Writer<rapidjson::StringBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>,
+                      rapidjson::CrtAllocator, rapidjson::kWriteValidateEncodingFlag>
+        writer(buffer);
+    if (!v.Accept(writer)) {
+        return false;
+    }
     out.text.assign(buffer.GetString(), buffer.GetSize());
     return true;
 }
@@ -174,7 +261,8 @@ bool parseJson(const char* text, size_t length, rapidjson::Document& doc, QStrin
     constexpr unsigned kFlags = rapidjson::kParseIterativeFlag |
                                 rapidjson::kParseValidateEncodingFlag |
                                 rapidjson::kParseFullPrecisionFlag;
-    doc.Parse<kFlags>(text, length);
+    const std::string cleared = withZeroNumbersSimplified(text, length);
+    doc.Parse<kFlags>(cleared.data(), cleared.size());
     if (doc.HasParseError()) {
         error = QStringLiteral("invalid JSON at byte %1: %2")
                     .arg(doc.GetErrorOffset())

@@ -62,6 +62,7 @@ bool readJson(const JsonValue& v, bool& out);  // only the literal true is true
 bool readJson(const JsonValue& v, float& out);
 bool readJson(const JsonValue& v, QString& out);
 bool readJson(const JsonValue& v, std::vector<int>& out);
+bool readJson(const JsonValue& v, std::vector<float>& out);
 bool readJson(const JsonValue& v, QStringList& out);
 bool readJson(const JsonValue& v, RawJson& out);
 bool readJson(const JsonValue& v, QRect& out);  // rectangle text "x,y,w,h"

@@ -66,26 +66,31 @@ void JsonWriter::value(const QString& v) {
     impl_->writer.String(utf8.constData(), static_cast<rapidjson::SizeType>(utf8.size()));
 }
 
-void JsonWriter::value(const std::vector<int>& v) {
+template <class List>
+void JsonWriter::array(const List& items) {
     startArray();
-    for (int item : v) {
+    for (const auto& item : items) {
         value(item);
     }
     endArray();
 }
 
+void JsonWriter::value(const std::vector<int>& v) {
+    array(v);
+}
+void JsonWriter::value(const std::vector<float>& v) {
+    array(v);
+}
 void JsonWriter::value(const QStringList& v) {
-    startArray();
-    for (const QString& item : v) {
-        value(item);
-    }
-    endArray();
+    array(v);
 }
 
 void JsonWriter::value(const RawJson& v) {
     rapidjson::Document doc;
     // Raw values were validated and depth-checked when read; a broken one writes null.
-    if (doc.Parse(v.text.c_str(), v.text.size()).HasParseError()) {
+    // Full precision, as when reading, so that every number is written back unchanged.
+    if (doc.Parse<rapidjson::kParseFullPrecisionFlag>(v.text.c_str(), v.text.size())
+            .HasParseError()) {
         impl_->writer.Null();
         return;
     }

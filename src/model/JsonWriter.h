@@ -33,6 +33,7 @@ public:
     void value(float v);
     void value(const QString& v);
     void value(const std::vector<int>& v);
+    void value(const std::vector<float>& v);
     void value(const QStringList& v);
     void value(const RawJson& v);
     void value(const QRect& v);  // rectangle text "x,y,w,h"
@@ -47,6 +48,9 @@ public:
     std::string text() const;
 
 private:
+    template <class List>
+    void array(const List& items);
+
     struct Impl;
     Impl* impl_;
 };

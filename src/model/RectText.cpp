@@ -6,8 +6,8 @@ namespace autoscene::model {
 
 namespace {
 
-// Bounded so that x + width stays within int, which QRect relies on.
-constexpr qint64 kRectLimit = qint64(1) << 30;
+// Bounded so that QRect's far edge, x + width - 1, is computed within int.
+constexpr qint64 kRectLimit = (qint64(1) << 30) - 1;
 
 int part(const QString& text) {
     bool ok = false;

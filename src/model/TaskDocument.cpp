@@ -397,4 +397,16 @@ bool TaskDocument::usesLabels() const {
     return found;
 }
 
+bool TaskDocument::usesScreenText() const {
+    bool found = false;
+    forEachCondition([&](const IEditorItem& item) {
+        found = found || item.type() == EditorScreenTextCondition::kType;
+    });
+    forEachAction([&](const IEditorItem& item) {
+        found = found || item.type() == EditorScreenValueAction::kType ||
+                item.type() == EditorClickTextAction::kType;
+    });
+    return found;
+}
+
 }  // namespace autoscene::model

@@ -78,6 +78,8 @@ public:
     void replaceReferences(Ref kind, int fromId, int toId);
     // True when some condition or action uses a label.
     bool usesLabels() const;
+    // True when an item reads text off the screen (so the recognition service is needed).
+    bool usesScreenText() const;
 
     // Calls fn(scene) for the scene list and then the three fixed scenes.
     template <class Self, class Fn>

@@ -1,0 +1,35 @@
+#include "Checks.h"
+
+#include <QLatin1String>
+
+namespace autoscene::fuzz {
+
+namespace {
+
+struct NamedCheck {
+    const char* target;
+    Check check;
+};
+
+constexpr NamedCheck kChecks[] = {
+    {"task_file", checkTaskFile},
+    {"rect_text", checkRectText},
+    {"key_names", checkKeyNames},
+    {"plugin_description", checkPluginDescription},
+    {"image_file_name", checkImageFileName},
+    {"ocr_answer", checkOcrAnswer},
+    {"ocr_upload", checkOcrUpload},
+};
+
+}  // namespace
+
+Check findCheck(QStringView target) {
+    for (const NamedCheck& named : kChecks) {
+        if (target == QLatin1String(named.target)) {
+            return named.check;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace autoscene::fuzz

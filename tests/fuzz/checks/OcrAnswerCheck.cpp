@@ -1,0 +1,67 @@
+#include "Checks.h"
+
+#include <limits>
+#include <string_view>
+#include <vector>
+
+#include "OcrAnswer.h"
+#include "RecognisedText.h"
+
+namespace autoscene::fuzz {
+
+namespace {
+
+using engine::RecognisedText;
+using engine::TextBox;
+
+// Negative sizes are left out, and the far corners must not leave int.
+bool withinBounds(const TextBox& box) {
+    const QRect& r = box.rect;
+    const qint64 right = qint64(r.x()) + r.width();
+    const qint64 bottom = qint64(r.y()) + r.height();
+    return r.width() >= 0 && r.height() >= 0 && right <= std::numeric_limits<int>::max() &&
+           bottom <= std::numeric_limits<int>::max();
+}
+
+// The lines the service would have recognised for these boxes.
+std::vector<ocr::TextLine> asServiceLines(const RecognisedText& text) {
+    std::vector<ocr::TextLine> lines;
+    for (const TextBox& box : text.boxes) {
+        lines.push_back({box.text.toStdString(), box.rect.x(), box.rect.y(), box.rect.width(),
+                         box.rect.height()});
+    }
+    return lines;
+}
+
+}  // namespace
+
+QString checkOcrAnswer(const QByteArray& input) {
+    const std::optional<RecognisedText> read =
+        engine::parseRecognisedText(std::string_view(input.constData(), size_t(input.size())));
+    if (!read) {
+        return {};
+    }
+    for (const TextBox& box : read->boxes) {
+        if (!withinBounds(box)) {
+            return QStringLiteral("the box %1 at %2,%3 sized %4x%5 was taken")
+                .arg(box.text)
+                .arg(box.rect.x())
+                .arg(box.rect.y())
+                .arg(box.rect.width())
+                .arg(box.rect.height());
+        }
+    }
+    const std::string written = ocr::buildAnswerJson(asServiceLines(*read));
+    const std::optional<RecognisedText> again = engine::parseRecognisedText(written);
+    if (!again) {
+        return QStringLiteral("the service's answer %1 does not read")
+            .arg(QString::fromStdString(written));
+    }
+    if (again->boxes != read->boxes) {
+        return QStringLiteral("the service's answer %1 reads as other boxes")
+            .arg(QString::fromStdString(written));
+    }
+    return {};
+}
+
+}  // namespace autoscene::fuzz

@@ -1,0 +1,91 @@
+#include "Checks.h"
+
+#include <httplib.h>
+#include <rapidjson/document.h>
+
+#include <thread>
+
+#include "JsonReader.h"
+#include "OcrServer.h"
+#include "RecognisedText.h"
+#include "RecogniserPool.h"
+
+namespace autoscene::fuzz {
+
+namespace {
+
+constexpr int kOk = 200;
+constexpr int kBadRequest = 400;
+// A decodable upload may be large; its recognition must not look like a lost answer.
+constexpr time_t kReadTimeoutSeconds = 120;
+
+// The service's own HTTP front on a loopback port, in this process and with one
+// English engine: uploads, not recognition, are under test. Started once.
+class LoopbackService {
+public:
+    LoopbackService() : pool_(1, "eng"), server_(pool_), port_(server_.bind(0)) {
+        if (port_ > 0) {
+            serving_ = std::thread([this] { server_.serve(); });
+        }
+    }
+    ~LoopbackService() {
+        if (serving_.joinable()) {
+            server_.stop();
+            serving_.join();
+        }
+    }
+    LoopbackService(const LoopbackService&) = delete;
+    LoopbackService& operator=(const LoopbackService&) = delete;
+
+    int port() const { return port_; }
+
+private:
+    ocr::RecogniserPool pool_;
+    ocr::OcrServer server_;
+    int port_;
+    std::thread serving_;
+};
+
+httplib::Client& client() {
+    static LoopbackService service;
+    static httplib::Client client = [] {
+        httplib::Client made("127.0.0.1", service.port());
+        made.set_read_timeout(kReadTimeoutSeconds);
+        return made;
+    }();
+    return client;
+}
+
+bool isErrorJson(const std::string& body) {
+    rapidjson::Document json;
+    json.Parse(body.data(), body.size());
+    if (json.HasParseError()) {
+        return false;
+    }
+    const model::JsonValue* error = model::findMember(json, "error");
+    return error && error->IsString() && error->GetStringLength() > 0;
+}
+
+}  // namespace
+
+QString checkOcrUpload(const QByteArray& input) {
+    const httplib::Result answer =
+        client().Post("/ocr_detect", input.constData(), size_t(input.size()),
+                      "multipart/form-data; boundary=autoscene-fuzz");
+    if (!answer) {
+        return QStringLiteral("no answer: %1")
+            .arg(QString::fromStdString(httplib::to_string(answer.error())));
+    }
+    const std::string& body = answer->body;
+    if (answer->status == kOk && engine::parseRecognisedText(body)) {
+        return {};
+    }
+    if (answer->status == kBadRequest && isErrorJson(body)) {
+        return {};
+    }
+    return QStringLiteral("answered %1 with %2")
+        .arg(answer->status)
+        .arg(QString::fromStdString(body));
+}
+
+}  // namespace autoscene::fuzz
