@@ -8,5 +8,6 @@ class RuntimeFactory;
 namespace autoscene::actions {
 
 void registerStateActions(engine::RuntimeFactory& factory);
+void registerInputActions(engine::RuntimeFactory& factory);
 
 }  // namespace autoscene::actions

@@ -1,5 +1,7 @@
 #include "MVVariable.h"
 
+#include "ThreadKey.h"
+
 namespace autoscene::engine {
 
 MVVariable::MVVariable(int id, QString name, QString defaultValue, Scope scope)
@@ -10,8 +12,7 @@ MVVariable::MVVariable(int id, QString name, QString defaultValue, Scope scope)
       default_(std::move(defaultValue)) {}
 
 MVVariable::ThreadValue& MVVariable::own() {
-    const auto [it, added] =
-        threads_.try_emplace(std::this_thread::get_id(), ThreadValue{default_, {}, false});
+    const auto [it, added] = threads_.try_emplace(threadKey(), ThreadValue{default_, {}, false});
     return it->second;
 }
 
@@ -37,7 +38,7 @@ QString MVVariable::valueFor(std::thread::id thread) const {
 }
 
 QString MVVariable::value() {
-    return valueFor(std::this_thread::get_id());
+    return valueFor(threadKey());
 }
 
 void MVVariable::setValue(const QString& text) {

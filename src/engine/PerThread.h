@@ -7,6 +7,8 @@
 #include <thread>
 #include <unordered_map>
 
+#include "ThreadKey.h"
+
 namespace autoscene::engine {
 
 template <class T>
@@ -16,9 +18,9 @@ public:
     template <class Init>
     T& get(Init&& init) {
         std::lock_guard lock(mutex_);
-        auto it = entries_.find(std::this_thread::get_id());
+        auto it = entries_.find(threadKey());
         if (it == entries_.end()) {
-            it = entries_.emplace(std::this_thread::get_id(), init()).first;
+            it = entries_.emplace(threadKey(), init()).first;
         }
         return it->second;
     }

@@ -11,6 +11,7 @@ namespace autoscene::engine {
 class RuntimeDefinitions;
 class RunClock;
 class ITargetService;
+class ILabelDetector;
 
 // The run as actions see it.
 class IRunControl {
@@ -28,6 +29,7 @@ struct RunContext {
     RunClock& clock;
     ITargetService& targets;
     IRunControl& control;
+    ILabelDetector* labels = nullptr;  // the run's label detector; none without a model
 };
 
 }  // namespace autoscene::engine

@@ -14,8 +14,8 @@ class ITargetService {
 public:
     virtual ~ITargetService() = default;
 
-    // The target's current frame (BGRA); empty when it cannot be captured.
-    virtual targets::BgraFrame capture(const TaskInfo& task) = 0;
+    // Hands the target's current frame (BGRA) to `consume`; false when it cannot be captured.
+    virtual bool capture(const TaskInfo& task, const targets::FrameConsumer& consume) = 0;
     virtual bool isWindow(targets::WindowHandle window) = 0;
     // Visible top-level windows of other processes, foreground first, then z-order.
     virtual std::vector<targets::WindowHandle> candidateWindows() = 0;
@@ -26,6 +26,9 @@ public:
                        int pressMs) = 0;
     virtual void wheel(const TaskInfo& task, int steps, targets::Point point) = 0;
     virtual void key(const TaskInfo& task, int virtualKey, targets::KeyOp op) = 0;
+    // Every key down in list order, then every key up in reverse order; entries are Qt
+    // modifier codes or virtual keys.
+    virtual void keyGroup(const TaskInfo& task, const std::vector<int>& group) = 0;
     virtual void inputText(const TaskInfo& task, const QString& text) = 0;
 };
 

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <opencv2/imgproc.hpp>
 
+#include "DetectionPool.h"
 #include "EditorScene.h"
 #include "RuntimeFactory.h"
+#include "ScreenDetection.h"
 #include "TaskDocument.h"
 
 namespace autoscene::engine {
@@ -30,7 +32,7 @@ TaskRunner::TaskRunner(const TaskDocument& task, const RuntimeFactory& factory,
       targets_(targets),
       clock_(clock ? std::move(clock) : std::make_shared<RunClock>()),
       definitions_(task, *clock_),
-      context_{task, definitions_, *clock_, targets, *this},
+      context_{task, definitions_, *clock_, targets, *this, &labels_},
       loopMode_(task.settings.loopMode),
       loopIntervalMs_(task.settings.loopInterval),
       concurrency_(task.settings.concurrency) {
@@ -39,7 +41,7 @@ TaskRunner::TaskRunner(const TaskDocument& task, const RuntimeFactory& factory,
 
 TaskRunner::~TaskRunner() {
     stop();
-    std::unique_lock lock(mutex_);
+    std::unique_lock lock(liveMutex_);
     idle_.wait(lock, [this] { return liveThreads_ == 0; });
 }
 
@@ -97,7 +99,7 @@ void TaskRunner::setSceneObserver(IMVSceneEvent* observer) {
 
 bool TaskRunner::start(std::vector<RunTarget> targets) {
     {
-        std::lock_guard lock(mutex_);
+        std::lock_guard lock(liveMutex_);
         if (liveThreads_ > 0) {
             return false;
         }
@@ -112,6 +114,9 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
         claimedWindows_.clear();
     }
     definitions_.resetAll();
+    if (task_.usesLabels()) {
+        labels_.load(labelModelFiles(task_.folderPath, task_.modelId));
+    }
     for (auto& scene : scenes_) {
         scene->state.clear();
         for (RuntimeEvent* event : scene->allEvents()) {
@@ -128,7 +133,7 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
     runEnd_ = RunEnd::Running;
     cyclesCompleted_ = 0;
     {
-        std::lock_guard lock(mutex_);
+        std::lock_guard lock(liveMutex_);
         liveThreads_ = int(targets.size());
         activeTargets_ = int(targets.size());
     }
@@ -187,12 +192,12 @@ void TaskRunner::resume() {
 }
 
 bool TaskRunner::waitUntilIdle(std::chrono::milliseconds timeout) {
-    std::unique_lock lock(mutex_);
+    std::unique_lock lock(liveMutex_);
     return idle_.wait_for(lock, timeout, [this] { return liveThreads_ == 0; });
 }
 
 bool TaskRunner::idle() const {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(liveMutex_);
     return liveThreads_ == 0;
 }
 
@@ -226,12 +231,12 @@ void TaskRunner::finishCurrentTarget(int code) {
     if (!task->running.exchange(false)) {
         return;
     }
-    // In queue mode this thread already holds the runner mutex as its cycle lock.
-    std::unique_lock lock(mutex_, std::defer_lock);
-    if (concurrency_) {
-        lock.lock();
+    bool lastTarget = false;
+    {
+        std::lock_guard lock(liveMutex_);
+        lastTarget = --activeTargets_ < 1;
     }
-    if (--activeTargets_ < 1) {
+    if (lastTarget) {
         if (finishListener_) {
             finishListener_->finished(code);
         }
@@ -294,7 +299,7 @@ void TaskRunner::workerBody(std::shared_ptr<TaskInfo> task) {
     }
 
     targets_.targetEnded(*task);
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(liveMutex_);
     if (--liveThreads_ == 0) {
         idle_.notify_all();
     }
@@ -327,18 +332,22 @@ void TaskRunner::keepWindow(TaskInfo& task) {
 }
 
 void TaskRunner::capture(TaskInfo& task) {
-    const targets::BgraFrame frame =
-        (task.kind == TargetKind::Desktop || task.kind == TargetKind::Window ||
-         task.kind == TargetKind::AndroidDevice)
-            ? targets_.capture(task)
-            : targets::BgraFrame{};
-    const bool usable = !frame.empty() && frame.stride >= frame.width * 4 &&
-                        frame.pixels.size() >= size_t(frame.stride) * size_t(frame.height);
-    if (usable) {
-        const cv::Mat bgra(frame.height, frame.width, CV_8UC4,
-                           const_cast<std::uint8_t*>(frame.pixels.data()), size_t(frame.stride));
-        cv::cvtColor(bgra, task.frame, cv::COLOR_BGRA2BGR);
-    } else {
+    // Converted straight out of the target's buffer into the frame kept between cycles.
+    bool usable = false;
+    const auto convert = [&](const targets::BgraView& view) {
+        usable = view.pixels && view.width > 0 && view.height > 0 && view.stride >= view.width * 4;
+        if (usable) {
+            const cv::Mat bgra(view.height, view.width, CV_8UC4,
+                               const_cast<std::uint8_t*>(view.pixels), size_t(view.stride));
+            cv::cvtColor(bgra, task.frame, cv::COLOR_BGRA2BGR);
+        }
+    };
+    const bool capturable = task.kind == TargetKind::Desktop || task.kind == TargetKind::Window ||
+                            task.kind == TargetKind::AndroidDevice;
+    if (capturable) {
+        targets_.capture(task, convert);
+    }
+    if (!usable) {
         task.frame.release();
         if (runObserver_) {
             runObserver_->captureFailed();
@@ -424,11 +433,7 @@ bool TaskRunner::evaluateScene(Scene& scene, TaskInfo& task) {
     if (scene.observer) {
         scene.observer->traversalBegins(task.frame, scene);
     }
-    for (auto& event : scene.events) {
-        if (event->conditions) {
-            event->conditions->prepare(task);
-        }
-    }
+    prepareScreenItems(scene.events, task, DetectionPool::shared());
     const int count = int(scene.events.size());
     for (int i = 0; i < count && running_ && task.running; ++i) {
         if (i <= state.lastFired) {

@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "LabelDetector.h"
 #include "RunClock.h"
 #include "RunContext.h"
 #include "RunObservers.h"
@@ -93,6 +94,7 @@ private:
     ITargetService& targets_;
     std::shared_ptr<RunClock> clock_;
     RuntimeDefinitions definitions_;
+    LabelDetector labels_;
     RunContext context_;
     std::vector<std::unique_ptr<Scene>> scenes_;
     std::vector<std::shared_ptr<RuntimeEvent>> commonEvents_;
@@ -114,8 +116,11 @@ private:
     std::atomic<std::int64_t> startMs_{0};
     std::atomic<std::int64_t> cyclesCompleted_{0};
 
-    mutable std::mutex mutex_;  // the queue mode's cycle lock; guards the two counters
+    std::mutex mutex_;  // the queue mode's cycle lock
     std::condition_variable wake_;
+    // Guards the two counters apart from the cycle lock, so that asking whether the run is
+    // idle never waits for a cycle to end.
+    mutable std::mutex liveMutex_;
     int liveThreads_ = 0;
     int activeTargets_ = 0;
     std::condition_variable idle_;

@@ -36,13 +36,15 @@ int InProcessTarget::captures() const {
     return captures_;
 }
 
-targets::BgraFrame InProcessTarget::capture(const engine::TaskInfo&) {
+bool InProcessTarget::capture(const engine::TaskInfo&, const targets::FrameConsumer& consume) {
     std::lock_guard lock(mutex_);
     ++captures_;
     if (frames_.empty()) {
-        return {};
+        return false;
     }
-    return frames_[next_++ % frames_.size()];
+    const targets::BgraFrame& frame = frames_[next_++ % frames_.size()];
+    consume(targets::BgraView{frame.width, frame.height, frame.stride, frame.pixels.data()});
+    return true;
 }
 
 bool InProcessTarget::isWindow(targets::WindowHandle window) {
@@ -71,6 +73,15 @@ void InProcessTarget::wheel(const engine::TaskInfo& task, int steps, targets::Po
 
 void InProcessTarget::key(const engine::TaskInfo& task, int virtualKey, targets::KeyOp op) {
     record({RecordedInput::Kind::Key, task.window, {}, virtualKey, int(op), {}});
+}
+
+void InProcessTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
+    for (int code : group) {
+        key(task, code, targets::KeyOp::Down);
+    }
+    for (auto it = group.rbegin(); it != group.rend(); ++it) {
+        key(task, *it, targets::KeyOp::Up);
+    }
 }
 
 void InProcessTarget::inputText(const engine::TaskInfo& task, const QString& text) {

@@ -29,13 +29,15 @@ public:
     std::vector<RecordedInput> inputs() const;
     int captures() const;
 
-    targets::BgraFrame capture(const engine::TaskInfo& task) override;
+    bool capture(const engine::TaskInfo& task, const targets::FrameConsumer& consume) override;
     bool isWindow(targets::WindowHandle window) override;
     std::vector<targets::WindowHandle> candidateWindows() override;
     void mouse(const engine::TaskInfo& task, targets::Point point, targets::MouseOp op,
                int pressMs) override;
     void wheel(const engine::TaskInfo& task, int steps, targets::Point point) override;
     void key(const engine::TaskInfo& task, int virtualKey, targets::KeyOp op) override;
+    // Recorded as the downs and ups it stands for.
+    void keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) override;
     void inputText(const engine::TaskInfo& task, const QString& text) override;
 
 private:

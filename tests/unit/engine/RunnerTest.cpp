@@ -228,7 +228,8 @@ TEST_F(Runner, ScenesChangeAndTheirEntryActionsRunOnce) {
 TEST_F(Runner, StopActionEndsTheRunAndAStartWhileRunningIsRefused) {
     open(QStringLiteral(R"({"scene_list": [%1]})")
              .arg(scene("s", "",
-                        {event("wait", "", {R"({"type": 14, "min": 0, "max": 0})"}),
+                        // A real second, so the run is surely still going at the second start.
+                        {event("wait", "", {R"({"type": 14, "min": 1, "max": 1})"}),
                          event("gate", varEquals(5, "x"), {probe(1)}),
                          event("stop", "", {R"({"type": 10})"})})));
     log.onRun = [](int, TaskInfo&) {};

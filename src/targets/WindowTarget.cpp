@@ -1,0 +1,112 @@
+#include "WindowTarget.h"
+
+#include <QLoggingCategory>
+#include <algorithm>
+
+#include "keys/KeyGroupPress.h"
+
+namespace autoscene::targets {
+
+Q_LOGGING_CATEGORY(lcWindowTarget, "autoscene.targets.window")
+
+namespace {
+
+bool hasChildQuery(const WindowQuery& query) {
+    return !query.childTitle.empty() || !query.childClassName.empty();
+}
+
+}  // namespace
+
+WindowTarget::WindowTarget(IDesktopBackend& backend, Modes modes, WindowQuery query)
+    : backend_(backend), modes_(modes), query_(std::move(query)) {}
+
+bool WindowTarget::ownsForegroundInput() const {
+    std::lock_guard lock(threadsMutex_);
+    return !runnerThreads_.empty() && runnerThreads_.front() == std::this_thread::get_id();
+}
+
+bool WindowTarget::mayDeliver(bool foreground) const {
+    return enabled_ && (!foreground || ownsForegroundInput());
+}
+
+bool WindowTarget::capture(const engine::TaskInfo& task, const FrameConsumer& consume) {
+    switch (task.kind) {
+        case engine::TargetKind::Desktop:
+            return backend_.captureView(0, false, consume);
+        case engine::TargetKind::Window: {
+            const WindowHandle window = task.window;
+            return window && backend_.captureView(window, modes_.backgroundCapture, consume);
+        }
+        default:
+            return false;
+    }
+}
+
+bool WindowTarget::isWindow(WindowHandle window) {
+    return backend_.isWindow(window);
+}
+
+std::vector<WindowHandle> WindowTarget::candidateWindows() {
+    return backend_.topLevelWindows();
+}
+
+void WindowTarget::targetStarted(const engine::TaskInfo&) {
+    std::lock_guard lock(threadsMutex_);
+    runnerThreads_.push_back(std::this_thread::get_id());
+}
+
+void WindowTarget::targetEnded(const engine::TaskInfo&) {
+    std::lock_guard lock(threadsMutex_);
+    std::erase(runnerThreads_, std::this_thread::get_id());
+}
+
+InputTarget WindowTarget::inputTarget(const engine::TaskInfo& task) {
+    InputTarget target;
+    target.window = task.kind == engine::TargetKind::Window ? task.window.load() : 0;
+    if (target.window && hasChildQuery(query_)) {
+        target.child = backend_.findChild(target.window, query_);
+    }
+    return target;
+}
+
+void WindowTarget::mouse(const engine::TaskInfo& task, Point point, MouseOp op, int pressMs) {
+    const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
+    if (!mayDeliver(!background)) {
+        return;
+    }
+    backend_.mouse(inputTarget(task), point, op, pressMs, background);
+}
+
+void WindowTarget::wheel(const engine::TaskInfo& task, int steps, Point point) {
+    const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
+    if (!mayDeliver(!background)) {
+        return;
+    }
+    backend_.wheel(inputTarget(task), steps, point, background);
+}
+
+void WindowTarget::key(const engine::TaskInfo& task, int virtualKey, KeyOp op) {
+    const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
+    if (!mayDeliver(!background)) {
+        return;
+    }
+    backend_.key(inputTarget(task), virtualKey, op, background);
+}
+
+void WindowTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
+    // A group is pressed only by the thread that owns foreground input, whatever the mode.
+    if (!mayDeliver(true)) {
+        return;
+    }
+    const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
+    keys::pressKeyGroup(backend_, inputTarget(task), group, background);
+}
+
+void WindowTarget::inputText(const engine::TaskInfo& task, const QString& text) {
+    if (!enabled_) {
+        return;
+    }
+    backend_.inputText(inputTarget(task), text.toStdString());
+}
+
+}  // namespace autoscene::targets
