@@ -1,0 +1,121 @@
+#include "RunOptions.h"
+
+#include <QCommandLineParser>
+
+namespace autoscene::app {
+
+namespace {
+
+constexpr int kBadArguments = 2;
+
+ParsedRunOptions failure(const QString& message) {
+    return {std::nullopt, kBadArguments, message};
+}
+
+std::optional<int> parseInt(const QString& text, int min, int max) {
+    bool ok = false;
+    const int value = text.toInt(&ok);
+    return ok && value >= min && value <= max ? std::optional<int>(value) : std::nullopt;
+}
+
+}  // namespace
+
+ParsedRunOptions parseRunOptions(const QStringList& arguments) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        "Runs a task folder (holding script.json, image/ and ori/) on a desktop window or the "
+        "whole desktop, printing scene changes, fired events and action results as it goes.\n"
+        "Exit codes: 0 the run ended (stop action or Ctrl+C), 124 the time limit ended it, "
+        "2 bad arguments or a task that cannot be opened, 3 no target window found.");
+    parser.addHelpOption();
+    parser.addPositionalArgument("TASK_DIR", "The task folder.");
+    const QCommandLineOption window("window", "Drive the window whose title is exactly TITLE.",
+                                    "TITLE");
+    const QCommandLineOption className("class", "Drive a window of class NAME (WM_CLASS).", "NAME");
+    const QCommandLineOption fullScreen("full-screen", "Drive the whole desktop.");
+    const QCommandLineOption background(
+        "background",
+        "Capture the window's own contents and send synthetic input, so the "
+        "window may be covered.");
+    const QCommandLineOption foreground(
+        "foreground", "Capture the screen and send real input after raising the window.");
+    const QCommandLineOption timeLimit("time-limit", "End the run after SECONDS (exit 124).",
+                                       "SECONDS");
+    const QCommandLineOption loopMode(
+        "loop-mode", "1: every event of a scene per cycle; 2: one event per cycle.", "MODE");
+    const QCommandLineOption loopInterval("loop-interval", "Pause before every cycle.", "MS");
+    const QCommandLineOption variable("var", "Start variable ID with VALUE (repeatable).",
+                                      "ID=VALUE");
+    const QCommandLineOption json("json", "Print one JSON object per line.");
+    const QCommandLineOption saveFrame("save-frame", "Save the last captured frame as a PNG.",
+                                       "FILE");
+    const QCommandLineOption verbose("verbose", "Print the diagnostic log on stderr.");
+    parser.addOptions({window, className, fullScreen, background, foreground, timeLimit, loopMode,
+                       loopInterval, variable, json, saveFrame, verbose});
+
+    QStringList withProgram = arguments;
+    withProgram.prepend("autoscene-run");
+    if (!parser.parse(withProgram)) {
+        return failure(parser.errorText());
+    }
+    if (parser.isSet("help")) {
+        return {std::nullopt, 0, parser.helpText()};
+    }
+    const QStringList positional = parser.positionalArguments();
+    if (positional.size() != 1) {
+        return failure(QStringLiteral("expected one task folder\n\n") + parser.helpText());
+    }
+
+    RunOptions options;
+    options.taskFolder = positional.front();
+    if (parser.isSet(window)) {
+        options.windowTitle = parser.value(window);
+    }
+    if (parser.isSet(className)) {
+        options.className = parser.value(className);
+    }
+    options.fullScreen = parser.isSet(fullScreen);
+    if (options.fullScreen && (options.windowTitle || options.className)) {
+        return failure("--full-screen cannot be combined with --window or --class");
+    }
+    if (parser.isSet(background) && parser.isSet(foreground)) {
+        return failure("--background and --foreground exclude each other");
+    }
+    if (parser.isSet(background) || parser.isSet(foreground)) {
+        options.background = parser.isSet(background);
+    }
+    if (parser.isSet(timeLimit)) {
+        const auto seconds = parseInt(parser.value(timeLimit), 0, 100 * 24 * 3600);
+        if (!seconds) {
+            return failure("--time-limit needs a whole number of seconds: " +
+                           parser.value(timeLimit));
+        }
+        options.timeLimitSeconds = *seconds;
+    }
+    if (parser.isSet(loopMode)) {
+        options.loopMode = parseInt(parser.value(loopMode), 1, 2);
+        if (!options.loopMode) {
+            return failure("--loop-mode is 1 or 2: " + parser.value(loopMode));
+        }
+    }
+    if (parser.isSet(loopInterval)) {
+        options.loopIntervalMs = parseInt(parser.value(loopInterval), 0, 24 * 3600 * 1000);
+        if (!options.loopIntervalMs) {
+            return failure("--loop-interval needs milliseconds: " + parser.value(loopInterval));
+        }
+    }
+    for (const QString& assignment : parser.values(variable)) {
+        const qsizetype equals = assignment.indexOf('=');
+        const auto id = parseInt(assignment.left(equals), 1, INT32_MAX);
+        if (equals < 0 || !id) {
+            return failure("--var needs ID=VALUE with a numeric id: " + assignment);
+        }
+        options.variables[*id] = assignment.mid(equals + 1);
+    }
+    options.json = parser.isSet(json);
+    options.verbose = parser.isSet(verbose);
+    options.saveFrame = parser.value(saveFrame);
+    return {std::move(options), 0, {}};
+}
+
+}  // namespace autoscene::app

@@ -1,0 +1,34 @@
+#pragma once
+// Command line of the headless runner.
+
+#include <QString>
+#include <QStringList>
+#include <map>
+#include <optional>
+
+namespace autoscene::app {
+
+struct RunOptions {
+    QString taskFolder;
+    std::optional<QString> windowTitle;  // replaces the task's window title; full match
+    std::optional<QString> className;    // replaces the task's window class
+    bool fullScreen = false;
+    std::optional<bool> background;  // both background input and capture; the task's own else
+    int timeLimitSeconds = -1;       // -1: none
+    std::optional<int> loopMode;
+    std::optional<int> loopIntervalMs;
+    std::map<int, QString> variables;  // start values by definition id
+    bool json = false;
+    bool verbose = false;  // the diagnostic log on stderr
+    QString saveFrame;     // PNG written with the last frame when the run ends
+};
+
+struct ParsedRunOptions {
+    std::optional<RunOptions> options;  // none: exit with `exitCode` after printing `message`
+    int exitCode = 0;
+    QString message;
+};
+
+ParsedRunOptions parseRunOptions(const QStringList& arguments);
+
+}  // namespace autoscene::app

@@ -1,0 +1,93 @@
+#include "RunReporter.h"
+
+#include <QJsonDocument>
+
+#include "IAction.h"
+#include "Scene.h"
+
+namespace autoscene::app {
+
+RunReporter::RunReporter(QTextStream& out, bool json) : out_(out), json_(json) {}
+
+int RunReporter::targetNumber() {
+    const auto [it, added] = targets_.try_emplace(std::this_thread::get_id(), 0);
+    if (added) {
+        it->second = int(targets_.size());
+    }
+    return it->second;
+}
+
+void RunReporter::print(const QJsonObject& line, const QString& text) {
+    if (json_) {
+        out_ << QJsonDocument(line).toJson(QJsonDocument::Compact) << '\n';
+    } else {
+        out_ << text << '\n';
+    }
+    out_.flush();
+}
+
+void RunReporter::traversalBegins(const cv::Mat&, const engine::Scene& scene) {
+    std::lock_guard lock(mutex_);
+    const int target = targetNumber();
+    const engine::Scene*& current = currentScenes_[target];
+    if (current == &scene) {
+        return;
+    }
+    current = &scene;
+    print({{"type", "scene"}, {"target", target}, {"scene", scene.name}},
+          QStringLiteral("[%1] scene \"%2\"").arg(target).arg(scene.name));
+}
+
+void RunReporter::eventFired(const engine::Scene& scene, const engine::RuntimeEvent& event) {
+    ++eventsFired_;
+    std::lock_guard lock(mutex_);
+    const int target = targetNumber();
+    print({{"type", "event"}, {"target", target}, {"scene", scene.name}, {"event", event.name}},
+          QStringLiteral("[%1] event \"%2\" fired").arg(target).arg(event.name));
+}
+
+void RunReporter::actionsDone(const engine::Scene&, const engine::RuntimeEvent& event) {
+    std::lock_guard lock(mutex_);
+    const int target = targetNumber();
+    for (const auto& action : event.actions) {
+        const QJsonObject result = action->state(std::this_thread::get_id());
+        print({{"type", "action"}, {"target", target}, {"event", event.name}, {"result", result}},
+              QStringLiteral("[%1]   action %2")
+                  .arg(target)
+                  .arg(QString::fromUtf8(QJsonDocument(result).toJson(QJsonDocument::Compact))));
+    }
+}
+
+void RunReporter::threadStartedOnWindow(targets::WindowHandle window) {
+    std::lock_guard lock(mutex_);
+    const int target = targetNumber();
+    print({{"type", "target"}, {"target", target}, {"window", QString::number(window)}},
+          QStringLiteral("[%1] on window 0x%2").arg(target).arg(window, 0, 16));
+}
+
+void RunReporter::captureFailed() {
+    if (captureFailureShown_.exchange(true)) {
+        return;
+    }
+    std::lock_guard lock(mutex_);
+    print({{"type", "warning"}, {"message", "capture failed: the window is gone or hidden"}},
+          "capture failed: the window is gone or hidden (shown once)");
+}
+
+void RunReporter::printSummary(const RunSummary& summary) {
+    const double perSecond = summary.seconds > 0 ? double(summary.cycles) / summary.seconds : 0;
+    std::lock_guard lock(mutex_);
+    print({{"type", "summary"},
+           {"cycles", qint64(summary.cycles)},
+           {"cycles_per_second", perSecond},
+           {"events_fired", eventsFired_.load()},
+           {"ended", summary.ended}},
+          QStringLiteral("%1 cycles in %2 s (%3 cycles/s), %4 events fired, ended: %5")
+              .arg(summary.cycles)
+              .arg(summary.seconds, 0, 'f', 2)
+              .arg(perSecond, 0, 'f', 1)
+              .arg(eventsFired_.load())
+              .arg(summary.ended));
+}
+
+}  // namespace autoscene::app

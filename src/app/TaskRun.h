@@ -1,0 +1,28 @@
+#pragma once
+// One headless run of a task folder on a desktop back end: what autoscene-run does
+// between parsing its command line and exiting.
+
+#include <QTextStream>
+#include <chrono>
+#include <functional>
+
+#include "RunOptions.h"
+#include "targets/DesktopBackend.h"
+
+namespace autoscene::app {
+
+// Exit codes of a run.
+enum RunExitCode : int {
+    kRunEnded = 0,
+    kBadArguments = 2,
+    kNoTarget = 3,
+    kTimeLimit = 124,
+};
+
+// Waits up to the given time for the user's request to stop; true when it came.
+using StopRequest = std::function<bool(std::chrono::milliseconds)>;
+
+int runTask(const RunOptions& options, targets::IDesktopBackend& backend, QTextStream& out,
+            QTextStream& err, const StopRequest& stopRequested);
+
+}  // namespace autoscene::app

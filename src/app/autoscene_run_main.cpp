@@ -1,0 +1,38 @@
+#include <QCoreApplication>
+#include <QLoggingCategory>
+#include <QTextStream>
+
+#include "RunOptions.h"
+#include "StopSignals.h"
+#include "TaskRun.h"
+#include "X11Backend.h"
+
+Q_LOGGING_CATEGORY(lcDesktop, "autoscene.targets.x11")
+
+int main(int argc, char* argv[]) {
+    // Before any thread exists, so that only the waiting main thread sees Ctrl+C.
+    autoscene::system::StopSignals stopSignals;
+    QCoreApplication app(argc, argv);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    QStringList arguments = QCoreApplication::arguments();
+    arguments.removeFirst();
+
+    const autoscene::app::ParsedRunOptions parsed = autoscene::app::parseRunOptions(arguments);
+    if (!parsed.options) {
+        (parsed.exitCode == 0 ? out : err) << parsed.message << '\n';
+        return parsed.exitCode;
+    }
+    if (!parsed.options->verbose) {
+        QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    }
+    const auto backend = autoscene::targets::makeX11Backend(
+        nullptr, [](const std::string& line) { qCDebug(lcDesktop).noquote() << line.c_str(); });
+    if (!backend) {
+        err << "cannot open the X display " << qEnvironmentVariable("DISPLAY") << '\n';
+        return autoscene::app::kNoTarget;
+    }
+    return autoscene::app::runTask(
+        *parsed.options, *backend, out, err,
+        [&](std::chrono::milliseconds timeout) { return stopSignals.wait(timeout); });
+}
