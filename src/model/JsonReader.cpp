@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -177,12 +178,39 @@ size_t skipDigits(const std::string& text, size_t at) {
     return at;
 }
 
-// RapidJSON 1.1 hands a zero written with a fraction or an exponent far from 0
-// ("0e40", "0.000...0" with 40 zeros) to a full-precision path that normalises a zero
-// significand: undefined behaviour that yields an arbitrary number. Each such number
-// is the double zero, so it becomes "0.0" padded with spaces; a number that is not
-// valid JSON stays as it is for the parser to refuse, and offsets stay the same.
-std::string withZeroNumbersSimplified(const char* text, size_t length) {
+// The decimal exponent of a number's leading significant digit, so that the number
+// lies in [10^magnitude, 10^(magnitude + 1)); nullopt for a zero. The exponent is read
+// saturated: anything beyond 100000 is far outside every double either way.
+std::optional<long> magnitudeOf(const std::string& text, size_t integer, size_t integerEnd,
+                                size_t fraction, size_t fractionEnd, size_t exponent,
+                                size_t exponentEnd) {
+    long exp = 0;
+    const bool negative = exponent < exponentEnd && text[exponent - 1] == '-';
+    for (size_t i = exponent; i < exponentEnd; ++i) {
+        exp = std::min(exp * 10 + (text[i] - '0'), 100000L);
+    }
+    exp = negative ? -exp : exp;
+    for (size_t i = integer; i < integerEnd; ++i) {
+        if (text[i] != '0') {
+            return long(integerEnd - i) - 1 + exp;
+        }
+    }
+    for (size_t i = fraction; i < fractionEnd; ++i) {
+        if (text[i] != '0') {
+            return -long(i - fraction) - 1 + exp;
+        }
+    }
+    return std::nullopt;
+}
+
+// RapidJSON 1.1's full-precision path goes wrong at the edges of the double range:
+// a zero written with a fraction or an exponent far from 0 ("0e40") or a number below
+// about 1e-307 reads as an arbitrary number, and one of 1e308 or more as an arbitrary
+// number, infinity or NaN, or it fails an assertion. The first two are the double
+// zero, so they become "0.0" padded with spaces (offsets stay the same); the last is
+// refused with the byte offset in `error`. A number that is not valid JSON stays as
+// it is for the parser to refuse.
+std::string withNumbersInRange(const char* text, size_t length, QString& error) {
     std::string copy(text, length);
     bool inString = false;
     for (size_t i = 0; i < copy.size(); ++i) {
@@ -204,32 +232,41 @@ std::string withZeroNumbersSimplified(const char* text, size_t length) {
         }
         // The longest prefix that the parser reads as one number.
         const size_t integer = c == '-' ? i + 1 : i;
-        size_t end = skipDigits(copy, integer);
-        bool zero = end == integer + 1 && copy[integer] == '0';
+        const size_t integerEnd = skipDigits(copy, integer);
+        size_t end = integerEnd;
         bool valid = end > integer;
+        size_t fraction = end;
+        size_t fractionEnd = end;
+        size_t exponent = end;
+        size_t exponentEnd = end;
         bool isDouble = false;
         if (valid && end < copy.size() && copy[end] == '.') {
-            const size_t fraction = end + 1;
-            end = skipDigits(copy, fraction);
+            fraction = end + 1;
+            end = fractionEnd = skipDigits(copy, fraction);
             valid = end > fraction;
-            zero = zero && copy.find_first_not_of('0', fraction) >= end;
             isDouble = true;
         }
         if (valid && end < copy.size() && (copy[end] == 'e' || copy[end] == 'E')) {
-            size_t exponent = end + 1;
+            exponent = end + 1;
             if (exponent < copy.size() && (copy[exponent] == '+' || copy[exponent] == '-')) {
                 ++exponent;
             }
-            end = skipDigits(copy, exponent);
+            end = exponentEnd = skipDigits(copy, exponent);
             valid = end > exponent;
             isDouble = true;
         }
-        // A zero no longer than "0.0" has a one-digit exponent and is parsed exactly;
-        // a longer one keeps a space after "0.0", so that what follows it cannot
-        // become part of the number.
-        const std::string_view simple = c == '-' ? "-0.0" : "0.0";
-        if (valid && zero && isDouble && end - i > simple.size()) {
-            copy.replace(i, end - i, std::string(simple).append(end - i - simple.size(), ' '));
+        if (valid) {
+            const std::optional<long> magnitude = magnitudeOf(copy, integer, integerEnd, fraction,
+                                                              fractionEnd, exponent, exponentEnd);
+            if (magnitude && *magnitude >= 308) {
+                error = QStringLiteral("invalid JSON at byte %1: number too big").arg(i);
+                return {};
+            }
+            // "0.0" itself has a one-digit exponent and is parsed exactly.
+            const std::string_view simple = c == '-' ? "-0.0" : "0.0";
+            if (isDouble && (!magnitude || *magnitude < -307) && end - i > simple.size()) {
+                copy.replace(i, end - i, std::string(simple).append(end - i - simple.size(), ' '));
+            }
         }
         i = std::max(end, i + 1) - 1;
     }
@@ -261,7 +298,12 @@ bool parseJson(const char* text, size_t length, rapidjson::Document& doc, QStrin
     constexpr unsigned kFlags = rapidjson::kParseIterativeFlag |
                                 rapidjson::kParseValidateEncodingFlag |
                                 rapidjson::kParseFullPrecisionFlag;
-    const std::string cleared = withZeroNumbersSimplified(text, length);
+    QString rangeError;
+    const std::string cleared = withNumbersInRange(text, length, rangeError);
+    if (!rangeError.isEmpty()) {
+        error = rangeError;
+        return false;
+    }
     doc.Parse<kFlags>(cleared.data(), cleared.size());
     if (doc.HasParseError()) {
         error = QStringLiteral("invalid JSON at byte %1: %2")

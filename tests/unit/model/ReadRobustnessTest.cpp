@@ -10,6 +10,7 @@
 #include <csignal>
 
 #include "EditorActions.h"
+#include "JsonReader.h"
 #include "TaskDocument.h"
 #include "TestSupport.h"
 
@@ -34,6 +35,30 @@ TEST(ReadRobustness, TopLevelMustBeAnObjectAndTextMustBeUtf8) {
     const OpenResult latin1 = task.openText("{\"name\": \"caf\xe9\"}");
     EXPECT_FALSE(latin1.ok);
     EXPECT_TRUE(latin1.error.contains(QStringLiteral("byte")));
+}
+
+TEST(ReadRobustness, NumbersAtTheEdgesOfTheDoubleRangeReadExactlyOrAreRefused) {
+    rapidjson::Document json;
+    QString error;
+    for (const char* tooBig : {R"({"a": 92760760679354105e296})", R"({"a": -1e400})",
+                               R"({"a": 9e307, "b": 2e308})", R"({"a": [123456789e300]})"}) {
+        EXPECT_FALSE(parseJson(tooBig, strlen(tooBig), json, error)) << tooBig;
+        EXPECT_TRUE(error.contains(QStringLiteral("number too big"))) << error.toStdString();
+    }
+    const std::string text = R"({"a": 92760760679354105e296})";
+    ASSERT_FALSE(parseJson(text.data(), text.size(), json, error));
+    EXPECT_TRUE(error.contains(QStringLiteral("at byte 6"))) << error.toStdString();
+
+    const std::string tiny = R"({"a": 0.000000001e-320, "b": -1e-330, "c": 0e40, "d": 0.0})";
+    ASSERT_TRUE(parseJson(tiny.data(), tiny.size(), json, error)) << error.toStdString();
+    for (const char* key : {"a", "b", "c", "d"}) {
+        EXPECT_EQ(json[key].GetDouble(), 0.0) << key;
+    }
+    const std::string inRange = R"({"a": 9.9e307, "b": 2.5e-300, "c": 123456789012345678901234})";
+    ASSERT_TRUE(parseJson(inRange.data(), inRange.size(), json, error)) << error.toStdString();
+    EXPECT_EQ(json["a"].GetDouble(), 9.9e307);
+    EXPECT_EQ(json["b"].GetDouble(), 2.5e-300);
+    EXPECT_EQ(json["c"].GetDouble(), 123456789012345678901234.0);
 }
 
 TEST(ReadRobustness, KeysOfTheWrongTypeReadAsDefaults) {
