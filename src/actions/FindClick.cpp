@@ -24,16 +24,26 @@ QJsonObject clickedResult(QJsonObject result, QPoint point) {
     return result;
 }
 
-void clickRepeatedly(engine::RunContext& context, TaskInfo& task, QPoint point, targets::MouseOp op,
-                     const ClickTiming& timing) {
-    const int pressMs = engine::pressTimeMs(timing.pressSeconds);
-    const std::int64_t intervalMs = engine::secondsToMs(timing.intervalSeconds);
-    for (int i = 0; i < timing.clickTimes; ++i) {
+FindClickAction::FindClickAction(int type, engine::RunContext& context,
+                                 std::optional<QRect> clickArea, targets::MouseOp op,
+                                 ClickTiming timing, float waitSeconds)
+    : IAction(type, waitSeconds),
+      clickArea_(clickArea),
+      context_(context),
+      op_(op),
+      timing_(timing) {}
+
+float FindClickAction::click(TaskInfo& task, const QJsonObject& result, QPoint point) {
+    setResult(result);
+    const int pressMs = engine::pressTimeMs(timing_.pressSeconds);
+    const std::int64_t intervalMs = engine::secondsToMs(timing_.intervalSeconds);
+    for (int i = 0; i < timing_.clickTimes; ++i) {
         if (i > 0 && intervalMs > 0) {
-            context.clock.sleepMs(intervalMs);
+            context_.clock.sleepMs(intervalMs);
         }
-        context.targets.mouse(task, {point.x(), point.y()}, op, pressMs);
+        context_.targets.mouse(task, {point.x(), point.y()}, op_, pressMs);
     }
+    return waitSeconds();
 }
 
 }  // namespace autoscene::actions

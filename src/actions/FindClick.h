@@ -22,9 +22,25 @@ QRect clickRect(const std::optional<QRect>& area, QPoint origin, QPoint found,
 // `result` as recorded when the action clicks at `point`.
 QJsonObject clickedResult(QJsonObject result, QPoint point);
 
-// One press time for all clicks; `clickTimes` clicks at `point` with the interval
-// between them; none when the count is below 1.
-void clickRepeatedly(engine::RunContext& context, TaskInfo& task, QPoint point, targets::MouseOp op,
-                     const ClickTiming& timing);
+// An action that finds something on the frame and clicks it: its click area, mouse
+// operation and timing, and the click it ends with.
+class FindClickAction : public IAction {
+protected:
+    FindClickAction(int type, engine::RunContext& context, std::optional<QRect> clickArea,
+                    targets::MouseOp op, ClickTiming timing, float waitSeconds);
+
+    // Records `result`, then clicks `point` `clickTimes` times with one press time for
+    // all and the interval between them (none when the count is below 1); returns the
+    // wait after the action.
+    float click(TaskInfo& task, const QJsonObject& result, QPoint point);
+
+    // Where the record's click area (or offset) lies before it is moved to the find.
+    const std::optional<QRect> clickArea_;
+
+private:
+    engine::RunContext& context_;
+    const targets::MouseOp op_;
+    const ClickTiming timing_;
+};
 
 }  // namespace autoscene::actions

@@ -8,12 +8,8 @@ namespace autoscene::actions {
 
 ImageAction::ImageAction(engine::RunContext& context, Target target, std::optional<QRect> clickArea,
                          targets::MouseOp op, ClickTiming timing, float waitSeconds)
-    : IAction(kType, waitSeconds),
-      context_(context),
-      target_(std::move(target)),
-      clickArea_(clickArea),
-      op_(op),
-      timing_(timing) {}
+    : FindClickAction(kType, context, clickArea, op, timing, waitSeconds),
+      target_(std::move(target)) {}
 
 float ImageAction::run(TaskInfo& task) {
     const engine::MatchResult match =
@@ -30,9 +26,7 @@ float ImageAction::run(TaskInfo& task) {
     }
     const QPoint point = engine::randomPointIn(
         clickRect(clickArea_, target_.origin, match.match.topLeft(), match.match));
-    setResult(clickedResult(result, point));
-    clickRepeatedly(context_, task, point, op_, timing_);
-    return waitSeconds();
+    return click(task, clickedResult(result, point), point);
 }
 
 }  // namespace autoscene::actions

@@ -10,7 +10,7 @@
 
 namespace autoscene::actions {
 
-class ImageAction : public IAction {
+class ImageAction : public FindClickAction {
 public:
     static constexpr int kType = 2;
 
@@ -26,11 +26,7 @@ public:
     float run(TaskInfo& task) override;
 
 private:
-    engine::RunContext& context_;
     const Target target_;
-    const std::optional<QRect> clickArea_;
-    const targets::MouseOp op_;
-    const ClickTiming timing_;
 };
 
 }  // namespace autoscene::actions

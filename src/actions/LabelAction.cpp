@@ -17,12 +17,8 @@ QString labelMissingText() {
 LabelAction::LabelAction(engine::RunContext& context, LabelTarget target,
                          std::optional<QRect> clickArea, targets::MouseOp op, ClickTiming timing,
                          float waitSeconds)
-    : IAction(kType, waitSeconds),
-      context_(context),
-      target_(std::move(target)),
-      clickArea_(clickArea),
-      op_(op),
-      timing_(timing) {}
+    : FindClickAction(kType, context, clickArea, op, timing, waitSeconds),
+      target_(std::move(target)) {}
 
 float LabelAction::run(TaskInfo& task) {
     const QString label = target_.name();
@@ -44,9 +40,7 @@ float LabelAction::run(TaskInfo& task) {
     const QRect box = engine::boxRect(*find.box);
     const QPoint point = engine::randomPointIn(
         clickRect(clickArea_, clickArea_ ? clickArea_->topLeft() : QPoint(), box.topLeft(), box));
-    setResult(clickedResult(result, point));
-    clickRepeatedly(context_, task, point, op_, timing_);
-    return waitSeconds();
+    return click(task, clickedResult(result, point), point);
 }
 
 }  // namespace autoscene::actions

@@ -22,7 +22,7 @@ struct LabelTarget {
 // Shown when the model or the label cannot be found.
 QString labelMissingText();
 
-class LabelAction : public IAction {
+class LabelAction : public FindClickAction {
 public:
     static constexpr int kType = 18;
 
@@ -32,11 +32,7 @@ public:
     float run(TaskInfo& task) override;
 
 private:
-    engine::RunContext& context_;
     const LabelTarget target_;
-    const std::optional<QRect> clickArea_;
-    const targets::MouseOp op_;
-    const ClickTiming timing_;
 };
 
 }  // namespace autoscene::actions

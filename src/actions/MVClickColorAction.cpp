@@ -9,13 +9,9 @@ MVClickColorAction::MVClickColorAction(engine::RunContext& context, std::optiona
                                        engine::SearchArea searchArea,
                                        std::optional<QRect> clickArea, targets::MouseOp op,
                                        ClickTiming timing, float waitSeconds)
-    : IAction(kType, waitSeconds),
-      context_(context),
+    : FindClickAction(kType, context, clickArea, op, timing, waitSeconds),
       colour_(std::move(colour)),
-      searchArea_(std::move(searchArea)),
-      clickArea_(clickArea),
-      op_(op),
-      timing_(timing) {}
+      searchArea_(std::move(searchArea)) {}
 
 QPoint MVClickColorAction::currentPoint() {
     return currentPoints_.get([] { return QPoint(-1, -1); });
@@ -55,9 +51,7 @@ float MVClickColorAction::run(TaskInfo& task) {
         engine::randomPointIn(clickRect(clickArea_, clickArea_ ? clickArea_->topLeft() : QPoint(),
                                         current, QRect(current, QSize())));
     result[QStringLiteral("clicked")] = true;
-    setResult(result);
-    clickRepeatedly(context_, task, point, op_, timing_);
-    return waitSeconds();
+    return click(task, result, point);
 }
 
 }  // namespace autoscene::actions

@@ -10,12 +10,8 @@ namespace autoscene::actions {
 MVClickTextAction::MVClickTextAction(engine::RunContext& context, engine::TextSearch search,
                                      std::optional<QRect> clickOffset, targets::MouseOp op,
                                      ClickTiming timing, float waitSeconds)
-    : IAction(kType, waitSeconds),
-      context_(context),
-      search_(std::move(search)),
-      clickOffset_(clickOffset),
-      op_(op),
-      timing_(timing) {}
+    : FindClickAction(kType, context, clickOffset, op, timing, waitSeconds),
+      search_(std::move(search)) {}
 
 float MVClickTextAction::run(TaskInfo& task) {
     const std::vector<engine::TextBox> found = search_.find(task);
@@ -26,7 +22,7 @@ float MVClickTextAction::run(TaskInfo& task) {
     }
     QJsonObject result{{QStringLiteral("type"), type()},
                        {QStringLiteral("clicked"), false},
-                       {QStringLiteral("is_deviation"), clickOffset_.has_value()},
+                       {QStringLiteral("is_deviation"), clickArea_.has_value()},
                        {QStringLiteral("rect"), QString()},
                        {QStringLiteral("text"), QString()},
                        {QStringLiteral("results"), results}};
@@ -36,13 +32,11 @@ float MVClickTextAction::run(TaskInfo& task) {
     }
     const engine::TextBox& target = found.front();
     const QRect clickArea =
-        clickOffset_ ? clickOffset_->translated(target.rect.topLeft()) : target.rect;
+        clickArea_ ? clickArea_->translated(target.rect.topLeft()) : target.rect;
     result[QStringLiteral("clicked")] = true;
     result[QStringLiteral("rect")] = engine::formatRectList({clickArea});
     result[QStringLiteral("text")] = target.text;
-    setResult(result);
-    clickRepeatedly(context_, task, engine::randomPointIn(clickArea), op_, timing_);
-    return waitSeconds();
+    return click(task, result, engine::randomPointIn(clickArea));
 }
 
 }  // namespace autoscene::actions

@@ -9,7 +9,7 @@
 
 namespace autoscene::actions {
 
-class MVClickTextAction : public IAction {
+class MVClickTextAction : public FindClickAction {
 public:
     static constexpr int kType = 15;
 
@@ -19,11 +19,7 @@ public:
     float run(TaskInfo& task) override;
 
 private:
-    engine::RunContext& context_;
     const engine::TextSearch search_;
-    const std::optional<QRect> clickOffset_;
-    const targets::MouseOp op_;
-    const ClickTiming timing_;
 };
 
 }  // namespace autoscene::actions

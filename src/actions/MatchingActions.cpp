@@ -46,17 +46,14 @@ void registerMatchingActions(engine::RuntimeFactory& factory) {
             imageTarget(c, r.imageId, r.searchId), c.definitions.find(r.variableId),
             c.definitions.cropRect(r.deviationId), SaveCoordKind(r.saveType == 1 ? 1 : 0));
     });
-    factory.addAction(EditorClickColorAction::kType, [](const IEditorAction& record,
-                                                        RunContext& c) {
-        const auto& r = static_cast<const EditorClickColorAction&>(record);
-        std::optional<MVClickColorAction::Colour> colour;
-        if (const ColorRecord* found = c.task.color(r.colorId)) {
-            colour = MVClickColorAction::Colour{found->name, found->color, found->sim};
-        }
-        return std::make_unique<MVClickColorAction>(
-            c, colour, SearchArea(c.definitions, r.searchId), c.definitions.cropRect(r.deviationId),
-            mouseOpOf(r.button), ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
-    });
+    factory.addAction(
+        EditorClickColorAction::kType, [](const IEditorAction& record, RunContext& c) {
+            const auto& r = static_cast<const EditorClickColorAction&>(record);
+            return std::make_unique<MVClickColorAction>(
+                c, engine::searchColour(c.task, r.colorId), SearchArea(c.definitions, r.searchId),
+                c.definitions.cropRect(r.deviationId), mouseOpOf(r.button),
+                ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
+        });
     factory.addAction(EditorLabelAction::kType, [](const IEditorAction& record, RunContext& c) {
         const auto& r = static_cast<const EditorLabelAction&>(record);
         return std::make_unique<LabelAction>(

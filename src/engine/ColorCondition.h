@@ -5,6 +5,7 @@
 #include <QRect>
 #include <optional>
 
+#include "ColorSearch.h"
 #include "ScreenItem.h"
 
 namespace autoscene::engine {
@@ -13,11 +14,7 @@ class ColorCondition : public ScreenItem {
 public:
     static constexpr int kType = 7;
 
-    struct Colour {
-        QString name;
-        std::int64_t rgb = 0;  // 0xRRGGBB
-        float similarity = 0.9f;
-    };
+    using Colour = SearchColour;
     struct Tests {
         int count = 0;
         int countTolerance = 0;

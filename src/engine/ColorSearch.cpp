@@ -1,9 +1,18 @@
 #include "ColorSearch.h"
 
+#include "TaskDocument.h"
+
 #include <algorithm>
 #include <opencv2/core.hpp>
 
 namespace autoscene::engine {
+
+std::optional<SearchColour> searchColour(const model::TaskDocument& task, int id) {
+    if (const model::ColorRecord* found = task.color(id)) {
+        return SearchColour{found->name, found->color, found->sim};
+    }
+    return std::nullopt;
+}
 
 void filterColor(const cv::Mat& bgr, std::int64_t rgb, float similarity, cv::Mat& mask) {
     const double tolerance = (1.0 - double(similarity)) * 255.0;

@@ -4,11 +4,26 @@
 
 #include <QPoint>
 #include <QRect>
+#include <QString>
 #include <cstdint>
 #include <opencv2/core/mat.hpp>
 #include <optional>
 
+namespace autoscene::model {
+class TaskDocument;
+}
+
 namespace autoscene::engine {
+
+// A colour of the task as the searches use it.
+struct SearchColour {
+    QString name;
+    std::int64_t rgb = 0;  // 0xRRGGBB
+    float similarity = 0.9f;
+};
+
+// The task's colour `id`; nothing when it was deleted.
+std::optional<SearchColour> searchColour(const model::TaskDocument& task, int id);
 
 // 255 where every channel of the BGR image lies within (1 - similarity) x 255 of
 // the colour (0xRRGGBB), else 0.

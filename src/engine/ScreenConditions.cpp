@@ -44,13 +44,9 @@ void registerScreenConditions(RuntimeFactory& factory) {
     factory.addCondition(
         EditorColorCondition::kType, [](const IEditorCondition& record, RunContext& context) {
             const auto& r = static_cast<const EditorColorCondition&>(record);
-            std::optional<ColorCondition::Colour> colour;
-            if (const ColorRecord* found = context.task.color(r.colorId)) {
-                colour = ColorCondition::Colour{found->name, found->color, found->sim};
-            }
             return std::make_unique<ColorCondition>(
                 r.relation(), ScreenItem::Settings{r.state, r.timeout, false}, context.clock,
-                colour, context.definitions.cropRect(r.searchId),
+                searchColour(context.task, r.colorId), context.definitions.cropRect(r.searchId),
                 ColorCondition::Tests{r.count, r.countTolerance});
         });
     factory.addCondition(
