@@ -11,7 +11,7 @@ Q_LOGGING_CATEGORY(lcDesktop, "autoscene.targets.x11")
 
 int main(int argc, char* argv[]) {
     // Before any thread exists, so that only the waiting main thread sees Ctrl+C.
-    autoscene::system::StopSignals stopSignals;
+    autoscene::sys::StopSignals stopSignals;
     QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);

@@ -1,7 +1,7 @@
 #pragma once
 // Waiting for and ending a process started by startHiddenProcess. The wait does not
 // release the process, so another thread may still terminate it safely (its id cannot
-// be reused) until releaseProcess. POSIX half in ProcessEndPosix.cpp.
+// be reused) until releaseProcess. ProcessEndPosix.cpp and ProcessEndWin32.cpp.
 
 #include "Process.h"
 

@@ -4,7 +4,7 @@
 
 #include <chrono>
 
-namespace autoscene::system {
+namespace autoscene::sys {
 
 class StopSignals {
 public:
@@ -15,4 +15,4 @@ public:
     bool wait(std::chrono::milliseconds timeout);
 };
 
-}  // namespace autoscene::system
+}  // namespace autoscene::sys

@@ -6,7 +6,7 @@
 
 #include "StopSignals.h"
 
-namespace autoscene::system {
+namespace autoscene::sys {
 
 namespace {
 
@@ -37,4 +37,4 @@ bool StopSignals::wait(std::chrono::milliseconds timeout) {
     return signal > 0;
 }
 
-}  // namespace autoscene::system
+}  // namespace autoscene::sys

@@ -3,9 +3,11 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <thread>
 
 #include "TestSupport.h"
 #include "system/Process.h"
+#include "system/ProcessEnd.h"
 
 using namespace autoscene::sys;
 using namespace autoscene::win32test;
@@ -84,6 +86,29 @@ TEST(Process, HiddenProcessInheritsNoHandles) {
     CloseHandle(handle);
     CloseHandle(reinterpret_cast<HANDLE>(process.threadHandle));
     CloseHandle(readEnd);
+}
+
+TEST(Process, EndOfAHiddenProcessIsAwaitedOrForcedAndItsCodeRead) {
+    const std::string file = makeTempFolder("ended") + "\\touched.txt";
+    const HiddenProcess quick = startHiddenProcess(helper("touch \"" + file + "\""));
+    ASSERT_TRUE(quick.started());
+    waitForProcessEnd(quick);
+    EXPECT_EQ(readFile(file), "touched");
+    EXPECT_EQ(releaseProcess(quick), 7);
+
+    const HiddenProcess slow = startHiddenProcess(helper("sleep 60000"));
+    ASSERT_TRUE(slow.started());
+    // The waiter only returns because another thread ends the process.
+    std::thread waiter([&] { waitForProcessEnd(slow); });
+    Sleep(200);
+    terminateProcess(slow);
+    waiter.join();
+    EXPECT_EQ(releaseProcess(slow), 1);
+
+    const HiddenProcess never;
+    waitForProcessEnd(never);
+    terminateProcess(never);
+    EXPECT_EQ(releaseProcess(never), -1);
 }
 
 TEST(Process, HiddenStartOfAMissingProgramSaysSoAndGivesZeros) {
