@@ -203,7 +203,39 @@ std::optional<long> magnitudeOf(const std::string& text, size_t integer, size_t 
     return std::nullopt;
 }
 
-// RapidJSON 1.1's full-precision path goes wrong at the edges of the double range:
+// RapidJSON 1.1 reads up to 20 significant digits into a 64-bit integer and rounds
+// it by the next digit: digits that start with 2^64 - 1 ("18446744073709551615") and
+// go on with 5 or more wrap it to zero, and the number reads as about 1e-18. Lowering
+// that next digit to 4 moves the number by less than 1e-19 of itself, far below a
+// double's precision.
+void avoidSignificandWrap(std::string& text, size_t integer, size_t integerEnd, size_t fraction,
+                          size_t fractionEnd) {
+    constexpr std::string_view kWrapping = "18446744073709551615";
+    size_t matched = 0;
+    const auto visit = [&](size_t at) {
+        if (matched == 0 && text[at] == '0') {
+            return true;  // a leading zero
+        }
+        if (matched == kWrapping.size()) {
+            text[at] = std::min(text[at], '4');
+            return false;
+        }
+        return text[at] == kWrapping[matched++];
+    };
+    for (size_t i = integer; i < integerEnd; ++i) {
+        if (!visit(i)) {
+            return;
+        }
+    }
+    for (size_t i = fraction; i < fractionEnd; ++i) {
+        if (!visit(i)) {
+            return;
+        }
+    }
+}
+
+// RapidJSON 1.1's full-precision path goes wrong at the edges of the double range
+// (and on the digits above):
 // a zero written with a fraction or an exponent far from 0 ("0e40") or a number below
 // about 1e-307 reads as an arbitrary number, and one of 1e308 or more as an arbitrary
 // number, infinity or NaN, or it fails an assertion. The first two are the double
@@ -262,6 +294,7 @@ std::string withNumbersInRange(const char* text, size_t length, QString& error) 
                 error = QStringLiteral("invalid JSON at byte %1: number too big").arg(i);
                 return {};
             }
+            avoidSignificandWrap(copy, integer, integerEnd, fraction, fractionEnd);
             // "0.0" itself has a one-digit exponent and is parsed exactly.
             const std::string_view simple = c == '-' ? "-0.0" : "0.0";
             if (isDouble && (!magnitude || *magnitude < -307) && end - i > simple.size()) {

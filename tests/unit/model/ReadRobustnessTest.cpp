@@ -37,7 +37,7 @@ TEST(ReadRobustness, TopLevelMustBeAnObjectAndTextMustBeUtf8) {
     EXPECT_TRUE(latin1.error.contains(QStringLiteral("byte")));
 }
 
-TEST(ReadRobustness, NumbersAtTheEdgesOfTheDoubleRangeReadExactlyOrAreRefused) {
+TEST(ReadRobustness, NumbersReadExactlyOrAreRefusedWhereTheParserWouldGoWrong) {
     rapidjson::Document json;
     QString error;
     for (const char* tooBig : {R"({"a": 92760760679354105e296})", R"({"a": -1e400})",
@@ -54,11 +54,15 @@ TEST(ReadRobustness, NumbersAtTheEdgesOfTheDoubleRangeReadExactlyOrAreRefused) {
     for (const char* key : {"a", "b", "c", "d"}) {
         EXPECT_EQ(json[key].GetDouble(), 0.0) << key;
     }
-    const std::string inRange = R"({"a": 9.9e307, "b": 2.5e-300, "c": 123456789012345678901234})";
+    const std::string inRange = R"({"a": 9.9e307, "b": 2.5e-300, "c": 123456789012345678901234,
+        "d": 184467440737095516157, "e": 0.0018446744073709551615999e23, "f": 18446744073709551615})";
     ASSERT_TRUE(parseJson(inRange.data(), inRange.size(), json, error)) << error.toStdString();
     EXPECT_EQ(json["a"].GetDouble(), 9.9e307);
     EXPECT_EQ(json["b"].GetDouble(), 2.5e-300);
     EXPECT_EQ(json["c"].GetDouble(), 123456789012345678901234.0);
+    EXPECT_EQ(json["d"].GetDouble(), 184467440737095516157.0);
+    EXPECT_EQ(json["e"].GetDouble(), 184467440737095516159.99);
+    EXPECT_EQ(json["f"].GetUint64(), 18446744073709551615u);
 }
 
 TEST(ReadRobustness, KeysOfTheWrongTypeReadAsDefaults) {
