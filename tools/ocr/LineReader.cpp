@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "CtcDecode.h"
+#include "OnnxNetwork.h"
 
 namespace autoscene::ocr {
 
@@ -21,15 +22,14 @@ constexpr int kMaxWidth = kHeight * 50;
 
 LineReader::LineReader(const std::vector<unsigned char>& onnx,
                        const std::vector<std::string>& characters)
-    : net_(cv::dnn::readNetFromONNX(reinterpret_cast<const char*>(onnx.data()), onnx.size())),
-      characters_(characters) {
-    if (net_.empty()) {
-        throw std::runtime_error("the recogniser graph holds no network");
-    }
-    if (scores(cv::Mat(kHeight, kHeight * 2, CV_8UC3, cv::Scalar::all(255))).empty()) {
-        throw std::runtime_error("the recogniser graph does not answer with " +
-                                 std::to_string(characters.size() + 2) + " classes per step");
-    }
+    : characters_(characters) {
+    net_ = readCheckedNetwork(onnx, "recogniser", [this](cv::dnn::Net& net) {
+        net_ = net;
+        if (scores(cv::Mat(kHeight, kHeight * 2, CV_8UC3, cv::Scalar::all(255))).empty()) {
+            throw std::runtime_error("does not answer with " +
+                                     std::to_string(characters_.size() + 2) + " classes per step");
+        }
+    });
 }
 
 cv::Mat LineReader::scores(const cv::Mat& lineBgr) {

@@ -1,5 +1,7 @@
 #include "TextDetector.h"
 
+#include "OnnxNetwork.h"
+
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -60,17 +62,14 @@ cv::RotatedRect unclipped(cv::RotatedRect box, double ratio, cv::Point2f toImage
 
 }  // namespace
 
-TextDetector::TextDetector(const std::vector<unsigned char>& onnx)
-    : net_(cv::dnn::readNetFromONNX(reinterpret_cast<const char*>(onnx.data()), onnx.size())) {
-    if (net_.empty()) {
-        throw std::runtime_error("the detector graph holds no network");
-    }
-    // A first forward both checks the graph's output and sets up its layers.
-    const cv::Mat probe =
-        probability(cv::Mat(kSizeStep, kSizeStep * 2, CV_8UC3, cv::Scalar::all(255)));
-    if (probe.size() != cv::Size(kSizeStep * 2, kSizeStep)) {
-        throw std::runtime_error("the detector graph does not answer with a probability map");
-    }
+TextDetector::TextDetector(const std::vector<unsigned char>& onnx) {
+    net_ = readCheckedNetwork(onnx, "detector", [this](cv::dnn::Net& net) {
+        // One forward both checks the answer's shape and sets the layers up.
+        net_ = net;
+        if (probability(cv::Mat(kSizeStep, kSizeStep * 2, CV_8UC3, cv::Scalar::all(255))).empty()) {
+            throw std::runtime_error("does not answer with a probability map");
+        }
+    });
 }
 
 cv::Mat TextDetector::probability(const cv::Mat& bgr) {
