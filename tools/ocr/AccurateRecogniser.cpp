@@ -28,14 +28,20 @@ std::vector<TextLine> AccurateRecogniser::recognise(const cv::Mat& bgr) {
         return lines;
     }
     const cv::Rect image(0, 0, bgr.cols, bgr.rows);
+    std::vector<cv::Rect> bounds;
+    std::vector<cv::Mat> crops;
     for (const DetectedLine& line : detector_.detect(bgr)) {
-        const cv::Rect bounds = line.extent.boundingRect() & image;
-        if (bounds.empty()) {
-            continue;
+        const cv::Rect extent = line.extent.boundingRect() & image;
+        if (!extent.empty()) {
+            bounds.push_back(extent);
+            crops.push_back(uprightCrop(bgr, line.reading));
         }
-        std::string text = reader_.read(uprightCrop(bgr, line.reading));
-        if (!text.empty()) {
-            lines.push_back({std::move(text), bounds.x, bounds.y, bounds.width, bounds.height});
+    }
+    std::vector<std::string> texts = reader_.read(crops);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (!texts[i].empty()) {
+            const cv::Rect& box = bounds[i];
+            lines.push_back({std::move(texts[i]), box.x, box.y, box.width, box.height});
         }
     }
     sortInReadingOrder(lines);

@@ -64,6 +64,9 @@ cv::RotatedRect unclipped(cv::RotatedRect box, double ratio, cv::Point2f toImage
 
 TextDetector::TextDetector(const std::vector<unsigned char>& onnx) {
     net_ = readCheckedNetwork(onnx, "detector", [this](cv::dnn::Net& net) {
+        // The rewrite has folded what fusion would fold; fusing again on every new input
+        // size only costs time.
+        net.enableFusion(false);
         // One forward both checks the answer's shape and sets the layers up.
         net_ = net;
         if (probability(cv::Mat(kSizeStep, kSizeStep * 2, CV_8UC3, cv::Scalar::all(255))).empty()) {

@@ -8,9 +8,13 @@
 #include <QTemporaryDir>
 #include <fstream>
 
+#include <opencv2/imgcodecs.hpp>
+
 #include "AccurateModels.h"
 #include "AccurateRecogniser.h"
 #include "CtcDecode.h"
+#include "LineReader.h"
+#include "RenderedText.h"
 #include "TextDetector.h"
 
 using namespace autoscene::ocr;
@@ -104,4 +108,27 @@ TEST(AccurateModels, NamesTheFileThatIsMissingOrWrong) {
 
     std::ofstream(path / kDetectorFile, std::ios::trunc).flush();
     EXPECT_NE(failureOf().find("0 bytes"), std::string::npos) << failureOf();
+}
+
+TEST(LineReader, ReadsEachLineAndSkipsWhatIsNotALine) {
+    if (!std::filesystem::exists(std::filesystem::path(MORVANE_OCR_MODELS) / kCharacterFile)) {
+        GTEST_SKIP() << "no models in " << MORVANE_OCR_MODELS << "; run scripts/fetch-ocr-models";
+    }
+    const AccurateModels models = readAccurateModels(MORVANE_OCR_MODELS);
+    LineReader reader(models.recogniser, models.characters);
+    const char* shown[] = {"开始游戏", "Level 27", "确定", "金币 12850"};
+    std::vector<cv::Mat> lines;
+    for (const char* text : shown) {
+        const std::string png = autoscene::ocr::testkit::renderTextPng(
+            {220, 44}, {{QString::fromUtf8(text), {6, 4}, 32}});
+        lines.push_back(cv::imdecode(
+            cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())), cv::IMREAD_COLOR));
+    }
+    lines.insert(lines.begin() + 2, cv::Mat());                         // skipped, its place kept
+    lines.push_back(cv::Mat(44, 3000, CV_8UC3, cv::Scalar::all(255)));  // blank, squeezed
+    lines.push_back(cv::Mat(44, 100, CV_8UC1, cv::Scalar::all(0)));     // not BGR
+    const std::vector<std::string> texts = reader.read(lines);
+    const std::vector<std::string> expected = {"开始游戏",   "Level 27", "", "确定",
+                                               "金币 12850", "",         ""};
+    EXPECT_EQ(texts, expected);
 }
