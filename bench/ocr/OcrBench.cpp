@@ -1,95 +1,95 @@
-// Recognition through the client and the running service against one `tesseract`
-// process per image, on the same rendered images; bench/ocr/print-table turns the
-// result into ratios.
+// The two engines of the running service side by side, through the engine's OcrClient
+// (PNG encoding and answer parsing included): one-line regions, multi-line regions and
+// a 1280x720 frame, one request per repetition so that bench/ocr/print-table can give
+// median and 90th percentile; and requests per second of one-line regions with two
+// clients at once.
 
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
 #include <QGuiApplication>
-#include <filesystem>
-#include <fstream>
+#include <algorithm>
+#include <atomic>
 #include <memory>
 #include <opencv2/imgcodecs.hpp>
 
 #include "OcrClient.h"
 #include "OcrServiceProcess.h"
-#include "Process.h"
-#include "RenderedText.h"
+#include "UiTextCorpus.h"
 
 namespace testkit = autoscene::ocr::testkit;
-namespace fs = std::filesystem;
+using autoscene::engine::OcrEngine;
 
 namespace {
 
-struct Image {
-    cv::Mat bgr;
-    fs::path file;
-};
+constexpr int kRepetitions = 30;
 
 std::unique_ptr<testkit::OcrServiceProcess> service;
 std::unique_ptr<autoscene::engine::OcrClient> client;
-Image region;
-Image frame;
+std::vector<cv::Mat> oneLine;
+std::vector<cv::Mat> multiLine;
+std::vector<cv::Mat> frame;
 
-Image makeImage(const std::string& name, QSize size,
-                const std::vector<testkit::TextLabel>& labels) {
-    const std::string png = testkit::renderTextPng(size, labels);
-    Image image{cv::imdecode(cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())),
-                             cv::IMREAD_COLOR),
-                fs::temp_directory_path() /
-                    ("autoscene-ocr-bench-" + std::to_string(::getpid()) + "-" + name + ".png")};
-    std::ofstream(image.file, std::ios::binary) << png;
-    return image;
+cv::Mat decoded(const std::string& png) {
+    return cv::imdecode(cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())),
+                        cv::IMREAD_COLOR);
 }
 
-void throughService(benchmark::State& state, const Image& image) {
+// Each call reads the next image of `images`, so the repetitions go round them all.
+void read(benchmark::State& state, const std::vector<cv::Mat>& images, OcrEngine engine) {
+    static std::atomic<std::size_t> next{0};
     for (auto _ : state) {
-        if (client->recognise(image.bgr).boxes.empty()) {
-            state.SkipWithError("no text recognised");
-            break;
-        }
+        const cv::Mat& image = images[next++ % images.size()];
+        benchmark::DoNotOptimize(client->recognise(image, engine));
     }
     state.SetItemsProcessed(state.iterations());
 }
 
-void throughTesseractProcess(benchmark::State& state, const Image& image) {
-    const std::string command =
-        "tesseract " + image.file.string() + " stdout -l chi_sim+eng --psm 11";
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(autoscene::sys::runCommandCapture(command));
-    }
+double percentile90(const std::vector<double>& values) {
+    std::vector<double> sorted = values;
+    std::sort(sorted.begin(), sorted.end());
+    return sorted[std::min(sorted.size() - 1, sorted.size() * 9 / 10)];
 }
 
-void BM_Region400x100_Service(benchmark::State& state) {
-    throughService(state, region);
-}
-void BM_Region400x100_TesseractProcess(benchmark::State& state) {
-    throughTesseractProcess(state, region);
-}
-void BM_Frame1280x720_Service(benchmark::State& state) {
-    throughService(state, frame);
-}
-void BM_Frame1280x720_TesseractProcess(benchmark::State& state) {
-    throughTesseractProcess(state, frame);
+void perRequest(benchmark::internal::Benchmark* b) {
+    b->Unit(benchmark::kMillisecond)
+        ->UseRealTime()
+        ->Iterations(1)
+        ->Repetitions(kRepetitions)
+        ->ComputeStatistics("p90", percentile90);
 }
 
-BENCHMARK(BM_Region400x100_Service)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20);
-BENCHMARK(BM_Region400x100_TesseractProcess)
-    ->Unit(benchmark::kMillisecond)
+void BM_OneLine_Accurate(benchmark::State& state) {
+    read(state, oneLine, OcrEngine::Accurate);
+}
+void BM_OneLine_Fast(benchmark::State& state) {
+    read(state, oneLine, OcrEngine::Fast);
+}
+void BM_MultiLine_Accurate(benchmark::State& state) {
+    read(state, multiLine, OcrEngine::Accurate);
+}
+void BM_MultiLine_Fast(benchmark::State& state) {
+    read(state, multiLine, OcrEngine::Fast);
+}
+void BM_Frame_Accurate(benchmark::State& state) {
+    read(state, frame, OcrEngine::Accurate);
+}
+void BM_Frame_Fast(benchmark::State& state) {
+    read(state, frame, OcrEngine::Fast);
+}
+
+BENCHMARK(BM_OneLine_Accurate)->Apply(perRequest);
+BENCHMARK(BM_OneLine_Fast)->Apply(perRequest);
+BENCHMARK(BM_MultiLine_Accurate)->Apply(perRequest);
+BENCHMARK(BM_MultiLine_Fast)->Apply(perRequest);
+BENCHMARK(BM_Frame_Accurate)->Apply(perRequest)->Repetitions(8);
+BENCHMARK(BM_Frame_Fast)->Apply(perRequest)->Repetitions(8);
+// items_per_second of these is requests per second over both clients together.
+BENCHMARK(BM_OneLine_Accurate)
+    ->Name("BM_TwoClients_Accurate")
     ->UseRealTime()
-    ->Iterations(5);
-BENCHMARK(BM_Frame1280x720_Service)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
-BENCHMARK(BM_Frame1280x720_TesseractProcess)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime()
-    ->Iterations(3);
-// items_per_second of this one is requests per second over the four clients together.
-BENCHMARK(BM_Region400x100_Service)
-    ->Name("BM_Region400x100_Service_FourClients")
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime()
-    ->Threads(4)
-    ->Iterations(10);
+    ->Threads(2)
+    ->Iterations(30);
+BENCHMARK(BM_OneLine_Fast)->Name("BM_TwoClients_Fast")->UseRealTime()->Threads(2)->Iterations(30);
 
 }  // namespace
 
@@ -97,22 +97,15 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
-    service = std::make_unique<testkit::OcrServiceProcess>(MORVANE_OCR_PROGRAM, 4);
+    // Two engine sets: the two clients below are served at once.
+    service = std::make_unique<testkit::OcrServiceProcess>(MORVANE_OCR_PROGRAM, 2);
     client = std::make_unique<autoscene::engine::OcrClient>(service->url());
-    region = makeImage("region", {400, 100}, {{"开始游戏 Start", {16, 30}, 36}});
-    frame = makeImage("frame", {1280, 720},
-                      {{"冒险之旅 Adventure", {420, 60}, 48},
-                       {"开始游戏", {560, 240}, 36},
-                       {"Continue 继续", {540, 320}, 32},
-                       {"设置 Settings", {545, 400}, 32},
-                       {"退出游戏", {570, 480}, 32},
-                       {"金币: 12850", {40, 30}, 24},
-                       {"Level 27", {1100, 30}, 24},
-                       {"版本 1.4.2", {1120, 680}, 18}});
+    for (const testkit::CorpusSample& sample : testkit::uiTextCorpus()) {
+        (sample.lines.size() == 1 ? oneLine : multiLine).push_back(decoded(sample.png));
+    }
+    frame.push_back(decoded(testkit::uiTextFrame().png));
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     service.reset();
-    fs::remove(region.file);
-    fs::remove(frame.file);
     return 0;
 }

@@ -20,7 +20,7 @@ std::string OcrClient::url() const {
     return url_;
 }
 
-RecognisedText OcrClient::recognise(const cv::Mat& image) const {
+RecognisedText OcrClient::recognise(const cv::Mat& image, OcrEngine engine) const {
     const std::string address = url();
     if (address.empty() || image.empty()) {
         return {};
@@ -34,7 +34,8 @@ RecognisedText OcrClient::recognise(const cv::Mat& image) const {
     }
     const std::string_view content(reinterpret_cast<const char*>(png.data()), png.size());
     const sys::HttpResponse response =
-        sys::httpPostMultipart(address, {}, {"image", "image.png", "image/png", content});
+        sys::httpPostMultipart(address, {}, {"image", "image.png", "image/png", content},
+                               {{"engine", engine == OcrEngine::Fast ? "fast" : "accurate"}});
     if (!response.error.empty()) {
         qCWarning(lcOcrClient).noquote().nospace()
             << "curl_easy_perform() failed: " << QString::fromStdString(response.error);

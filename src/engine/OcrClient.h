@@ -11,6 +11,9 @@
 
 namespace autoscene::engine {
 
+// The service's engines: PP-OCR networks (accurate) or Tesseract (fast).
+enum class OcrEngine { Invalid = 0, Accurate, Fast };
+
 class OcrClient {
 public:
     OcrClient() = default;
@@ -19,9 +22,9 @@ public:
     void setUrl(std::string url);
     std::string url() const;
 
-    // The text of a BGR or grey image; empty when the service cannot be reached or
-    // answers with anything but a recognition (each failure is logged).
-    RecognisedText recognise(const cv::Mat& image) const;
+    // The text of a BGR or grey image read by `engine`; empty when the service cannot be
+    // reached or answers with anything but a recognition (each failure is logged).
+    RecognisedText recognise(const cv::Mat& image, OcrEngine engine = OcrEngine::Accurate) const;
 
 private:
     mutable std::mutex mutex_;

@@ -25,6 +25,10 @@ cv::Mat prepareTextRegion(const cv::Mat& bgrRegion, const TextPreparation& prepa
     return prepared;
 }
 
+OcrEngine ocrEngineFor(MatchImageType imageType) {
+    return imageType == MatchImageType::Threshold ? OcrEngine::Fast : OcrEngine::Accurate;
+}
+
 TextRegionReader::TextRegionReader(std::shared_ptr<const OcrClient> client,
                                    TextPreparation preparation)
     : client_(std::move(client)), preparation_(preparation) {}
@@ -47,7 +51,8 @@ RecognisedText TextRegionReader::read(const cv::Mat& frame, const std::optional<
         }
     }
     const cv::Mat region = frame(cv::Rect(area.x(), area.y(), area.width(), area.height()));
-    RecognisedText text = client_->recognise(prepareTextRegion(region, preparation_));
+    RecognisedText text = client_->recognise(prepareTextRegion(region, preparation_),
+                                             ocrEngineFor(preparation_.imageType));
     for (TextBox& box : text.boxes) {
         box.rect.translate(area.topLeft());
     }

@@ -29,6 +29,11 @@ struct TextPreparation {
 // filter colour drawn black on white. Other types are sent as they are.
 cv::Mat prepareTextRegion(const cv::Mat& bgrRegion, const TextPreparation& preparation);
 
+// The engine that reads a region so prepared: the networks read colour and a colour
+// filtered to black on white best; a thresholded region, chosen for speed, goes to
+// Tesseract.
+OcrEngine ocrEngineFor(MatchImageType imageType);
+
 class TextRegionReader {
 public:
     TextRegionReader(std::shared_ptr<const OcrClient> client, TextPreparation preparation);

@@ -19,7 +19,7 @@ void writeText(Writer& writer, std::string_view text) {
 
 }  // namespace
 
-std::string buildAnswerJson(const std::vector<TextLine>& lines) {
+std::string buildAnswerJson(const std::vector<TextLine>& lines, std::string_view engine) {
     std::string wholeText;
     for (const TextLine& line : lines) {
         if (!wholeText.empty()) {
@@ -49,6 +49,8 @@ std::string buildAnswerJson(const std::vector<TextLine>& lines) {
         writer.EndObject();
     }
     writer.EndArray();
+    writer.Key("engine");
+    writeText(writer, engine);
     writer.EndObject();
     return buffer.GetString();
 }

@@ -16,9 +16,10 @@ struct TextLine {
     int height = 0;
 };
 
-// {"strRes": lines joined by "\n", "boxes": [{"text", "x", "y", "width", "height"}, ...]}
-// with the boxes in the order given. Bytes that are not UTF-8 become U+FFFD.
-std::string buildAnswerJson(const std::vector<TextLine>& lines);
+// {"strRes": lines joined by "\n", "boxes": [{"text", "x", "y", "width", "height"}, ...],
+//  "engine": engine} with the boxes in the order given. Bytes that are not UTF-8 become
+// U+FFFD.
+std::string buildAnswerJson(const std::vector<TextLine>& lines, std::string_view engine);
 
 // {"error": message}
 std::string buildErrorJson(std::string_view message);

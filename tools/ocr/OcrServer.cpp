@@ -2,8 +2,11 @@
 
 #include <sys/socket.h>
 
+#include <opencv2/imgproc.hpp>
+
 #include <exception>
 
+#include "EngineChoice.h"
 #include "OcrAnswer.h"
 #include "OcrUpload.h"
 
@@ -72,10 +75,27 @@ void OcrServer::detect(const httplib::Request& request, httplib::Response& respo
         answerError(response, kBadRequest, upload.error);
         return;
     }
+    const Engine wanted = request.has_file("engine")
+                              ? parseEngine(request.get_file_value("engine").content)
+                              : Engine::Accurate;
+    if (wanted == Engine::Invalid) {
+        answerError(response, kBadRequest, R"(the field "engine" must be "accurate" or "fast")");
+        return;
+    }
     try {
-        const RecogniserPool::Lease recogniser = pool_.acquire();
-        response.set_content(buildAnswerJson(recogniser->recognise(upload.gray)),
-                             "application/json");
+        const RecogniserPool::Lease engines = pool_.acquire();
+        // Without its models the accurate engine is absent; the answer names the stand-in.
+        const Engine used =
+            wanted == Engine::Accurate && engines->accurate ? Engine::Accurate : Engine::Fast;
+        std::vector<TextLine> lines;
+        if (used == Engine::Accurate) {
+            lines = engines->accurate->recognise(upload.bgr);
+        } else {
+            cv::Mat gray;
+            cv::cvtColor(upload.bgr, gray, cv::COLOR_BGR2GRAY);
+            lines = engines->fast->recognise(gray);
+        }
+        response.set_content(buildAnswerJson(lines, engineName(used)), "application/json");
     } catch (const std::exception& error) {
         answerError(response, kServerError, error.what());
     }

@@ -7,7 +7,8 @@
 namespace autoscene::ocr {
 
 // HTTP front of the service: POST /ocr_detect with a multipart form whose file field
-// "image" holds a PNG. Listens on 127.0.0.1 only; every error answer is JSON.
+// "image" holds a PNG and whose optional field "engine" is "accurate" (the default) or
+// "fast". Listens on 127.0.0.1 only; every error answer is JSON.
 class OcrServer {
 public:
     explicit OcrServer(RecogniserPool& pool);

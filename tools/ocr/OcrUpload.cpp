@@ -46,12 +46,12 @@ DecodedUpload decodeUpload(std::string_view bytes) {
     try {
         const cv::Mat encoded(1, static_cast<int>(bytes.size()), CV_8UC1,
                               const_cast<char*>(bytes.data()));
-        decoded.gray = cv::imdecode(encoded, cv::IMREAD_GRAYSCALE);
+        decoded.bgr = cv::imdecode(encoded, cv::IMREAD_COLOR);
     } catch (const cv::Exception&) {
-        decoded.gray.release();
+        decoded.bgr.release();
     }
-    if (decoded.gray.empty() || decoded.gray.cols != static_cast<int>(width) ||
-        decoded.gray.rows != static_cast<int>(height)) {
+    if (decoded.bgr.empty() || decoded.bgr.cols != static_cast<int>(width) ||
+        decoded.bgr.rows != static_cast<int>(height)) {
         return {{}, "the PNG image could not be decoded"};
     }
     return decoded;

@@ -14,7 +14,7 @@ constexpr int kMaxImageSidePixels = 16384;
 constexpr long long kMaxImagePixels = 40'000'000;
 
 struct DecodedUpload {
-    cv::Mat gray;       // 8-bit, one channel; empty when `error` is set
+    cv::Mat bgr;        // 8-bit, three channels; empty when `error` is set
     std::string error;  // for the client, in English
 };
 

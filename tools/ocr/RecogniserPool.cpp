@@ -5,7 +5,8 @@
 
 namespace autoscene::ocr {
 
-RecogniserPool::RecogniserPool(int count, const std::string& languages) {
+RecogniserPool::RecogniserPool(int count, const std::string& languages,
+                               const AccurateModels* models) {
     const std::size_t engineCount = count > 0 ? static_cast<std::size_t>(count) : 1;
     all_.resize(engineCount);
     std::vector<std::exception_ptr> failures(engineCount);
@@ -13,7 +14,10 @@ RecogniserPool::RecogniserPool(int count, const std::string& languages) {
     for (std::size_t i = 0; i < engineCount; ++i) {
         loaders.emplace_back([&, i] {
             try {
-                all_[i] = std::make_unique<TextRecogniser>(languages);
+                all_[i].fast = std::make_unique<TextRecogniser>(languages);
+                if (models) {
+                    all_[i].accurate = std::make_unique<AccurateRecogniser>(*models);
+                }
             } catch (...) {
                 failures[i] = std::current_exception();
             }
@@ -27,23 +31,23 @@ RecogniserPool::RecogniserPool(int count, const std::string& languages) {
             std::rethrow_exception(failure);
         }
     }
-    for (const std::unique_ptr<TextRecogniser>& recogniser : all_) {
-        idle_.push_back(recogniser.get());
+    for (OcrEngines& engines : all_) {
+        idle_.push_back(&engines);
     }
 }
 
 RecogniserPool::Lease RecogniserPool::acquire() {
     std::unique_lock lock(mutex_);
     returned_.wait(lock, [this] { return !idle_.empty(); });
-    TextRecogniser* recogniser = idle_.back();
+    OcrEngines* engines = idle_.back();
     idle_.pop_back();
-    return Lease(*this, *recogniser);
+    return Lease(*this, *engines);
 }
 
-void RecogniserPool::giveBack(TextRecogniser& recogniser) {
+void RecogniserPool::giveBack(OcrEngines& engines) {
     {
         const std::lock_guard lock(mutex_);
-        idle_.push_back(&recogniser);
+        idle_.push_back(&engines);
     }
     returned_.notify_one();
 }

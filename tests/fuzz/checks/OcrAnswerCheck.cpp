@@ -51,7 +51,7 @@ QString checkOcrAnswer(const QByteArray& input) {
                 .arg(box.rect.height());
         }
     }
-    const std::string written = ocr::buildAnswerJson(asServiceLines(*read));
+    const std::string written = ocr::buildAnswerJson(asServiceLines(*read), "accurate");
     const std::optional<RecognisedText> again = engine::parseRecognisedText(written);
     if (!again) {
         return QStringLiteral("the service's answer %1 does not read")

@@ -37,7 +37,7 @@ TEST(Utf8, RepairsEveryInvalidByteAndKeepsValidText) {
 
 TEST(OcrAnswer, ListsLinesInOrderAndJoinsThemIntoTheWholeText) {
     const std::string json =
-        buildAnswerJson({{"开始游戏", 10, 20, 30, 5}, {"a \"q\"\n", -1, 0, 7, 8}});
+        buildAnswerJson({{"开始游戏", 10, 20, 30, 5}, {"a \"q\"\n", -1, 0, 7, 8}}, "fast");
     rapidjson::Document answer;
     ASSERT_FALSE(answer.Parse(json.c_str()).HasParseError()) << json;
     EXPECT_STREQ(answer["strRes"].GetString(), "开始游戏\na \"q\"\n");
@@ -49,13 +49,14 @@ TEST(OcrAnswer, ListsLinesInOrderAndJoinsThemIntoTheWholeText) {
     EXPECT_EQ(boxes[0]["width"].GetInt(), 30);
     EXPECT_EQ(boxes[0]["height"].GetInt(), 5);
     EXPECT_EQ(boxes[1]["x"].GetInt(), -1);
+    EXPECT_STREQ(answer["engine"].GetString(), "fast");
 
-    EXPECT_EQ(buildAnswerJson({}), R"({"strRes":"","boxes":[]})");
+    EXPECT_EQ(buildAnswerJson({}, "accurate"), R"({"strRes":"","boxes":[],"engine":"accurate"})");
 }
 
 TEST(OcrAnswer, StaysValidJsonWhateverTheTextHolds) {
     const std::string json =
-        buildAnswerJson({{std::string("bad \xFF\xFE byte\0nul", 15), 0, 0, 1, 1}});
+        buildAnswerJson({{std::string("bad \xFF\xFE byte\0nul", 15), 0, 0, 1, 1}}, "fast");
     rapidjson::Document answer;
     ASSERT_FALSE(answer.Parse(json.c_str()).HasParseError()) << json;
     EXPECT_EQ(std::string(answer["boxes"][0]["text"].GetString(),

@@ -31,7 +31,8 @@ cv::Mat renderFrame(QSize size, const std::vector<TextLabel>& labels) {
                         cv::IMREAD_COLOR);
 }
 
-// Answers every upload with the body of the current case and counts the requests.
+// Answers every upload with the body of the current case, counts the requests and keeps
+// the engine the last one asked for.
 class GarbageServer {
 public:
     struct Answer {
@@ -40,12 +41,14 @@ public:
     };
 
     GarbageServer() {
-        server_.Post("/ocr_detect", [this](const httplib::Request&, httplib::Response& response) {
-            ++requests;
-            const std::lock_guard lock(mutex_);
-            response.status = answer_.status;
-            response.set_content(answer_.body, "application/json");
-        });
+        server_.Post("/ocr_detect",
+                     [this](const httplib::Request& request, httplib::Response& response) {
+                         ++requests;
+                         const std::lock_guard lock(mutex_);
+                         lastEngine_ = request.get_file_value("engine").content;
+                         response.status = answer_.status;
+                         response.set_content(answer_.body, "application/json");
+                     });
         port_ = server_.bind_to_any_port("127.0.0.1");
         thread_ = std::thread([this] { server_.listen_after_bind(); });
     }
@@ -59,6 +62,10 @@ public:
         answer_ = std::move(answer);
     }
     std::string url() const { return ocrServiceUrl(port_); }
+    std::string lastEngine() {
+        const std::lock_guard lock(mutex_);
+        return lastEngine_;
+    }
 
     std::atomic<int> requests{0};
 
@@ -66,6 +73,7 @@ private:
     httplib::Server server_;
     std::mutex mutex_;
     Answer answer_;
+    std::string lastEngine_;
     int port_ = 0;
     std::thread thread_;
 };
@@ -130,6 +138,17 @@ TEST(OcrClient, GarbageAnswersGiveEmptyResultsAndALogLine) {
     reader.read(image, QRect(0, 0, 20, 20), 7);
     reader.read(image, QRect(10, 0, 20, 20), 8);
     EXPECT_EQ(fake.requests, before + 3);
+
+    // Each recognition mode asks for its engine.
+    const std::pair<MatchImageType, const char*> modes[] = {
+        {MatchImageType::Color, "accurate"},
+        {MatchImageType::Threshold, "fast"},
+        {MatchImageType::FilterColor, "accurate"}};
+    for (const auto& [type, engine] : modes) {
+        TextRegionReader modeReader(client, {type, 128, 0xffffff, 0.9f});
+        modeReader.read(image, std::nullopt, 1);
+        EXPECT_EQ(fake.lastEngine(), engine) << int(type);
+    }
 }
 
 TEST(OcrClient, NoServiceGivesEmptyResultAndLogsTheFailure) {

@@ -1,5 +1,6 @@
 #include "OcrServiceProcess.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
@@ -39,7 +40,8 @@ std::string readReadyLine(int fd) {
 
 }  // namespace
 
-OcrServiceProcess::OcrServiceProcess(const std::string& program, int engineCount) {
+OcrServiceProcess::OcrServiceProcess(const std::string& program, int engineCount,
+                                     const std::string& modelFolder, const std::string& errorFile) {
     int pipeFds[2] = {-1, -1};
     if (::pipe(pipeFds) != 0) {
         throw std::runtime_error("pipe failed");
@@ -49,10 +51,16 @@ OcrServiceProcess::OcrServiceProcess(const std::string& program, int engineCount
     posix_spawn_file_actions_adddup2(&actions, pipeFds[1], STDOUT_FILENO);
     posix_spawn_file_actions_addclose(&actions, pipeFds[0]);
     posix_spawn_file_actions_addclose(&actions, pipeFds[1]);
+    if (!errorFile.empty()) {
+        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errorFile.c_str(),
+                                         O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    }
     std::string portText = "0";
     std::string engineText = std::to_string(engineCount);
     std::string programPath = program;
-    char* argv[] = {programPath.data(), portText.data(), engineText.data(), nullptr};
+    std::string folder = modelFolder;
+    char* argv[] = {programPath.data(), portText.data(), engineText.data(),
+                    folder.empty() ? nullptr : folder.data(), nullptr};
     const int error = posix_spawn(&pid_, program.c_str(), &actions, nullptr, argv, environ);
     posix_spawn_file_actions_destroy(&actions);
     ::close(pipeFds[1]);
@@ -92,6 +100,11 @@ std::string OcrServiceProcess::url() const {
 std::string OcrServiceProcess::detect(std::string_view png, const std::string& fieldName) const {
     const sys::HttpFilePart file{fieldName, "image.png", "image/png", png};
     return sys::httpPostMultipart(url(), {}, file).body;
+}
+
+std::string OcrServiceProcess::detectWith(std::string_view png, const std::string& engine) const {
+    const sys::HttpFilePart file{"image", "image.png", "image/png", png};
+    return sys::httpPostMultipart(url(), {}, file, {{"engine", engine}}).body;
 }
 
 }  // namespace autoscene::ocr::testkit

@@ -10,9 +10,11 @@ namespace autoscene::ocr::testkit {
 
 class OcrServiceProcess {
 public:
-    // Starts `program` with port 0 and waits until it reports its port (throws
-    // std::runtime_error when it does not within a minute).
-    OcrServiceProcess(const std::string& program, int engineCount);
+    // Starts `program` with port 0 (and `modelFolder` when not empty) and waits until it
+    // reports its port (throws std::runtime_error when it does not within a minute).
+    // Its standard error goes to `errorFile` when one is named.
+    OcrServiceProcess(const std::string& program, int engineCount,
+                      const std::string& modelFolder = {}, const std::string& errorFile = {});
     ~OcrServiceProcess();
     OcrServiceProcess(const OcrServiceProcess&) = delete;
     OcrServiceProcess& operator=(const OcrServiceProcess&) = delete;
@@ -22,6 +24,9 @@ public:
 
     // The service's answer to a multipart POST of `png` as the file field `fieldName`.
     std::string detect(std::string_view png, const std::string& fieldName = "image") const;
+
+    // The same with the form field "engine" set to `engine`.
+    std::string detectWith(std::string_view png, const std::string& engine) const;
 
 private:
     void stop();

@@ -161,7 +161,8 @@ TEST_F(OcrService, ServesFourClientsAtOnceEachWithItsOwnText) {
 
 TEST(OcrServiceProgram, RefusesBadArgumentsAndABusyPort) {
     const std::string program = MORVANE_OCR_PROGRAM;
-    for (const char* arguments : {"", " abc", " 65536", " -1", " 8080 0", " 8080 4 extra"}) {
+    for (const char* arguments :
+         {"", " abc", " 65536", " -1", " 8080 0", " 8080 4 models extra", " 8080 4 \"\""}) {
         const std::string output = autoscene::sys::runCommandCapture(program + arguments);
         EXPECT_NE(output.find("usage: morvane-ocr PORT"), std::string::npos) << arguments;
     }

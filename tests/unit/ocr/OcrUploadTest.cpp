@@ -16,15 +16,20 @@ std::string encodePng(const cv::Mat& image) {
 
 }  // namespace
 
-TEST(OcrUpload, DecodesColourPngToGreyOfTheSameSize) {
+TEST(OcrUpload, DecodesPngToBgrOfTheSameSize) {
     cv::Mat colour(30, 50, CV_8UC3, cv::Scalar(0, 0, 255));
     colour(cv::Rect(0, 0, 10, 10)).setTo(cv::Scalar(255, 255, 255));
     const auto upload = decodeUpload(encodePng(colour));
     ASSERT_EQ(upload.error, "");
-    EXPECT_EQ(upload.gray.type(), CV_8UC1);
-    EXPECT_EQ(upload.gray.size(), cv::Size(50, 30));
-    EXPECT_EQ(upload.gray.at<uchar>(0, 0), 255);
-    EXPECT_LT(upload.gray.at<uchar>(20, 40), 128);
+    EXPECT_EQ(upload.bgr.type(), CV_8UC3);
+    EXPECT_EQ(upload.bgr.size(), cv::Size(50, 30));
+    EXPECT_EQ(upload.bgr.at<cv::Vec3b>(0, 0), cv::Vec3b(255, 255, 255));
+    EXPECT_EQ(upload.bgr.at<cv::Vec3b>(20, 40), cv::Vec3b(0, 0, 255));
+
+    cv::Mat grey(8, 9, CV_8UC1, cv::Scalar(77));
+    const auto fromGrey = decodeUpload(encodePng(grey));
+    ASSERT_EQ(fromGrey.bgr.type(), CV_8UC3);
+    EXPECT_EQ(fromGrey.bgr.at<cv::Vec3b>(7, 8), cv::Vec3b(77, 77, 77));
 }
 
 TEST(OcrUpload, RefusesWhatIsNotASmallEnoughWholePng) {
@@ -44,7 +49,7 @@ TEST(OcrUpload, RefusesWhatIsNotASmallEnoughWholePng) {
           oversized, zeroWidth, wide, tall, otherSize}) {
         const auto upload = decodeUpload(bad);
         EXPECT_NE(upload.error, "") << bad.size();
-        EXPECT_TRUE(upload.gray.empty());
+        EXPECT_TRUE(upload.bgr.empty());
     }
     EXPECT_EQ(decodeUpload(oversized).error, "the image is larger than 32 MiB");
     EXPECT_EQ(decodeUpload("GIF89a").error, "the upload is not a PNG image");
