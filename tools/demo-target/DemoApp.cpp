@@ -314,8 +314,8 @@ void DemoApp::onKey(KeySym keysym, const std::string& text) {
     } else {
         return;
     }
-    log_.write("field " + fieldText_);
     drawScreen();
+    log_.write("field " + fieldText_);
 }
 
 void DemoApp::show(Screen screen) {
@@ -326,8 +326,8 @@ void DemoApp::show(Screen screen) {
     }
     screen_ = screen;
     dragging_ = false;
-    log_.write(std::string("screen ") + screenName(screen));
     drawScreen();
+    log_.write(std::string("screen ") + screenName(screen));
 }
 
 void DemoApp::setSlider(int value) {
@@ -336,8 +336,8 @@ void DemoApp::setSlider(int value) {
         return;
     }
     sliderValue_ = clamped;
-    log_.write("slider " + std::to_string(sliderValue_));
     drawScreen();
+    log_.write("slider " + std::to_string(sliderValue_));
 }
 
 bool DemoApp::nextEnabled() const {

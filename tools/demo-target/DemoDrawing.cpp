@@ -99,7 +99,8 @@ void DemoApp::drawScreen() {
     }
     fill(panel_, Box{0, 0, kPanel.width, kPanel.height}, kPanelColor);
     label(panel_, 10, 20, "PANEL", kDarkLabelColor);
-    XFlush(display_);
+    // Drawn on the server before the log says so: tests capture as soon as they read it.
+    XSync(display_, False);
 }
 
 }  // namespace autoscene::demo
