@@ -100,15 +100,13 @@ void ForegroundInput::mouse(Connection& connection, const InputTarget& target, P
     // stays held on the server.
     switch (op) {
         case MouseOp::LeftClick:
-            button(display, Button1, true);
+        case MouseOp::RightClick: {
+            const unsigned int number = op == MouseOp::LeftClick ? Button1 : Button3;
+            button(display, number, true);
             sleepMs(effectivePressMs(pressMs));
-            button(display, Button1, false);
+            button(display, number, false);
             break;
-        case MouseOp::RightClick:
-            button(display, Button3, true);
-            sleepMs(effectivePressMs(pressMs));
-            button(display, Button3, false);
-            break;
+        }
         case MouseOp::LeftDown:
             button(display, Button1, true);
             break;
