@@ -120,6 +120,7 @@ def run_node(node, inputs):
         "Sigmoid": lambda: 1 / (1 + np.exp(-x)), "MatMul": lambda: np.matmul(x, inputs[1]),
         "Shape": lambda: np.array(x.shape, dtype=np.int64),
         "GlobalAveragePool": lambda: x.mean(axis=(2, 3), keepdims=True),
+        "HardSwish": lambda: x * np.clip(x / 6 + 0.5, 0, 1),
         "HardSigmoid": lambda: np.clip(a.get("alpha", 0.2) * x + a.get("beta", 0.5), 0, 1),
     }
     if op in simple:

@@ -4,6 +4,9 @@ form that OpenCV 4.6's ONNX importer runs at every input size.
 - Constant nodes become initializers; Clip bounds become attributes.
 - BatchNormalization and bias Add after a Conv or ConvTranspose are folded into its
   weights (OpenCV would fold them again at each new input size).
+- PP-LCNet's activation, x * clip(x + 3, 0, 6) / 6 in four nodes, becomes one HardSwish,
+  and the scalar scales and shifts around the convolutions (the learnable affine
+  blocks) go into their weights: a third fewer layers to run, same outputs.
 - Shape chains feeding Reshape are evaluated; the dimension that follows the input
   width becomes -1. The recogniser then takes one line at a time (batch 1), declared
   at one width.
@@ -34,6 +37,34 @@ class Graph:
 
     def consumers(self, name):
         return [n for n in self.g.node if name in n.input]
+
+    def sole_consumer(self, name):
+        """The one node reading `name`, None when it is read elsewhere too."""
+        users = self.consumers(name)
+        if len(users) != 1 or any(name == o.name for o in self.g.output):
+            return None
+        return users[0]
+
+    def producer(self, name):
+        return next((n for n in self.g.node if name in n.output), None)
+
+    def scalar(self, name):
+        value = self.inits.get(name)
+        return float(value.reshape(-1)[0]) if value is not None and value.size == 1 else None
+
+    def affine(self, node):
+        """(s, t) when `node` computes x * s + t with a scalar constant, else None."""
+        if node is None or node.op_type not in ("Add", "Sub", "Mul", "Div") \
+                or len(node.input) != 2 or node.input[0] in self.inits:
+            return None
+        c = self.scalar(node.input[1])
+        if c is None or (node.op_type == "Div" and c == 0):
+            return None
+        return {"Add": (1.0, c), "Sub": (1.0, -c), "Mul": (c, 0.0), "Div": (1.0 / c, 0.0)}[node.op_type]
+
+    def without(self, gone):
+        ids = {id(n) for n in gone}
+        return [n for n in self.g.node if id(n) not in ids]
 
     def constants_to_initializers(self):
         kept = []
@@ -85,7 +116,8 @@ def constants_second(graph):
 
 
 def fold_into_convolutions(graph):
-    """Folds a following BatchNormalization or constant Add into Conv/ConvTranspose."""
+    """Folds a following BatchNormalization, channel Add or scalar scale and shift into
+    Conv/ConvTranspose."""
     changed = True
     while changed:
         changed = False
@@ -100,7 +132,11 @@ def fold_into_convolutions(graph):
             out_axis = 1 if conv.op_type == "ConvTranspose" else 0
             channels = w.shape[out_axis]
             b = graph.inits[conv.input[2]] if len(conv.input) > 2 else np.zeros(channels, np.float32)
-            if user.op_type == "BatchNormalization":
+            if graph.affine(user) is not None:
+                scale, shift = graph.affine(user)
+                w = w * scale
+                b = b * scale + shift
+            elif user.op_type == "BatchNormalization":
                 scale, shift, mean, var = (graph.inits[n] for n in user.input[1:5])
                 eps = next((a.f for a in user.attribute if a.name == "epsilon"), 1e-5)
                 k = scale / np.sqrt(var + eps)
@@ -122,6 +158,76 @@ def fold_into_convolutions(graph):
                 conv.input.append(conv.output[0] + ".bias")
             conv.output[0] = user.output[0]
             graph.replace_nodes([n for n in graph.g.node if n is not user])
+            changed = True
+            break
+
+
+def hard_swish(graph):
+    """x * clip(x + 3, 0, 6) / 6 as one HardSwish node, which OpenCV runs in one pass and
+    fuses into the convolution before it."""
+    for add in list(graph.g.node):
+        if add.op_type != "Add" or add.input[0] in graph.inits \
+                or graph.scalar(add.input[1]) != 3.0:
+            continue
+        x = add.input[0]
+        clip = graph.sole_consumer(add.output[0])
+        if clip is None or clip.op_type != "Clip" or len(clip.input) != 1 \
+                or {a.name: a.f for a in clip.attribute} != {"min": 0.0, "max": 6.0}:
+            continue
+        mul = graph.sole_consumer(clip.output[0])
+        if mul is None or mul.op_type != "Mul" or sorted(mul.input) != sorted([x, clip.output[0]]):
+            continue
+        div = graph.sole_consumer(mul.output[0])
+        if div is None or div.op_type != "Div" or graph.scalar(div.input[1]) != 6.0:
+            continue
+        nodes = graph.without([clip, mul, div])
+        nodes[nodes.index(add)] = helper.make_node("HardSwish", [x], list(div.output), div.name)
+        graph.replace_nodes(nodes)
+
+
+def fold_scalars_into_following_convolutions(graph):
+    """A chain of scalar scales and shifts read only by a Conv goes into its weights:
+    conv(W, s*x + t) = conv(W*s, x) + t*sum(W). With zero padding the border would see t
+    where it saw 0, so a padded Conv keeps the shift, as one Add of t/s before it."""
+    changed = True
+    while changed:
+        changed = False
+        for conv in graph.g.node:
+            if conv.op_type != "Conv" or len(conv.input) < 3:
+                continue
+            chain, reader = [], conv
+            while True:
+                node = graph.producer(reader.input[0])
+                if graph.affine(node) is None or graph.sole_consumer(node.output[0]) is not reader:
+                    break
+                chain.insert(0, node)
+                reader = node
+            scale, shift = 1.0, 0.0
+            for node in chain:
+                s, t = graph.affine(node)
+                scale, shift = s * scale, s * shift + t
+            padded = shift != 0 and any(
+                next((list(a.ints) for a in conv.attribute if a.name == "pads"), []))
+            # A lone shift before a padded Conv is already as small as it gets.
+            if not chain or scale == 0 or (padded and len(chain) == 1):
+                continue
+            w = graph.inits[conv.input[1]]
+            b = graph.inits[conv.input[2]]
+            if not padded:
+                b = b + shift * w.reshape(w.shape[0], -1).sum(axis=1)
+            graph.set_init(conv.input[1] + ".scaled", (w * scale).astype(np.float32))
+            graph.set_init(conv.input[2] + ".shifted", b.astype(np.float32))
+            conv.input[1] += ".scaled"
+            conv.input[2] += ".shifted"
+            nodes = graph.without(chain)
+            if padded:
+                name = conv.input[0] + ".shift"
+                graph.set_init(name, np.array([shift / scale], np.float32))
+                nodes.insert(nodes.index(conv),
+                             helper.make_node("Add", [chain[0].input[0], name], [conv.input[0]], name))
+            else:
+                conv.input[0] = chain[0].input[0]
+            graph.replace_nodes(nodes)
             changed = True
             break
 
@@ -190,7 +296,9 @@ def rewrite(kind, source, destination):
     graph.constants_to_initializers()
     clip_bounds_as_attributes(graph)
     constants_second(graph)
+    hard_swish(graph)
     fold_into_convolutions(graph)
+    fold_scalars_into_following_convolutions(graph)
     if kind == "rec":
         static_shapes(graph)
         declare_line_input(graph, REC_PROBE_WIDTHS[0])
