@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cmath>
+#include <future>
+#include <numeric>
 
 namespace autoscene::ocr {
 
@@ -22,25 +25,50 @@ double distance(cv::Point2f a, cv::Point2f b) {
 AccurateRecogniser::AccurateRecogniser(const AccurateModels& models)
     : detector_(models.detector), reader_(models.recogniser, models.characters) {}
 
-std::vector<TextLine> AccurateRecogniser::recognise(const cv::Mat& bgr) {
-    std::vector<TextLine> lines;
+FoundLines AccurateRecogniser::find(const cv::Mat& bgr) {
+    FoundLines found;
     if (bgr.empty() || bgr.type() != CV_8UC3) {
-        return lines;
+        return found;
     }
     const cv::Rect image(0, 0, bgr.cols, bgr.rows);
-    std::vector<cv::Rect> bounds;
-    std::vector<cv::Mat> crops;
     for (const DetectedLine& line : detector_.detect(bgr)) {
         const cv::Rect extent = line.extent.boundingRect() & image;
         if (!extent.empty()) {
-            bounds.push_back(extent);
-            crops.push_back(uprightCrop(bgr, line.reading));
+            found.bounds.push_back(extent);
+            found.crops.push_back(uprightCrop(bgr, line.reading));
         }
     }
-    std::vector<std::string> texts = reader_.read(crops);
+    return found;
+}
+
+std::vector<TextLine> AccurateRecogniser::read(const FoundLines& found,
+                                               AccurateRecogniser* partner) {
+    // Widest first, so that the two readers finish close together.
+    std::vector<std::size_t> order(found.crops.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&found](std::size_t a, std::size_t b) {
+        return found.crops[a].cols > found.crops[b].cols;
+    });
+    std::vector<std::string> texts(order.size());
+    std::atomic<std::size_t> next{0};
+    const auto readLines = [&](LineReader& reader) {
+        for (std::size_t k = next++; k < order.size(); k = next++) {
+            texts[order[k]] = reader.read(found.crops[order[k]]);
+        }
+    };
+    if (partner != nullptr && partner != this && order.size() > 1) {
+        // The future's destructor waits for the partner even when this thread throws.
+        std::future<void> helping =
+            std::async(std::launch::async, readLines, std::ref(partner->reader_));
+        readLines(reader_);
+        helping.get();
+    } else {
+        readLines(reader_);
+    }
+    std::vector<TextLine> lines;
     for (std::size_t i = 0; i < texts.size(); ++i) {
         if (!texts[i].empty()) {
-            const cv::Rect& box = bounds[i];
+            const cv::Rect& box = found.bounds[i];
             lines.push_back({std::move(texts[i]), box.x, box.y, box.width, box.height});
         }
     }

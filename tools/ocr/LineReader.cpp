@@ -50,14 +50,14 @@ void LineReader::clearInput(int width) {
     blob_.setTo(0);
 }
 
-void LineReader::place(const cv::Mat& lineBgr, int x, int width) {
+void LineReader::place(const cv::Mat& lineBgr, int width) {
     cv::resize(lineBgr, resized_, {width, kHeight}, 0, 0, cv::INTER_LINEAR);
     resized_.convertTo(scaled_, CV_32FC3, 1.0 / 127.5, -1.0);
     cv::split(scaled_, channels_);
     const int blobWidth = blob_.size[3];
     for (int c = 0; c < 3; ++c) {
         const cv::Mat plane(kHeight, blobWidth, CV_32F, blob_.ptr<float>(0, c));
-        channels_[static_cast<std::size_t>(c)].copyTo(plane.colRange(x, x + width));
+        channels_[static_cast<std::size_t>(c)].copyTo(plane.colRange(0, width));
     }
 }
 
@@ -72,20 +72,15 @@ cv::Mat LineReader::forward(int width) {
     return out.reshape(1, std::vector<int>{out.size[1], classes});
 }
 
-std::vector<std::string> LineReader::read(const std::vector<cv::Mat>& linesBgr) {
-    std::vector<std::string> texts(linesBgr.size());
-    for (std::size_t i = 0; i < linesBgr.size(); ++i) {
-        const cv::Mat& line = linesBgr[i];
-        if (line.empty() || line.type() != CV_8UC3) {
-            continue;
-        }
-        const int width = scaledWidth(line);
-        const int padded = roundedUpToStep(width);
-        clearInput(padded);
-        place(line, 0, width);
-        texts[i] = decodeCtc(forward(padded), characters_);
+std::string LineReader::read(const cv::Mat& lineBgr) {
+    if (lineBgr.empty() || lineBgr.type() != CV_8UC3) {
+        return {};
     }
-    return texts;
+    const int width = scaledWidth(lineBgr);
+    const int padded = roundedUpToStep(width);
+    clearInput(padded);
+    place(lineBgr, width);
+    return decodeCtc(forward(padded), characters_);
 }
 
 }  // namespace autoscene::ocr

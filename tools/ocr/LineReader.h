@@ -14,16 +14,16 @@ public:
     // Throws std::runtime_error when `onnx` is not a working recogniser for `characters`.
     LineReader(const std::vector<unsigned char>& onnx, const std::vector<std::string>& characters);
 
-    // The text of each line, in order; empty for an empty or non-BGR image. One forward
-    // per line: lines read side by side in one input see each other through the
-    // network's attention and may read differently (spaces come and go).
-    std::vector<std::string> read(const std::vector<cv::Mat>& linesBgr);
+    // The text of one line; empty for an empty or non-BGR image. One forward per line:
+    // lines read side by side in one input see each other through the network's
+    // attention and may read differently (spaces come and go).
+    std::string read(const cv::Mat& lineBgr);
 
 private:
     // Fills the input blob `width` wide with padding.
     void clearInput(int width);
-    // Draws the line into the input blob from column `x`, `width` wide (48 high).
-    void place(const cv::Mat& lineBgr, int x, int width);
+    // Draws the line into the input blob from its left edge, `width` wide (48 high).
+    void place(const cv::Mat& lineBgr, int width);
     // Per step of 8 input pixels, the scores of every class; empty when the network
     // answered otherwise.
     cv::Mat forward(int width);

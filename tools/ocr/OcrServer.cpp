@@ -5,6 +5,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <exception>
+#include <optional>
 
 #include "EngineChoice.h"
 #include "OcrAnswer.h"
@@ -89,7 +90,11 @@ void OcrServer::detect(const httplib::Request& request, httplib::Response& respo
             wanted == Engine::Accurate && engines->accurate ? Engine::Accurate : Engine::Fast;
         std::vector<TextLine> lines;
         if (used == Engine::Accurate) {
-            lines = engines->accurate->recognise(upload.bgr);
+            const FoundLines found = engines->accurate->find(upload.bgr);
+            // An idle set reads half of the lines; a busy service reads them alone.
+            const std::optional<RecogniserPool::Lease> partner =
+                found.crops.size() > 1 ? pool_.tryAcquire() : std::nullopt;
+            lines = engines->accurate->read(found, partner ? (*partner)->accurate.get() : nullptr);
         } else {
             cv::Mat gray;
             cv::cvtColor(upload.bgr, gray, cv::COLOR_BGR2GRAY);

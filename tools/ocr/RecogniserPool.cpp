@@ -44,6 +44,16 @@ RecogniserPool::Lease RecogniserPool::acquire() {
     return Lease(*this, *engines);
 }
 
+std::optional<RecogniserPool::Lease> RecogniserPool::tryAcquire() {
+    const std::lock_guard lock(mutex_);
+    if (idle_.empty()) {
+        return std::nullopt;
+    }
+    OcrEngines* engines = idle_.back();
+    idle_.pop_back();
+    return std::optional<Lease>(std::in_place, *this, *engines);
+}
+
 void RecogniserPool::giveBack(OcrEngines& engines) {
     {
         const std::lock_guard lock(mutex_);

@@ -3,6 +3,7 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,10 @@ public:
 
     // Waits until a set is free.
     Lease acquire();
+
+    // A set that is free right now, none when all are busy: for a request that can
+    // spread its work without holding up the others.
+    std::optional<Lease> tryAcquire();
 
     int size() const { return static_cast<int>(all_.size()); }
 

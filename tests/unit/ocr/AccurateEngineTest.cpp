@@ -16,6 +16,7 @@
 #include "LineReader.h"
 #include "RenderedText.h"
 #include "TextDetector.h"
+#include "UiTextCorpus.h"
 
 using namespace autoscene::ocr;
 
@@ -28,6 +29,15 @@ cv::Mat stepsOf(const std::vector<int>& best, int classes) {
         scores.at<float>(i, best[std::size_t(i)]) = 0.9f;
     }
     return scores;
+}
+
+bool modelsFetched() {
+    return std::filesystem::exists(std::filesystem::path(MORVANE_OCR_MODELS) / kCharacterFile);
+}
+
+cv::Mat decoded(const std::string& png) {
+    return cv::imdecode(cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())),
+                        cv::IMREAD_COLOR);
 }
 
 }  // namespace
@@ -111,7 +121,7 @@ TEST(AccurateModels, NamesTheFileThatIsMissingOrWrong) {
 }
 
 TEST(LineReader, ReadsEachLineAndSkipsWhatIsNotALine) {
-    if (!std::filesystem::exists(std::filesystem::path(MORVANE_OCR_MODELS) / kCharacterFile)) {
+    if (!modelsFetched()) {
         GTEST_SKIP() << "no models in " << MORVANE_OCR_MODELS << "; run scripts/fetch-ocr-models";
     }
     const AccurateModels models = readAccurateModels(MORVANE_OCR_MODELS);
@@ -119,16 +129,37 @@ TEST(LineReader, ReadsEachLineAndSkipsWhatIsNotALine) {
     const char* shown[] = {"开始游戏", "Level 27", "确定", "金币 12850"};
     std::vector<cv::Mat> lines;
     for (const char* text : shown) {
-        const std::string png = autoscene::ocr::testkit::renderTextPng(
-            {220, 44}, {{QString::fromUtf8(text), {6, 4}, 32}});
-        lines.push_back(cv::imdecode(
-            cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())), cv::IMREAD_COLOR));
+        lines.push_back(decoded(autoscene::ocr::testkit::renderTextPng(
+            {220, 44}, {{QString::fromUtf8(text), {6, 4}, 32}})));
     }
-    lines.insert(lines.begin() + 2, cv::Mat());                         // skipped, its place kept
+    lines.insert(lines.begin() + 2, cv::Mat());                         // empty
     lines.push_back(cv::Mat(44, 3000, CV_8UC3, cv::Scalar::all(255)));  // blank, squeezed
     lines.push_back(cv::Mat(44, 100, CV_8UC1, cv::Scalar::all(0)));     // not BGR
-    const std::vector<std::string> texts = reader.read(lines);
+    std::vector<std::string> texts;
+    for (const cv::Mat& line : lines) {
+        texts.push_back(reader.read(line));
+    }
     const std::vector<std::string> expected = {"开始游戏",   "Level 27", "", "确定",
                                                "金币 12850", "",         ""};
     EXPECT_EQ(texts, expected);
+}
+
+TEST(AccurateRecogniser, APartnerSharesTheLinesAndChangesNoAnswer) {
+    if (!modelsFetched()) {
+        GTEST_SKIP() << "no models in " << MORVANE_OCR_MODELS << "; run scripts/fetch-ocr-models";
+    }
+    const AccurateModels models = readAccurateModels(MORVANE_OCR_MODELS);
+    AccurateRecogniser reader(models);
+    AccurateRecogniser partner(models);
+    const FoundLines found = reader.find(decoded(autoscene::ocr::testkit::uiTextFrame().png));
+    ASSERT_GT(found.crops.size(), 30u);
+    const std::vector<TextLine> alone = reader.read(found);
+    const std::vector<TextLine> shared = reader.read(found, &partner);
+    ASSERT_EQ(shared.size(), alone.size());
+    for (std::size_t i = 0; i < alone.size(); ++i) {
+        SCOPED_TRACE(alone[i].text);
+        EXPECT_EQ(shared[i].text, alone[i].text);
+        EXPECT_EQ(cv::Rect(shared[i].x, shared[i].y, shared[i].width, shared[i].height),
+                  cv::Rect(alone[i].x, alone[i].y, alone[i].width, alone[i].height));
+    }
 }
