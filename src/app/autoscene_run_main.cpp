@@ -2,6 +2,7 @@
 #include <QLoggingCategory>
 #include <QTextStream>
 
+#include "CrashHandler.h"
 #include "RunOptions.h"
 #include "StopSignals.h"
 #include "TaskRun.h"
@@ -10,6 +11,7 @@
 Q_LOGGING_CATEGORY(lcDesktop, "autoscene.targets.x11")
 
 int main(int argc, char* argv[]) {
+    autoscene::sys::installCrashHandler();
     // Before any thread exists, so that only the waiting main thread sees Ctrl+C.
     autoscene::sys::StopSignals stopSignals;
     QCoreApplication app(argc, argv);
