@@ -258,7 +258,7 @@ TEST_F(Runner, EveryTargetRunsInBothMultiTargetModesWithItsOwnStartValues) {
         std::map<WindowHandle, QString> values;
         log.onRun = [&](int, TaskInfo& info) {
             values[info.window] = runner->definitions().find(1)->value();
-            if (values.size() == 3) {
+            if (values.size() == 3 || log.runs.size() > 5000) {
                 runner->stop();
             }
         };
