@@ -31,14 +31,8 @@ std::vector<RecordedInput> InProcessTarget::inputs() const {
     return inputs_;
 }
 
-int InProcessTarget::captures() const {
-    std::lock_guard lock(mutex_);
-    return captures_;
-}
-
 bool InProcessTarget::capture(const engine::TaskInfo&, const targets::FrameConsumer& consume) {
     std::lock_guard lock(mutex_);
-    ++captures_;
     if (frames_.empty()) {
         return false;
     }

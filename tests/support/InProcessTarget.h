@@ -27,7 +27,6 @@ public:
     void setFrames(std::vector<cv::Mat> bgr);
     void setWindows(std::vector<targets::WindowHandle> windows);
     std::vector<RecordedInput> inputs() const;
-    int captures() const;
 
     bool capture(const engine::TaskInfo& task, const targets::FrameConsumer& consume) override;
     bool isWindow(targets::WindowHandle window) override;
@@ -46,7 +45,6 @@ private:
     mutable std::mutex mutex_;
     std::vector<targets::BgraFrame> frames_;
     size_t next_ = 0;
-    int captures_ = 0;
     std::vector<targets::WindowHandle> windows_;
     std::vector<RecordedInput> inputs_;
 };

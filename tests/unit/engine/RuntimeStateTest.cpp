@@ -140,15 +140,12 @@ TEST(Alarms, RepeatingAlarmRearmsAfterItsWindow) {
 }
 
 TEST(Alarms, RemainingTimeTextSwitchesToMinutesAbove60Seconds) {
-    ManualClock clock(QDateTime(QDate(2026, 1, 5), QTime(7, 59)));
-    MVAlarm alarm(1, "a", {}, {QTime(8, 0), 5, 1}, clock);
-    EXPECT_EQ(alarm.statusText(), "剩余:60秒");
-    ManualClock earlier(QDateTime(QDate(2026, 1, 5), QTime(7, 58, 59)));
-    MVAlarm other(1, "a", {}, {QTime(8, 0), 5, 1}, earlier);
-    EXPECT_EQ(other.statusText(), "剩余:1分钟");
-    ManualClock inside(QDateTime(QDate(2026, 1, 5), QTime(8, 2)));
-    MVAlarm due(1, "a", {}, {QTime(8, 0), 5, 1}, inside);
-    EXPECT_EQ(due.statusText(), "待触发");
+    for (const auto& [now, text] : {std::pair{QTime(7, 59), "剩余:60秒"},
+                                    {QTime(7, 58, 59), "剩余:1分钟"},
+                                    {QTime(8, 2), "待触发"}}) {
+        ManualClock clock(QDateTime(QDate(2026, 1, 5), now));
+        EXPECT_EQ(MVAlarm(1, "a", {}, {QTime(8, 0), 5, 1}, clock).statusText(), text) << text;
+    }
 }
 
 TEST(Randoms, DrawWithinTheirRangeAndTakeANewOne) {

@@ -42,21 +42,17 @@ TEST(ColorFilter, KeepsPixelsWithinTheSimilarityOfEachChannel) {
 
 TEST(ColorCount, CountsOneRowAndOneColumnShortOfTheClippedRectangle) {
     const cv::Mat frame = frameWith(40, 30, cv::Rect(0, 0, 40, 30));
+    // -1: nothing to count, the rectangle being too thin or outside once clipped.
+    const std::pair<QRect, int> cases[] = {{{5, 5, 10, 10}, 81},     {{-5, -5, 10, 10}, 16},
+                                           {{35, 25, 100, 100}, 16}, {{0, 0, 40, 30}, 39 * 29},
+                                           {{5, 5, 1, 10}, -1},      {{5, 5, 10, 1}, -1},
+                                           {{39, 5, 10, 10}, -1},    {{100, 100, 10, 10}, -1}};
     cv::Mat mask;
-    EXPECT_EQ(countColor(frame, kOrange, 0.9f, QRect(5, 5, 10, 10), mask), 81);
-    EXPECT_EQ(countColor(frame, kOrange, 0.9f, QRect(-5, -5, 10, 10), mask), 16);
-    EXPECT_EQ(countColor(frame, kOrange, 0.9f, QRect(35, 25, 100, 100), mask), 16);
-    EXPECT_EQ(countColor(frame, kOrange, 0.9f, QRect(0, 0, 40, 30), mask), 39 * 29);
-}
-
-TEST(ColorCount, NothingIsCountedWithoutAFrameOrInAThinOrOutsideRectangle) {
-    const cv::Mat frame = frameWith(40, 30, cv::Rect(0, 0, 40, 30));
-    cv::Mat mask;
+    for (const auto& [rect, count] : cases) {
+        EXPECT_EQ(countColor(frame, kOrange, 0.9f, rect, mask), count)
+            << rect.x() << ',' << rect.y() << ' ' << rect.width() << 'x' << rect.height();
+    }
     EXPECT_EQ(countColor(cv::Mat(), kOrange, 0.9f, QRect(0, 0, 10, 10), mask), -1);
-    EXPECT_EQ(countColor(frame, kOrange, 0.9f, QRect(5, 5, 1, 10), mask), -1);
-    EXPECT_EQ(countColor(frame, kOrange, 0.9f, QRect(5, 5, 10, 1), mask), -1);
-    EXPECT_EQ(countColor(frame, kOrange, 0.9f, QRect(39, 5, 10, 10), mask), -1);
-    EXPECT_EQ(countColor(frame, kOrange, 0.9f, QRect(100, 100, 10, 10), mask), -1);
 }
 
 TEST(ColorSearch, FindsTheFirstPixelInRowOrderInsideTheRectangle) {

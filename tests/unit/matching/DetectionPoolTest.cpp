@@ -15,6 +15,7 @@
 #include "ImageCondition.h"
 #include "MVVariable.h"
 #include "ManualClock.h"
+#include "MatchingTestKit.h"
 #include "RuntimeDefinitions.h"
 #include "Scene.h"
 #include "ScreenDetection.h"
@@ -22,6 +23,7 @@
 #include "ThreadKey.h"
 
 using namespace autoscene::engine;
+using autoscene::test::noiseFrame;
 
 namespace {
 
@@ -47,13 +49,6 @@ TEST(DetectionPool, EveryJobRunsOnceUnderItsCallersKey) {
     b.join();
     EXPECT_EQ(threadKey(), std::this_thread::get_id());
     DetectionPool(0).run(3, [](size_t) {});  // without helpers the caller does it all
-}
-
-cv::Mat noiseFrame(int cols, int rows, std::uint64_t seed) {
-    cv::Mat frame(rows, cols, CV_8UC3);
-    cv::RNG rng(seed);
-    rng.fill(frame, cv::RNG::UNIFORM, 0, 256);
-    return frame;
 }
 
 // Eight templates cut from a frame, each searched in the rectangle that a

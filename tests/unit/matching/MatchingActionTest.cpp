@@ -1,5 +1,5 @@
-// The find-then-click actions: where they click, how often, and their result
-// records; and one whole run on the in-process target from task file to clicks.
+// The find-then-click actions: where they click, how often, and their result records.
+// Whole runs that find and click images are the demo task's, in tests/integration/runner.
 
 #include <gtest/gtest.h>
 
@@ -10,19 +10,15 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
-#include "ActionFactory.h"
-#include "EditorActions.h"
 #include "ImageAction.h"
 #include "InProcessTarget.h"
 #include "MVClickColorAction.h"
 #include "MVSaveCoordAction.h"
 #include "ManualClock.h"
-#include "MatchingActions.h"
+#include "MatchingTestKit.h"
 #include "RuntimeDefinitions.h"
-#include "RuntimeFactory.h"
 #include "ScreenConditions.h"
 #include "TaskDocument.h"
-#include "TaskRunner.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::actions;
@@ -30,24 +26,11 @@ using autoscene::model::TaskDocument;
 using autoscene::targets::MouseOp;
 using autoscene::test::InProcessTarget;
 using autoscene::test::ManualClock;
+using autoscene::test::noiseFrame;
+using autoscene::test::NoRunControl;
 using autoscene::test::RecordedInput;
 
 namespace {
-
-using namespace std::chrono_literals;
-
-class NoRunControl : public IRunControl {
-public:
-    void stopByTask() override {}
-    void finishCurrentTarget(int) override {}
-};
-
-cv::Mat noiseFrame(int cols, int rows, std::uint64_t seed) {
-    cv::Mat frame(rows, cols, CV_8UC3);
-    cv::RNG rng(seed);
-    rng.fill(frame, cv::RNG::UNIFORM, 0, 256);
-    return frame;
-}
 
 // A task folder with one image cut from `frame` at `cut`, a crop, a rectangle
 // variable and an orange colour.
@@ -59,28 +42,20 @@ protected:
         ASSERT_TRUE(QDir().mkpath(dir.filePath(QStringLiteral("image"))));
         ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/t.png")).toStdString(),
                                 frame(cut).clone()));
-        writeTask(QString());
-        task.frame = frame;
-        task.cycleCount = 1;
-    }
-
-    // `scenes` is the scene list's content.
-    void writeTask(const QString& scenes) {
         QFile file(dir.filePath(QStringLiteral("script.json")));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(QStringLiteral(R"({
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(R"({
             "image_list": [{"id": 1, "name": "button", "file": "t.png", "rect": "130,60,20,16",
                             "sim": 0.9, "type": 1}],
             "color_list": [{"id": 2, "name": "orange", "sim": 0.9, "color": 16744448}],
             "var_list": [{"type": 2, "id": 10, "name": "click area", "rect": "135,65,4,4"},
                          {"type": 1, "id": 11, "name": "places", "value": ""},
-                         {"type": 2, "id": 12, "name": "left half", "rect": "0,0,100,120"}],
-            "scene_list": [%1]})")
-                       .arg(scenes)
-                       .toUtf8());
+                         {"type": 2, "id": 12, "name": "left half", "rect": "0,0,100,120"}]})");
         file.close();
         ASSERT_TRUE(document.openFolder(dir.path()).ok);
         definitions = std::make_unique<RuntimeDefinitions>(document, clock);
+        task.frame = frame;
+        task.cycleCount = 1;
     }
 
     RunContext context() { return {document, *definitions, clock, target, control, nullptr}; }
@@ -126,10 +101,8 @@ TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchRepeatedlyWithOnePress
     EXPECT_TRUE(match.adjusted(0, 0, 1, 1).contains(inputs[0].point.x, inputs[0].point.y));
 
     const QJsonObject result = action.state(std::this_thread::get_id());
-    EXPECT_EQ(result[QStringLiteral("type")].toInt(), 2);
     EXPECT_TRUE(result[QStringLiteral("clicked")].toBool());
     EXPECT_EQ(result[QStringLiteral("alias")].toString(), QStringLiteral("button"));
-    EXPECT_EQ(result[QStringLiteral("err")].toString(), QString());
     EXPECT_DOUBLE_EQ(result[QStringLiteral("sim")].toDouble(), 1.0);
     const QJsonObject point = result[QStringLiteral("points")].toArray().at(0).toObject();
     EXPECT_EQ(point[QStringLiteral("x")].toInt(), inputs[0].point.x);
@@ -232,28 +205,6 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     EXPECT_FLOAT_EQ(absent.run(task), 0.0f);
     EXPECT_EQ(absent.currentPoint(), QPoint(-1, -1));
     EXPECT_EQ(clicks().size(), 3u);
-}
-
-TEST_F(MatchingActionTest, AWholeRunClicksTheImageItsConditionFinds) {
-    writeTask(QStringLiteral(R"({"name": "s", "event_list": [{"name": "e",
-        "item_group": {"type": 5, "item_list": [{"type": 1, "relation": 1, "image_id": 1,
-                                                 "state": 1}]},
-        "action_list": [{"type": 2, "button": 1, "image_id": 1, "click_times": 1},
-                        {"type": 10}]}]})"));
-    RuntimeFactory factory;
-    registerScreenConditions(factory);
-    registerStateActions(factory);
-    registerMatchingActions(factory);
-    cv::Mat blank(120, 200, CV_8UC3, cv::Scalar(9, 9, 9));
-    target.setFrames({blank, blank, frame});
-    TaskRunner runner(document, factory, target, std::make_shared<ManualClock>());
-    runner.setLoopIntervalMs(0);
-    ASSERT_TRUE(runner.start({{TargetKind::Desktop}}));
-    ASSERT_TRUE(runner.waitUntilIdle(10s));
-    const auto inputs = clicks();
-    ASSERT_EQ(inputs.size(), 1u);
-    EXPECT_TRUE(QRect(140, 70, 21, 17).contains(inputs[0].point.x, inputs[0].point.y));
-    EXPECT_EQ(target.captures(), 3);
 }
 
 }  // namespace

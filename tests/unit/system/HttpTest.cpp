@@ -28,12 +28,6 @@ public:
             response.set_content(request.get_header_value("Content-Type") + "\n" + request.body,
                                  "text/plain");
         });
-        server_.Post("/upload", [](const httplib::Request& request, httplib::Response& response) {
-            const httplib::MultipartFormData image = request.get_file_value("image");
-            response.set_content(image.filename + "|" + image.content_type + "|" + image.content +
-                                     "|" + request.get_file_value("mode").content,
-                                 "text/plain");
-        });
         server_.Get("/large", [](const httplib::Request&, httplib::Response& response) {
             response.set_content(largeBody(), "application/octet-stream");
         });
@@ -57,6 +51,11 @@ public:
 
     std::string url(const std::string& path) const {
         return "http://127.0.0.1:" + std::to_string(port_) + path;
+    }
+
+    // An address on which nobody listens.
+    static std::string refusedUrl(const std::string& path) {
+        return "http://127.0.0.1:" + std::to_string(autoscene::test::unusedLoopbackPort()) + path;
     }
 
     static std::string largeBody() {
@@ -98,21 +97,11 @@ TEST_F(Http, JsonPostSetsContentTypeAndSendsBodyUnchanged) {
               "application/json\n" + json);
 }
 
-TEST_F(Http, MultipartSendsFileFromMemoryAndTextFields) {
-    const std::string bytes("\x89PNG\0\x01\x02", 7);
-    const sys::HttpFilePart file{"image", "image.png", "image/png", bytes};
-    const sys::HttpResponse response =
-        sys::httpPostMultipart(server.url("/upload"), {}, file, {{"mode", "fast"}});
-    EXPECT_EQ(response.body, "image.png|image/png|" + bytes + "|fast");
-    EXPECT_EQ(response.status, 200);
-    EXPECT_EQ(response.error, "");
-}
-
+// Uploads that arrive are the OCR client's, checked against the real service in unit/ocr.
 TEST_F(Http, MultipartReportsFailureInsteadOfPrinting) {
     testing::internal::CaptureStderr();
-    const sys::HttpResponse refused = sys::httpPostMultipart(
-        "http://127.0.0.1:" + std::to_string(autoscene::test::unusedLoopbackPort()) + "/", {},
-        {"image", "a.png", "", "x"});
+    const sys::HttpResponse refused =
+        sys::httpPostMultipart(LoopbackServer::refusedUrl("/"), {}, {"image", "a.png", "", "x"});
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(refused.error, "Couldn't connect to server");
     EXPECT_EQ(refused.status, 0);
@@ -140,14 +129,8 @@ TEST_F(Http, DownloadWritesTheWholeBodyAndReplacesTheFile) {
 TEST_F(Http, FailedTransferReportsAndReturnsWhatArrived) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(sys::httpGet(server.url("/cut"), {}), "partial");
-    EXPECT_EQ(
-        sys::httpGet(
-            "http://127.0.0.1:" + std::to_string(autoscene::test::unusedLoopbackPort()) + "/", {}),
-        "");
-    EXPECT_EQ(
-        sys::httpPostJson(
-            "http://127.0.0.1:" + std::to_string(autoscene::test::unusedLoopbackPort()), {}, "{}"),
-        "");
+    EXPECT_EQ(sys::httpGet(LoopbackServer::refusedUrl("/"), {}), "");
+    EXPECT_EQ(sys::httpPostJson(LoopbackServer::refusedUrl(""), {}, "{}"), "");
     const std::string errors = testing::internal::GetCapturedStderr();
     EXPECT_EQ(errors.rfind("curl_easy_perform() failed: ", 0), 0u) << errors;
     EXPECT_NE(errors.find("curl_easy_perform() failed: Couldn't connect to server\n"),

@@ -31,24 +31,6 @@ TEST(DemoGeometry, SizeWithOptionalSignedOffsets) {
     }
 }
 
-TEST(DemoOptions, DefaultsAndEveryOption) {
-    const auto defaults = parse({});
-    ASSERT_TRUE(defaults);
-    EXPECT_EQ(defaults->geometry.width, kDefaultWidth);
-    EXPECT_EQ(defaults->title, kDefaultTitle);
-    EXPECT_EQ(defaults->screen, Screen::Start);
-    EXPECT_TRUE(defaults->logPath.empty());
-
-    const auto all =
-        parse({"--geometry", "800x600+10+20", "--title", "T", "--log", "-", "--screen", "form"});
-    ASSERT_TRUE(all);
-    EXPECT_EQ(all->geometry.y, 20);
-    EXPECT_EQ(all->title, "T");
-    EXPECT_EQ(all->logPath, "-");
-    EXPECT_EQ(all->screen, Screen::Form);
-    EXPECT_EQ(parse({"--screen", "finish"})->screen, Screen::Finish);
-}
-
 TEST(DemoOptions, BadArgumentsAreRefused) {
     EXPECT_FALSE(parse({"--geometry"})) << "missing value";
     EXPECT_FALSE(parse({"--geometry", "big"}));

@@ -1,9 +1,8 @@
-// Crop clamping of foreground captures and the inclusive hit test of background input.
+// Crop clamping of foreground captures.
 
 #include <gtest/gtest.h>
 
 #include "CropRect.h"
-#include "HitTest.h"
 
 namespace autoscene::targets::x11 {
 namespace {
@@ -34,19 +33,6 @@ TEST(CropToScreen, DegenerateSizesGiveNothing) {
     EXPECT_EQ(cropToScreen(Rect{10, 10, 0, 200}, 1280, 720).width, 0);
     EXPECT_EQ(cropToScreen(Rect{10, 10, -5, 200}, 1280, 720).width, 0);
     EXPECT_EQ(cropToScreen(Rect{10, 10, 100, 100}, 0, 720).width, 0);
-}
-
-TEST(HitTest, BothEdgesAreInside) {
-    const Rect panel{440, 20, 180, 60};
-    EXPECT_TRUE(containsInclusive(panel, Point{440, 20}));
-    EXPECT_TRUE(containsInclusive(panel, Point{620, 80}));
-    EXPECT_FALSE(containsInclusive(panel, Point{621, 80}));
-    EXPECT_FALSE(containsInclusive(panel, Point{620, 81}));
-    EXPECT_FALSE(containsInclusive(panel, Point{439, 50}));
-    EXPECT_FALSE(containsInclusive(panel, Point{500, 19}));
-    const Point local = toLocal(panel, Point{620, 80});
-    EXPECT_EQ(local.x, 180);
-    EXPECT_EQ(local.y, 60);
 }
 
 }  // namespace

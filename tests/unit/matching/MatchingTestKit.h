@@ -1,0 +1,25 @@
+#pragma once
+// Shared by the matching tests: random frames to cut templates from, and a run control
+// for actions run outside a runner.
+
+#include <opencv2/core.hpp>
+
+#include "RunContext.h"
+
+namespace autoscene::test {
+
+// Uniform noise: a piece cut from it matches only where it was cut.
+inline cv::Mat noiseFrame(int cols, int rows, std::uint64_t seed) {
+    cv::Mat frame(rows, cols, CV_8UC3);
+    cv::RNG rng(seed);
+    rng.fill(frame, cv::RNG::UNIFORM, 0, 256);
+    return frame;
+}
+
+class NoRunControl : public engine::IRunControl {
+public:
+    void stopByTask() override {}
+    void finishCurrentTarget(int) override {}
+};
+
+}  // namespace autoscene::test
