@@ -18,14 +18,6 @@ constexpr unsigned kMove = 0x200, kLeftDown = 0x201, kLeftUp = 0x202, kRightDown
                    kRightUp = 0x205, kWheel = 0x20A, kKeyDown = 0x100, kKeyUp = 0x101,
                    kSysKeyDown = 0x104, kSysKeyUp = 0x105;
 
-std::string at(const char* window, unsigned message, unsigned wParam, int x, int y) {
-    return logLine(window, message, wParam, packPointLParam({x, y}));
-}
-
-std::string key(const char* window, unsigned message, unsigned virtualKey) {
-    return logLine(window, message, virtualKey, 0);
-}
-
 class BackgroundInputTest : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }
@@ -51,28 +43,32 @@ protected:
 
 TEST_F(BackgroundInputTest, ClickReachesEveryNestedWindowHoldingThePoint) {
     backend.mouse(topLevel(), {75, 75}, MouseOp::LeftClick, 20, true);
-    EXPECT_EQ(mouseLines(),
-              (Lines{at("top", kMove, 1, 75, 75), at("outer", kMove, 1, 25, 35),
-                     at("inner", kMove, 1, 5, 5), at("top", kLeftDown, 1, 75, 75),
-                     at("outer", kLeftDown, 1, 25, 35), at("inner", kLeftDown, 1, 5, 5),
-                     at("top", kLeftUp, 1, 75, 75), at("outer", kLeftUp, 1, 25, 35),
-                     at("inner", kLeftUp, 1, 5, 5)}));
+    EXPECT_EQ(
+        mouseLines(),
+        (Lines{mouseLine("top", kMove, 1, 75, 75), mouseLine("outer", kMove, 1, 25, 35),
+               mouseLine("inner", kMove, 1, 5, 5), mouseLine("top", kLeftDown, 1, 75, 75),
+               mouseLine("outer", kLeftDown, 1, 25, 35), mouseLine("inner", kLeftDown, 1, 5, 5),
+               mouseLine("top", kLeftUp, 1, 75, 75), mouseLine("outer", kLeftUp, 1, 25, 35),
+               mouseLine("inner", kLeftUp, 1, 5, 5)}));
 }
 
 TEST_F(BackgroundInputTest, HitTestIncludesTheRightAndBottomEdgeOfAChild) {
     backend.mouse(topLevel(), {130, 120}, MouseOp::Move, 0, true);
     backend.mouse(topLevel(), {131, 120}, MouseOp::Move, 0, true);
-    EXPECT_EQ(mouseLines(), (Lines{at("top", kMove, 1, 130, 120), at("outer", kMove, 1, 80, 80),
-                                   at("inner", kMove, 1, 60, 50), at("top", kMove, 1, 131, 120),
-                                   at("outer", kMove, 1, 81, 80)}));
+    EXPECT_EQ(mouseLines(),
+              (Lines{mouseLine("top", kMove, 1, 130, 120), mouseLine("outer", kMove, 1, 80, 80),
+                     mouseLine("inner", kMove, 1, 60, 50), mouseLine("top", kMove, 1, 131, 120),
+                     mouseLine("outer", kMove, 1, 81, 80)}));
 }
 
 TEST_F(BackgroundInputTest, RightClickIsTwoButtonDownsAndNoUp) {
     backend.mouse(topLevel(), {320, 210}, MouseOp::RightClick, 0, true);
-    EXPECT_EQ(mouseLines(),
-              (Lines{at("top", kMove, 1, 320, 210), at("side", kMove, 1, 20, 10),
-                     at("top", kRightDown, 2, 320, 210), at("side", kRightDown, 2, 20, 10),
-                     at("top", kRightDown, 2, 320, 210), at("side", kRightDown, 2, 20, 10)}));
+    EXPECT_EQ(
+        mouseLines(),
+        (Lines{mouseLine("top", kMove, 1, 320, 210), mouseLine("side", kMove, 1, 20, 10),
+               mouseLine("top", kRightDown, 2, 320, 210), mouseLine("side", kRightDown, 2, 20, 10),
+               mouseLine("top", kRightDown, 2, 320, 210),
+               mouseLine("side", kRightDown, 2, 20, 10)}));
 }
 
 TEST_F(BackgroundInputTest, UpsHappenWhereThisThreadLastPressedOrMoved) {
@@ -85,26 +81,28 @@ TEST_F(BackgroundInputTest, UpsHappenWhereThisThreadLastPressedOrMoved) {
     backend.mouse(topLevel(), {320, 210}, MouseOp::RightDown, 0, true);
     backend.mouse(topLevel(), {20, 20}, MouseOp::Move, 0, true);
     backend.mouse(topLevel(), {30, 30}, MouseOp::RightUp, 0, true);
-    EXPECT_EQ(mouseLines(),
-              (Lines{at("top", kMove, 1, 75, 75),       at("outer", kMove, 1, 25, 35),
-                     at("inner", kMove, 1, 5, 5),       at("top", kLeftDown, 1, 75, 75),
-                     at("outer", kLeftDown, 1, 25, 35), at("inner", kLeftDown, 1, 5, 5),
-                     at("top", kMove, 1, 200, 100),     at("outer", kMove, 1, 150, 60),
-                     at("top", kLeftUp, 1, 0, 0),       at("top", kMove, 1, 10, 10),
-                     at("top", kLeftUp, 1, 75, 75),     at("outer", kLeftUp, 1, 25, 35),
-                     at("inner", kLeftUp, 1, 5, 5),     at("top", kMove, 1, 10, 10),
-                     at("top", kRightUp, 2, 0, 0),      at("top", kMove, 1, 320, 210),
-                     at("side", kMove, 1, 20, 10),      at("top", kRightDown, 2, 320, 210),
-                     at("side", kRightDown, 2, 20, 10), at("top", kMove, 1, 20, 20),
-                     at("top", kMove, 1, 30, 30),       at("top", kRightUp, 2, 20, 20)}));
+    EXPECT_EQ(
+        mouseLines(),
+        (Lines{mouseLine("top", kMove, 1, 75, 75),       mouseLine("outer", kMove, 1, 25, 35),
+               mouseLine("inner", kMove, 1, 5, 5),       mouseLine("top", kLeftDown, 1, 75, 75),
+               mouseLine("outer", kLeftDown, 1, 25, 35), mouseLine("inner", kLeftDown, 1, 5, 5),
+               mouseLine("top", kMove, 1, 200, 100),     mouseLine("outer", kMove, 1, 150, 60),
+               mouseLine("top", kLeftUp, 1, 0, 0),       mouseLine("top", kMove, 1, 10, 10),
+               mouseLine("top", kLeftUp, 1, 75, 75),     mouseLine("outer", kLeftUp, 1, 25, 35),
+               mouseLine("inner", kLeftUp, 1, 5, 5),     mouseLine("top", kMove, 1, 10, 10),
+               mouseLine("top", kRightUp, 2, 0, 0),      mouseLine("top", kMove, 1, 320, 210),
+               mouseLine("side", kMove, 1, 20, 10),      mouseLine("top", kRightDown, 2, 320, 210),
+               mouseLine("side", kRightDown, 2, 20, 10), mouseLine("top", kMove, 1, 20, 20),
+               mouseLine("top", kMove, 1, 30, 30),       mouseLine("top", kRightUp, 2, 20, 20)}));
 }
 
 TEST_F(BackgroundInputTest, NamedChildAloneReceivesInputRelativeToItself) {
     backend.mouse(inner(), {75, 75}, MouseOp::LeftClick, 0, true);
     // Outside the child: nothing arrives anywhere.
     backend.mouse(inner(), {20, 20}, MouseOp::LeftClick, 0, true);
-    EXPECT_EQ(mouseLines(), (Lines{at("inner", kMove, 1, 5, 5), at("inner", kLeftDown, 1, 5, 5),
-                                   at("inner", kLeftUp, 1, 5, 5)}));
+    EXPECT_EQ(mouseLines(),
+              (Lines{mouseLine("inner", kMove, 1, 5, 5), mouseLine("inner", kLeftDown, 1, 5, 5),
+                     mouseLine("inner", kLeftUp, 1, 5, 5)}));
 }
 
 TEST_F(BackgroundInputTest, NegativePointsAndMissingWindowsPostNothing) {
@@ -121,8 +119,8 @@ TEST_F(BackgroundInputTest, WheelGoesToEveryWindowWithTheTopLevelPoint) {
     backend.wheel(topLevel(), -2, {75, 75}, true);
     const std::uint32_t lParam = packPointLParam({75, 75});
     EXPECT_EQ(mouseLines(),
-              (Lines{at("top", kMove, 1, 75, 75), at("outer", kMove, 1, 25, 35),
-                     at("inner", kMove, 1, 5, 5), logLine("top", kWheel, 0xFF100000, lParam),
+              (Lines{mouseLine("top", kMove, 1, 75, 75), mouseLine("outer", kMove, 1, 25, 35),
+                     mouseLine("inner", kMove, 1, 5, 5), logLine("top", kWheel, 0xFF100000, lParam),
                      logLine("outer", kWheel, 0xFF100000, lParam),
                      logLine("inner", kWheel, 0xFF100000, lParam),
                      logLine("side", kWheel, 0xFF100000, lParam)}));
@@ -130,10 +128,10 @@ TEST_F(BackgroundInputTest, WheelGoesToEveryWindowWithTheTopLevelPoint) {
 
 TEST_F(BackgroundInputTest, KeysGoDownToEveryWindowThenUp) {
     backend.key(topLevel(), 'A', KeyOp::Click, true);
-    EXPECT_EQ(keyLines(), (Lines{key("top", kKeyDown, 'A'), key("outer", kKeyDown, 'A'),
-                                 key("inner", kKeyDown, 'A'), key("side", kKeyDown, 'A'),
-                                 key("top", kKeyUp, 'A'), key("outer", kKeyUp, 'A'),
-                                 key("inner", kKeyUp, 'A'), key("side", kKeyUp, 'A')}));
+    EXPECT_EQ(keyLines(), (Lines{keyLine("top", kKeyDown, 'A'), keyLine("outer", kKeyDown, 'A'),
+                                 keyLine("inner", kKeyDown, 'A'), keyLine("side", kKeyDown, 'A'),
+                                 keyLine("top", kKeyUp, 'A'), keyLine("outer", kKeyUp, 'A'),
+                                 keyLine("inner", kKeyUp, 'A'), keyLine("side", kKeyUp, 'A')}));
 }
 
 TEST_F(BackgroundInputTest, ShiftControlAltAndSystemPressUseSystemKeyMessages) {
@@ -145,10 +143,11 @@ TEST_F(BackgroundInputTest, ShiftControlAltAndSystemPressUseSystemKeyMessages) {
     // A Qt key code is no virtual key: nothing goes out (cut to 16 bits it would be PgUp).
     backend.key(inner(), 0x01000021, KeyOp::Click, true);
     backend.key(inner(), 0x01000021, KeyOp::Click, false);
-    EXPECT_EQ(keyLines(), (Lines{key("inner", kSysKeyDown, 0x10), key("inner", kSysKeyUp, 0x11),
-                                 key("inner", kSysKeyDown, 0x12), key("inner", kSysKeyUp, 0x12),
-                                 key("inner", kSysKeyDown, 'B'), key("inner", kSysKeyUp, 'B'),
-                                 key("inner", kKeyDown, 'C')}));
+    EXPECT_EQ(keyLines(),
+              (Lines{keyLine("inner", kSysKeyDown, 0x10), keyLine("inner", kSysKeyUp, 0x11),
+                     keyLine("inner", kSysKeyDown, 0x12), keyLine("inner", kSysKeyUp, 0x12),
+                     keyLine("inner", kSysKeyDown, 'B'), keyLine("inner", kSysKeyUp, 'B'),
+                     keyLine("inner", kKeyDown, 'C')}));
     EXPECT_EQ(log, (std::vector<std::string>{"invalid virtual key 16777249",
                                              "invalid virtual key 16777249"}));
 }

@@ -1,11 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <chrono>
 
-#include "RecorderLayout.h"
 #include "TestSupport.h"
-#include "targets/win32/MessageParams.h"
 #include "targets/win32/Win32Backend.h"
 #include "targets/win32/Win32Handles.h"
 
@@ -21,30 +18,18 @@ protected:
 
     InputTarget topLevel() const { return InputTarget{toHandle(recorder.top()), 0}; }
 
-    // Waits until `count` messages of the given kinds have arrived and returns them.
-    Lines waitForMessages(std::initializer_list<unsigned> messages, std::size_t count) {
-        return onlyMessages(recorder.drainWhen([&](const Lines& lines) {
-            return onlyMessages(lines, messages).size() >= count;
-        }),
-                            messages);
-    }
-
     RecorderProcess recorder;
     Win32Backend backend{[](const std::string&) {}};
 };
-
-std::string at(const char* window, unsigned message, unsigned wParam, int x, int y) {
-    return logLine(window, message, wParam, packPointLParam({x, y}));
-}
 
 }  // namespace
 
 TEST_F(ForegroundInputTest, ClicksArriveAtTheDeepestWindowUnderTheClientPoint) {
     backend.mouse(topLevel(), {75, 75}, MouseOp::LeftClick, 30, false);
     backend.mouse(topLevel(), {330, 220}, MouseOp::RightClick, 0, false);
-    EXPECT_EQ(waitForMessages({0x201, 0x202, 0x204, 0x205}, 4),
-              (Lines{at("inner", 0x201, 1, 5, 5), at("inner", 0x202, 0, 5, 5),
-                     at("side", 0x204, 2, 30, 20), at("side", 0x205, 0, 30, 20)}));
+    EXPECT_EQ(recorder.waitForMessages({0x201, 0x202, 0x204, 0x205}, 4),
+              (Lines{mouseLine("inner", 0x201, 1, 5, 5), mouseLine("inner", 0x202, 0, 5, 5),
+                     mouseLine("side", 0x204, 2, 30, 20), mouseLine("side", 0x205, 0, 30, 20)}));
     POINT cursor{};
     GetCursorPos(&cursor);
     ScreenToClient(recorder.top(), &cursor);
@@ -62,26 +47,22 @@ TEST_F(ForegroundInputTest, SeparateDownsAndUpsAndMovesUseTheCursor) {
     backend.mouse(topLevel(), {-1, -1}, MouseOp::LeftUp, 0, false);
     backend.mouse(topLevel(), {10, 10}, MouseOp::RightDown, 0, false);
     backend.mouse(topLevel(), {-1, -1}, MouseOp::RightUp, 0, false);
-    EXPECT_EQ(waitForMessages({0x201, 0x202, 0x204, 0x205}, 4),
-              (Lines{at("outer", 0x201, 1, 30, 10), at("outer", 0x202, 0, 40, 20),
-                     at("top", 0x204, 2, 10, 10), at("top", 0x205, 0, 10, 10)}));
+    EXPECT_EQ(recorder.waitForMessages({0x201, 0x202, 0x204, 0x205}, 4),
+              (Lines{mouseLine("outer", 0x201, 1, 30, 10), mouseLine("outer", 0x202, 0, 40, 20),
+                     mouseLine("top", 0x204, 2, 10, 10), mouseLine("top", 0x205, 0, 10, 10)}));
 }
 
 TEST_F(ForegroundInputTest, WheelAndKeysReachTheFrontWindow) {
     backend.wheel(topLevel(), 2, {75, 75}, false);
-    const Lines wheel = waitForMessages({0x20A}, 1);
+    const Lines wheel = recorder.waitForMessages({0x20A}, 1);
     ASSERT_EQ(wheel.size(), 1u);
     EXPECT_NE(wheel[0].find(" 020a f00000 "), std::string::npos) << wheel[0];
 
     backend.key(topLevel(), 'K', KeyOp::Down, false);
     backend.key(topLevel(), 'K', KeyOp::Up, false);
     backend.key(topLevel(), 0x24, KeyOp::Click, false);  // Home: no character
-    const Lines keys = waitForMessages({0x100, 0x101}, 4);
-    Lines withoutLParam;
-    for (const std::string& line : keys) {
-        withoutLParam.push_back(line.substr(0, line.find_last_of(' ')));
-    }
-    EXPECT_EQ(withoutLParam, (Lines{"top 0100 4b", "top 0101 4b", "top 0100 24", "top 0101 24"}));
+    EXPECT_EQ(withoutLParam(recorder.waitForMessages({0x100, 0x101}, 4)),
+              (Lines{"top 0100 4b", "top 0101 4b", "top 0100 24", "top 0101 24"}));
 }
 
 TEST_F(ForegroundInputTest, UnicodeTextOfSeveralScriptsArrivesUnitByUnitWithItsPauses) {
@@ -92,7 +73,7 @@ TEST_F(ForegroundInputTest, UnicodeTextOfSeveralScriptsArrivesUnitByUnitWithItsP
     const auto elapsed = std::chrono::steady_clock::now() - start;
     EXPECT_GE(elapsed, std::chrono::milliseconds(5 + 10 * static_cast<int>(units.size())));
 
-    const Lines chars = waitForMessages({0x102}, units.size());
+    const Lines chars = recorder.waitForMessages({0x102}, units.size());
     ASSERT_EQ(chars.size(), units.size());
     for (std::size_t i = 0; i < units.size(); ++i) {
         char expected[32] = {};

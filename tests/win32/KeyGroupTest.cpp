@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "RecorderLayout.h"
 #include "TestSupport.h"
 #include "targets/keys/KeyGroupPress.h"
 #include "targets/keys/QtKeyTable.h"
@@ -12,14 +11,6 @@ using namespace autoscene::targets::keys;
 using namespace autoscene::targets::win32;
 using namespace autoscene::win32test;
 
-namespace {
-
-std::string key(const char* window, unsigned message, unsigned virtualKey) {
-    return logLine(window, message, virtualKey, 0);
-}
-
-}  // namespace
-
 TEST(KeyGroup, DownsInOrderThenUpsInReverseWithModifiersAsVirtualKeys) {
     RecorderProcess recorder;
     ASSERT_TRUE(recorder.started());
@@ -27,10 +18,10 @@ TEST(KeyGroup, DownsInOrderThenUpsInReverseWithModifiersAsVirtualKeys) {
     const InputTarget inner{toHandle(recorder.top()), toHandle(recorder.child("inner"))};
     pressKeyGroup(backend, inner, keyGroupFromEvent('C', kQtControlModifier | kQtShiftModifier),
                   true);
-    EXPECT_EQ(
-        onlyMessages(recorder.drainPosted(), {0x100, 0x101, 0x104, 0x105}),
-        (Lines{key("inner", 0x104, 0x11), key("inner", 0x104, 0x10), key("inner", 0x100, 'C'),
-               key("inner", 0x101, 'C'), key("inner", 0x105, 0x10), key("inner", 0x105, 0x11)}));
+    EXPECT_EQ(onlyMessages(recorder.drainPosted(), {0x100, 0x101, 0x104, 0x105}),
+              (Lines{keyLine("inner", 0x104, 0x11), keyLine("inner", 0x104, 0x10),
+                     keyLine("inner", 0x100, 'C'), keyLine("inner", 0x101, 'C'),
+                     keyLine("inner", 0x105, 0x10), keyLine("inner", 0x105, 0x11)}));
 }
 
 TEST(KeyGroup, ForegroundGroupArrivesAsRealKeys) {
@@ -39,15 +30,6 @@ TEST(KeyGroup, ForegroundGroupArrivesAsRealKeys) {
     Win32Backend backend{[](const std::string&) {}};
     const InputTarget top{toHandle(recorder.top()), 0};
     pressKeyGroup(backend, top, keyGroupFromEvent('Q', kQtShiftModifier), false);
-    const Lines keys = onlyMessages(recorder.drainWhen([](const Lines& lines) {
-        return onlyMessages(lines, {0x100, 0x101}).size() >= 4;
-    }),
-                                    {0x100, 0x101, 0x102});
-    // Real key messages carry scan codes and repeat counts in lParam: compare the rest.
-    Lines withoutLParam;
-    for (const std::string& line : keys) {
-        withoutLParam.push_back(line.substr(0, line.find_last_of(' ')));
-    }
-    EXPECT_EQ(withoutLParam,
+    EXPECT_EQ(withoutLParam(recorder.waitForMessages({0x100, 0x101, 0x102}, 5)),
               (Lines{"top 0100 10", "top 0100 51", "top 0102 51", "top 0101 51", "top 0101 10"}));
 }

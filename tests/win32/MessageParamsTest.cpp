@@ -5,27 +5,15 @@
 using namespace autoscene::targets;
 using namespace autoscene::targets::win32;
 
+// Wheel steps, the inclusive hit test and the system keys show in the messages that
+// BackgroundInputTest and ForegroundInputTest check.
+
 TEST(MessageParams, PointsPackIntoSixteenBitWords) {
     EXPECT_EQ(packPointLParam({10, 20}), 0x0014000Au);
     EXPECT_EQ(packPointLParam({0xFFFF, 0}), 0x0000FFFFu);
     // Coordinates past 16 bits lose their high bits, as the message format does.
     EXPECT_EQ(packPointLParam({0x12345, 0x10002}), 0x00022345u);
     EXPECT_EQ(packPointLParam({-1, -2}), 0xFFFEFFFFu);
-}
-
-TEST(MessageParams, WheelStepsAreSignedMultiplesOf120InTheHighWord) {
-    EXPECT_EQ(wheelWParam(1), 120u << 16);
-    EXPECT_EQ(wheelWParam(-2), 0xFF100000u);
-    EXPECT_EQ(wheelWParam(0), 0u);
-}
-
-TEST(MessageParams, HitTestIncludesRightAndBottomEdges) {
-    const Rect inner{70, 70, 60, 50};
-    EXPECT_TRUE(containsInclusive(inner, {70, 70}));
-    EXPECT_TRUE(containsInclusive(inner, {130, 120}));
-    EXPECT_FALSE(containsInclusive(inner, {131, 120}));
-    EXPECT_FALSE(containsInclusive(inner, {130, 121}));
-    EXPECT_FALSE(containsInclusive(inner, {69, 100}));
 }
 
 TEST(MessageParams, ScreenCropClampsOriginAndCutsOnlyAtRightAndBottom) {
@@ -46,12 +34,4 @@ TEST(MessageParams, ScreenCropClampsOriginAndCutsOnlyAtRightAndBottom) {
     // Entirely past the right edge: clamped to the last column, one pixel wide.
     EXPECT_EQ(screenCropOfClient({5000, 0}, 400, 300, 1024, 768).width, 1);
     EXPECT_EQ(screenCropOfClient({0, 0}, 0, 300, 1024, 768).width, 0);
-}
-
-TEST(MessageParams, OnlyShiftControlAndAltAreSystemKeys) {
-    EXPECT_TRUE(isSystemKey(0x10));
-    EXPECT_TRUE(isSystemKey(0x11));
-    EXPECT_TRUE(isSystemKey(0x12));
-    EXPECT_FALSE(isSystemKey(0x41));
-    EXPECT_FALSE(isSystemKey(0x5B));
 }

@@ -25,7 +25,7 @@ std::string readFile(const std::string& path) {
 
 }  // namespace
 
-TEST(Process, CaptureKeepsLongOutputOfBothStreamsWholeAndInOrder) {
+TEST(Process, CaptureKeepsLongOutputOfBothStreamsWholeAndInOrderAndNoOutputEmpty) {
     std::string expected;
     for (int i = 0; i < 400; ++i) {
         char line[32] = {};
@@ -34,9 +34,6 @@ TEST(Process, CaptureKeepsLongOutputOfBothStreamsWholeAndInOrder) {
     }
     ASSERT_GT(expected.size(), 1023u * 4);
     EXPECT_EQ(runCommandCapture(helper("lines 400")), expected);
-}
-
-TEST(Process, CommandThatPrintsNothingGivesEmptyText) {
     EXPECT_EQ(runCommandCapture(helper("silent")), "");
 }
 
@@ -48,23 +45,6 @@ TEST(Process, MissingProgramThrowsWithTheSystemErrorCode) {
         EXPECT_STREQ(error.what(), "CreateProcess failed:2");
     }
     EXPECT_THROW(runCommandCapture(""), std::runtime_error);
-}
-
-TEST(Process, HiddenProcessRunsAndItsHandlesBelongToTheCaller) {
-    const std::string file = makeTempFolder("hidden") + "\\touched.txt";
-    const HiddenProcess process = startHiddenProcess(helper("touch \"" + file + "\""));
-    ASSERT_TRUE(process.started());
-    ASSERT_NE(process.processHandle, 0u);
-    ASSERT_NE(process.threadHandle, 0u);
-    EXPECT_NE(process.threadId, 0u);
-    const auto handle = reinterpret_cast<HANDLE>(process.processHandle);
-    ASSERT_EQ(WaitForSingleObject(handle, 10000), WAIT_OBJECT_0);
-    DWORD exitCode = 0;
-    GetExitCodeProcess(handle, &exitCode);
-    EXPECT_EQ(exitCode, 7u);
-    EXPECT_EQ(readFile(file), "touched");
-    CloseHandle(handle);
-    CloseHandle(reinterpret_cast<HANDLE>(process.threadHandle));
 }
 
 TEST(Process, HiddenProcessInheritsNoHandles) {
@@ -92,6 +72,7 @@ TEST(Process, EndOfAHiddenProcessIsAwaitedOrForcedAndItsCodeRead) {
     const std::string file = makeTempFolder("ended") + "\\touched.txt";
     const HiddenProcess quick = startHiddenProcess(helper("touch \"" + file + "\""));
     ASSERT_TRUE(quick.started());
+    EXPECT_NE(quick.threadId, 0u);
     waitForProcessEnd(quick);
     EXPECT_EQ(readFile(file), "touched");
     EXPECT_EQ(releaseProcess(quick), 7);

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "RecorderLayout.h"
+#include "targets/win32/MessageParams.h"
 
 namespace autoscene::win32test {
 
@@ -57,6 +58,22 @@ Lines onlyMessages(const Lines& lines, std::initializer_list<unsigned> messages)
         }
     }
     return kept;
+}
+
+Lines withoutLParam(const Lines& lines) {
+    Lines cut;
+    for (const std::string& line : lines) {
+        cut.push_back(line.substr(0, line.find_last_of(' ')));
+    }
+    return cut;
+}
+
+std::string mouseLine(const char* window, unsigned message, unsigned wParam, int x, int y) {
+    return logLine(window, message, wParam, targets::win32::packPointLParam({x, y}));
+}
+
+std::string keyLine(const char* window, unsigned message, unsigned virtualKey) {
+    return logLine(window, message, virtualKey, 0);
 }
 
 RecorderProcess::RecorderProcess() : logPath_(makeTempFolder("recorder") + "\\messages.log") {
@@ -165,6 +182,14 @@ Lines RecorderProcess::drainWhen(const std::function<bool(const Lines&)>& condit
         timeout);
     consumedLines_ += drained.size();
     return drained;
+}
+
+Lines RecorderProcess::waitForMessages(std::initializer_list<unsigned> messages,
+                                       std::size_t count) {
+    return onlyMessages(drainWhen([&](const Lines& lines) {
+                            return onlyMessages(lines, messages).size() >= count;
+                        }),
+                        messages);
 }
 
 }  // namespace autoscene::win32test

@@ -24,6 +24,13 @@ bool waitUntil(const std::function<bool()>& condition,
 
 // Lines whose message (second field, hex) is one of the given messages.
 Lines onlyMessages(const Lines& lines, std::initializer_list<unsigned> messages);
+// The lines without their last field: real key messages carry scan codes and repeat
+// counts in lParam.
+Lines withoutLParam(const Lines& lines);
+
+// The line the recorder logs for a mouse message at a client point, or for a posted key.
+std::string mouseLine(const char* window, unsigned message, unsigned wParam, int x, int y);
+std::string keyLine(const char* window, unsigned message, unsigned virtualKey);
 
 class RecorderProcess {
 public:
@@ -45,6 +52,8 @@ public:
     // returns them and moves past them.
     Lines drainWhen(const std::function<bool(const Lines&)>& condition,
                     std::chrono::milliseconds timeout = std::chrono::seconds(5));
+    // Waits until `count` of the given messages have arrived and returns those messages.
+    Lines waitForMessages(std::initializer_list<unsigned> messages, std::size_t count);
 
 private:
     Lines readLog() const;

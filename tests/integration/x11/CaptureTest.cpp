@@ -99,17 +99,6 @@ TEST_F(CaptureTest, EachScreenDrawsItsDocumentedLayoutTheSameEveryRun) {
     }
 }
 
-TEST_F(CaptureTest, WholeScreenCaptureMatchesTheServer) {
-    const auto target = startDemo({"--geometry", "640x480+100+50"});
-    const BgraFrame frame = backend_->capture(0, false);
-    ASSERT_EQ(frame.width, kScreenWidth);
-    ASSERT_EQ(frame.height, kScreenHeight);
-    EXPECT_EQ(firstDifference(frame, reference_->read(Rect{0, 0, kScreenWidth, kScreenHeight})),
-              "");
-    EXPECT_EQ(pixelAt(frame, 100 + demo::kStartButton.x, 50 + demo::kStartButton.y),
-              demo::kStartButtonColor);
-}
-
 TEST_F(CaptureTest, BackgroundCaptureStillSeesACoveredWindow) {
     const auto target = startDemo({"--geometry", "640x480+100+50"});
     const BgraFrame uncovered = backend_->capture(target->window(), false);

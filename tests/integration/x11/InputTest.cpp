@@ -22,24 +22,19 @@ constexpr int kVkReturn = 0x0D;
 constexpr int kVkA = 0x41;
 constexpr int kVkF5 = 0x74;
 
-// A logged line without the fields that depend on the mode (send flag, modifier state),
+// Logged lines without the fields that depend on the mode (send flag, modifier state),
 // for comparing what arrived with what was meant.
-std::string withoutModeFields(const std::string& line) {
-    std::istringstream words(line);
-    std::string word;
-    std::string kept;
-    while (words >> word) {
-        if (word.rfind("send=", 0) != 0 && word.rfind("state=", 0) != 0) {
-            kept += (kept.empty() ? "" : " ") + word;
-        }
-    }
-    return kept;
-}
-
 std::vector<std::string> withoutModeFields(const std::vector<std::string>& lines) {
     std::vector<std::string> result;
     for (const auto& line : lines) {
-        result.push_back(withoutModeFields(line));
+        std::istringstream words(line);
+        std::string kept;
+        for (std::string word; words >> word;) {
+            if (word.rfind("send=", 0) != 0 && word.rfind("state=", 0) != 0) {
+                kept += (kept.empty() ? "" : " ") + word;
+            }
+        }
+        result.push_back(kept);
     }
     return result;
 }

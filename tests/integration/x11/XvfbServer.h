@@ -1,10 +1,11 @@
 #pragma once
 // A private Xvfb for one test program, on a display number the server picks itself.
 
-#include <sys/types.h>
-
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "ClientProcess.h"
 
 namespace autoscene::testing {
 
@@ -14,16 +15,13 @@ public:
     // "-extension NAME"); `display()` is empty when it did not start.
     XvfbServer(int width, int height, int depth = 24,
                const std::vector<std::string>& arguments = {});
-    ~XvfbServer();
-    XvfbServer(const XvfbServer&) = delete;
-    XvfbServer& operator=(const XvfbServer&) = delete;
 
     const std::string& display() const { return display_; }
     // Ends the server, as when a session closes under the programs using it.
     void stop();
 
 private:
-    pid_t pid_ = -1;
+    std::unique_ptr<ClientProcess> process_;
     std::string display_;
 };
 

@@ -29,15 +29,11 @@ ToolRun runTool(const QStringList& arguments) {
 TEST(TaskTool, CheckSummarisesTheTask) {
     const ToolRun run = runTool({"check", fixturePath("tasks/every-record")});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_TRUE(run.out.contains("task: 全部记录\n"));
-    EXPECT_TRUE(run.out.contains("task mode: 2 (window)\n"));
-    EXPECT_TRUE(run.out.contains("scenes: 2\n"));
-    EXPECT_TRUE(run.out.contains("events: 3\n"));
-    EXPECT_TRUE(run.out.contains("conditions: 13\n"));
-    EXPECT_TRUE(run.out.contains("actions: 22\n"));
-    EXPECT_TRUE(run.out.contains("definitions: 8\n"));
-    EXPECT_TRUE(run.out.contains("images: 2\n"));
-    EXPECT_TRUE(run.out.contains("colours: 1\n"));
+    for (const char* line :
+         {"task: 全部记录\n", "task mode: 2 (window)\n", "scenes: 2\n", "events: 3\n",
+          "conditions: 13\n", "actions: 22\n", "definitions: 8\n", "images: 2\n", "colours: 1\n"}) {
+        EXPECT_TRUE(run.out.contains(QString::fromUtf8(line))) << line;
+    }
     EXPECT_TRUE(run.err.contains("missing file")) << run.err.toStdString();
 }
 
