@@ -136,6 +136,21 @@ TEST_F(RunnerProgram, InterruptStopsTheRunCleanly) {
     }
 }
 
+TEST_F(RunnerProgram, ACrashLeavesItsReportInTheWorkingDirectory) {
+    QTemporaryDir workingDirectory;
+    QProcess process;
+    process.setWorkingDirectory(workingDirectory.path());
+    start(process, {task(R"({"scene_list": []})"), "--full-screen"});
+    process.waitForReadyRead(1000);  // cycling by now
+    ::kill(pid_t(process.processId()), SIGSEGV);
+    EXPECT_EQ(finish(process, 10000).exitCode, -1) << "the crash still ends the program";
+    QFile report(workingDirectory.filePath("crash.dmp"));
+    ASSERT_TRUE(report.open(QIODevice::ReadOnly));
+    const QByteArray text = report.readAll();
+    EXPECT_TRUE(text.startsWith("crash: SIGSEGV")) << text.toStdString();
+    EXPECT_TRUE(text.contains("backtrace:"));
+}
+
 TEST_F(RunnerProgram, VariablesGivenOnTheCommandLineStartTheRun) {
     // Stops at once when variable 1 starts as "go"; otherwise the time limit ends it.
     const QString folder = task(R"({"var_list": [{"type": 1, "id": 1, "name": "v",
