@@ -4,25 +4,11 @@
 // "exist", "err", "sim", "rects".
 
 #include "ImageAction.h"
-
-namespace autoscene::engine {
-class MVVariable;
-}
+#include "SaveCoordAction.h"
 
 namespace autoscene::actions {
 
-// What is stored for each find (`save_type`).
-enum class SaveCoordKind : int { Rect = 0, Centre = 1 };
-
-// What is stored for one find at `found`: `area` (drawn where the target sat at `origin`)
-// moved with the find, or the find itself; its centre alone for SaveCoordKind::Centre.
-QRect savedRect(const std::optional<QRect>& area, QPoint origin, const QRect& found,
-                SaveCoordKind kind);
-
-// The rectangle list of `found`, stored in `variable` when there is one and anything was found.
-QString storeRects(engine::MVVariable* variable, const std::vector<QRect>& found);
-
-class MVSaveCoordAction : public IAction {
+class MVSaveCoordAction : public SaveCoordAction {
 public:
     static constexpr int kType = 5;
 
@@ -32,9 +18,6 @@ public:
 
 private:
     const ImageAction::Target target_;
-    engine::MVVariable* variable_;
-    const std::optional<QRect> area_;  // stored in place of the find, moved with it
-    const SaveCoordKind kind_;
 };
 
 }  // namespace autoscene::actions

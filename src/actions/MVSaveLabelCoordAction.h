@@ -3,11 +3,11 @@
 // Results: "type", "variable_name", "label", "exist", "err", "sim", "rects".
 
 #include "LabelAction.h"
-#include "MVSaveCoordAction.h"
+#include "SaveCoordAction.h"
 
 namespace autoscene::actions {
 
-class MVSaveLabelCoordAction : public IAction {
+class MVSaveLabelCoordAction : public SaveCoordAction {
 public:
     static constexpr int kType = 19;
 
@@ -19,9 +19,6 @@ public:
 
 private:
     const LabelTarget target_;
-    engine::MVVariable* variable_;
-    const std::optional<QRect> area_;
-    const SaveCoordKind kind_;
 };
 
 }  // namespace autoscene::actions
