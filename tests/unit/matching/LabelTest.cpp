@@ -142,12 +142,10 @@ TEST_F(TinyYolo, DetectsAtTheNetworkInputAndScalesBackToTheFrame) {
     const cv::Mat frame(100, 200, CV_8UC3, cv::Scalar(10, 20, 30));
     const auto boxes = detector.detect(frame, 0.3f);
     ASSERT_EQ(boxes.size(), 1u);
-    for (const auto& [got, want] : {std::pair{boxes[0].x1, 50.0f},
-                                    {boxes[0].y1, 37.5f},
-                                    {boxes[0].x2, 150.0f},
-                                    {boxes[0].y2, 62.5f}}) {
-        EXPECT_NEAR(got, want, 0.01f);
-    }
+    EXPECT_NEAR(boxes[0].x1, 50.0f, 0.01f);
+    EXPECT_NEAR(boxes[0].y1, 37.5f, 0.01f);
+    EXPECT_NEAR(boxes[0].x2, 150.0f, 0.01f);
+    EXPECT_NEAR(boxes[0].y2, 62.5f, 0.01f);
     EXPECT_NEAR(boxes[0].probability, 0.8f, 0.001f);
     EXPECT_EQ(boxes[0].name, QStringLiteral("button"));
     EXPECT_TRUE(detector.detect(frame, 0.81f).empty());
