@@ -68,15 +68,8 @@ TEST(Groups, JoinLeftToRightAndShortCircuitLeavesSkippedMembersUntouched) {
     EXPECT_FALSE(h.group->evaluate(task));
     EXPECT_EQ(andMember.evaluations, 0);
     EXPECT_EQ(other.evaluations, 1);
-}
 
-TEST(Groups, EmptyGroupHoldsAndStatusNestsMembers) {
-    TaskInfo task;
-    ItemGroup empty;
-    EXPECT_TRUE(empty.evaluate(task));
-    Built g;
-    g.add(1, true);
-    g.group->evaluate(task);
+    EXPECT_TRUE(ItemGroup().evaluate(task));  // empty
     const QJsonObject status = g.group->describe(std::this_thread::get_id());
     EXPECT_EQ(status["type"].toString(), "group");
     EXPECT_EQ(status["item_state"].toArray().at(0).toObject()["item_state"].toInt(), 1);
@@ -133,7 +126,7 @@ protected:
     QString typeWord() const override { return QStringLiteral("image"); }
 };
 
-TEST(ScreenItems, ConfirmedTimeNeedsAnUnbrokenDetection) {
+TEST(ScreenItems, ConfirmedTimeNeedsAnUnbrokenDetectionAndEmptyFramesFail) {
     ManualClock clock;
     FakeScreen item({kFound, 2.0f, true}, clock);
     TaskInfo task;
@@ -160,15 +153,12 @@ TEST(ScreenItems, ConfirmedTimeNeedsAnUnbrokenDetection) {
     item.observed = kFound;
     clock.advanceMs(1500);
     EXPECT_FALSE(cycle());
-}
 
-TEST(ScreenItems, WithoutConfirmedTimeEvaluateDetectsAgainAndEmptyFramesFail) {
-    ManualClock clock;
+    // Without confirmation time evaluate detects again; empty frames fail.
     FakeScreen absent({kNotFound, 0.0f, false}, clock);
-    TaskInfo task;
-    EXPECT_FALSE(absent.evaluate(task));  // no frame
+    TaskInfo empty;
+    EXPECT_FALSE(absent.evaluate(empty));
     EXPECT_EQ(absent.detections, 0);
-    task.frame = cv::Mat(2, 2, CV_8UC3);
     absent.observed = kNotFound;
     EXPECT_TRUE(absent.evaluate(task));
     absent.observed = 0;

@@ -103,7 +103,7 @@ TEST_F(InputActions, TapRepeatsEveryPointWithItsPausesAndRandomPress) {
     EXPECT_EQ(target.inputs()[4].detail, 200);
 }
 
-TEST_F(InputActions, SlideSegmentsRestartFromTheFirstPointInFiftyMsTicks) {
+TEST_F(InputActions, SlideGoesDownMovesInFiftyMsTicksFromTheFirstPointAndUpAtTheLast) {
     const auto steps = MVSlideAction::segmentSteps({0, 0}, {100, 30}, 120);
     ASSERT_EQ(steps.size(), 2u);  // 120 / 50
     EXPECT_EQ(steps[0].point.x, 50);
@@ -114,9 +114,7 @@ TEST_F(InputActions, SlideSegmentsRestartFromTheFirstPointInFiftyMsTicks) {
     const auto short_ = MVSlideAction::segmentSteps({0, 0}, {9, 9}, 30);
     ASSERT_EQ(short_.size(), 1u);
     EXPECT_EQ(short_[0].waitMs, 0);
-}
 
-TEST_F(InputActions, SlideDownMovesAndUpAtTheLastPoint) {
     auto slide = build(R"({"type": 7, "var_list": [1, 2, 3], "slide_time": 100,
         "time_list": [0.5, 0.2]})",
                        {"0,0,0,0", "40,0,0,0", "0,80,0,0"});
