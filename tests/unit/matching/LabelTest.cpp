@@ -293,10 +293,9 @@ class LabelActions : public LabelRules {
 protected:
     void SetUp() override {
         LabelRules::SetUp();
-        ASSERT_TRUE(document
-                        .openText(R"({"var_list": [
-            {"type": 1, "id": 11, "name": "coins", "value": ""}]})")
-                        .ok);
+        const char* coins =
+            R"({"var_list": [{"type": 1, "id": 11, "name": "coins", "value": ""}]})";
+        ASSERT_TRUE(document.openText(coins).ok);
         definitions = std::make_unique<RuntimeDefinitions>(document, clock);
     }
 
