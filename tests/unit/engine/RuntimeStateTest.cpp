@@ -75,7 +75,7 @@ TEST(VariableActions, PlusSubSetAndResetRecordTheirResults) {
     EXPECT_EQ(counter.value(), "-1");
 }
 
-TEST(Timers, DelayOnlyTimerFiresOnceAndStops) {
+TEST(Timers, DelayOnlyTimerFiresOnceAndADefaultClosedOneWaitsForItsStart) {
     ManualClock clock;
     MVTimer timer(1, "t", {}, {5, 0, false}, clock);
     EXPECT_EQ(timer.statusText(), "剩余时间:5秒");
@@ -88,6 +88,14 @@ TEST(Timers, DelayOnlyTimerFiresOnceAndStops) {
     clock.advanceMs(60000);
     EXPECT_FALSE(timer.fire());
     EXPECT_EQ(timer.statusText(), "已停止");
+
+    MVTimer closed(1, "t", {}, {0, 0, true}, clock);
+    EXPECT_EQ(closed.statusText(), "未启动");
+    EXPECT_FALSE(closed.fire());
+    closed.start();
+    EXPECT_TRUE(closed.fire());
+    closed.reset();
+    EXPECT_FALSE(closed.running());
 }
 
 TEST(Timers, PeriodRepeatsAndValuesSplitAtTheColon) {
@@ -106,18 +114,7 @@ TEST(Timers, PeriodRepeatsAndValuesSplitAtTheColon) {
     EXPECT_EQ(inOtherThread([&] { return timer.value(); }), "1:2");
 }
 
-TEST(Timers, DefaultClosedTimerWaitsForItsStart) {
-    ManualClock clock;
-    MVTimer timer(1, "t", {}, {0, 0, true}, clock);
-    EXPECT_EQ(timer.statusText(), "未启动");
-    EXPECT_FALSE(timer.fire());
-    timer.start();
-    EXPECT_TRUE(timer.fire());
-    timer.reset();
-    EXPECT_FALSE(timer.running());
-}
-
-TEST(Alarms, FireOnceInsideTheirWindow) {
+TEST(Alarms, FireOnceInsideTheirWindowAndRepeatingOnesRearmAfterIt) {
     ManualClock late(QDateTime(QDate(2026, 1, 5), QTime(8, 6)));
     MVAlarm missed(1, "a", {}, {QTime(8, 0), 5, 0}, late);
     EXPECT_FALSE(missed.fire());
@@ -128,15 +125,12 @@ TEST(Alarms, FireOnceInsideTheirWindow) {
     EXPECT_TRUE(alarm.fire());
     EXPECT_FALSE(alarm.fire());
     EXPECT_EQ(alarm.statusText(), "已触发");
-}
 
-TEST(Alarms, RepeatingAlarmRearmsAfterItsWindow) {
-    ManualClock clock(QDateTime(QDate(2026, 1, 5), QTime(8, 0)));
-    MVAlarm alarm(1, "a", {}, {QTime(8, 0), 1, 1}, clock);
-    EXPECT_TRUE(alarm.fire());
+    MVAlarm repeating(1, "a", {}, {QTime(8, 3), 1, 1}, clock);
+    EXPECT_TRUE(repeating.fire());
     clock.advanceMs(2 * 60 * 1000);
-    EXPECT_FALSE(alarm.fire());  // re-armed
-    EXPECT_FALSE(alarm.triggered());
+    EXPECT_FALSE(repeating.fire());  // re-armed
+    EXPECT_FALSE(repeating.triggered());
 }
 
 TEST(Alarms, RemainingTimeTextSwitchesToMinutesAbove60Seconds) {

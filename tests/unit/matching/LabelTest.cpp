@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <fstream>
@@ -56,8 +57,8 @@ TEST(LabelDecoding, KeepsProbableRowsScaledToTheFrameInOrder) {
     ASSERT_EQ(boxes.size(), 2u);
     EXPECT_FLOAT_EQ(boxes[0].probability, 0.3f);
     EXPECT_EQ(boxes[0].classId, 1);
-    EXPECT_EQ(boxes[0].name, QStringLiteral("dog"));
-    EXPECT_EQ(boxes[1].name, QStringLiteral("cat"));
+    EXPECT_EQ(boxes[0].name, "dog");
+    EXPECT_EQ(boxes[1].name, "cat");
     EXPECT_FLOAT_EQ(boxes[1].x1, 10.0f);
     EXPECT_FLOAT_EQ(boxes[1].y2, 30.0f);
 
@@ -97,24 +98,10 @@ protected:
     void SetUp() override {
         files = labelModelFiles(dir.path(), QStringLiteral("tiny"));
         ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("model")));
-        writeText(files.configuration, R"([net]
-width=32
-height=32
-channels=3
-
-[convolutional]
-filters=18
-size=32
-stride=32
-pad=0
-activation=linear
-
-[yolo]
-mask=0,1,2
-anchors=16,8, 8,8, 4,4
-classes=1
-num=3
-)");
+        writeText(files.configuration,
+                  "[net]\nwidth=32\nheight=32\nchannels=3\n"
+                  "[convolutional]\nfilters=18\nsize=32\nstride=32\npad=0\nactivation=linear\n"
+                  "[yolo]\nmask=0,1,2\nanchors=16,8, 8,8, 4,4\nclasses=1\nnum=3\n");
         writeText(files.names, "button\n");
         writeWeights(files.weights, weightCount);
     }
@@ -226,11 +213,8 @@ public:
     std::vector<LabelBox> detect(const cv::Mat&, float threshold) override {
         ++detections;
         std::vector<LabelBox> kept;
-        for (const LabelBox& b : boxes) {
-            if (b.probability >= threshold) {
-                kept.push_back(b);
-            }
-        }
+        std::ranges::copy_if(boxes, std::back_inserter(kept),
+                             [&](const LabelBox& b) { return b.probability >= threshold; });
         return kept;
     }
     QString className(int id) const override {
@@ -282,9 +266,8 @@ TEST_F(LabelRules, TheFirstProbableBoxOfTheLabelIsFoundAndDetectionRunsOncePerCy
     EXPECT_EQ(detector.detections, 2);
 
     const QJsonObject status = lax.describe(std::this_thread::get_id());
-    EXPECT_EQ(status[QStringLiteral("type")].toString(), QStringLiteral("label"));
-    EXPECT_EQ(status[QStringLiteral("text")].toString(),
-              QStringLiteral("标签:coin,坐标:40,10,20,20,相似度:0.6"));
+    EXPECT_EQ(status["type"].toString(), "label");
+    EXPECT_EQ(status["text"].toString(), "标签:coin,坐标:40,10,20,20,相似度:0.6");
 }
 
 TEST_F(LabelRules, SearchRectanglesMustHoldTheBoxWhollyAndTheLastConsideredIsKept) {
@@ -310,10 +293,9 @@ class LabelActions : public LabelRules {
 protected:
     void SetUp() override {
         LabelRules::SetUp();
-        ASSERT_TRUE(document
-                        .openText(R"({"var_list": [
-            {"type": 1, "id": 11, "name": "coins", "value": ""}]})")
-                        .ok);
+        const char* coins =
+            R"({"var_list": [{"type": 1, "id": 11, "name": "coins", "value": ""}]})";
+        ASSERT_TRUE(document.openText(coins).ok);
         definitions = std::make_unique<RuntimeDefinitions>(document, clock);
     }
 
@@ -334,18 +316,17 @@ TEST_F(LabelActions, LabelActionClicksInTheBoxOrReportsTheMissingLabel) {
     ASSERT_EQ(inputs.size(), 2u);
     EXPECT_TRUE(QRect(100, 50, 21, 21).contains(inputs[0].point.x, inputs[0].point.y));
     QJsonObject result = action.state(std::this_thread::get_id());
-    EXPECT_TRUE(result[QStringLiteral("clicked")].toBool());
-    EXPECT_EQ(result[QStringLiteral("alias")].toString(), QStringLiteral("coin"));
-    EXPECT_NEAR(result[QStringLiteral("sim")].toDouble(), 0.7, 1e-6);
-    EXPECT_EQ(result[QStringLiteral("points")].toArray().size(), 1);
+    EXPECT_TRUE(result["clicked"].toBool());
+    EXPECT_EQ(result["alias"].toString(), "coin");
+    EXPECT_NEAR(result["sim"].toDouble(), 0.7, 1e-6);
+    EXPECT_EQ(result["points"].toArray().size(), 1);
 
     LabelAction unknown(c, LabelTarget{&detector, 3, 0.1f, SearchArea()}, std::nullopt,
                         autoscene::targets::MouseOp::LeftClick, ClickTiming{}, 0.5f);
     EXPECT_FLOAT_EQ(unknown.run(task), 0.0f);
     result = unknown.state(std::this_thread::get_id());
-    EXPECT_FALSE(result[QStringLiteral("clicked")].toBool());
-    EXPECT_EQ(result[QStringLiteral("err")].toString(),
-              QStringLiteral("标签异常，请检查模型或标签是否存在"));
+    EXPECT_FALSE(result["clicked"].toBool());
+    EXPECT_EQ(result["err"].toString(), "标签异常，请检查模型或标签是否存在");
     EXPECT_EQ(target.inputs().size(), 2u);
 }
 
@@ -356,10 +337,10 @@ TEST_F(LabelActions, SaveLabelCoordStoresEveryBoxOrItsMovedArea) {
     rects.run(task);
     EXPECT_EQ(coins->value(), QStringLiteral("40,10,20,20|100,50,20,20"));
     QJsonObject result = rects.state(std::this_thread::get_id());
-    EXPECT_TRUE(result[QStringLiteral("exist")].toBool());
-    EXPECT_EQ(result[QStringLiteral("label")].toString(), QStringLiteral("coin"));
-    EXPECT_EQ(result[QStringLiteral("variable_name")].toString(), QStringLiteral("coins"));
-    EXPECT_NEAR(result[QStringLiteral("sim")].toDouble(), 0.7, 1e-6);
+    EXPECT_TRUE(result["exist"].toBool());
+    EXPECT_EQ(result["label"].toString(), "coin");
+    EXPECT_EQ(result["variable_name"].toString(), "coins");
+    EXPECT_NEAR(result["sim"].toDouble(), 0.7, 1e-6);
 
     MVSaveLabelCoordAction centres(LabelTarget{&detector, 0, 0.65f, SearchArea()}, coins,
                                    QRect(500, 500, 4, 6), SaveCoordKind::Centre);
@@ -369,8 +350,7 @@ TEST_F(LabelActions, SaveLabelCoordStoresEveryBoxOrItsMovedArea) {
     MVSaveLabelCoordAction none(LabelTarget{&detector, 0, 0.99f, SearchArea()}, coins, std::nullopt,
                                 SaveCoordKind::Rect);
     none.run(task);
-    result = none.state(std::this_thread::get_id());
-    EXPECT_FALSE(result[QStringLiteral("exist")].toBool());
+    EXPECT_FALSE(none.state(std::this_thread::get_id())["exist"].toBool());
     EXPECT_EQ(coins->value(), QStringLiteral("101,52,1,1"));
 }
 

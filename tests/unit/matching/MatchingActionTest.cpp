@@ -79,7 +79,7 @@ protected:
     TaskInfo task;
 };
 
-TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchRepeatedlyWithOnePressTime) {
+TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchAsOftenAsAskedAndMovesItsClickArea) {
     RunContext c = context();
     ImageAction action(c, button(), std::nullopt, MouseOp::RightClick, ClickTiming{0.0f, 3, 0.25f},
                        1.5f);
@@ -92,43 +92,35 @@ TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchRepeatedlyWithOnePress
     const QRect match(140, 70, 20, 16);
     for (const RecordedInput& input : inputs) {
         EXPECT_EQ(input.code, int(MouseOp::RightClick));
-        EXPECT_EQ(input.point.x, inputs[0].point.x);
-        EXPECT_EQ(input.point.y, inputs[0].point.y);
+        EXPECT_EQ(QPoint(input.point.x, input.point.y),
+                  QPoint(inputs[0].point.x, inputs[0].point.y));
         EXPECT_EQ(input.detail, inputs[0].detail);
     }
-    EXPECT_GE(inputs[0].detail, 30);
-    EXPECT_LE(inputs[0].detail, 50);
+    EXPECT_TRUE(inputs[0].detail >= 30 && inputs[0].detail <= 50) << inputs[0].detail;
     EXPECT_TRUE(match.adjusted(0, 0, 1, 1).contains(inputs[0].point.x, inputs[0].point.y));
 
     const QJsonObject result = action.state(std::this_thread::get_id());
-    EXPECT_TRUE(result[QStringLiteral("clicked")].toBool());
-    EXPECT_EQ(result[QStringLiteral("alias")].toString(), QStringLiteral("button"));
-    EXPECT_DOUBLE_EQ(result[QStringLiteral("sim")].toDouble(), 1.0);
-    const QJsonObject point = result[QStringLiteral("points")].toArray().at(0).toObject();
-    EXPECT_EQ(point[QStringLiteral("x")].toInt(), inputs[0].point.x);
-}
+    EXPECT_TRUE(result["clicked"].toBool());
+    EXPECT_EQ(result["alias"].toString(), "button");
+    EXPECT_DOUBLE_EQ(result["sim"].toDouble(), 1.0);
+    const QJsonObject point = result["points"].toArray().at(0).toObject();
+    EXPECT_EQ(point["x"].toInt(), inputs[0].point.x);
 
-TEST_F(MatchingActionTest, TheClickAreaMovesWithTheMatch) {
-    RunContext c = context();
     // Drawn at (135, 65) while the image sat at (130, 60); found at (140, 70).
-    ImageAction action(c, button(), definitions->cropRect(10), MouseOp::LeftClick,
-                       ClickTiming{0.1f, 1, 0.0f}, 0.0f);
-    action.run(task);
-    const auto inputs = clicks();
-    ASSERT_EQ(inputs.size(), 1u);
-    EXPECT_TRUE(QRect(145, 75, 5, 5).contains(inputs[0].point.x, inputs[0].point.y));
-    EXPECT_EQ(inputs[0].detail, 100);
-}
+    ImageAction moved(c, button(), definitions->cropRect(10), MouseOp::LeftClick,
+                      ClickTiming{0.1f, 1, 0.0f}, 0.0f);
+    moved.run(task);
+    ASSERT_EQ(clicks().size(), 4u);
+    EXPECT_TRUE(QRect(145, 75, 5, 5).contains(clicks()[3].point.x, clicks()[3].point.y));
+    EXPECT_EQ(clicks()[3].detail, 100);
 
-TEST_F(MatchingActionTest, ImageActionWithCountZeroRecordsThePointButSendsNothing) {
-    RunContext c = context();
-    ImageAction action(c, button(), std::nullopt, MouseOp::LeftClick, ClickTiming{0.0f, 0, 0.0f},
-                       0.0f);
-    action.run(task);
-    EXPECT_TRUE(clicks().empty());
-    const QJsonObject result = action.state(std::this_thread::get_id());
-    EXPECT_TRUE(result[QStringLiteral("clicked")].toBool());
-    EXPECT_EQ(result[QStringLiteral("points")].toArray().size(), 1);
+    // Count zero records the point but sends nothing.
+    ImageAction none(c, button(), std::nullopt, MouseOp::LeftClick, ClickTiming{0.0f, 0, 0.0f},
+                     0.0f);
+    none.run(task);
+    EXPECT_EQ(clicks().size(), 4u);
+    EXPECT_TRUE(none.state(std::this_thread::get_id())["clicked"].toBool());
+    EXPECT_EQ(none.state(std::this_thread::get_id())["points"].toArray().size(), 1);
 }
 
 TEST_F(MatchingActionTest, ImageActionClicksNothingWhenTheImageIsAbsentOrBroken) {
@@ -136,15 +128,15 @@ TEST_F(MatchingActionTest, ImageActionClicksNothingWhenTheImageIsAbsentOrBroken)
     ImageAction elsewhere(c, button(12), std::nullopt, MouseOp::LeftClick, ClickTiming{}, 2.0f);
     EXPECT_FLOAT_EQ(elsewhere.run(task), 0.0f);
     QJsonObject result = elsewhere.state(std::this_thread::get_id());
-    EXPECT_FALSE(result[QStringLiteral("clicked")].toBool());
-    EXPECT_LT(result[QStringLiteral("sim")].toDouble(), 0.9);
+    EXPECT_FALSE(result["clicked"].toBool());
+    EXPECT_LT(result["sim"].toDouble(), 0.9);
 
     ImageAction::Target missing = button();
     missing.matcher = makeTemplateMatcher(document, 99, std::nullopt);
     ImageAction gone(c, missing, std::nullopt, MouseOp::LeftClick, ClickTiming{}, 2.0f);
     EXPECT_FLOAT_EQ(gone.run(task), 0.0f);
     result = gone.state(std::this_thread::get_id());
-    EXPECT_EQ(result[QStringLiteral("err")].toString(), QStringLiteral("图片不存在，请重新添加"));
+    EXPECT_EQ(result["err"].toString(), "图片不存在，请重新添加");
     EXPECT_TRUE(clicks().empty());
 }
 
@@ -155,16 +147,15 @@ TEST_F(MatchingActionTest, SaveCoordWritesEveryFoundRectangle) {
     action.run(task);
     EXPECT_EQ(definitions->find(11)->value(), QStringLiteral("10,10,20,16|140,70,20,16"));
     const QJsonObject result = action.state(std::this_thread::get_id());
-    EXPECT_TRUE(result[QStringLiteral("exist")].toBool());
-    EXPECT_EQ(result[QStringLiteral("rects")].toString(),
-              QStringLiteral("10,10,20,16|140,70,20,16"));
-    EXPECT_EQ(result[QStringLiteral("variable_name")].toString(), QStringLiteral("places"));
-    EXPECT_EQ(result[QStringLiteral("image_name")].toString(), QStringLiteral("button"));
+    EXPECT_TRUE(result["exist"].toBool());
+    EXPECT_EQ(result["rects"].toString(), "10,10,20,16|140,70,20,16");
+    EXPECT_EQ(result["variable_name"].toString(), "places");
+    EXPECT_EQ(result["image_name"].toString(), "button");
 
     definitions->find(11)->setValue(QStringLiteral("0,80,60,40"));
     ++task.cycleCount;
     action.run(task);
-    EXPECT_FALSE(action.state(std::this_thread::get_id())[QStringLiteral("exist")].toBool());
+    EXPECT_FALSE(action.state(std::this_thread::get_id())["exist"].toBool());
     EXPECT_EQ(definitions->find(11)->value(), QStringLiteral("0,80,60,40"));
 }
 
@@ -179,9 +170,8 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     EXPECT_EQ(action.currentPoint(), QPoint(50, 40));
     const auto inputs = clicks();
     ASSERT_EQ(inputs.size(), 2u);
-    EXPECT_EQ(inputs[1].point.x, 50);
-    EXPECT_EQ(inputs[1].point.y, 40);
-    EXPECT_TRUE(action.state(std::this_thread::get_id())[QStringLiteral("clicked")].toBool());
+    EXPECT_EQ(QPoint(inputs[1].point.x, inputs[1].point.y), QPoint(50, 40));
+    EXPECT_TRUE(action.state(std::this_thread::get_id())["clicked"].toBool());
 
     MVClickColorAction moved(c, orange, SearchArea(*definitions, 12), QRect(0, 0, 2, 2),
                              MouseOp::LeftClick, ClickTiming{}, 0.0f);
@@ -191,13 +181,12 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     MVClickColorAction noColour(c, std::nullopt, SearchArea(*definitions, 12), std::nullopt,
                                 MouseOp::LeftClick, ClickTiming{}, 0.5f);
     EXPECT_FLOAT_EQ(noColour.run(task), 0.0f);
-    EXPECT_EQ(noColour.state(std::this_thread::get_id())[QStringLiteral("err")].toString(),
-              QStringLiteral("颜色异常,请确认颜色是否被删除"));
+    EXPECT_EQ(noColour.state(std::this_thread::get_id())["err"].toString(),
+              "颜色异常,请确认颜色是否被删除");
     MVClickColorAction noArea(c, orange, SearchArea(), std::nullopt, MouseOp::LeftClick,
                               ClickTiming{}, 0.5f);
     EXPECT_FLOAT_EQ(noArea.run(task), 0.0f);
-    EXPECT_EQ(noArea.state(std::this_thread::get_id())[QStringLiteral("err")].toString(),
-              QStringLiteral(" 查找范围异常"));
+    EXPECT_EQ(noArea.state(std::this_thread::get_id())["err"].toString(), " 查找范围异常");
 
     frame(cv::Rect(50, 40, 3, 3)).setTo(cv::Scalar(0, 0, 0));
     MVClickColorAction absent(c, orange, SearchArea(*definitions, 12), std::nullopt,

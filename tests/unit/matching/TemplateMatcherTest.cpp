@@ -79,7 +79,7 @@ TEST_F(TemplateMatcherTest, FindsTheTemplateWhereItWasCutAndReportsFrameCoordina
     EXPECT_EQ(result.searched, QRect(100, 50, 80, 60));
 }
 
-TEST_F(TemplateMatcherTest, ClipsTheSearchAreaToTheFrame) {
+TEST_F(TemplateMatcherTest, ClipsTheSearchAreaToTheFrameAndNeedsItAsLargeAsTheTemplate) {
     const cv::Mat frame = noiseFrame(120, 80, 3);
     TemplateMatcher m = matcher(write(frame(cv::Rect(2, 3, 20, 20)).clone()));
 
@@ -92,26 +92,19 @@ TEST_F(TemplateMatcherTest, ClipsTheSearchAreaToTheFrame) {
         EXPECT_FALSE(m.record().found);
         EXPECT_EQ(m.record().status, kMatchAreaTooSmall);
     }
-}
 
-TEST_F(TemplateMatcherTest, TemplateAsLargeAsTheAreaMatchesAndOnePixelMoreDoesNot) {
-    const cv::Mat frame = noiseFrame(40, 30, 5);
-    TemplateMatcher exact = matcher(write(frame.clone(), QStringLiteral("exact.png")));
-    exact.matchDefault(frame, 1);
-    EXPECT_TRUE(exact.record().found);
-    EXPECT_EQ(exact.bestResult().match, QRect(0, 0, 40, 30));
-
-    TemplateMatcher wider = matcher(write(noiseFrame(41, 30, 5), QStringLiteral("wide.png")));
+    // A template as large as the area matches; one pixel more does not.
+    TemplateMatcher whole = matcher(write(frame.clone(), QStringLiteral("whole.png")));
+    whole.matchDefault(frame, 1);
+    EXPECT_TRUE(whole.record().found);
+    EXPECT_EQ(whole.bestResult().match, QRect(0, 0, 120, 80));
+    TemplateMatcher wider = matcher(write(noiseFrame(121, 80, 3), QStringLiteral("wide.png")));
     wider.matchDefault(frame, 1);
-    EXPECT_FALSE(wider.record().found);
     EXPECT_EQ(wider.record().status, kMatchAreaTooSmall);
-
-    const QRect area(10, 5, 20, 20);
-    TemplateMatcher inner = matcher(write(frame(cv::Rect(10, 5, 20, 20)).clone()));
-    inner.matchIn(frame, area, 1);
-    EXPECT_TRUE(inner.record().found);
-    inner.matchIn(frame, area.adjusted(0, 0, -1, 0), 1);
-    EXPECT_EQ(inner.record().status, kMatchAreaTooSmall);
+    m.matchIn(frame, QRect(2, 3, 20, 20), 3);
+    EXPECT_TRUE(m.record().found);
+    m.matchIn(frame, QRect(2, 3, 20, 19), 4);
+    EXPECT_EQ(m.record().status, kMatchAreaTooSmall);
 }
 
 TEST_F(TemplateMatcherTest, ExpandSizeWidensTheDefaultRectangleOnEverySide) {
@@ -208,7 +201,7 @@ TEST_F(TemplateMatcherTest, UnreadableTemplatesReportMissingAndAreRetried) {
     EXPECT_EQ(m.record().status, kMatchOk);
 }
 
-TEST_F(TemplateMatcherTest, ARectangleIsMatchedOncePerCycle) {
+TEST_F(TemplateMatcherTest, ARectangleIsMatchedOncePerCycleAndAListStopsAtTheFirstFind) {
     cv::Mat frame = noiseFrame(100, 100, 4);
     TemplateMatcher m = matcher(write(frame(cv::Rect(40, 40, 16, 16)).clone()));
     m.matchDefault(frame, 1);
@@ -222,20 +215,17 @@ TEST_F(TemplateMatcherTest, ARectangleIsMatchedOncePerCycle) {
     m.matchDefault(frame, 2);
     EXPECT_FALSE(m.record().found);
     EXPECT_EQ(m.record().resultCount, 1u);
-}
 
-TEST_F(TemplateMatcherTest, ARectangleListStopsAtTheFirstFindUnlessAllAreWanted) {
-    const cv::Mat frame = noiseFrame(200, 100, 8);
-    TemplateMatcher m = matcher(write(frame(cv::Rect(120, 30, 20, 20)).clone()));
-    const std::vector<QRect> rects{QRect(0, 0, 60, 60), QRect(100, 20, 60, 60),
-                                   QRect(110, 25, 40, 40)};
-    m.matchRects(frame, rects, false, 1);
-    EXPECT_TRUE(m.record().found);
-    EXPECT_EQ(m.record().resultCount, 2u);
-    EXPECT_EQ(m.bestResult().searched, rects[1]);
-
-    m.matchRects(frame, rects, true, 2);
-    EXPECT_EQ(m.record().resultCount, 3u);
+    // A rectangle list stops at the first find unless all are wanted.
+    TemplateMatcher list = matcher(write(frame(cv::Rect(40, 40, 16, 16)).clone(), "l.png"));
+    const std::vector<QRect> rects{QRect(0, 0, 30, 30), QRect(30, 30, 40, 40),
+                                   QRect(35, 35, 30, 30)};
+    list.matchRects(frame, rects, false, 3);
+    EXPECT_TRUE(list.record().found);
+    EXPECT_EQ(list.record().resultCount, 2u);
+    EXPECT_EQ(list.bestResult().searched, rects[1]);
+    list.matchRects(frame, rects, true, 4);
+    EXPECT_EQ(list.record().resultCount, 3u);
 }
 
 }  // namespace
