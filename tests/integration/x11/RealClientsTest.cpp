@@ -76,7 +76,7 @@ TEST_F(RealClientsTest, XcalcComputesWithClicksInBothModesAndWithTypedText) {
     const WindowHandle window = waitForWindow("Calculator");
     ASSERT_NE(window, 0u) << "xcalc (Debian package x11-apps) did not show its window";
     const InputTarget target{window, 0};
-    // Button centres in xcalc's fixed layout; its number display is at the top left of the screen.
+    // Button centres in xcalc's fixed layout; its number display is at the screen's top left.
     const Point clear{200, 74}, two{112, 345}, seven{67, 286}, nine{157, 286};
     const Point plus{200, 345}, equals{200, 376};
     const auto shown = [&] { return reference_->read(Rect{0, 0, 226, 50}); };
