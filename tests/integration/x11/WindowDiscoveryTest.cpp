@@ -99,8 +99,8 @@ TEST_F(WindowDiscoveryTest, DescribesTitleClassAndClientRectangle) {
 
 // The matching rules themselves are WindowMatchTest's; here the back end reads what they
 // compare from real windows.
-TEST_F(WindowDiscoveryTest, MatchesTitleClassAndChild) {
-    const auto target = startDemo({"--title", "Autoscene Demo Board"});
+TEST_F(WindowDiscoveryTest, MatchesTitleClassAndChildAndResizesTheClientArea) {
+    const auto target = startDemo({"--title", "Autoscene Demo Board", "--geometry", "640x480+0+0"});
     const WindowHandle window = target->window();
     WindowQuery query;
     query.title = "Demo";
@@ -119,10 +119,7 @@ TEST_F(WindowDiscoveryTest, MatchesTitleClassAndChild) {
     EXPECT_EQ(backend_->findChild(window, child), target->panel());
     child.childClassName = "Other";
     EXPECT_EQ(backend_->findChild(window, child), 0u);
-}
 
-TEST_F(WindowDiscoveryTest, ResizesTheClientArea) {
-    const auto target = startDemo({"--geometry", "640x480+0+0"});
     ASSERT_TRUE(backend_->resizeClient(target->window(), 500, 400));
     targets::WindowInfo info;
     eventually([&] {
