@@ -38,15 +38,11 @@ std::vector<std::string> presses(const std::string& output) {
 class RealClientsTest : public X11TestFixture {
 protected:
     WindowHandle waitForWindow(const std::string& title) {
-        targets::WindowQuery query;
-        query.title = title;
-        query.fullMatchTitle = true;
+        const targets::WindowQuery query{.title = title, .fullMatchTitle = true};
         WindowHandle found = 0;
         eventually([&] {
             for (const WindowHandle window : backend_->topLevelWindows()) {
-                if (backend_->matches(window, query)) {
-                    found = window;
-                }
+                found = backend_->matches(window, query) ? window : found;
             }
             return found != 0;
         });
