@@ -1,8 +1,23 @@
 #pragma once
 
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 namespace autoscene::test {
 
-// A loopback port that was free a moment ago and that nobody listens on now.
-int unusedLoopbackPort();
+// A loopback port that was free a moment ago and that nobody listens on now: bound but never
+// listening, then closed, so connecting to it is refused.
+inline int unusedLoopbackPort() {
+    const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    ::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof address);
+    ::getsockname(fd, reinterpret_cast<sockaddr*>(&address), &length);
+    ::close(fd);
+    return ntohs(address.sin_port);
+}
 
 }  // namespace autoscene::test

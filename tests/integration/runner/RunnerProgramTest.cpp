@@ -99,14 +99,12 @@ TEST_P(DemoTask, PlaysTheDemoTargetToItsFinishScreen) {
 INSTANTIATE_TEST_SUITE_P(BothInputModes, DemoTask,
                          ::testing::Values("--foreground", "--background"));
 
-TEST_F(RunnerProgram, MissingWindowExitsWithThreeNamingWhatItLookedFor) {
-    const RunResult result = run({AUTOSCENE_DEMO_TASK, "--time-limit", "5"});
-    EXPECT_EQ(result.exitCode, 3);
-    EXPECT_TRUE(result.err.contains("Autoscene Demo")) << result.err.toStdString();
-    EXPECT_TRUE(result.err.contains("AutosceneDemo"));
-}
+TEST_F(RunnerProgram, MissingWindowExitsWithThreeBadInputWithTwo) {
+    const RunResult missing = run({AUTOSCENE_DEMO_TASK, "--time-limit", "5"});
+    EXPECT_EQ(missing.exitCode, 3);
+    EXPECT_TRUE(missing.err.contains("Autoscene Demo")) << missing.err.toStdString();
+    EXPECT_TRUE(missing.err.contains("AutosceneDemo")) << "names the window it looked for";
 
-TEST_F(RunnerProgram, BadArgumentsAndBrokenTasksExitWithTwo) {
     EXPECT_EQ(run({}).exitCode, 2);
     EXPECT_EQ(run({AUTOSCENE_DEMO_TASK, "--time-limit", "soon"}).exitCode, 2);
     EXPECT_EQ(run({AUTOSCENE_DEMO_TASK, "--var", "x=1"}).exitCode, 2);
@@ -124,31 +122,32 @@ TEST_F(RunnerProgram, TimeLimitEndsTheRunWith124AndASummary) {
     EXPECT_GT(result.summary()["cycles"].toInt(), 0);
 }
 
-TEST_F(RunnerProgram, InterruptStopsTheRunCleanly) {
-    for (int signal : {SIGINT, SIGTERM}) {
+TEST_F(RunnerProgram, InterruptStopsTheRunCleanlyAndACrashLeavesAReport) {
+    const QString idle = task(R"({"scene_list": []})");
+    for (int signal : {SIGINT, SIGTERM, SIGSEGV}) {
+        QTemporaryDir workingDirectory;
         QProcess process;
-        start(process, {task(R"({"scene_list": []})"), "--full-screen", "--json"});
+        process.setWorkingDirectory(workingDirectory.path());
+        QStringList arguments{idle, "--full-screen"};
+        if (signal != SIGSEGV) {
+            arguments << "--json";
+        }
+        start(process, arguments);
         process.waitForReadyRead(1500);  // the run prints nothing before the end; let it cycle
         ::kill(pid_t(process.processId()), signal);
         const RunResult result = finish(process, 10000);
-        EXPECT_EQ(result.exitCode, 0) << signal;
-        EXPECT_EQ(result.summary()["ended"].toString(), "interrupted");
+        if (signal != SIGSEGV) {
+            EXPECT_EQ(result.exitCode, 0) << signal;
+            EXPECT_EQ(result.summary()["ended"].toString(), "interrupted");
+            continue;
+        }
+        EXPECT_EQ(result.exitCode, -1) << "the crash still ends the program";
+        QFile report(workingDirectory.filePath("crash.dmp"));
+        ASSERT_TRUE(report.open(QIODevice::ReadOnly));
+        const QByteArray text = report.readAll();
+        EXPECT_TRUE(text.startsWith("crash: SIGSEGV")) << text.toStdString();
+        EXPECT_TRUE(text.contains("backtrace:"));
     }
-}
-
-TEST_F(RunnerProgram, ACrashLeavesItsReportInTheWorkingDirectory) {
-    QTemporaryDir workingDirectory;
-    QProcess process;
-    process.setWorkingDirectory(workingDirectory.path());
-    start(process, {task(R"({"scene_list": []})"), "--full-screen"});
-    process.waitForReadyRead(1000);  // cycling by now
-    ::kill(pid_t(process.processId()), SIGSEGV);
-    EXPECT_EQ(finish(process, 10000).exitCode, -1) << "the crash still ends the program";
-    QFile report(workingDirectory.filePath("crash.dmp"));
-    ASSERT_TRUE(report.open(QIODevice::ReadOnly));
-    const QByteArray text = report.readAll();
-    EXPECT_TRUE(text.startsWith("crash: SIGSEGV")) << text.toStdString();
-    EXPECT_TRUE(text.contains("backtrace:"));
 }
 
 TEST_F(RunnerProgram, VariablesGivenOnTheCommandLineStartTheRun) {

@@ -2,6 +2,7 @@
 
 #include <X11/Xutil.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace autoscene::testing {
@@ -49,14 +50,11 @@ targets::BgraFrame opaqueCopy(const targets::BgraView& view) {
     frame.stride = view.width * 4;
     frame.pixels.resize(static_cast<std::size_t>(frame.stride) * frame.height);
     for (int y = 0; y < view.height; ++y) {
-        const std::uint8_t* row = view.pixels + static_cast<std::size_t>(y) * view.stride;
-        std::uint8_t* out = &frame.pixels[static_cast<std::size_t>(y) * frame.stride];
-        for (int x = 0; x < view.width; ++x) {
-            out[4 * x + 0] = row[4 * x + 0];
-            out[4 * x + 1] = row[4 * x + 1];
-            out[4 * x + 2] = row[4 * x + 2];
-            out[4 * x + 3] = 0xFF;
-        }
+        std::copy_n(view.pixels + static_cast<std::size_t>(y) * view.stride, frame.stride,
+                    &frame.pixels[static_cast<std::size_t>(y) * frame.stride]);
+    }
+    for (std::size_t alpha = 3; alpha < frame.pixels.size(); alpha += 4) {
+        frame.pixels[alpha] = 0xFF;
     }
     return frame;
 }

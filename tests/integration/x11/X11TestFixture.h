@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "DemoTargetProcess.h"
@@ -17,6 +20,17 @@ namespace autoscene::testing {
 
 inline constexpr int kScreenWidth = 1280;
 inline constexpr int kScreenHeight = 720;
+
+// Polls for up to three seconds: other programs react to the server in their own time.
+inline bool eventually(const std::function<bool()>& condition) {
+    for (int i = 0; i < 200; ++i) {
+        if (condition()) {
+            return true;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(15));
+    }
+    return false;
+}
 
 class X11TestFixture : public ::testing::Test {
 protected:

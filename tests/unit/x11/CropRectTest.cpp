@@ -2,34 +2,32 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "CropRect.h"
 
 namespace autoscene::targets::x11 {
 namespace {
 
-void expectRect(Rect got, Rect want) {
-    EXPECT_EQ(got.x, want.x);
-    EXPECT_EQ(got.y, want.y);
-    EXPECT_EQ(got.width, want.width);
-    EXPECT_EQ(got.height, want.height);
+auto fields(Rect r) {
+    return std::tuple(r.x, r.y, r.width, r.height);
 }
 
-TEST(CropToScreen, InsideIsUnchangedAndEdgesShorten) {
-    expectRect(cropToScreen(Rect{100, 50, 640, 480}, 1280, 720), Rect{100, 50, 640, 480});
-    expectRect(cropToScreen(Rect{0, 0, 1280, 720}, 1280, 720), Rect{0, 0, 1280, 720});
-    expectRect(cropToScreen(Rect{1000, 600, 640, 480}, 1280, 720), Rect{1000, 600, 280, 120});
-}
-
-TEST(CropToScreen, OriginBeforeTheScreenReadsFromZeroAtFullSize) {
-    expectRect(cropToScreen(Rect{-100, -50, 300, 200}, 1280, 720), Rect{0, 0, 300, 200});
-    expectRect(cropToScreen(Rect{-100, 10, 2000, 200}, 1280, 720), Rect{0, 10, 1280, 200});
-}
-
-TEST(CropToScreen, OriginPastTheScreenKeepsTheLastColumnOrRow) {
-    expectRect(cropToScreen(Rect{5000, 800, 300, 200}, 1280, 720), Rect{1279, 719, 1, 1});
-}
-
-TEST(CropToScreen, DegenerateSizesGiveNothing) {
+TEST(CropToScreen, ClampsToTheScreen) {
+    const struct {
+        Rect in;
+        Rect want;
+    } cases[] = {
+        {{0, 0, 1280, 720}, {0, 0, 1280, 720}},
+        {{1000, 600, 640, 480}, {1000, 600, 280, 120}},
+        // An origin before the screen reads from zero at full size.
+        {{-100, 10, 2000, 200}, {0, 10, 1280, 200}},
+        // An origin past the screen keeps the last column and row.
+        {{5000, 800, 300, 200}, {1279, 719, 1, 1}},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(fields(cropToScreen(c.in, 1280, 720)), fields(c.want)) << c.in.x << "," << c.in.y;
+    }
     EXPECT_EQ(cropToScreen(Rect{10, 10, 0, 200}, 1280, 720).width, 0);
     EXPECT_EQ(cropToScreen(Rect{10, 10, -5, 200}, 1280, 720).width, 0);
     EXPECT_EQ(cropToScreen(Rect{10, 10, 100, 100}, 0, 720).width, 0);

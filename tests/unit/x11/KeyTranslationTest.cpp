@@ -12,34 +12,23 @@
 namespace autoscene::targets::x11 {
 namespace {
 
-TEST(VirtualKeys, CommonKeysMapToTheirKeysyms) {
-    EXPECT_EQ(keysymForVirtualKey(0x0D), XK_Return);
-    EXPECT_EQ(keysymForVirtualKey(0x25), XK_Left);
-    EXPECT_EQ(keysymForVirtualKey(0x28), XK_Down);
-    EXPECT_EQ(keysymForVirtualKey(0x30), XK_0);
-    EXPECT_EQ(keysymForVirtualKey(0x39), XK_9);
-    EXPECT_EQ(keysymForVirtualKey(0x41), XK_a) << "letters are keys, not capitals";
-    EXPECT_EQ(keysymForVirtualKey(0x5A), XK_z);
-    EXPECT_EQ(keysymForVirtualKey(0x60), XK_KP_0);
-    EXPECT_EQ(keysymForVirtualKey(0x70), XK_F1);
-    EXPECT_EQ(keysymForVirtualKey(0x87), XK_F24);
-    EXPECT_EQ(keysymForVirtualKey(0x5B), XK_Super_L);
-    EXPECT_EQ(keysymForVirtualKey(0xBC), XK_comma);
-    EXPECT_EQ(keysymForVirtualKey(0xDE), XK_apostrophe);
-    EXPECT_EQ(keysymForVirtualKey(0xA5), XK_Alt_R);
-}
+constexpr unsigned long kNoSymbol = NoSymbol;
 
-TEST(VirtualKeys, CodesWithoutAKeyAndOutOfRangeGiveNoSymbol) {
-    for (const int code : {-1, 0, 0x01, 0x02, 0x07, 0x3A, 0x40, 0xFF, 0x100, 0x7FFFFFFF}) {
-        EXPECT_EQ(keysymForVirtualKey(code), static_cast<unsigned long>(NoSymbol)) << code;
+TEST(VirtualKeys, MapToKeysymsAndEveryMappedOneIsReal) {
+    // Letters are keys, not capitals.
+    const std::pair<int, unsigned long> known[] = {
+        {0x0D, XK_Return},      {0x25, XK_Left},    {0x30, XK_0},      {0x39, XK_9},
+        {0x41, XK_a},           {0x5A, XK_z},       {0x60, XK_KP_0},   {0x70, XK_F1},
+        {0x87, XK_F24},         {0x5B, XK_Super_L}, {0xBC, XK_comma},  {0xDE, XK_apostrophe},
+        {0xA5, XK_Alt_R},       {-1, kNoSymbol},    {0, kNoSymbol},    {0x07, kNoSymbol},
+        {0x3A, kNoSymbol},      {0x40, kNoSymbol},  {0xFF, kNoSymbol}, {0x100, kNoSymbol},
+        {0x7FFFFFFF, kNoSymbol}};
+    for (const auto& [code, keysym] : known) {
+        EXPECT_EQ(keysymForVirtualKey(code), keysym) << code;
     }
-}
-
-TEST(VirtualKeys, EveryMappedKeysymIsARealKeysym) {
     int mapped = 0;
     for (int code = 0; code < 256; ++code) {
-        const unsigned long keysym = keysymForVirtualKey(code);
-        if (keysym != NoSymbol) {
+        if (const unsigned long keysym = keysymForVirtualKey(code); keysym != NoSymbol) {
             ++mapped;
             EXPECT_NE(XKeysymToString(keysym), nullptr) << "virtual key " << code;
         }
@@ -47,18 +36,14 @@ TEST(VirtualKeys, EveryMappedKeysymIsARealKeysym) {
     EXPECT_GE(mapped, 160) << "the table covers the keyboard";
 }
 
-TEST(Utf8, DecodesEveryLength) {
+TEST(Utf8, DecodesEveryLengthAndReplacesMalformedBytes) {
+    const char32_t bad = 0xFFFD;
     EXPECT_EQ(decodeUtf8("aé开😀"), (std::vector<char32_t>{U'a', U'é', U'开', U'😀'}));
     EXPECT_TRUE(decodeUtf8("").empty());
-}
-
-TEST(Utf8, MalformedBytesBecomeReplacementCharacters) {
-    const char32_t bad = 0xFFFD;
     EXPECT_EQ(decodeUtf8("a\x80z"), (std::vector<char32_t>{U'a', bad, U'z'}));
     EXPECT_EQ(decodeUtf8("\xC0\xAF"), (std::vector<char32_t>{bad, bad})) << "overlong";
-    EXPECT_EQ(decodeUtf8("\xED\xA0\x80"), (std::vector<char32_t>{bad, bad, bad})) << "surrogate";
-    EXPECT_EQ(decodeUtf8("\xF4\x90\x80\x80"), (std::vector<char32_t>{bad, bad, bad, bad}))
-        << "past U+10FFFF";
+    EXPECT_EQ(decodeUtf8("\xED\xA0\x80"), (std::vector<char32_t>(3, bad))) << "surrogate";
+    EXPECT_EQ(decodeUtf8("\xF4\x90\x80\x80"), (std::vector<char32_t>(4, bad))) << "past U+10FFFF";
     EXPECT_EQ(decodeUtf8("\xE5\xBC"), (std::vector<char32_t>{bad, bad})) << "truncated";
     EXPECT_EQ(decodeUtf8("\xE5z"), (std::vector<char32_t>{bad, U'z'}));
 }
@@ -69,8 +54,8 @@ TEST(Utf8, CodePointsTypeLatin1OrUnicodeKeysyms) {
     EXPECT_EQ(keysymForCodePoint(U'开'), 0x1005F00ul);
     EXPECT_EQ(keysymForCodePoint(U'\n'), XK_Return);
     EXPECT_EQ(keysymForCodePoint(U'\t'), XK_Tab);
-    EXPECT_EQ(keysymForCodePoint(0x01), static_cast<unsigned long>(NoSymbol));
-    EXPECT_EQ(keysymForCodePoint(0x85), static_cast<unsigned long>(NoSymbol));
+    EXPECT_EQ(keysymForCodePoint(0x01), kNoSymbol);
+    EXPECT_EQ(keysymForCodePoint(0x85), kNoSymbol);
 }
 
 }  // namespace

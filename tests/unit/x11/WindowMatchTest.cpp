@@ -9,11 +9,8 @@ namespace autoscene::targets::x11 {
 namespace {
 
 WindowQuery query(std::string title, bool full, std::string className) {
-    WindowQuery q;
-    q.title = std::move(title);
-    q.fullMatchTitle = full;
-    q.className = std::move(className);
-    return q;
+    return WindowQuery{
+        .title = std::move(title), .fullMatchTitle = full, .className = std::move(className)};
 }
 
 TEST(WindowMatch, TitleContainsOrEqualsAndClassEquals) {
