@@ -191,7 +191,9 @@ TEST_F(CaptureTest, ALostServerFailsCallsInsteadOfEndingTheProcess) {
     EXPECT_TRUE(backend_->topLevelWindows().empty());
     backend_->mouse(targets::InputTarget{}, targets::Point{1, 1}, targets::MouseOp::LeftClick, 1,
                     false);
-    EXPECT_TRUE(backend_->capture(0, false).empty()) << "reopening fails cleanly too";
+    // Reopening must not end the process either. Whether it fails depends on whether a
+    // parallel test's server has taken the freed display number by then.
+    backend_->capture(0, false);
 }
 
 // Within the rounding of a 5- or 6-bit channel.
