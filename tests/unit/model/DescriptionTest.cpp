@@ -30,14 +30,12 @@ protected:
     TaskDocument task;
 };
 
-TEST_F(Descriptions, Conditions) {
+TEST_F(Descriptions, ConditionsAndActions) {
     EXPECT_EQ(describeAll(task.scenes[0].events[0]),
               "图片开始按钮存在 | 变量数量大于3 | 计时(计时器) 或者 (当前时间为:08:30:00 并且 "
               "(JavaScript返回值为true)) | 屏幕文字包含确定的内容 | 颜色:红色多于100超过2秒 | "
               "标签敌人不存在");
-}
 
-TEST_F(Descriptions, Actions) {
     QStringList texts;
     for (const EditorEvent& event : task.scenes[0].events) {
         for (const auto& action : event.actions) {
