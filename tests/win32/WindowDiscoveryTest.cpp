@@ -46,7 +46,7 @@ TEST_F(WindowDiscoveryTest, CandidatesStartAtTheForegroundWindowAndSkipOwnAndHid
     DestroyWindow(own);
 }
 
-TEST_F(WindowDiscoveryTest, TopLevelTitleIsContainedChildMatchIsExactAndDescribeGivesTheClient) {
+TEST_F(WindowDiscoveryTest, TopLevelTitleIsContainedChildMatchIsExactDescribeAndResizeTheClient) {
     const WindowHandle top = toHandle(recorder.top());
     EXPECT_TRUE(backend.matches(top, WindowQuery{}));
     EXPECT_TRUE(backend.matches(top, WindowQuery{"Recorder", false, "", "", ""}));
@@ -77,9 +77,8 @@ TEST_F(WindowDiscoveryTest, TopLevelTitleIsContainedChildMatchIsExactAndDescribe
     EXPECT_EQ(info.clientRect.x, origin.x);
     EXPECT_EQ(info.clientRect.y, origin.y);
     EXPECT_EQ(backend.describe(0).window, 0u);
-}
 
-TEST_F(WindowDiscoveryTest, ResizeSetsTheClientAreaSize) {
+    SCOPED_TRACE("resizing sets the client area size");
     ASSERT_TRUE(backend.resizeClient(toHandle(recorder.top()), 320, 240));
     RECT client{};
     ASSERT_TRUE(waitUntil([&] {
