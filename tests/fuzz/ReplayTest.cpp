@@ -7,31 +7,22 @@
 
 #include "Checks.h"
 
-namespace {
-
-// Each folder under `root` is named after a target and holds inputs for it.
-void replayFolders(const QString& root) {
-    const QDir folders(root);
-    ASSERT_TRUE(folders.exists()) << root.toStdString();
-    for (const QString& target : folders.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        const autoscene::fuzz::Check check = autoscene::fuzz::findCheck(target);
-        ASSERT_NE(check, nullptr) << "no fuzz target named " << target.toStdString();
-        const QFileInfoList inputs = QDir(folders.filePath(target)).entryInfoList(QDir::Files);
-        EXPECT_FALSE(inputs.isEmpty()) << "no inputs in " << target.toStdString();
-        for (const QFileInfo& input : inputs) {
-            QFile file(input.filePath());
-            ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << input.filePath().toStdString();
-            EXPECT_EQ(check(file.readAll()).toStdString(), "") << input.filePath().toStdString();
+// Each folder under regressions/ and seeds/ is named after a target and holds inputs for it.
+TEST(FuzzInputs, RegressionsAndSeedsPassTheirChecks) {
+    for (const char* kept : {"/regressions", "/seeds"}) {
+        const QDir folders(QStringLiteral(AUTOSCENE_FUZZ_INPUTS) + QLatin1String(kept));
+        ASSERT_TRUE(folders.exists()) << folders.path().toStdString();
+        for (const QString& target : folders.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+            const autoscene::fuzz::Check check = autoscene::fuzz::findCheck(target);
+            ASSERT_NE(check, nullptr) << "no fuzz target named " << target.toStdString();
+            const QFileInfoList inputs = QDir(folders.filePath(target)).entryInfoList(QDir::Files);
+            EXPECT_FALSE(inputs.isEmpty()) << "no inputs in " << target.toStdString();
+            for (const QFileInfo& input : inputs) {
+                QFile file(input.filePath());
+                ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << input.filePath().toStdString();
+                EXPECT_EQ(check(file.readAll()).toStdString(), "")
+                    << input.filePath().toStdString();
+            }
         }
     }
 }
-
-TEST(FuzzInputs, RegressionsPassTheirChecks) {
-    replayFolders(QStringLiteral(AUTOSCENE_FUZZ_INPUTS "/regressions"));
-}
-
-TEST(FuzzInputs, SeedsPassTheirChecks) {
-    replayFolders(QStringLiteral(AUTOSCENE_FUZZ_INPUTS "/seeds"));
-}
-
-}  // namespace

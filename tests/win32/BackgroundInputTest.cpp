@@ -4,11 +4,14 @@
 
 #include "RecorderLayout.h"
 #include "TestSupport.h"
+#include "targets/keys/KeyGroupPress.h"
+#include "targets/keys/QtKeyTable.h"
 #include "targets/win32/MessageParams.h"
 #include "targets/win32/Win32Backend.h"
 #include "targets/win32/Win32Handles.h"
 
 using namespace autoscene::targets;
+using namespace autoscene::targets::keys;
 using namespace autoscene::targets::win32;
 using namespace autoscene::win32test;
 
@@ -17,6 +20,32 @@ namespace {
 constexpr unsigned kMove = 0x200, kLeftDown = 0x201, kLeftUp = 0x202, kRightDown = 0x204,
                    kRightUp = 0x205, kWheel = 0x20A, kKeyDown = 0x100, kKeyUp = 0x101,
                    kSysKeyDown = 0x104, kSysKeyUp = 0x105;
+
+// A window that receives a mouse message, and the point in its own client coordinates.
+struct Hit {
+    const char* window;
+    int x, y;
+};
+using Hits = std::vector<Hit>;
+// The windows holding top-level points (75,75) and (320,210).
+const Hits kAtInner = {{"top", 75, 75}, {"outer", 25, 35}, {"inner", 5, 5}};
+const Hits kAtSide = {{"top", 320, 210}, {"side", 20, 10}};
+
+// The lines of one mouse message at each hit; the button held shows in wParam as the
+// left one for all but right-button messages.
+Lines at(const Hits& hits, unsigned message) {
+    const unsigned wParam = message == kRightDown || message == kRightUp ? 2 : 1;
+    Lines lines;
+    for (const Hit& hit : hits) {
+        lines.push_back(mouseLine(hit.window, message, wParam, hit.x, hit.y));
+    }
+    return lines;
+}
+
+Lines operator+(Lines first, const Lines& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
 
 class BackgroundInputTest : public ::testing::Test {
 protected:
@@ -35,40 +64,33 @@ protected:
     }
 
     RecorderProcess recorder;
-    std::vector<std::string> log;
+    Lines log;
     Win32Backend backend{[this](const std::string& line) { log.push_back(line); }};
 };
 
 }  // namespace
 
-TEST_F(BackgroundInputTest, ClickReachesEveryNestedWindowHoldingThePoint) {
+TEST_F(BackgroundInputTest, MouseReachesEveryNestedWindowHoldingThePoint) {
     backend.mouse(topLevel(), {75, 75}, MouseOp::LeftClick, 20, true);
-    EXPECT_EQ(
-        mouseLines(),
-        (Lines{mouseLine("top", kMove, 1, 75, 75), mouseLine("outer", kMove, 1, 25, 35),
-               mouseLine("inner", kMove, 1, 5, 5), mouseLine("top", kLeftDown, 1, 75, 75),
-               mouseLine("outer", kLeftDown, 1, 25, 35), mouseLine("inner", kLeftDown, 1, 5, 5),
-               mouseLine("top", kLeftUp, 1, 75, 75), mouseLine("outer", kLeftUp, 1, 25, 35),
-               mouseLine("inner", kLeftUp, 1, 5, 5)}));
-}
+    EXPECT_EQ(mouseLines(), at(kAtInner, kMove) + at(kAtInner, kLeftDown) + at(kAtInner, kLeftUp));
 
-TEST_F(BackgroundInputTest, HitTestIncludesTheRightAndBottomEdgeOfAChild) {
+    SCOPED_TRACE("the hit test includes a child's right and bottom edge");
     backend.mouse(topLevel(), {130, 120}, MouseOp::Move, 0, true);
     backend.mouse(topLevel(), {131, 120}, MouseOp::Move, 0, true);
-    EXPECT_EQ(mouseLines(),
-              (Lines{mouseLine("top", kMove, 1, 130, 120), mouseLine("outer", kMove, 1, 80, 80),
-                     mouseLine("inner", kMove, 1, 60, 50), mouseLine("top", kMove, 1, 131, 120),
-                     mouseLine("outer", kMove, 1, 81, 80)}));
-}
+    EXPECT_EQ(mouseLines(), at({{"top", 130, 120}, {"outer", 80, 80}, {"inner", 60, 50}}, kMove) +
+                                at({{"top", 131, 120}, {"outer", 81, 80}}, kMove));
 
-TEST_F(BackgroundInputTest, RightClickIsTwoButtonDownsAndNoUp) {
+    SCOPED_TRACE("a right click is two button downs and no up");
     backend.mouse(topLevel(), {320, 210}, MouseOp::RightClick, 0, true);
-    EXPECT_EQ(
-        mouseLines(),
-        (Lines{mouseLine("top", kMove, 1, 320, 210), mouseLine("side", kMove, 1, 20, 10),
-               mouseLine("top", kRightDown, 2, 320, 210), mouseLine("side", kRightDown, 2, 20, 10),
-               mouseLine("top", kRightDown, 2, 320, 210),
-               mouseLine("side", kRightDown, 2, 20, 10)}));
+    EXPECT_EQ(mouseLines(), at(kAtSide, kMove) + at(kAtSide, kRightDown) + at(kAtSide, kRightDown));
+
+    SCOPED_TRACE("the wheel goes to every window with the top-level point");
+    backend.wheel(topLevel(), -2, {75, 75}, true);
+    Lines wheel = at(kAtInner, kMove);
+    for (const char* window : {"top", "outer", "inner", "side"}) {
+        wheel.push_back(logLine(window, kWheel, 0xFF100000, packPointLParam({75, 75})));
+    }
+    EXPECT_EQ(mouseLines(), wheel);
 }
 
 TEST_F(BackgroundInputTest, UpsHappenWhereThisThreadLastPressedOrMoved) {
@@ -81,57 +103,37 @@ TEST_F(BackgroundInputTest, UpsHappenWhereThisThreadLastPressedOrMoved) {
     backend.mouse(topLevel(), {320, 210}, MouseOp::RightDown, 0, true);
     backend.mouse(topLevel(), {20, 20}, MouseOp::Move, 0, true);
     backend.mouse(topLevel(), {30, 30}, MouseOp::RightUp, 0, true);
-    EXPECT_EQ(
-        mouseLines(),
-        (Lines{mouseLine("top", kMove, 1, 75, 75),       mouseLine("outer", kMove, 1, 25, 35),
-               mouseLine("inner", kMove, 1, 5, 5),       mouseLine("top", kLeftDown, 1, 75, 75),
-               mouseLine("outer", kLeftDown, 1, 25, 35), mouseLine("inner", kLeftDown, 1, 5, 5),
-               mouseLine("top", kMove, 1, 200, 100),     mouseLine("outer", kMove, 1, 150, 60),
-               mouseLine("top", kLeftUp, 1, 0, 0),       mouseLine("top", kMove, 1, 10, 10),
-               mouseLine("top", kLeftUp, 1, 75, 75),     mouseLine("outer", kLeftUp, 1, 25, 35),
-               mouseLine("inner", kLeftUp, 1, 5, 5),     mouseLine("top", kMove, 1, 10, 10),
-               mouseLine("top", kRightUp, 2, 0, 0),      mouseLine("top", kMove, 1, 320, 210),
-               mouseLine("side", kMove, 1, 20, 10),      mouseLine("top", kRightDown, 2, 320, 210),
-               mouseLine("side", kRightDown, 2, 20, 10), mouseLine("top", kMove, 1, 20, 20),
-               mouseLine("top", kMove, 1, 30, 30),       mouseLine("top", kRightUp, 2, 20, 20)}));
+    EXPECT_EQ(mouseLines(),
+              at(kAtInner, kMove) + at(kAtInner, kLeftDown) +
+                  at({{"top", 200, 100}, {"outer", 150, 60}}, kMove) +
+                  at({{"top", 0, 0}}, kLeftUp) + at({{"top", 10, 10}}, kMove) +
+                  at(kAtInner, kLeftUp) + at({{"top", 10, 10}}, kMove) +
+                  at({{"top", 0, 0}}, kRightUp) + at(kAtSide, kMove) + at(kAtSide, kRightDown) +
+                  at({{"top", 20, 20}, {"top", 30, 30}}, kMove) + at({{"top", 20, 20}}, kRightUp));
 }
 
-TEST_F(BackgroundInputTest, NamedChildAloneReceivesInputRelativeToItself) {
+TEST_F(BackgroundInputTest, NamedChildAloneGetsInputAndBadTargetsGetNothing) {
     backend.mouse(inner(), {75, 75}, MouseOp::LeftClick, 0, true);
     // Outside the child: nothing arrives anywhere.
     backend.mouse(inner(), {20, 20}, MouseOp::LeftClick, 0, true);
-    EXPECT_EQ(mouseLines(),
-              (Lines{mouseLine("inner", kMove, 1, 5, 5), mouseLine("inner", kLeftDown, 1, 5, 5),
-                     mouseLine("inner", kLeftUp, 1, 5, 5)}));
-}
+    const Hits inside = {{"inner", 5, 5}};
+    EXPECT_EQ(mouseLines(), at(inside, kMove) + at(inside, kLeftDown) + at(inside, kLeftUp));
 
-TEST_F(BackgroundInputTest, NegativePointsAndMissingWindowsPostNothing) {
     backend.mouse(topLevel(), {-1, 10}, MouseOp::LeftClick, 0, true);
     backend.mouse(topLevel(), {10, -1}, MouseOp::LeftClick, 0, true);
     const InputTarget gone{0xDEAD0, 0};
     backend.mouse(gone, {10, 10}, MouseOp::LeftClick, 0, true);
     backend.wheel(gone, 1, {10, 10}, true);
     EXPECT_TRUE(mouseLines().empty());
-    EXPECT_EQ(log, (std::vector<std::string>{"窗口不存在", "窗口不存在"}));
+    EXPECT_EQ(log, (Lines{"窗口不存在", "窗口不存在"}));
 }
 
-TEST_F(BackgroundInputTest, WheelGoesToEveryWindowWithTheTopLevelPoint) {
-    backend.wheel(topLevel(), -2, {75, 75}, true);
-    const std::uint32_t lParam = packPointLParam({75, 75});
-    EXPECT_EQ(mouseLines(),
-              (Lines{mouseLine("top", kMove, 1, 75, 75), mouseLine("outer", kMove, 1, 25, 35),
-                     mouseLine("inner", kMove, 1, 5, 5), logLine("top", kWheel, 0xFF100000, lParam),
-                     logLine("outer", kWheel, 0xFF100000, lParam),
-                     logLine("inner", kWheel, 0xFF100000, lParam),
-                     logLine("side", kWheel, 0xFF100000, lParam)}));
-}
-
+// Posted key lines read "window message virtual-key lParam", all in hex.
 TEST_F(BackgroundInputTest, KeysGoDownToEveryWindowThenUp) {
     backend.key(topLevel(), 'A', KeyOp::Click, true);
-    EXPECT_EQ(keyLines(), (Lines{keyLine("top", kKeyDown, 'A'), keyLine("outer", kKeyDown, 'A'),
-                                 keyLine("inner", kKeyDown, 'A'), keyLine("side", kKeyDown, 'A'),
-                                 keyLine("top", kKeyUp, 'A'), keyLine("outer", kKeyUp, 'A'),
-                                 keyLine("inner", kKeyUp, 'A'), keyLine("side", kKeyUp, 'A')}));
+    EXPECT_EQ(keyLines(),
+              (Lines{"top 0100 41 0", "outer 0100 41 0", "inner 0100 41 0", "side 0100 41 0",
+                     "top 0101 41 0", "outer 0101 41 0", "inner 0101 41 0", "side 0101 41 0"}));
 }
 
 TEST_F(BackgroundInputTest, ShiftControlAltAndSystemPressUseSystemKeyMessages) {
@@ -144,10 +146,13 @@ TEST_F(BackgroundInputTest, ShiftControlAltAndSystemPressUseSystemKeyMessages) {
     backend.key(inner(), 0x01000021, KeyOp::Click, true);
     backend.key(inner(), 0x01000021, KeyOp::Click, false);
     EXPECT_EQ(keyLines(),
-              (Lines{keyLine("inner", kSysKeyDown, 0x10), keyLine("inner", kSysKeyUp, 0x11),
-                     keyLine("inner", kSysKeyDown, 0x12), keyLine("inner", kSysKeyUp, 0x12),
-                     keyLine("inner", kSysKeyDown, 'B'), keyLine("inner", kSysKeyUp, 'B'),
-                     keyLine("inner", kKeyDown, 'C')}));
-    EXPECT_EQ(log, (std::vector<std::string>{"invalid virtual key 16777249",
-                                             "invalid virtual key 16777249"}));
+              (Lines{"inner 0104 10 0", "inner 0105 11 0", "inner 0104 12 0", "inner 0105 12 0",
+                     "inner 0104 42 0", "inner 0105 42 0", "inner 0100 43 0"}));
+    EXPECT_EQ(log, (Lines{"invalid virtual key 16777249", "invalid virtual key 16777249"}));
+
+    SCOPED_TRACE("a key group: downs in order, ups in reverse, modifiers as virtual keys");
+    pressKeyGroup(backend, inner(), keyGroupFromEvent('C', kQtControlModifier | kQtShiftModifier),
+                  true);
+    EXPECT_EQ(keyLines(), (Lines{"inner 0104 11 0", "inner 0104 10 0", "inner 0100 43 0",
+                                 "inner 0101 43 0", "inner 0105 10 0", "inner 0105 11 0"}));
 }

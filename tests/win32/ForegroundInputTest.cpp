@@ -3,10 +3,13 @@
 #include <chrono>
 
 #include "TestSupport.h"
+#include "targets/keys/KeyGroupPress.h"
+#include "targets/keys/QtKeyTable.h"
 #include "targets/win32/Win32Backend.h"
 #include "targets/win32/Win32Handles.h"
 
 using namespace autoscene::targets;
+using namespace autoscene::targets::keys;
 using namespace autoscene::targets::win32;
 using namespace autoscene::win32test;
 
@@ -63,6 +66,12 @@ TEST_F(ForegroundInputTest, WheelAndKeysReachTheFrontWindow) {
     backend.key(topLevel(), 0x24, KeyOp::Click, false);  // Home: no character
     EXPECT_EQ(withoutLParam(recorder.waitForMessages({0x100, 0x101}, 4)),
               (Lines{"top 0100 4b", "top 0101 4b", "top 0100 24", "top 0101 24"}));
+}
+
+TEST_F(ForegroundInputTest, KeyGroupArrivesAsRealKeys) {
+    pressKeyGroup(backend, topLevel(), keyGroupFromEvent('Q', kQtShiftModifier), false);
+    EXPECT_EQ(withoutLParam(recorder.waitForMessages({0x100, 0x101, 0x102}, 5)),
+              (Lines{"top 0100 10", "top 0100 51", "top 0102 51", "top 0101 51", "top 0101 10"}));
 }
 
 TEST_F(ForegroundInputTest, UnicodeTextOfSeveralScriptsArrivesUnitByUnitWithItsPauses) {

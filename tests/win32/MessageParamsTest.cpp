@@ -17,21 +17,16 @@ TEST(MessageParams, PointsPackIntoSixteenBitWords) {
 }
 
 TEST(MessageParams, ScreenCropClampsOriginAndCutsOnlyAtRightAndBottom) {
-    // Inside the screen: unchanged.
-    EXPECT_EQ(screenCropOfClient({100, 50}, 400, 300, 1024, 768).width, 400);
-    // Passing the right and bottom edges: cut there.
-    const Rect cut = screenCropOfClient({900, 700}, 400, 300, 1024, 768);
-    EXPECT_EQ(cut.x, 900);
-    EXPECT_EQ(cut.y, 700);
-    EXPECT_EQ(cut.width, 124);
-    EXPECT_EQ(cut.height, 68);
+    const auto crop = [](Point origin, int width) {
+        const Rect r = screenCropOfClient(origin, width, 300, 1024, 768);
+        return std::to_string(r.x) + "," + std::to_string(r.y) + " " + std::to_string(r.width) +
+               "x" + std::to_string(r.height);
+    };
+    EXPECT_EQ(crop({100, 50}, 400), "100,50 400x300");
+    EXPECT_EQ(crop({900, 700}, 400), "900,700 124x68");
     // Left of or above the screen: starts at column and row 0 with the full size.
-    const Rect shifted = screenCropOfClient({-60, -10}, 400, 300, 1024, 768);
-    EXPECT_EQ(shifted.x, 0);
-    EXPECT_EQ(shifted.y, 0);
-    EXPECT_EQ(shifted.width, 400);
-    EXPECT_EQ(shifted.height, 300);
+    EXPECT_EQ(crop({-60, -10}, 400), "0,0 400x300");
     // Entirely past the right edge: clamped to the last column, one pixel wide.
-    EXPECT_EQ(screenCropOfClient({5000, 0}, 400, 300, 1024, 768).width, 1);
-    EXPECT_EQ(screenCropOfClient({0, 0}, 0, 300, 1024, 768).width, 0);
+    EXPECT_EQ(crop({5000, 0}, 400), "1023,0 1x300");
+    EXPECT_EQ(crop({0, 0}, 0), "0,0 0x0");  // nothing left
 }

@@ -55,16 +55,12 @@ protected:
 
 }  // namespace
 
-TEST_F(NotepadTest, BackgroundKeysToTheEditChildTypeIntoIt) {
+TEST_F(NotepadTest, BackgroundKeysAndForegroundUnicodeTextTypeIntoTheEditChild) {
     backend.key(target, 'H', KeyOp::Click, true);
     backend.key(target, 'I', KeyOp::Click, true);
     EXPECT_TRUE(waitUntil([&] { return editText() == L"hi"; }))
         << "edit holds " << editText().size() << " units";
-}
-
-TEST_F(NotepadTest, ForegroundUnicodeTextEndsUpInTheEditControl) {
-    const InputTarget topOnly{target.window, 0};
-    backend.inputText(topOnly, "Wine 中文 ü ж");
-    EXPECT_TRUE(waitUntil([&] { return editText() == L"Wine 中文 ü ж"; }))
+    backend.inputText(InputTarget{target.window, 0}, " Wine 中文 ü ж");
+    EXPECT_TRUE(waitUntil([&] { return editText() == L"hi Wine 中文 ü ж"; }))
         << "edit holds " << editText().size() << " units";
 }

@@ -72,9 +72,6 @@ int main(int argc, char** argv) {
         autoscene::sys::installCrashHandler();
         crash();
     }
-    std::fputs(
-        "usage: process-helper lines N | silent | touch FILE | sleep MS | start-missing | crash "
-        "DIR\n",
-        stderr);
+    std::fputs("process-helper: unknown mode (see the comment at the top)\n", stderr);
     return 2;
 }

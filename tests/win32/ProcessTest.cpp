@@ -45,30 +45,12 @@ TEST(Process, MissingProgramThrowsWithTheSystemErrorCode) {
         EXPECT_STREQ(error.what(), "CreateProcess failed:2");
     }
     EXPECT_THROW(runCommandCapture(""), std::runtime_error);
+    // Started hidden, it says so and gives zeros.
+    EXPECT_EQ(runCommandCapture(helper("start-missing")),
+              "CreateProcess failed.\nstarted=0 handle=0\n");
 }
 
-TEST(Process, HiddenProcessInheritsNoHandles) {
-    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-    HANDLE readEnd = nullptr;
-    HANDLE writeEnd = nullptr;
-    ASSERT_TRUE(CreatePipe(&readEnd, &writeEnd, &inheritable, 0));
-    const HiddenProcess process = startHiddenProcess(helper("sleep 3000"));
-    ASSERT_TRUE(process.started());
-    CloseHandle(writeEnd);
-    // Had the child inherited the write end, this read would wait for the child to end.
-    char byte = 0;
-    DWORD readBytes = 0;
-    EXPECT_FALSE(ReadFile(readEnd, &byte, 1, &readBytes, nullptr));
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_BROKEN_PIPE));
-    const auto handle = reinterpret_cast<HANDLE>(process.processHandle);
-    EXPECT_EQ(WaitForSingleObject(handle, 0), static_cast<DWORD>(WAIT_TIMEOUT));
-    TerminateProcess(handle, 0);
-    CloseHandle(handle);
-    CloseHandle(reinterpret_cast<HANDLE>(process.threadHandle));
-    CloseHandle(readEnd);
-}
-
-TEST(Process, EndOfAHiddenProcessIsAwaitedOrForcedAndItsCodeRead) {
+TEST(Process, HiddenProcessInheritsNoHandlesAndItsEndIsAwaitedOrForcedAndItsCodeRead) {
     const std::string file = makeTempFolder("ended") + "\\touched.txt";
     const HiddenProcess quick = startHiddenProcess(helper("touch \"" + file + "\""));
     ASSERT_TRUE(quick.started());
@@ -77,8 +59,19 @@ TEST(Process, EndOfAHiddenProcessIsAwaitedOrForcedAndItsCodeRead) {
     EXPECT_EQ(readFile(file), "touched");
     EXPECT_EQ(releaseProcess(quick), 7);
 
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE readEnd = nullptr;
+    HANDLE writeEnd = nullptr;
+    ASSERT_TRUE(CreatePipe(&readEnd, &writeEnd, &inheritable, 0));
     const HiddenProcess slow = startHiddenProcess(helper("sleep 60000"));
     ASSERT_TRUE(slow.started());
+    CloseHandle(writeEnd);
+    // Had the child inherited the write end, this read would wait for the child to end.
+    char byte = 0;
+    DWORD readBytes = 0;
+    EXPECT_FALSE(ReadFile(readEnd, &byte, 1, &readBytes, nullptr));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_BROKEN_PIPE));
+    CloseHandle(readEnd);
     // The waiter only returns because another thread ends the process.
     std::thread waiter([&] { waitForProcessEnd(slow); });
     Sleep(200);
@@ -92,22 +85,15 @@ TEST(Process, EndOfAHiddenProcessIsAwaitedOrForcedAndItsCodeRead) {
     EXPECT_EQ(releaseProcess(never), -1);
 }
 
-TEST(Process, HiddenStartOfAMissingProgramSaysSoAndGivesZeros) {
-    EXPECT_EQ(runCommandCapture(helper("start-missing")),
-              "CreateProcess failed.\nstarted=0 handle=0\n");
-}
-
 TEST(Process, CrashWritesAMinidumpThatTheNextCrashReplaces) {
     const std::string folder = makeTempFolder("crash");
     const std::string dump = folder + "\\crash.dmp";
-    runCommandCapture(helper("crash \"" + folder + "\""));
-    const std::string first = readFile(dump);
-    ASSERT_GE(first.size(), 32u) << "no dump written";
-    EXPECT_EQ(first.substr(0, 4), "MDMP");
-
-    std::ofstream(dump, std::ios::binary | std::ios::trunc) << "stale";
-    runCommandCapture(helper("crash \"" + folder + "\""));
-    const std::string second = readFile(dump);
-    ASSERT_GE(second.size(), 32u);
-    EXPECT_EQ(second.substr(0, 4), "MDMP");
+    for (const char* round : {"first", "after a stale file"}) {
+        SCOPED_TRACE(round);
+        runCommandCapture(helper("crash \"" + folder + "\""));
+        const std::string written = readFile(dump);
+        ASSERT_GE(written.size(), 32u) << "no dump written";
+        EXPECT_EQ(written.substr(0, 4), "MDMP");
+        std::ofstream(dump, std::ios::binary | std::ios::trunc) << "stale";
+    }
 }

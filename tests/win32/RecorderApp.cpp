@@ -5,6 +5,7 @@
 // After windows.h, which it needs.
 #include <shellapi.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -25,23 +26,10 @@ void writeLog(const std::string& line) {
 }
 
 bool isRecorded(UINT message) {
-    switch (message) {
-        case WM_MOUSEMOVE:
-        case WM_LBUTTONDOWN:
-        case WM_LBUTTONUP:
-        case WM_RBUTTONDOWN:
-        case WM_RBUTTONUP:
-        case WM_MOUSEWHEEL:
-        case WM_KEYDOWN:
-        case WM_KEYUP:
-        case WM_SYSKEYDOWN:
-        case WM_SYSKEYUP:
-        case WM_CHAR:
-        case kMarkerMessage:
-            return true;
-        default:
-            return false;
-    }
+    constexpr UINT kRecorded[] = {WM_MOUSEMOVE,  WM_LBUTTONDOWN, WM_LBUTTONUP, WM_RBUTTONDOWN,
+                                  WM_RBUTTONUP,  WM_MOUSEWHEEL,  WM_KEYDOWN,   WM_KEYUP,
+                                  WM_SYSKEYDOWN, WM_SYSKEYUP,    WM_CHAR,      kMarkerMessage};
+    return std::find(std::begin(kRecorded), std::end(kRecorded), message) != std::end(kRecorded);
 }
 
 void paintPattern(HWND window, int index) {

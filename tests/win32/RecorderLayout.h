@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 #include <string>
 
 namespace autoscene::win32test {
@@ -40,21 +41,20 @@ inline std::uint32_t patternBgra(int x, int y, int windowIndex) {
     return blue | (green << 8) | (red << 16);
 }
 
-// The index of the window that shows a top-level client point: the deepest child holding it.
+// The index of the window that shows a top-level client point: the last, deepest, of
+// kWindows holding it.
 inline int windowIndexAt(int x, int y) {
-    const auto inside = [x, y](int left, int top, int width, int height) {
-        return x >= left && x < left + width && y >= top && y < top + height;
-    };
-    if (inside(70, 70, 60, 50)) {
-        return 2;
+    int found = 0;
+    int left[std::size(kWindows)] = {}, top[std::size(kWindows)] = {};
+    for (std::size_t i = 1; i < std::size(kWindows); ++i) {
+        const ChildPlace& place = kWindows[i];
+        left[i] = left[place.parent] + place.x;
+        top[i] = top[place.parent] + place.y;
+        if (x >= left[i] && x < left[i] + place.width && y >= top[i] && y < top[i] + place.height) {
+            found = static_cast<int>(i);
+        }
     }
-    if (inside(50, 40, 200, 150)) {
-        return 1;
-    }
-    if (inside(300, 200, 50, 50)) {
-        return 3;
-    }
-    return 0;
+    return found;
 }
 
 // One logged message: window name, message, wParam and lParam in hex.

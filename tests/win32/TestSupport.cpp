@@ -72,10 +72,6 @@ std::string mouseLine(const char* window, unsigned message, unsigned wParam, int
     return logLine(window, message, wParam, targets::win32::packPointLParam({x, y}));
 }
 
-std::string keyLine(const char* window, unsigned message, unsigned virtualKey) {
-    return logLine(window, message, virtualKey, 0);
-}
-
 RecorderProcess::RecorderProcess() : logPath_(makeTempFolder("recorder") + "\\messages.log") {
     std::wstring command = L"\"";
     const std::string program = besideTestProgram("autoscene-test-recorder.exe");
@@ -117,26 +113,14 @@ RecorderProcess::~RecorderProcess() {
 }
 
 HWND RecorderProcess::child(const char* name) const {
-    const std::wstring wide(name, name + std::strlen(name));
-    HWND found = nullptr;
-    struct Search {
-        const std::wstring* name;
-        HWND* found;
-    } search{&wide, &found};
-    EnumChildWindows(
-        top_,
-        [](HWND window, LPARAM context) -> BOOL {
-            auto* s = reinterpret_cast<Search*>(context);
-            wchar_t text[64] = {};
-            GetWindowTextW(window, text, 64);
-            if (*s->name == text) {
-                *s->found = window;
-                return FALSE;
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&search));
-    return found;
+    for (const ChildPlace& place : kWindows) {
+        if (place.parent >= 0 && std::strcmp(place.name, name) == 0) {
+            const HWND parent = place.parent == 0 ? top_ : child(kWindows[place.parent].name);
+            const std::wstring wide(name, name + std::strlen(name));
+            return FindWindowExW(parent, nullptr, kChildClass, wide.c_str());
+        }
+    }
+    return nullptr;
 }
 
 Lines RecorderProcess::readLog() const {
@@ -168,28 +152,18 @@ Lines RecorderProcess::drainPosted() {
     return drained;
 }
 
-Lines RecorderProcess::drainWhen(const std::function<bool(const Lines&)>& condition,
-                                 std::chrono::milliseconds timeout) {
-    Lines drained;
-    waitUntil(
-        [&] {
-            const Lines lines = readLog();
-            drained.assign(
-                lines.begin() + static_cast<std::ptrdiff_t>(std::min(consumedLines_, lines.size())),
-                lines.end());
-            return condition(drained);
-        },
-        timeout);
-    consumedLines_ += drained.size();
-    return drained;
-}
-
 Lines RecorderProcess::waitForMessages(std::initializer_list<unsigned> messages,
                                        std::size_t count) {
-    return onlyMessages(drainWhen([&](const Lines& lines) {
-                            return onlyMessages(lines, messages).size() >= count;
-                        }),
-                        messages);
+    Lines drained;
+    waitUntil([&] {
+        const Lines lines = readLog();
+        drained.assign(
+            lines.begin() + static_cast<std::ptrdiff_t>(std::min(consumedLines_, lines.size())),
+            lines.end());
+        return onlyMessages(drained, messages).size() >= count;
+    });
+    consumedLines_ += drained.size();
+    return onlyMessages(drained, messages);
 }
 
 }  // namespace autoscene::win32test

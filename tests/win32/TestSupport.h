@@ -28,9 +28,8 @@ Lines onlyMessages(const Lines& lines, std::initializer_list<unsigned> messages)
 // counts in lParam.
 Lines withoutLParam(const Lines& lines);
 
-// The line the recorder logs for a mouse message at a client point, or for a posted key.
+// The line the recorder logs for a mouse message at a client point.
 std::string mouseLine(const char* window, unsigned message, unsigned wParam, int x, int y);
-std::string keyLine(const char* window, unsigned message, unsigned virtualKey);
 
 class RecorderProcess {
 public:
@@ -43,16 +42,12 @@ public:
     HWND top() const { return top_; }
     // A child by its name in the layout ("outer", "inner", "side").
     HWND child(const char* name) const;
-    DWORD processId() const { return processInfo_.dwProcessId; }
 
     // Everything logged since the last call. Posts a marker first and waits for it, so
     // every message posted before the call is included.
     Lines drainPosted();
-    // Waits until the lines logged since the last drain satisfy the condition, then
-    // returns them and moves past them.
-    Lines drainWhen(const std::function<bool(const Lines&)>& condition,
-                    std::chrono::milliseconds timeout = std::chrono::seconds(5));
-    // Waits until `count` of the given messages have arrived and returns those messages.
+    // Waits until `count` of the given messages have arrived since the last drain, returns
+    // those messages and moves past everything logged so far.
     Lines waitForMessages(std::initializer_list<unsigned> messages, std::size_t count);
 
 private:

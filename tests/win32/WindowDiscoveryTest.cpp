@@ -46,7 +46,7 @@ TEST_F(WindowDiscoveryTest, CandidatesStartAtTheForegroundWindowAndSkipOwnAndHid
     DestroyWindow(own);
 }
 
-TEST_F(WindowDiscoveryTest, TopLevelTitleIsContainedOrEqualAndClassIsEqual) {
+TEST_F(WindowDiscoveryTest, TopLevelTitleIsContainedChildMatchIsExactDescribeAndResizeTheClient) {
     const WindowHandle top = toHandle(recorder.top());
     EXPECT_TRUE(backend.matches(top, WindowQuery{}));
     EXPECT_TRUE(backend.matches(top, WindowQuery{"Recorder", false, "", "", ""}));
@@ -56,10 +56,8 @@ TEST_F(WindowDiscoveryTest, TopLevelTitleIsContainedOrEqualAndClassIsEqual) {
     EXPECT_TRUE(backend.matches(top, WindowQuery{"", false, "AutosceneRecorder", "", ""}));
     EXPECT_FALSE(backend.matches(top, WindowQuery{"", false, "AutosceneRecord", "", ""}));
     EXPECT_FALSE(backend.matches(0, WindowQuery{}));
-}
 
-TEST_F(WindowDiscoveryTest, ChildMatchIsExactOnTitleAndClassAndSearchesAllDescendants) {
-    const WindowHandle top = toHandle(recorder.top());
+    SCOPED_TRACE("a child matches title and class exactly, among all descendants");
     EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "inner", "RecorderChild"}),
               toHandle(recorder.child("inner")));
     EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "", "RecorderChild"}),
@@ -67,10 +65,9 @@ TEST_F(WindowDiscoveryTest, ChildMatchIsExactOnTitleAndClassAndSearchesAllDescen
     EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "inne", ""}), 0u);
     EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "side", "Static"}), 0u);
     EXPECT_EQ(backend.findChild(top, WindowQuery{}), 0u);
-}
 
-TEST_F(WindowDiscoveryTest, DescribeGivesTextClassAndClientRectangleOnScreen) {
-    const WindowInfo info = backend.describe(toHandle(recorder.top()));
+    SCOPED_TRACE("describe gives text, class and the client rectangle on screen");
+    const WindowInfo info = backend.describe(top);
     EXPECT_EQ(info.title, kRecorderTitle);
     EXPECT_EQ(info.className, "AutosceneRecorder");
     EXPECT_EQ(info.clientRect.width, kClientWidth);
@@ -80,9 +77,8 @@ TEST_F(WindowDiscoveryTest, DescribeGivesTextClassAndClientRectangleOnScreen) {
     EXPECT_EQ(info.clientRect.x, origin.x);
     EXPECT_EQ(info.clientRect.y, origin.y);
     EXPECT_EQ(backend.describe(0).window, 0u);
-}
 
-TEST_F(WindowDiscoveryTest, ResizeSetsTheClientAreaSize) {
+    SCOPED_TRACE("resizing sets the client area size");
     ASSERT_TRUE(backend.resizeClient(toHandle(recorder.top()), 320, 240));
     RECT client{};
     ASSERT_TRUE(waitUntil([&] {

@@ -6,12 +6,10 @@ namespace autoscene::fuzz {
 
 namespace {
 
-struct NamedCheck {
+constexpr struct {
     const char* target;
     Check check;
-};
-
-constexpr NamedCheck kChecks[] = {
+} kChecks[] = {
     {"task_file", checkTaskFile},
     {"rect_text", checkRectText},
     {"key_names", checkKeyNames},
@@ -24,7 +22,7 @@ constexpr NamedCheck kChecks[] = {
 }  // namespace
 
 Check findCheck(QStringView target) {
-    for (const NamedCheck& named : kChecks) {
+    for (const auto& named : kChecks) {
         if (target == QLatin1String(named.target)) {
             return named.check;
         }

@@ -11,36 +11,25 @@ namespace autoscene::fuzz {
 
 using Check = QString (*)(const QByteArray& input);
 
-// Task-file text: whatever opens must describe its items, show its colours as
-// "#rrggbb", save, reopen without skipping anything and save again to the same bytes.
+// Task-file text: what opens describes every item, shows colours as "#rrggbb", and
+// saves, reopens with nothing skipped and saves again to the same bytes.
 QString checkTaskFile(const QByteArray& input);
-
-// Rectangle text: the edges agree with the size, and the formatted text parses back
-// to the same rectangle.
+// Rectangle text: edges agree with the size; the formatted text parses back the same.
 QString checkRectText(const QByteArray& input);
-
-// A key group as a task file holds it (JSON text): its display text, the names of
-// its keys, and the group written back as it was read.
+// A key group as a task file holds it: display text, key names, written back as read.
 QString checkKeyNames(const QByteArray& input);
-
-// Plug-in description files: their raw option and result values are written back
-// as they were read.
+// Plug-in descriptions: raw option and result values are written back as read.
 QString checkPluginDescription(const QByteArray& input);
-
-// Image file names from task files: a name that is taken leads to a file directly
-// inside the task's image folder.
+// Image file names: a name that is taken leads directly into the task's image folder.
 QString checkImageFileName(const QByteArray& input);
-
-// Answers of the recognition service as the client reads them: boxes within bounds,
-// and what the service would write for them reads back the same.
+// Recognition answers as the client reads them: boxes within bounds, and the service's
+// own writing of them reads back the same.
 QString checkOcrAnswer(const QByteArray& input);
-
-// Multipart uploads to a recognition service on loopback: the answer is either a
-// recognition the client can read or a 400 with a JSON error.
+// Multipart uploads to the service on loopback: a readable recognition or a 400 with
+// a JSON error.
 QString checkOcrUpload(const QByteArray& input);
 
-// The check of a fuzz target, named as the folders under tests/fuzz/regressions;
-// nullptr for any other name.
+// The check named as a folder under tests/fuzz/regressions; nullptr for other names.
 Check findCheck(QStringView target);
 
 }  // namespace autoscene::fuzz

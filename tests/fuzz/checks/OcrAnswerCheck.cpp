@@ -44,21 +44,14 @@ QString checkOcrAnswer(const QByteArray& input) {
     for (const TextBox& box : read->boxes) {
         if (!withinBounds(box)) {
             return QStringLiteral("the box %1 at %2,%3 sized %4x%5 was taken")
-                .arg(box.text)
-                .arg(box.rect.x())
-                .arg(box.rect.y())
-                .arg(box.rect.width())
-                .arg(box.rect.height());
+                .arg(box.text, QString::number(box.rect.x()), QString::number(box.rect.y()),
+                     QString::number(box.rect.width()), QString::number(box.rect.height()));
         }
     }
     const std::string written = ocr::buildAnswerJson(asServiceLines(*read), "accurate");
     const std::optional<RecognisedText> again = engine::parseRecognisedText(written);
-    if (!again) {
-        return QStringLiteral("the service's answer %1 does not read")
-            .arg(QString::fromStdString(written));
-    }
-    if (again->boxes != read->boxes) {
-        return QStringLiteral("the service's answer %1 reads as other boxes")
+    if (!again || again->boxes != read->boxes) {
+        return QStringLiteral("the service's answer %1 does not read as the same boxes")
             .arg(QString::fromStdString(written));
     }
     return {};

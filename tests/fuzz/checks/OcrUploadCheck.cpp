@@ -14,8 +14,6 @@ namespace autoscene::fuzz {
 
 namespace {
 
-constexpr int kOk = 200;
-constexpr int kBadRequest = 400;
 // A decodable upload may be large; its recognition must not look like a lost answer.
 constexpr time_t kReadTimeoutSeconds = 120;
 
@@ -34,9 +32,6 @@ public:
             serving_.join();
         }
     }
-    LoopbackService(const LoopbackService&) = delete;
-    LoopbackService& operator=(const LoopbackService&) = delete;
-
     int port() const { return port_; }
 
 private:
@@ -77,10 +72,8 @@ QString checkOcrUpload(const QByteArray& input) {
             .arg(QString::fromStdString(httplib::to_string(answer.error())));
     }
     const std::string& body = answer->body;
-    if (answer->status == kOk && engine::parseRecognisedText(body)) {
-        return {};
-    }
-    if (answer->status == kBadRequest && isErrorJson(body)) {
+    if ((answer->status == 200 && engine::parseRecognisedText(body)) ||
+        (answer->status == 400 && isErrorJson(body))) {
         return {};
     }
     return QStringLiteral("answered %1 with %2")

@@ -1,6 +1,7 @@
 #include "Checks.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 #include "TaskDocument.h"
 
@@ -45,18 +46,15 @@ QString describeEverything(const TaskDocument& task) {
 }
 
 QString differenceReport(const QByteArray& saved, const QByteArray& resaved) {
-    qsizetype at = 0;
-    while (at < saved.size() && at < resaved.size() && saved[at] == resaved[at]) {
-        ++at;
-    }
-    constexpr qsizetype kContext = 80;
-    const qsizetype from = qMax(qsizetype(0), at - kContext);
+    const qsizetype at =
+        std::mismatch(saved.begin(), saved.end(), resaved.begin(), resaved.end()).first -
+        saved.begin();
+    const qsizetype from = qMax(qsizetype(0), at - 80);
     return QStringLiteral(
                "saving the reopened text changed it from byte %1:\nfirst save: %2\n"
                "second save: %3")
         .arg(at)
-        .arg(QString::fromUtf8(saved.mid(from, 2 * kContext)),
-             QString::fromUtf8(resaved.mid(from, 2 * kContext)));
+        .arg(QString::fromUtf8(saved.mid(from, 160)), QString::fromUtf8(resaved.mid(from, 160)));
 }
 
 }  // namespace

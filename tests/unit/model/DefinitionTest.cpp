@@ -13,13 +13,6 @@ using namespace autoscene::test;
 
 namespace {
 
-QByteArray varList(int type) {
-    return QStringLiteral(R"({"var_list": [{"type": %1, "id": 3}, {"type": %1, "id": 17},
-                                           {"type": %1, "id": 5}]})")
-        .arg(type)
-        .toUtf8();
-}
-
 // Timers, alarms and randoms take an id from the counter before their own replaces it.
 TEST(DefinitionIds, ReadingRaisesTheCounterToTheHighestIdAcrossTasks) {
     const struct {
@@ -34,7 +27,10 @@ TEST(DefinitionIds, ReadingRaisesTheCounterToTheHighestIdAcrossTasks) {
         SCOPED_TRACE(int(c.type));
         definition_ids::reset();
         TaskDocument first;
-        openOrFail(first, varList(int(c.type)));
+        openOrFail(first, QStringLiteral(R"({"var_list": [{"type": %1, "id": 3},
+            {"type": %1, "id": 17}, {"type": %1, "id": 5}]})")
+                              .arg(int(c.type))
+                              .toUtf8());
         ASSERT_EQ(first.definitions.size(), 3u);
         EXPECT_EQ(first.definitions[2]->id, 5);
         TaskDocument second;  // a lower id read later leaves the counter alone

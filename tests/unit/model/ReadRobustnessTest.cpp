@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <sys/resource.h>
@@ -27,10 +26,7 @@ TEST(ReadRobustness, MalformedJsonReportsWhatAndWhereAndKeepsDefaults) {
     EXPECT_TRUE(task.name.isEmpty());
     EXPECT_TRUE(task.scenes.empty());
     EXPECT_EQ(task.defaultScene.name, QStringLiteral("默认界面"));
-}
-
-TEST(ReadRobustness, TopLevelMustBeAnObjectAndTextMustBeUtf8) {
-    TaskDocument task;
+    // The top level must be an object and the text UTF-8.
     EXPECT_FALSE(task.openText("[1, 2]").ok);
     const OpenResult latin1 = task.openText("{\"name\": \"caf\xe9\"}");
     EXPECT_FALSE(latin1.ok);
@@ -40,13 +36,11 @@ TEST(ReadRobustness, TopLevelMustBeAnObjectAndTextMustBeUtf8) {
 TEST(ReadRobustness, NumbersReadExactlyOrAreRefusedWhereTheParserWouldGoWrong) {
     rapidjson::Document json;
     QString error;
-    for (const char* tooBig : {R"({"a": 92760760679354105e296})", R"({"a": -1e400})",
-                               R"({"a": 9e307, "b": 2e308})", R"({"a": [123456789e300]})"}) {
+    for (const char* tooBig : {R"({"a": -1e400})", R"({"a": 9e307, "b": 2e308})",
+                               R"({"a": [123456789e300]})", R"({"a": 92760760679354105e296})"}) {
         EXPECT_FALSE(parseJson(tooBig, strlen(tooBig), json, error)) << tooBig;
         EXPECT_TRUE(error.contains(QStringLiteral("number too big"))) << error.toStdString();
     }
-    const std::string text = R"({"a": 92760760679354105e296})";
-    ASSERT_FALSE(parseJson(text.data(), text.size(), json, error));
     EXPECT_TRUE(error.contains(QStringLiteral("at byte 6"))) << error.toStdString();
 
     const std::string tiny = R"({"a": 0.000000001e-320, "b": -1e-330, "c": 0e40, "d": 0.0})";
@@ -156,9 +150,7 @@ TEST(ReadRobustness, MissingOrEmptyFileOpensWithDefaults) {
     QTemporaryDir dir;
     TaskDocument task;
     EXPECT_TRUE(task.openFolder(dir.path()).ok);
-    QFile empty(dir.filePath("script.json"));
-    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
-    empty.close();
+    writeFile(dir.filePath("script.json"), {});
     EXPECT_TRUE(task.openFolder(dir.path()).ok);
     EXPECT_EQ(task.defaultScene.name, QStringLiteral("默认界面"));
 }
@@ -168,10 +160,7 @@ TEST(ReadRobustness, OpenByIdUsesTheUserDataFolder) {
     const QString previous = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(dir.path()));
     ASSERT_TRUE(QDir().mkpath("user_data/42"));
-    QFile file("user_data/42/script.json");
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(R"({"id": 7, "name": "by id"})");
-    file.close();
+    writeFile("user_data/42/script.json", R"({"id": 7, "name": "by id"})");
     TaskDocument task;
     EXPECT_TRUE(task.openById(42).ok);
     EXPECT_EQ(task.taskId, 42u);

@@ -16,7 +16,7 @@ QByteArray everyRecord() {
     return readFile(fixturePath("tasks/every-record/script.json"));
 }
 
-TEST(RoundTrip, WritesFourSpaceIndentAndShortestFloats) {
+TEST(RoundTrip, WritesFourSpaceIndentAndShortestFloatsAndClonesDeep) {
     TaskDocument task;
     openOrFail(task, everyRecord());
     const QByteArray saved = task.serialise();
@@ -24,6 +24,14 @@ TEST(RoundTrip, WritesFourSpaceIndentAndShortestFloats) {
     EXPECT_TRUE(saved.contains("\"postpone\": 0.2,"));
     EXPECT_FALSE(saved.contains("0.2000"));
     EXPECT_TRUE(saved.contains("\"timeout\": 1.5,"));
+
+    SCOPED_TRACE("a cloned event is deep and independent");
+    EditorEvent copy = task.scenes.at(0).events.at(0);
+    static_cast<EditorTapAction&>(*copy.actions.at(0)).postpone = 9;
+    copy.conditions.take(0);
+    const EditorEvent& original = task.scenes.at(0).events.at(0);
+    EXPECT_FLOAT_EQ(static_cast<const EditorTapAction&>(*original.actions.at(0)).postpone, 0.2f);
+    EXPECT_EQ(original.conditions.items().size(), 6u);
 }
 
 TEST(RoundTrip, OlderFileKeepsTheDocumentedAsymmetries) {
@@ -119,17 +127,6 @@ TEST(RoundTrip, SceneNamesAreUniqueAndCaseSensitive) {
     EXPECT_FALSE(task.isSceneNameFree(QStringLiteral("Menu")));
     EXPECT_TRUE(task.isSceneNameFree(QStringLiteral("menu")));
     EXPECT_EQ(task.sceneByName(QStringLiteral("通用事件")), &task.commonEvent);
-}
-
-TEST(RoundTrip, CloneIsDeepAndIndependent) {
-    TaskDocument task;
-    openOrFail(task, everyRecord());
-    EditorEvent copy = task.scenes.at(0).events.at(0);
-    static_cast<EditorTapAction&>(*copy.actions.at(0)).postpone = 9;
-    copy.conditions.take(0);
-    const EditorEvent& original = task.scenes.at(0).events.at(0);
-    EXPECT_FLOAT_EQ(static_cast<const EditorTapAction&>(*original.actions.at(0)).postpone, 0.2f);
-    EXPECT_EQ(original.conditions.items().size(), 6u);
 }
 
 }  // namespace

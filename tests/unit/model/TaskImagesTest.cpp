@@ -45,16 +45,6 @@ TEST_F(TaskImages, UnnamedImagesInOneSecondShareAFileAndTheFirstPixelsStay) {
     EXPECT_TRUE(a.path.startsWith(task.folderPath + "image/"));
 }
 
-TEST_F(TaskImages, PixelsAreStoredAsRgb32Png) {
-    ImageRecord record;
-    record.file = QStringLiteral("given.png");
-    ASSERT_TRUE(addImage(task, record, red).written);
-    QImage stored(imageFolder(task) + "given.png");
-    ASSERT_FALSE(stored.isNull());
-    EXPECT_EQ(stored.size(), QSize(8, 6));
-    EXPECT_EQ(stored.pixelColor(7, 5), QColor(Qt::red));
-}
-
 TEST_F(TaskImages, NamesThatLeaveTheFolderAreRefused) {
     for (const char* name :
          {"../escape.png", "/tmp/abs.png", "sub/dir.png", "a\\b.png", "..", "C:evil.png"}) {
@@ -69,7 +59,15 @@ TEST_F(TaskImages, NamesThatLeaveTheFolderAreRefused) {
     EXPECT_FALSE(QFile::exists(dir.filePath("escape.png")));
 }
 
-TEST_F(TaskImages, OriginalsGetAThumbnail) {
+TEST_F(TaskImages, PixelsAreStoredAsRgb32PngAndOriginalsGetAThumbnail) {
+    ImageRecord record;
+    record.file = QStringLiteral("given.png");
+    ASSERT_TRUE(addImage(task, record, red).written);
+    QImage stored(imageFolder(task) + "given.png");
+    ASSERT_FALSE(stored.isNull());
+    EXPECT_EQ(stored.size(), QSize(8, 6));
+    EXPECT_EQ(stored.pixelColor(7, 5), QColor(Qt::red));
+
     QImage big(800, 400, QImage::Format_RGB32);
     big.fill(Qt::yellow);
     const AddImageResult result =

@@ -19,6 +19,12 @@ QByteArray readFile(const QString& path) {
     return file.readAll();
 }
 
+void writeFile(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
+    file.write(bytes);
+}
+
 std::string compactJson(const QByteArray& json) {
     rapidjson::Document doc;
     doc.Parse<rapidjson::kParseFullPrecisionFlag>(json.constData(), size_t(json.size()));
