@@ -11,11 +11,10 @@
 #include <string>
 #include <thread>
 
-#include "ActionFactory.h"
 #include "InProcessTarget.h"
-#include "RuntimeFactory.h"
-#include "TaskDocument.h"
-#include "TaskRunner.h"
+#include "engine/RuntimeFactory.h"
+#include "model/TaskDocument.h"
+#include "engine/TaskRunner.h"
 
 using namespace autoscene;
 
@@ -67,7 +66,6 @@ void BM_EngineCycles(benchmark::State& state) {
     model::TaskDocument task;
     task.openText(benchTask());
     engine::RuntimeFactory factory;
-    actions::registerStateActions(factory);
     test::InProcessTarget target;
     target.setFrames({cv::Mat(8, 8, CV_8UC3, cv::Scalar::all(0))});
     engine::TaskRunner runner(task, factory, target);

@@ -13,14 +13,16 @@
 #include <opencv2/imgproc.hpp>
 #include <vector>
 
-#include "ColorSearch.h"
-#include "DetectionPool.h"
-#include "ImageCondition.h"
-#include "RunClock.h"
-#include "Scene.h"
-#include "ScreenDetection.h"
+#include "recognition/ColorSearch.h"
+#include "recognition/DetectionPool.h"
+#include "conditions/ImageCondition.h"
+#include "engine/RunClock.h"
+#include "engine/Scene.h"
+#include "engine/ScreenDetection.h"
 
 using namespace autoscene::engine;
+using namespace autoscene::recognition;
+using namespace autoscene::conditions;
 
 namespace {
 
@@ -86,7 +88,8 @@ Setup& setup(int frameRows, bool withRects) {
 }
 
 void engineCycle(Setup& s, TaskInfo& task, DetectionPool& pool) {
-    prepareScreenItems(s.events, task, pool);
+    prepareScreenItems(s.events, task,
+                       [&pool](size_t count, const auto& job) { pool.run(count, job); });
     for (const auto& item : s.events[0]->conditions->items()) {
         benchmark::DoNotOptimize(item->evaluate(task));
     }

@@ -12,19 +12,19 @@
 #include <memory>
 #include <opencv2/imgcodecs.hpp>
 
-#include "OcrClient.h"
+#include "text/OcrClient.h"
 #include "OcrServiceProcess.h"
 #include "UiTextCorpus.h"
 
 namespace testkit = autoscene::ocr::testkit;
-using autoscene::engine::OcrEngine;
+using autoscene::text::OcrEngine;
 
 namespace {
 
 constexpr int kRepetitions = 30;
 
 std::unique_ptr<testkit::OcrServiceProcess> service;
-std::unique_ptr<autoscene::engine::OcrClient> client;
+std::unique_ptr<autoscene::text::OcrClient> client;
 std::vector<cv::Mat> oneLine;
 std::vector<cv::Mat> multiLine;
 std::vector<cv::Mat> frame;
@@ -99,7 +99,7 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     // Two engine sets: the two clients below are served at once.
     service = std::make_unique<testkit::OcrServiceProcess>(MORVANE_OCR_PROGRAM, 2);
-    client = std::make_unique<autoscene::engine::OcrClient>(service->url());
+    client = std::make_unique<autoscene::text::OcrClient>(service->url());
     for (const testkit::CorpusSample& sample : testkit::uiTextCorpus()) {
         (sample.lines.size() == 1 ? oneLine : multiLine).push_back(decoded(sample.png));
     }

@@ -7,19 +7,19 @@
 #include <memory>
 #include <string>
 
-#include "X11Backend.h"
+#include "x11/X11Backend.h"
 
 namespace {
 
-using autoscene::targets::BgraFrame;
-using autoscene::targets::IDesktopBackend;
-using autoscene::targets::InputTarget;
-using autoscene::targets::MouseOp;
-using autoscene::targets::Point;
-using autoscene::targets::WindowHandle;
+using autoscene::platform::BgraFrame;
+using autoscene::platform::IDesktopBackend;
+using autoscene::platform::InputTarget;
+using autoscene::platform::MouseOp;
+using autoscene::platform::Point;
+using autoscene::platform::WindowHandle;
 
 struct Setup {
-    std::unique_ptr<IDesktopBackend> backend = autoscene::targets::makeX11Backend(nullptr);
+    std::unique_ptr<IDesktopBackend> backend = autoscene::platform::makeX11Backend(nullptr);
     WindowHandle window = 0;
 
     Setup() {
@@ -50,7 +50,7 @@ void viewWith(benchmark::State& state, bool background) {
     int height = 0;
     for (auto _ : state) {
         const bool captured = setup().backend->captureView(
-            setup().window, background, [&](const autoscene::targets::BgraView& view) {
+            setup().window, background, [&](const autoscene::platform::BgraView& view) {
                 width = view.width;
                 height = view.height;
                 benchmark::DoNotOptimize(view.pixels[view.stride * (view.height - 1)]);

@@ -1,15 +1,15 @@
-#include "FindClick.h"
+#include "actions/FindClick.h"
 
 #include <QJsonArray>
 
-#include "RandomPick.h"
-#include "RunClock.h"
-#include "TargetService.h"
+#include "engine/RandomPick.h"
+#include "engine/RunClock.h"
+#include "engine/TargetService.h"
 
 namespace autoscene::actions {
 
-targets::MouseOp mouseOpOf(int button) {
-    return button >= 1 && button <= 7 ? targets::MouseOp(button) : targets::MouseOp::Invalid;
+platform::MouseOp mouseOpOf(int button) {
+    return button >= 1 && button <= 7 ? platform::MouseOp(button) : platform::MouseOp::Invalid;
 }
 
 QRect clickRect(const std::optional<QRect>& area, QPoint origin, QPoint found,
@@ -25,7 +25,7 @@ QJsonObject clickedResult(QJsonObject result, QPoint point) {
 }
 
 FindClickAction::FindClickAction(int type, engine::RunContext& context,
-                                 std::optional<QRect> clickArea, targets::MouseOp op,
+                                 std::optional<QRect> clickArea, platform::MouseOp op,
                                  ClickTiming timing, float waitSeconds)
     : IAction(type, waitSeconds),
       clickArea_(clickArea),

@@ -7,12 +7,12 @@
 #include <QRect>
 #include <optional>
 
-#include "InputActions.h"
+#include "actions/InputActions.h"
 
 namespace autoscene::actions {
 
 // The mouse operation of a record's `button`; Invalid outside 1..7.
-targets::MouseOp mouseOpOf(int button);
+platform::MouseOp mouseOpOf(int button);
 
 // `area` was drawn where the target sat at `origin`; the target now sits at `found`.
 // Without an area, `fallback` is clicked.
@@ -27,7 +27,7 @@ QJsonObject clickedResult(QJsonObject result, QPoint point);
 class FindClickAction : public IAction {
 protected:
     FindClickAction(int type, engine::RunContext& context, std::optional<QRect> clickArea,
-                    targets::MouseOp op, ClickTiming timing, float waitSeconds);
+                    platform::MouseOp op, ClickTiming timing, float waitSeconds);
 
     // Records `result`, then clicks `point` `clickTimes` times with one press time for
     // all and the interval between them (none when the count is below 1); returns the
@@ -39,7 +39,7 @@ protected:
 
 private:
     engine::RunContext& context_;
-    const targets::MouseOp op_;
+    const platform::MouseOp op_;
     const ClickTiming timing_;
 };
 

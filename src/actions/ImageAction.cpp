@@ -1,26 +1,26 @@
-#include "ImageAction.h"
+#include "actions/ImageAction.h"
 
 #include <QJsonArray>
 
-#include "RandomPick.h"
+#include "engine/RandomPick.h"
 
 namespace autoscene::actions {
 
 ImageAction::ImageAction(engine::RunContext& context, Target target, std::optional<QRect> clickArea,
-                         targets::MouseOp op, ClickTiming timing, float waitSeconds)
+                         platform::MouseOp op, ClickTiming timing, float waitSeconds)
     : FindClickAction(kType, context, clickArea, op, timing, waitSeconds),
       target_(std::move(target)) {}
 
 float ImageAction::run(TaskInfo& task) {
-    const engine::MatchResult match =
+    const recognition::MatchResult match =
         target_.matcher->find(task.frame, target_.searchArea.variableRects(), task.cycleCount);
     QJsonObject result{{QStringLiteral("type"), type()},
                        {QStringLiteral("clicked"), false},
                        {QStringLiteral("alias"), target_.name},
-                       {QStringLiteral("err"), engine::matchStatusText(match.status)},
+                       {QStringLiteral("err"), recognition::matchStatusText(match.status)},
                        {QStringLiteral("sim"), double(match.score)},
                        {QStringLiteral("points"), QJsonArray()}};
-    if (match.status != engine::kMatchOk || target_.matcher->settings().similarity > match.score) {
+    if (match.status != recognition::kMatchOk || target_.matcher->settings().similarity > match.score) {
         setResult(result);
         return 0.0f;
     }

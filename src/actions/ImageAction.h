@@ -4,9 +4,9 @@
 
 #include <memory>
 
-#include "FindClick.h"
-#include "SearchArea.h"
-#include "TemplateMatcher.h"
+#include "actions/FindClick.h"
+#include "engine/SearchArea.h"
+#include "recognition/TemplateMatcher.h"
 
 namespace autoscene::actions {
 
@@ -16,13 +16,13 @@ public:
 
     struct Target {
         QString name;
-        std::shared_ptr<engine::TemplateMatcher> matcher;
+        std::shared_ptr<recognition::TemplateMatcher> matcher;
         engine::SearchArea searchArea;
         QPoint origin;  // where the image was cut from its original
     };
 
     ImageAction(engine::RunContext& context, Target target, std::optional<QRect> clickArea,
-                targets::MouseOp op, ClickTiming timing, float waitSeconds);
+                platform::MouseOp op, ClickTiming timing, float waitSeconds);
     float run(TaskInfo& task) override;
 
 private:

@@ -1,10 +1,10 @@
 #include <rapidjson/document.h>
 
-#include "ActionFactory.h"
-#include "EditorActions.h"
-#include "InputActions.h"
-#include "RuntimeDefinitions.h"
-#include "RuntimeFactory.h"
+#include "actions/ActionGroups.h"
+#include "model/EditorActions.h"
+#include "actions/InputActions.h"
+#include "engine/RuntimeDefinitions.h"
+#include "engine/RuntimeFactory.h"
 
 namespace autoscene::actions {
 
@@ -13,8 +13,8 @@ using engine::RunContext;
 
 namespace {
 
-targets::MouseOp mouseOp(int button) {
-    return button >= 1 && button <= 7 ? targets::MouseOp(button) : targets::MouseOp::Invalid;
+platform::MouseOp mouseOp(int button) {
+    return button >= 1 && button <= 7 ? platform::MouseOp(button) : platform::MouseOp::Invalid;
 }
 
 // A key group as stored: a JSON array of key codes; anything else is an empty group.
@@ -32,49 +32,36 @@ std::vector<int> keyGroup(const RawJson& group) {
     return codes;
 }
 
-template <class Record>
-const Record& as(const IEditorAction& record) {
-    return static_cast<const Record&>(record);
-}
-
 }  // namespace
 
 void registerInputActions(engine::RuntimeFactory& factory) {
-    factory.addAction(EditorTapAction::kType, [](const IEditorAction& record, RunContext& c) {
-        const auto& r = as<EditorTapAction>(record);
+    factory.addAction<EditorTapAction>([](const EditorTapAction& r, RunContext& c) {
         return std::make_unique<TapAction>(c, c.definitions.find(r.variableId), mouseOp(r.button),
                                            ClickTiming{r.pressTime, r.clickTimes, r.interval},
                                            r.multiInterval, r.postpone);
     });
-    factory.addAction(EditorSlideAction::kType, [](const IEditorAction& record, RunContext& c) {
-        const auto& r = as<EditorSlideAction>(record);
+    factory.addAction<EditorSlideAction>([](const EditorSlideAction& r, RunContext& c) {
         std::vector<engine::MVVariable*> places;
         for (int id : r.varList) {
             places.push_back(c.definitions.find(id));
         }
         return std::make_unique<MVSlideAction>(c, places, r.timeList, r.slideTime, r.postpone);
     });
-    factory.addAction(EditorKeyAction::kType, [](const IEditorAction& record, RunContext& c) {
-        const auto& r = as<EditorKeyAction>(record);
+    factory.addAction<EditorKeyAction>([](const EditorKeyAction& r, RunContext& c) {
         return std::make_unique<KeyAction>(c, r.eventType, r.key, keyGroup(r.groupKey), r.postpone);
     });
-    factory.addAction(EditorInputAction::kType, [](const IEditorAction& record, RunContext& c) {
-        const auto& r = as<EditorInputAction>(record);
+    factory.addAction<EditorInputAction>([](const EditorInputAction& r, RunContext& c) {
         return std::make_unique<InputAction>(
             c, r.text, r.variable > 0 ? c.definitions.find(r.variable) : nullptr, r.postpone);
     });
-    factory.addAction(EditorMouseUpAction::kType, [](const IEditorAction& record, RunContext& c) {
-        const auto& r = as<EditorMouseUpAction>(record);
+    factory.addAction<EditorMouseUpAction>([](const EditorMouseUpAction& r, RunContext& c) {
         return std::make_unique<MouseUpAction>(c, mouseOp(r.button), r.postpone);
     });
-    factory.addAction(EditorMouseWheelAction::kType,
-                      [](const IEditorAction& record, RunContext& c) {
-                          const auto& r = as<EditorMouseWheelAction>(record);
+    factory.addAction<EditorMouseWheelAction>([](const EditorMouseWheelAction& r, RunContext& c) {
                           return std::make_unique<MouseWheelAction>(
                               c, r.wheel, c.definitions.find(r.pointVariable), r.postpone);
                       });
-    factory.addAction(EditorStartAppAction::kType, [](const IEditorAction& record, RunContext& c) {
-        const auto& r = as<EditorStartAppAction>(record);
+    factory.addAction<EditorStartAppAction>([](const EditorStartAppAction& r, RunContext& c) {
         return std::make_unique<MVStartAppAction>(
             r.appPath, r.pathVariable > 0 ? c.definitions.find(r.pathVariable) : nullptr);
     });

@@ -1,22 +1,22 @@
-#include "InputActions.h"
+#include "actions/InputActions.h"
 
 #include <QJsonArray>
 #include <QLoggingCategory>
 #include <QProcess>
 
-#include "MVVariable.h"
-#include "RandomPick.h"
-#include "RectList.h"
-#include "RunClock.h"
-#include "TargetService.h"
+#include "engine/MVVariable.h"
+#include "engine/RandomPick.h"
+#include "engine/RectList.h"
+#include "engine/RunClock.h"
+#include "engine/TargetService.h"
 
 namespace autoscene::actions {
 
 Q_LOGGING_CATEGORY(lcActions, "autoscene.actions")
 
 using engine::RunContext;
-using targets::MouseOp;
-using targets::Point;
+using platform::MouseOp;
+using platform::Point;
 
 namespace {
 
@@ -134,13 +134,13 @@ KeyAction::KeyAction(RunContext& context, int eventType, int virtualKey, std::ve
 float KeyAction::run(TaskInfo& task) {
     switch (eventType_) {
         case 0:
-            context_.targets.key(task, virtualKey_, targets::KeyOp::Click);
+            context_.targets.key(task, virtualKey_, platform::KeyOp::Click);
             break;
         case 1:
-            context_.targets.key(task, virtualKey_, targets::KeyOp::Down);
+            context_.targets.key(task, virtualKey_, platform::KeyOp::Down);
             break;
         case 2:
-            context_.targets.key(task, virtualKey_, targets::KeyOp::Up);
+            context_.targets.key(task, virtualKey_, platform::KeyOp::Up);
             break;
         case 3:
             context_.targets.keyGroup(task, group_);

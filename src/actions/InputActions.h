@@ -5,9 +5,9 @@
 #include <QString>
 #include <vector>
 
-#include "IAction.h"
-#include "RunContext.h"
-#include "targets/DesktopBackend.h"
+#include "engine/IAction.h"
+#include "engine/RunContext.h"
+#include "desktop/DesktopBackend.h"
 
 namespace autoscene::engine {
 class MVVariable;
@@ -27,14 +27,14 @@ struct ClickTiming {
 
 class TapAction : public IAction {
 public:
-    TapAction(engine::RunContext& context, engine::MVVariable* points, targets::MouseOp op,
+    TapAction(engine::RunContext& context, engine::MVVariable* points, platform::MouseOp op,
               ClickTiming timing, float pointIntervalSeconds, float waitSeconds);
     float run(TaskInfo& task) override;
 
 private:
     engine::RunContext& context_;
     engine::MVVariable* points_;
-    const targets::MouseOp op_;
+    const platform::MouseOp op_;
     const ClickTiming timing_;
     const float pointIntervalSeconds_;  // between the points of a "|" list
 };
@@ -47,12 +47,12 @@ public:
     float run(TaskInfo& task) override;
 
     struct Step {
-        targets::Point point;
+        platform::Point point;
         int waitMs = 0;
     };
     // The moves of one segment: from the slide's first point towards `to` (each
     // segment starts its path again from the first point), the last landing on `to`.
-    static std::vector<Step> segmentSteps(targets::Point first, targets::Point to, int durationMs);
+    static std::vector<Step> segmentSteps(platform::Point first, platform::Point to, int durationMs);
 
 private:
     engine::RunContext& context_;
@@ -88,12 +88,12 @@ private:
 
 class MouseUpAction : public IAction {
 public:
-    MouseUpAction(engine::RunContext& context, targets::MouseOp op, float waitSeconds);
+    MouseUpAction(engine::RunContext& context, platform::MouseOp op, float waitSeconds);
     float run(TaskInfo& task) override;
 
 private:
     engine::RunContext& context_;
-    const targets::MouseOp op_;
+    const platform::MouseOp op_;
 };
 
 class MouseWheelAction : public IAction {

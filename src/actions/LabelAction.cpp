@@ -1,8 +1,8 @@
-#include "LabelAction.h"
+#include "actions/LabelAction.h"
 
 #include <QJsonArray>
 
-#include "RandomPick.h"
+#include "engine/RandomPick.h"
 
 namespace autoscene::actions {
 
@@ -15,7 +15,7 @@ QString labelMissingText() {
 }
 
 LabelAction::LabelAction(engine::RunContext& context, LabelTarget target,
-                         std::optional<QRect> clickArea, targets::MouseOp op, ClickTiming timing,
+                         std::optional<QRect> clickArea, platform::MouseOp op, ClickTiming timing,
                          float waitSeconds)
     : FindClickAction(kType, context, clickArea, op, timing, waitSeconds),
       target_(std::move(target)) {}
@@ -28,7 +28,7 @@ float LabelAction::run(TaskInfo& task) {
                        {QStringLiteral("err"), label.isEmpty() ? labelMissingText() : QString()},
                        {QStringLiteral("sim"), 0.0},
                        {QStringLiteral("points"), QJsonArray()}};
-    const engine::LabelFind find = findLabel(engine::labelsOf(task, target_.detector), label,
+    const conditions::LabelFind find = conditions::findLabel(conditions::labelsOf(task, target_.detector), label,
                                              target_.minProbability, target_.searchArea.rects());
     if (find.box) {
         result[QStringLiteral("sim")] = double(find.box->probability);
@@ -37,7 +37,7 @@ float LabelAction::run(TaskInfo& task) {
         setResult(result);
         return 0.0f;
     }
-    const QRect box = engine::boxRect(*find.box);
+    const QRect box = conditions::boxRect(*find.box);
     const QPoint point = engine::randomPointIn(
         clickRect(clickArea_, clickArea_ ? clickArea_->topLeft() : QPoint(), box.topLeft(), box));
     return click(task, clickedResult(result, point), point);

@@ -2,15 +2,15 @@
 // Clicks a label of the task's model where the detector finds it. Results: "type",
 // "clicked", "alias", "err", "sim", "points".
 
-#include "FindClick.h"
-#include "LabelSearch.h"
-#include "SearchArea.h"
+#include "actions/FindClick.h"
+#include "conditions/LabelSearch.h"
+#include "engine/SearchArea.h"
 
 namespace autoscene::actions {
 
 // The label an action looks for, and where.
 struct LabelTarget {
-    engine::ILabelDetector* detector = nullptr;  // null: no model
+    recognition::ILabelDetector* detector = nullptr;  // null: no model
     int labelId = 0;
     float minProbability = 0.5f;
     engine::SearchArea searchArea;
@@ -28,7 +28,7 @@ public:
 
     // A click area is moved so that its top-left corner lands on the box's.
     LabelAction(engine::RunContext& context, LabelTarget target, std::optional<QRect> clickArea,
-                targets::MouseOp op, ClickTiming timing, float waitSeconds);
+                platform::MouseOp op, ClickTiming timing, float waitSeconds);
     float run(TaskInfo& task) override;
 
 private:

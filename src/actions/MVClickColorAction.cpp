@@ -1,13 +1,13 @@
-#include "MVClickColorAction.h"
+#include "actions/MVClickColorAction.h"
 
-#include "ColorSearch.h"
-#include "RandomPick.h"
+#include "recognition/ColorSearch.h"
+#include "engine/RandomPick.h"
 
 namespace autoscene::actions {
 
 MVClickColorAction::MVClickColorAction(engine::RunContext& context, std::optional<Colour> colour,
                                        engine::SearchArea searchArea,
-                                       std::optional<QRect> clickArea, targets::MouseOp op,
+                                       std::optional<QRect> clickArea, platform::MouseOp op,
                                        ClickTiming timing, float waitSeconds)
     : FindClickAction(kType, context, clickArea, op, timing, waitSeconds),
       colour_(std::move(colour)),
@@ -36,7 +36,7 @@ float MVClickColorAction::run(TaskInfo& task) {
     current = QPoint(-1, -1);
     for (const QRect& rect : rects) {
         if (const auto hit =
-                engine::findColor(task.frame, colour_->rgb, colour_->similarity, rect)) {
+                recognition::findColor(task.frame, colour_->rgb, colour_->similarity, rect)) {
             current = *hit;
             break;
         }

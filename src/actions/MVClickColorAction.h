@@ -2,10 +2,10 @@
 // Clicks the first pixel of a colour found in the search rectangles. Results:
 // "type", "clicked", "alias", "err".
 
-#include "ColorSearch.h"
-#include "FindClick.h"
-#include "PerThread.h"
-#include "SearchArea.h"
+#include "recognition/ColorSearch.h"
+#include "actions/FindClick.h"
+#include "system/PerThread.h"
+#include "engine/SearchArea.h"
 
 namespace autoscene::actions {
 
@@ -13,11 +13,11 @@ class MVClickColorAction : public FindClickAction {
 public:
     static constexpr int kType = 21;
 
-    using Colour = engine::SearchColour;
+    using Colour = recognition::SearchColour;
 
     MVClickColorAction(engine::RunContext& context, std::optional<Colour> colour,
                        engine::SearchArea searchArea, std::optional<QRect> clickArea,
-                       targets::MouseOp op, ClickTiming timing, float waitSeconds);
+                       platform::MouseOp op, ClickTiming timing, float waitSeconds);
     float run(TaskInfo& task) override;
     // The thread's last hit, (-1, -1) when nothing was found.
     QPoint currentPoint();
@@ -25,7 +25,7 @@ public:
 private:
     const std::optional<Colour> colour_;
     const engine::SearchArea searchArea_;
-    engine::PerThread<QPoint> currentPoints_;
+    sys::PerThread<QPoint> currentPoints_;
 };
 
 }  // namespace autoscene::actions

@@ -1,22 +1,22 @@
-#include "MVClickTextAction.h"
+#include "actions/MVClickTextAction.h"
 
 #include <QJsonArray>
 
-#include "RandomPick.h"
-#include "RectList.h"
+#include "engine/RandomPick.h"
+#include "engine/RectList.h"
 
 namespace autoscene::actions {
 
-MVClickTextAction::MVClickTextAction(engine::RunContext& context, engine::TextSearch search,
-                                     std::optional<QRect> clickOffset, targets::MouseOp op,
+MVClickTextAction::MVClickTextAction(engine::RunContext& context, conditions::TextSearch search,
+                                     std::optional<QRect> clickOffset, platform::MouseOp op,
                                      ClickTiming timing, float waitSeconds)
     : FindClickAction(kType, context, clickOffset, op, timing, waitSeconds),
       search_(std::move(search)) {}
 
 float MVClickTextAction::run(TaskInfo& task) {
-    const std::vector<engine::TextBox> found = search_.find(task);
+    const std::vector<text::TextBox> found = search_.find(task);
     QJsonArray results;
-    for (const engine::TextBox& box : found) {
+    for (const text::TextBox& box : found) {
         results.append(QJsonObject{{QStringLiteral("text"), box.text},
                                    {QStringLiteral("rect"), engine::formatRectList({box.rect})}});
     }
@@ -30,7 +30,7 @@ float MVClickTextAction::run(TaskInfo& task) {
         setResult(result);
         return 0.0f;
     }
-    const engine::TextBox& target = found.front();
+    const text::TextBox& target = found.front();
     const QRect clickArea =
         clickArea_ ? clickArea_->translated(target.rect.topLeft()) : target.rect;
     result[QStringLiteral("clicked")] = true;

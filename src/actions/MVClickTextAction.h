@@ -4,8 +4,8 @@
 // corner instead of in the box. Results: "type", "clicked", "is_deviation", "rect"
 // (the area clicked in), "text" (the box clicked), "results" (every matching box).
 
-#include "FindClick.h"
-#include "TextSearch.h"
+#include "actions/FindClick.h"
+#include "conditions/TextSearch.h"
 
 namespace autoscene::actions {
 
@@ -13,13 +13,13 @@ class MVClickTextAction : public FindClickAction {
 public:
     static constexpr int kType = 15;
 
-    MVClickTextAction(engine::RunContext& context, engine::TextSearch search,
-                      std::optional<QRect> clickOffset, targets::MouseOp op, ClickTiming timing,
+    MVClickTextAction(engine::RunContext& context, conditions::TextSearch search,
+                      std::optional<QRect> clickOffset, platform::MouseOp op, ClickTiming timing,
                       float waitSeconds);
     float run(TaskInfo& task) override;
 
 private:
-    const engine::TextSearch search_;
+    const conditions::TextSearch search_;
 };
 
 }  // namespace autoscene::actions

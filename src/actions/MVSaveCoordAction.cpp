@@ -1,4 +1,4 @@
-#include "MVSaveCoordAction.h"
+#include "actions/MVSaveCoordAction.h"
 
 namespace autoscene::actions {
 
@@ -7,27 +7,27 @@ MVSaveCoordAction::MVSaveCoordAction(ImageAction::Target target, engine::MVVaria
     : SaveCoordAction(kType, variable, area, kind), target_(std::move(target)) {}
 
 float MVSaveCoordAction::run(TaskInfo& task) {
-    engine::TemplateMatcher& matcher = *target_.matcher;
+    recognition::TemplateMatcher& matcher = *target_.matcher;
     std::vector<QRect> searched = target_.searchArea.variableRects();
     if (searched.empty()) {
         searched.push_back(matcher.defaultRect(task.frame));
     }
     matcher.matchRects(task.frame, searched, true, task.cycleCount);
 
-    const engine::MatchRecord& record = matcher.record();
+    const recognition::MatchRecord& record = matcher.record();
     std::vector<QRect> found;
     float bestScore = 0.0f;
     for (size_t i = 0; i < record.resultCount; ++i) {
-        const engine::MatchResult& result = record.results[i];
+        const recognition::MatchResult& result = record.results[i];
         bestScore = std::max(bestScore, result.score);
-        if (result.status != engine::kMatchOk || result.score < matcher.settings().similarity) {
+        if (result.status != recognition::kMatchOk || result.score < matcher.settings().similarity) {
             continue;
         }
         found.push_back(saved(target_.origin, result.match));
     }
-    const int status = found.empty() ? record.status : engine::kMatchOk;
+    const int status = found.empty() ? record.status : recognition::kMatchOk;
     report(found, bestScore, {QStringLiteral("image_name"), target_.name},
-           hasVariable() ? engine::matchStatusText(status) : variableMissingText());
+           hasVariable() ? recognition::matchStatusText(status) : variableMissingText());
     return 0.0f;
 }
 

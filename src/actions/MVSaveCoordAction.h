@@ -3,8 +3,8 @@
 // a variable, as a rectangle list. Results: "type", "variable_name", "image_name",
 // "exist", "err", "sim", "rects".
 
-#include "ImageAction.h"
-#include "SaveCoordAction.h"
+#include "actions/ImageAction.h"
+#include "actions/SaveCoordAction.h"
 
 namespace autoscene::actions {
 

@@ -1,4 +1,4 @@
-#include "MVSaveLabelCoordAction.h"
+#include "actions/MVSaveLabelCoordAction.h"
 
 #include <algorithm>
 
@@ -12,11 +12,11 @@ float MVSaveLabelCoordAction::run(TaskInfo& task) {
     const QString label = target_.name();
     std::vector<QRect> found;
     float bestProbability = 0.0f;
-    for (const engine::LabelBox& box :
-         findAllLabels(engine::labelsOf(task, target_.detector), label, target_.minProbability,
+    for (const recognition::LabelBox& box :
+         conditions::findAllLabels(conditions::labelsOf(task, target_.detector), label, target_.minProbability,
                        target_.searchArea.rects())) {
         bestProbability = std::max(bestProbability, box.probability);
-        found.push_back(saved(areaOrigin(), engine::boxRect(box)));
+        found.push_back(saved(areaOrigin(), conditions::boxRect(box)));
     }
     QString error;
     if (label.isEmpty()) {

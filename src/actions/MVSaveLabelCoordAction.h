@@ -2,8 +2,8 @@
 // Finds every box of a label and stores them in a variable as a rectangle list.
 // Results: "type", "variable_name", "label", "exist", "err", "sim", "rects".
 
-#include "LabelAction.h"
-#include "SaveCoordAction.h"
+#include "actions/LabelAction.h"
+#include "actions/SaveCoordAction.h"
 
 namespace autoscene::actions {
 

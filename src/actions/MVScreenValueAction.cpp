@@ -1,14 +1,14 @@
-#include "MVScreenValueAction.h"
+#include "actions/MVScreenValueAction.h"
 
 #include <QLoggingCategory>
 
-#include "MVVariable.h"
+#include "engine/MVVariable.h"
 
 namespace autoscene::actions {
 
 Q_LOGGING_CATEGORY(lcScreenValue, "autoscene.actions.screenvalue")
 
-MVScreenValueAction::MVScreenValueAction(std::shared_ptr<engine::TextRegionReader> reader,
+MVScreenValueAction::MVScreenValueAction(std::shared_ptr<text::TextRegionReader> reader,
                                          engine::SearchArea area, engine::MVVariable* variable)
     : IAction(kType, 0.0f),
       reader_(std::move(reader)),

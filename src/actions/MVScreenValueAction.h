@@ -4,9 +4,9 @@
 
 #include <memory>
 
-#include "IAction.h"
-#include "SearchArea.h"
-#include "TextRegionReader.h"
+#include "engine/IAction.h"
+#include "engine/SearchArea.h"
+#include "text/TextRegionReader.h"
 
 namespace autoscene::engine {
 class MVVariable;
@@ -22,12 +22,12 @@ public:
     static constexpr int kType = 4;
 
     // Reads the area's first rectangle, or the whole frame when it has none.
-    MVScreenValueAction(std::shared_ptr<engine::TextRegionReader> reader, engine::SearchArea area,
+    MVScreenValueAction(std::shared_ptr<text::TextRegionReader> reader, engine::SearchArea area,
                         engine::MVVariable* variable);
     float run(TaskInfo& task) override;
 
 private:
-    const std::shared_ptr<engine::TextRegionReader> reader_;
+    const std::shared_ptr<text::TextRegionReader> reader_;
     const engine::SearchArea area_;
     engine::MVVariable* variable_;
 };

@@ -1,8 +1,8 @@
-#include "SaveCoordAction.h"
+#include "actions/SaveCoordAction.h"
 
-#include "FindClick.h"
-#include "MVVariable.h"
-#include "RectList.h"
+#include "actions/FindClick.h"
+#include "engine/MVVariable.h"
+#include "engine/RectList.h"
 
 namespace autoscene::actions {
 

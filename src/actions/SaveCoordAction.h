@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "IAction.h"
+#include "engine/IAction.h"
 
 namespace autoscene::engine {
 class MVVariable;

@@ -1,4 +1,4 @@
-#include "RunOptions.h"
+#include "app/RunOptions.h"
 
 #include <QCommandLineParser>
 

@@ -1,9 +1,9 @@
-#include "RunReporter.h"
+#include "app/RunReporter.h"
 
 #include <QJsonDocument>
 
-#include "IAction.h"
-#include "Scene.h"
+#include "engine/IAction.h"
+#include "engine/Scene.h"
 
 namespace autoscene::app {
 
@@ -58,7 +58,7 @@ void RunReporter::actionsDone(const engine::Scene&, const engine::RuntimeEvent& 
     }
 }
 
-void RunReporter::threadStartedOnWindow(targets::WindowHandle window) {
+void RunReporter::threadStartedOnWindow(platform::WindowHandle window) {
     std::lock_guard lock(mutex_);
     const int target = targetNumber();
     print({{"type", "target"}, {"target", target}, {"window", QString::number(window)}},

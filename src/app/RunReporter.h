@@ -9,7 +9,7 @@
 #include <mutex>
 #include <thread>
 
-#include "RunObservers.h"
+#include "engine/RunObservers.h"
 
 namespace autoscene::app {
 
@@ -26,7 +26,7 @@ public:
     void traversalBegins(const cv::Mat& frame, const engine::Scene& scene) override;
     void eventFired(const engine::Scene& scene, const engine::RuntimeEvent& event) override;
     void actionsDone(const engine::Scene& scene, const engine::RuntimeEvent& event) override;
-    void threadStartedOnWindow(targets::WindowHandle window) override;
+    void threadStartedOnWindow(platform::WindowHandle window) override;
     void captureFailed() override;
 
     int eventsFired() const { return eventsFired_; }

@@ -1,4 +1,6 @@
-#include "TaskRun.h"
+#include "app/TaskRun.h"
+
+#include "actions/RuntimeItems.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -7,18 +9,14 @@
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "ActionFactory.h"
-#include "MatchingActions.h"
-#include "OcrClient.h"
-#include "OcrServiceWatcher.h"
-#include "RunReporter.h"
-#include "RuntimeFactory.h"
-#include "ScreenConditions.h"
-#include "TaskDocument.h"
-#include "TaskRunner.h"
-#include "TextActions.h"
-#include "TextConditions.h"
-#include "WindowTarget.h"
+#include "text/OcrClient.h"
+#include "app/OcrServiceWatcher.h"
+#include "app/RunReporter.h"
+#include "engine/RuntimeFactory.h"
+#include "model/TaskDocument.h"
+#include "recognition/DetectionPool.h"
+#include "engine/TaskRunner.h"
+#include "targets/WindowTarget.h"
 
 namespace autoscene::app {
 
@@ -29,8 +27,8 @@ using model::TaskMode;
 
 namespace {
 
-targets::WindowQuery windowQuery(const model::WindowInfo& info, const RunOptions& options) {
-    targets::WindowQuery query;
+platform::WindowQuery windowQuery(const model::WindowInfo& info, const RunOptions& options) {
+    platform::WindowQuery query;
     query.title = info.title.toStdString();
     query.fullMatchTitle = info.isFullmatchTitle;
     query.className = info.className.toStdString();
@@ -44,7 +42,7 @@ targets::WindowQuery windowQuery(const model::WindowInfo& info, const RunOptions
     return query;
 }
 
-QString describeQuery(const targets::WindowQuery& query) {
+QString describeQuery(const platform::WindowQuery& query) {
     return QStringLiteral("title \"%1\" (%2) and class \"%3\"")
         .arg(QString::fromStdString(query.title),
              query.fullMatchTitle ? QStringLiteral("whole title") : QStringLiteral("contained"),
@@ -62,10 +60,10 @@ QString endName(RunEnd end) {
     }
 }
 
-bool saveFrame(targets::IDesktopBackend& backend, targets::WindowHandle window, bool background,
+bool saveFrame(platform::IDesktopBackend& backend, platform::WindowHandle window, bool background,
                const QString& path) {
     bool saved = false;
-    backend.captureView(window, background, [&](const targets::BgraView& view) {
+    backend.captureView(window, background, [&](const platform::BgraView& view) {
         const cv::Mat bgra(view.height, view.width, CV_8UC4, const_cast<std::uint8_t*>(view.pixels),
                            size_t(view.stride));
         cv::Mat bgr;
@@ -75,21 +73,9 @@ bool saveFrame(targets::IDesktopBackend& backend, targets::WindowHandle window, 
     return saved;
 }
 
-void registerRuntimeItems(engine::RuntimeFactory& factory,
-                          const std::shared_ptr<engine::OcrClient>& ocr) {
-    engine::registerScreenConditions(factory);
-    engine::registerTextConditions(factory, ocr);
-    actions::registerTextActions(factory, ocr);
-    actions::registerStateActions(factory);
-    actions::registerInputActions(factory);
-    actions::registerMatchingActions(factory);
-    engine::registerScreenConditions(factory);
-    actions::registerMatchingActions(factory);
-}
-
 }  // namespace
 
-int runTask(const RunOptions& options, targets::IDesktopBackend& backend, QTextStream& out,
+int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QTextStream& out,
             QTextStream& err, const StopRequest& stopRequested) {
     if (!QFileInfo(options.taskFolder + "/script.json").isFile()) {
         err << "no script.json in " << options.taskFolder << '\n';
@@ -113,14 +99,14 @@ int runTask(const RunOptions& options, targets::IDesktopBackend& backend, QTextS
     targets::WindowTarget::Modes modes;
     modes.backgroundInput = options.background.value_or(settings.backAct);
     modes.backgroundCapture = options.background.value_or(settings.backCapture);
-    const targets::WindowQuery query = windowQuery(settings.windowInfo, options);
+    const platform::WindowQuery query = windowQuery(settings.windowInfo, options);
     targets::WindowTarget target(backend, modes, query);
     targets::WindowQueryMatcher matcher(backend, query);
 
     RunTarget runTarget{TargetKind::Desktop};
     if (windowMode) {
-        targets::WindowHandle found = 0;
-        for (targets::WindowHandle window : backend.topLevelWindows()) {
+        platform::WindowHandle found = 0;
+        for (platform::WindowHandle window : backend.topLevelWindows()) {
             if (matcher.accepts(window)) {
                 found = window;
                 break;
@@ -140,16 +126,19 @@ int runTask(const RunOptions& options, targets::IDesktopBackend& backend, QTextS
     }
     runTarget.variableOverrides = options.variables;
 
-    const auto ocr = std::make_shared<engine::OcrClient>();
-    engine::OcrServiceWatcher ocrService(ocr);
+    const auto ocr = std::make_shared<text::OcrClient>();
+    OcrServiceWatcher ocrService(ocr);
     if (task.usesScreenText() &&
         !ocrService.start(QCoreApplication::applicationDirPath(), QDir::currentPath())) {
         err << "morvane-ocr is neither beside autoscene-run nor in the working directory: "
                "screen text reads as empty\n";
     }
     engine::RuntimeFactory factory;
-    registerRuntimeItems(factory, ocr);
+    actions::registerAllRuntimeItems(factory, ocr);
     engine::TaskRunner runner(task, factory, target);
+    runner.setJobRunner([](size_t count, const std::function<void(size_t)>& job) {
+        recognition::DetectionPool::shared().run(count, job);
+    });
     RunReporter reporter(out, options.json);
     runner.setSceneObserver(&reporter);
     runner.setRunObserver(&reporter);

@@ -6,8 +6,8 @@
 #include <chrono>
 #include <functional>
 
-#include "RunOptions.h"
-#include "targets/DesktopBackend.h"
+#include "app/RunOptions.h"
+#include "desktop/DesktopBackend.h"
 
 namespace autoscene::app {
 
@@ -22,7 +22,7 @@ enum RunExitCode : int {
 // Waits up to the given time for the user's request to stop; true when it came.
 using StopRequest = std::function<bool(std::chrono::milliseconds)>;
 
-int runTask(const RunOptions& options, targets::IDesktopBackend& backend, QTextStream& out,
+int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QTextStream& out,
             QTextStream& err, const StopRequest& stopRequested);
 
 }  // namespace autoscene::app

@@ -1,11 +1,11 @@
-#include "TaskTool.h"
+#include "app/TaskTool.h"
 
 #include <QDir>
 #include <QFileInfo>
 
-#include "TaskDocument.h"
-#include "TaskImages.h"
-#include "TaskSummary.h"
+#include "model/TaskDocument.h"
+#include "model/TaskImages.h"
+#include "model/TaskSummary.h"
 
 namespace autoscene::app {
 

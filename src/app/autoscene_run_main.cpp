@@ -2,11 +2,11 @@
 #include <QLoggingCategory>
 #include <QTextStream>
 
-#include "CrashHandler.h"
-#include "RunOptions.h"
-#include "StopSignals.h"
-#include "TaskRun.h"
-#include "X11Backend.h"
+#include "system/CrashHandler.h"
+#include "app/RunOptions.h"
+#include "system/StopSignals.h"
+#include "app/TaskRun.h"
+#include "x11/X11Backend.h"
 
 Q_LOGGING_CATEGORY(lcDesktop, "autoscene.targets.x11")
 
@@ -28,7 +28,7 @@ int main(int argc, char* argv[]) {
     if (!parsed.options->verbose) {
         QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     }
-    const auto backend = autoscene::targets::makeX11Backend(
+    const auto backend = autoscene::platform::makeX11Backend(
         nullptr, [](const std::string& line) { qCDebug(lcDesktop).noquote() << line.c_str(); });
     if (!backend) {
         err << "cannot open the X display " << qEnvironmentVariable("DISPLAY") << '\n';

@@ -1,7 +1,7 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
-#include "TaskTool.h"
+#include "app/TaskTool.h"
 
 int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);

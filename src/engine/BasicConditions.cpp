@@ -1,10 +1,10 @@
-#include "BasicConditions.h"
+#include "engine/BasicConditions.h"
 
 #include <QStringList>
 
-#include "MVAlarm.h"
-#include "MVTimer.h"
-#include "MVVariable.h"
+#include "engine/MVAlarm.h"
+#include "engine/MVTimer.h"
+#include "engine/MVVariable.h"
 
 namespace autoscene::engine {
 

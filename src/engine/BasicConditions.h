@@ -3,8 +3,8 @@
 
 #include <QString>
 
-#include "ICondition.h"
-#include "PerThread.h"
+#include "engine/ICondition.h"
+#include "system/PerThread.h"
 
 namespace autoscene::engine {
 

@@ -1,4 +1,4 @@
-#include "IAction.h"
+#include "engine/IAction.h"
 
 namespace autoscene::engine {
 

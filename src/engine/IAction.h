@@ -8,7 +8,7 @@
 #include <thread>
 #include <unordered_map>
 
-#include "TaskInfo.h"
+#include "engine/TaskInfo.h"
 
 namespace autoscene::engine {
 

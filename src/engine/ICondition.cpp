@@ -1,4 +1,4 @@
-#include "ICondition.h"
+#include "engine/ICondition.h"
 
 namespace autoscene::engine {
 

@@ -1,8 +1,8 @@
-#include "ItemGroup.h"
+#include "engine/ItemGroup.h"
 
 #include <QJsonArray>
 
-#include "ScreenItem.h"
+#include "engine/ScreenItem.h"
 
 namespace autoscene::engine {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "ICondition.h"
+#include "engine/ICondition.h"
 
 namespace autoscene::engine {
 

@@ -1,6 +1,6 @@
-#include "MVAlarm.h"
+#include "engine/MVAlarm.h"
 
-#include "RunClock.h"
+#include "engine/RunClock.h"
 
 namespace autoscene::engine {
 

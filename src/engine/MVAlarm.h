@@ -5,7 +5,7 @@
 #include <QDateTime>
 #include <QTime>
 
-#include "MVVariable.h"
+#include "engine/MVVariable.h"
 
 namespace autoscene::engine {
 

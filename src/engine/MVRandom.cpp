@@ -1,8 +1,8 @@
-#include "MVRandom.h"
+#include "engine/MVRandom.h"
 
 #include <QStringList>
 
-#include "RandomPick.h"
+#include "engine/RandomPick.h"
 
 namespace autoscene::engine {
 

@@ -2,7 +2,7 @@
 // A random definition during a run: every read of its value draws a fresh integer
 // from min to max, both included. Setting its value to "a~b" changes the range.
 
-#include "MVVariable.h"
+#include "engine/MVVariable.h"
 
 namespace autoscene::engine {
 

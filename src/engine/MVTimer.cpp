@@ -1,8 +1,8 @@
-#include "MVTimer.h"
+#include "engine/MVTimer.h"
 
 #include <QStringList>
 
-#include "RunClock.h"
+#include "engine/RunClock.h"
 
 namespace autoscene::engine {
 

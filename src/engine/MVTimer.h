@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "MVVariable.h"
+#include "engine/MVVariable.h"
 
 namespace autoscene::engine {
 

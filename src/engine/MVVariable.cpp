@@ -1,6 +1,6 @@
-#include "MVVariable.h"
+#include "engine/MVVariable.h"
 
-#include "ThreadKey.h"
+#include "system/ThreadKey.h"
 
 namespace autoscene::engine {
 
@@ -12,7 +12,7 @@ MVVariable::MVVariable(int id, QString name, QString defaultValue, Scope scope)
       default_(std::move(defaultValue)) {}
 
 MVVariable::ThreadValue& MVVariable::own() {
-    const auto [it, added] = threads_.try_emplace(threadKey(), ThreadValue{default_, {}, false});
+    const auto [it, added] = threads_.try_emplace(sys::threadKey(), ThreadValue{default_, {}, false});
     return it->second;
 }
 
@@ -38,7 +38,7 @@ QString MVVariable::valueFor(std::thread::id thread) const {
 }
 
 QString MVVariable::value() {
-    return valueFor(threadKey());
+    return valueFor(sys::threadKey());
 }
 
 void MVVariable::setValue(const QString& text) {

@@ -1,4 +1,4 @@
-#include "RandomPick.h"
+#include "engine/RandomPick.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,8 +1,8 @@
-#include "RectList.h"
+#include "engine/RectList.h"
 
 #include <QStringList>
 
-#include "RectText.h"
+#include "model/RectText.h"
 
 namespace autoscene::engine {
 

@@ -1,4 +1,4 @@
-#include "RunClock.h"
+#include "engine/RunClock.h"
 
 namespace autoscene::engine {
 

@@ -11,7 +11,6 @@ namespace autoscene::engine {
 class RuntimeDefinitions;
 class RunClock;
 class ITargetService;
-class ILabelDetector;
 
 // The run as actions see it.
 class IRunControl {
@@ -29,7 +28,6 @@ struct RunContext {
     RunClock& clock;
     ITargetService& targets;
     IRunControl& control;
-    ILabelDetector* labels = nullptr;  // the run's label detector; none without a model
 };
 
 }  // namespace autoscene::engine

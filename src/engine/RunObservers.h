@@ -4,7 +4,7 @@
 #include <QString>
 #include <opencv2/core/mat.hpp>
 
-#include "targets/DesktopBackend.h"
+#include "desktop/DesktopBackend.h"
 
 namespace autoscene::engine {
 
@@ -28,7 +28,7 @@ class IRunObserver {
 public:
     virtual ~IRunObserver() = default;
     virtual void runStarted(int) {}
-    virtual void threadStartedOnWindow(targets::WindowHandle) {}
+    virtual void threadStartedOnWindow(platform::WindowHandle) {}
     virtual void threadStartedOnDevice(const QString&) {}
     virtual void captureFailed() {}
 };

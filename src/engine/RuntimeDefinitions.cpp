@@ -1,13 +1,13 @@
-#include "RuntimeDefinitions.h"
+#include "engine/RuntimeDefinitions.h"
 
 #include <QTime>
 #include <algorithm>
 
-#include "Definitions.h"
-#include "MVAlarm.h"
-#include "MVRandom.h"
-#include "MVTimer.h"
-#include "TaskDocument.h"
+#include "model/Definitions.h"
+#include "engine/MVAlarm.h"
+#include "engine/MVRandom.h"
+#include "engine/MVTimer.h"
+#include "model/TaskDocument.h"
 
 namespace autoscene::engine {
 

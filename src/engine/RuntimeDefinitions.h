@@ -7,7 +7,7 @@
 #include <memory>
 #include <optional>
 
-#include "MVVariable.h"
+#include "engine/MVVariable.h"
 
 namespace autoscene::model {
 class TaskDocument;

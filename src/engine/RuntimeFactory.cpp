@@ -1,14 +1,18 @@
-#include "RuntimeFactory.h"
+#include "engine/RuntimeFactory.h"
+
+#include <stdexcept>
+#include <string>
 
 #include <QLoggingCategory>
 
-#include "BasicConditions.h"
-#include "EditorActions.h"
-#include "EditorConditions.h"
-#include "ItemGroup.h"
-#include "MVAlarm.h"
-#include "MVTimer.h"
-#include "RuntimeDefinitions.h"
+#include "engine/BasicConditions.h"
+#include "model/EditorActions.h"
+#include "model/EditorConditions.h"
+#include "engine/ItemGroup.h"
+#include "engine/MVAlarm.h"
+#include "engine/MVTimer.h"
+#include "engine/RuntimeDefinitions.h"
+#include "engine/StateActions.h"
 
 namespace autoscene::engine {
 
@@ -48,34 +52,47 @@ public:
 }  // namespace
 
 RuntimeFactory::RuntimeFactory() {
-    addCondition(EditorVariableCondition::kType,
-                 [](const IEditorCondition& record, RunContext& context) {
-                     const auto& r = static_cast<const EditorVariableCondition&>(record);
-                     return std::make_unique<VariableCondition>(
-                         r.relation(), context.definitions.find(r.variableId),
-                         r.isVariableCompare ? context.definitions.find(r.compareId) : nullptr,
-                         r.compareValue, r.state);
-                 });
-    addCondition(EditorTimerCondition::kType,
-                 [](const IEditorCondition& record, RunContext& context) {
-                     const auto& r = static_cast<const EditorTimerCondition&>(record);
-                     return std::make_unique<TimerCondition>(
-                         r.relation(), context.definitions.findAs<MVTimer>(r.variableId));
-                 });
-    addCondition(EditorAlarmCondition::kType,
-                 [](const IEditorCondition& record, RunContext& context) {
-                     const auto& r = static_cast<const EditorAlarmCondition&>(record);
-                     return std::make_unique<AlarmCondition>(
-                         r.relation(), context.definitions.findAs<MVAlarm>(r.variableId));
-                 });
+    addCondition<EditorVariableCondition>([](const EditorVariableCondition& r, RunContext& context) {
+        return std::make_unique<VariableCondition>(
+            r.relation(), context.definitions.find(r.variableId),
+            r.isVariableCompare ? context.definitions.find(r.compareId) : nullptr, r.compareValue,
+            r.state);
+    });
+    addCondition<EditorTimerCondition>([](const EditorTimerCondition& r, RunContext& context) {
+        return std::make_unique<TimerCondition>(r.relation(),
+                                                context.definitions.findAs<MVTimer>(r.variableId));
+    });
+    addCondition<EditorAlarmCondition>([](const EditorAlarmCondition& r, RunContext& context) {
+        return std::make_unique<AlarmCondition>(r.relation(),
+                                                context.definitions.findAs<MVAlarm>(r.variableId));
+    });
+    addAction<EditorVariableAction>([](const EditorVariableAction& r, RunContext& context) {
+        const int kind = r.changeType >= 0 && r.changeType <= 3 ? r.changeType : 0;
+        return std::make_unique<VariableAction>(
+            VariableAction::Kind(kind), context.definitions.find(r.variableId), r.changeValue,
+            r.isVariableChange ? context.definitions.find(r.contentVariableId) : nullptr);
+    });
+    addAction<EditorResetAllAction>([](const EditorResetAllAction& r, RunContext& context) {
+        return std::make_unique<MVResetAllVariableAction>(context.definitions, r.exclude);
+    });
+    addAction<EditorDelayAction>([](const EditorDelayAction& r, RunContext& context) {
+        return std::make_unique<DelayAction>(r.min, r.max, context.clock);
+    });
+    addAction<EditorStopAction>([](const EditorStopAction&, RunContext& context) {
+        return std::make_unique<StopAction>(context.control);
+    });
 }
 
 void RuntimeFactory::addCondition(int type, ConditionBuilder builder) {
-    conditions_[type] = std::move(builder);
+    if (!conditions_.emplace(type, std::move(builder)).second) {
+        throw std::logic_error("condition type " + std::to_string(type) + " registered twice");
+    }
 }
 
 void RuntimeFactory::addAction(int type, ActionBuilder builder) {
-    actions_[type] = std::move(builder);
+    if (!actions_.emplace(type, std::move(builder)).second) {
+        throw std::logic_error("action type " + std::to_string(type) + " registered twice");
+    }
 }
 
 std::unique_ptr<ItemGroup> RuntimeFactory::group(const IEditorCondition& record,

@@ -1,16 +1,18 @@
 #pragma once
 // Turns the records of a task into runtime conditions and actions. The engine knows
-// the conditions on run state; the other kinds register their builders here.
+// the conditions and actions on run state; the other kinds register their builders here.
 
 #include <functional>
 #include <map>
 #include <memory>
+#include <vector>
 
-#include "IAction.h"
-#include "ICondition.h"
-#include "RunContext.h"
+#include "engine/IAction.h"
+#include "engine/ICondition.h"
+#include "engine/RunContext.h"
 
 namespace autoscene::model {
+class TaskDocument;
 class IEditorCondition;
 class IEditorAction;
 }  // namespace autoscene::model
@@ -26,11 +28,38 @@ public:
     using ActionBuilder =
         std::function<std::unique_ptr<IAction>(const model::IEditorAction&, RunContext&)>;
 
-    // Knows the variable, timer, alarm and group conditions.
+    using RunStartHook = std::function<void(const model::TaskDocument&)>;
+
+    // Knows the variable, timer, alarm and group conditions and the variable, reset-all,
+    // delay and stop actions.
     RuntimeFactory();
 
+    // Registering a kind twice throws std::logic_error: two builders for one kind is a
+    // wiring fault, never a choice.
     void addCondition(int type, ConditionBuilder builder);
     void addAction(int type, ActionBuilder builder);
+
+    // Typed forms: the record class names the kind, the builder sees the record as that class.
+    template <class Record, class Build>
+    void addCondition(Build build) {
+        addCondition(Record::kType,
+                     [build = std::move(build)](const model::IEditorCondition& record,
+                                                RunContext& context) -> std::unique_ptr<ICondition> {
+                         return build(static_cast<const Record&>(record), context);
+                     });
+    }
+    template <class Record, class Build>
+    void addAction(Build build) {
+        addAction(Record::kType,
+                  [build = std::move(build)](const model::IEditorAction& record,
+                                             RunContext& context) -> std::unique_ptr<IAction> {
+                      return build(static_cast<const Record&>(record), context);
+                  });
+    }
+
+    // Called by the runner as each run starts, before its first cycle (a model to load).
+    void addRunStartHook(RunStartHook hook) { runStartHooks_.push_back(std::move(hook)); }
+    const std::vector<RunStartHook>& runStartHooks() const { return runStartHooks_; }
 
     // A kind without a builder becomes an item that never holds (or does nothing)
     // and says so in its status.
@@ -43,6 +72,7 @@ public:
 private:
     std::map<int, ConditionBuilder> conditions_;
     std::map<int, ActionBuilder> actions_;
+    std::vector<RunStartHook> runStartHooks_;
 };
 
 }  // namespace autoscene::engine

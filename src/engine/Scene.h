@@ -7,9 +7,9 @@
 #include <memory>
 #include <vector>
 
-#include "IAction.h"
-#include "ItemGroup.h"
-#include "PerThread.h"
+#include "engine/IAction.h"
+#include "engine/ItemGroup.h"
+#include "system/PerThread.h"
 
 namespace autoscene::engine {
 
@@ -38,7 +38,7 @@ public:
     std::unique_ptr<RuntimeEvent> identification;
     std::vector<std::shared_ptr<RuntimeEvent>> events;
     IMVSceneEvent* observer = nullptr;
-    PerThread<ThreadState> state;
+    sys::PerThread<ThreadState> state;
 
     bool hasIdentification() const { return identification && identification->hasConditions(); }
 

@@ -1,11 +1,10 @@
-#include "ScreenDetection.h"
+#include "engine/ScreenDetection.h"
 
 #include <QLoggingCategory>
 #include <exception>
 
-#include "DetectionPool.h"
-#include "Scene.h"
-#include "ScreenItem.h"
+#include "engine/Scene.h"
+#include "engine/ScreenItem.h"
 
 namespace autoscene::engine {
 
@@ -26,7 +25,7 @@ void collect(const ItemGroup& group, std::vector<ScreenItem*>& items) {
 }  // namespace
 
 void prepareScreenItems(const std::vector<std::shared_ptr<RuntimeEvent>>& events, TaskInfo& task,
-                        DetectionPool& pool) {
+                        const JobRunner& runJobs) {
     // Kept per worker between cycles, so a cycle allocates nothing here.
     thread_local std::vector<ScreenItem*> items;
     items.clear();
@@ -35,7 +34,7 @@ void prepareScreenItems(const std::vector<std::shared_ptr<RuntimeEvent>>& events
             collect(*event->conditions, items);
         }
     }
-    // The pool's threads see their own thread_local, so the list goes by reference.
+    // Helper threads see their own thread_local, so the list goes by reference.
     const std::function<void(size_t)> job = [&task, &list = items](size_t i) {
         try {
             list[i]->prepare(task);
@@ -43,7 +42,13 @@ void prepareScreenItems(const std::vector<std::shared_ptr<RuntimeEvent>>& events
             qCWarning(lcDetection) << "detection failed:" << e.what();
         }
     };
-    pool.run(items.size(), job);
+    if (runJobs) {
+        runJobs(items.size(), job);
+    } else {
+        for (size_t i = 0; i < items.size(); ++i) {
+            job(i);
+        }
+    }
 }
 
 }  // namespace autoscene::engine

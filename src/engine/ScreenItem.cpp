@@ -1,6 +1,6 @@
-#include "ScreenItem.h"
+#include "engine/ScreenItem.h"
 
-#include "RunClock.h"
+#include "engine/RunClock.h"
 
 namespace autoscene::engine {
 

@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-#include "ICondition.h"
-#include "PerThread.h"
+#include "engine/ICondition.h"
+#include "system/PerThread.h"
 
 namespace autoscene::engine {
 
@@ -52,7 +52,7 @@ private:
 
     const Settings settings_;
     const RunClock& clock_;
-    PerThread<Timing> timing_;
+    sys::PerThread<Timing> timing_;
 };
 
 }  // namespace autoscene::engine

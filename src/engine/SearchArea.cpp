@@ -1,7 +1,7 @@
-#include "SearchArea.h"
+#include "engine/SearchArea.h"
 
-#include "RectList.h"
-#include "RuntimeDefinitions.h"
+#include "engine/RectList.h"
+#include "engine/RuntimeDefinitions.h"
 
 namespace autoscene::engine {
 

@@ -5,8 +5,8 @@
 #include <QString>
 #include <vector>
 
-#include "TaskInfo.h"
-#include "targets/DesktopBackend.h"
+#include "engine/TaskInfo.h"
+#include "desktop/DesktopBackend.h"
 
 namespace autoscene::engine {
 
@@ -15,17 +15,17 @@ public:
     virtual ~ITargetService() = default;
 
     // Hands the target's current frame (BGRA) to `consume`; false when it cannot be captured.
-    virtual bool capture(const TaskInfo& task, const targets::FrameConsumer& consume) = 0;
-    virtual bool isWindow(targets::WindowHandle window) = 0;
+    virtual bool capture(const TaskInfo& task, const platform::FrameConsumer& consume) = 0;
+    virtual bool isWindow(platform::WindowHandle window) = 0;
     // Visible top-level windows of other processes, foreground first, then z-order.
-    virtual std::vector<targets::WindowHandle> candidateWindows() = 0;
+    virtual std::vector<platform::WindowHandle> candidateWindows() = 0;
     virtual void targetStarted(const TaskInfo&) {}
     virtual void targetEnded(const TaskInfo&) {}
 
-    virtual void mouse(const TaskInfo& task, targets::Point point, targets::MouseOp op,
+    virtual void mouse(const TaskInfo& task, platform::Point point, platform::MouseOp op,
                        int pressMs) = 0;
-    virtual void wheel(const TaskInfo& task, int steps, targets::Point point) = 0;
-    virtual void key(const TaskInfo& task, int virtualKey, targets::KeyOp op) = 0;
+    virtual void wheel(const TaskInfo& task, int steps, platform::Point point) = 0;
+    virtual void key(const TaskInfo& task, int virtualKey, platform::KeyOp op) = 0;
     // Every key down in list order, then every key up in reverse order; entries are Qt
     // modifier codes or virtual keys.
     virtual void keyGroup(const TaskInfo& task, const std::vector<int>& group) = 0;
@@ -36,7 +36,7 @@ public:
 class IWindowMatcher {
 public:
     virtual ~IWindowMatcher() = default;
-    virtual bool accepts(targets::WindowHandle window) = 0;
+    virtual bool accepts(platform::WindowHandle window) = 0;
 };
 
 }  // namespace autoscene::engine

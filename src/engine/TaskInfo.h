@@ -10,7 +10,7 @@
 #include <mutex>
 #include <opencv2/core/mat.hpp>
 
-#include "targets/DesktopBackend.h"
+#include "desktop/DesktopBackend.h"
 
 namespace autoscene::engine {
 
@@ -22,8 +22,8 @@ enum class TargetKind : int { Invalid = 0, Desktop = 1, Window = 2, AndroidDevic
 // What a run is started on: a target and the start values of its variables.
 struct RunTarget {
     TargetKind kind = TargetKind::Invalid;
-    targets::WindowHandle window = 0;
-    targets::WindowHandle child = 0;
+    platform::WindowHandle window = 0;
+    platform::WindowHandle child = 0;
     QString serial;
     std::map<int, QString> variableOverrides;
 };
@@ -31,8 +31,8 @@ struct RunTarget {
 struct TaskInfo {
     int index = -1;
     cv::Mat frame;  // 3-channel BGR of the current cycle; empty when there is none
-    std::atomic<targets::WindowHandle> window{0};
-    targets::WindowHandle child = 0;
+    std::atomic<platform::WindowHandle> window{0};
+    platform::WindowHandle child = 0;
     QString serial;
     TargetKind kind = TargetKind::Invalid;
     std::any cycleCache;  // label detections of the current frame, and the like

@@ -1,14 +1,12 @@
-#include "TaskRunner.h"
+#include "engine/TaskRunner.h"
 
 #include <QLoggingCategory>
 #include <algorithm>
 #include <opencv2/imgproc.hpp>
 
-#include "DetectionPool.h"
-#include "EditorScene.h"
-#include "RuntimeFactory.h"
-#include "ScreenDetection.h"
-#include "TaskDocument.h"
+#include "model/EditorScene.h"
+#include "engine/RuntimeFactory.h"
+#include "model/TaskDocument.h"
 
 namespace autoscene::engine {
 
@@ -17,10 +15,6 @@ Q_LOGGING_CATEGORY(lcRunner, "autoscene.engine.runner")
 using namespace autoscene::model;
 
 namespace {
-
-// Set once a scene without identification has reset its events; cleared when a
-// scene is entered. One flag for the whole process, on purpose.
-std::atomic<bool> unidentifiedReset{false};
 
 constexpr int kSingleEventMode = 2;
 
@@ -32,18 +26,26 @@ TaskRunner::TaskRunner(const TaskDocument& task, const RuntimeFactory& factory,
       targets_(targets),
       clock_(clock ? std::move(clock) : std::make_shared<RunClock>()),
       definitions_(task, *clock_),
-      context_{task, definitions_, *clock_, targets, *this, &labels_},
+      context_{task, definitions_, *clock_, targets, *this},
       loopMode_(task.settings.loopMode),
       loopIntervalMs_(task.settings.loopInterval),
       concurrency_(task.settings.concurrency) {
     buildScenes(factory);
+    runStartHooks_ = factory.runStartHooks();
 }
 
 TaskRunner::~TaskRunner() {
     stop();
-    std::unique_lock lock(liveMutex_);
-    idle_.wait(lock, [this] { return liveThreads_ == 0; });
+    joinWorkers();
 }
+
+void TaskRunner::joinWorkers() {
+    for (std::thread& worker : workers_) {
+        worker.join();
+    }
+    workers_.clear();
+}
+
 
 std::unique_ptr<RuntimeEvent> TaskRunner::buildEvent(const EditorEvent& record,
                                                      const RuntimeFactory& factory, bool common) {
@@ -104,6 +106,8 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
             return false;
         }
     }
+    // The earlier run's workers have left their cycles; they may still be unwinding.
+    joinWorkers();
     clock_->resume();
     {
         std::lock_guard lock(tasksMutex_);
@@ -114,8 +118,9 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
         claimedWindows_.clear();
     }
     definitions_.resetAll();
-    if (task_.usesLabels()) {
-        labels_.load(labelModelFiles(task_.folderPath, task_.modelId));
+    unidentifiedReset_ = false;
+    for (const auto& hook : runStartHooks_) {
+        hook(task_);
     }
     for (auto& scene : scenes_) {
         scene->state.clear();
@@ -151,7 +156,7 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
         info->child = target.child;
         info->serial = target.serial;
         info->variableOverrides = std::move(target.variableOverrides);
-        std::thread(&TaskRunner::workerBody, this, std::move(info)).detach();
+        workers_.emplace_back(&TaskRunner::workerBody, this, std::move(info));
     }
     return true;
 }
@@ -306,15 +311,15 @@ void TaskRunner::workerBody(std::shared_ptr<TaskInfo> task) {
 }
 
 void TaskRunner::keepWindow(TaskInfo& task) {
-    const targets::WindowHandle current = task.window;
+    const platform::WindowHandle current = task.window;
     if (current != 0 && targets_.isWindow(current)) {
         return;
     }
     std::lock_guard lock(claimedMutex_);
     std::erase(claimedWindows_, current);
-    targets::WindowHandle picked = 0;
+    platform::WindowHandle picked = 0;
     if (windowMatcher_ && !autoPickDisabled_) {
-        for (targets::WindowHandle window : targets_.candidateWindows()) {
+        for (platform::WindowHandle window : targets_.candidateWindows()) {
             if (std::find(claimedWindows_.begin(), claimedWindows_.end(), window) !=
                 claimedWindows_.end()) {
                 qCDebug(lcRunner) << "已包含此句柄:" << window;
@@ -334,7 +339,7 @@ void TaskRunner::keepWindow(TaskInfo& task) {
 void TaskRunner::capture(TaskInfo& task) {
     // Converted straight out of the target's buffer into the frame kept between cycles.
     bool usable = false;
-    const auto convert = [&](const targets::BgraView& view) {
+    const auto convert = [&](const platform::BgraView& view) {
         usable = view.pixels && view.width > 0 && view.height > 0 && view.stride >= view.width * 4;
         if (usable) {
             const cv::Mat bgra(view.height, view.width, CV_8UC4,
@@ -409,7 +414,7 @@ bool TaskRunner::evaluateScene(Scene& scene, TaskInfo& task) {
             scene.observer->identificationResult(scene, scene.identification->conditions.get(),
                                                  recognised);
         }
-    } else if (!unidentifiedReset.exchange(true)) {
+    } else if (!unidentifiedReset_.exchange(true)) {
         state.lastFired = -1;
         resetEventGroups(scene);
     }
@@ -420,7 +425,7 @@ bool TaskRunner::evaluateScene(Scene& scene, TaskInfo& task) {
         if (scene.observer) {
             scene.observer->sceneEntered(scene, scene.identification->conditions.get());
         }
-        unidentifiedReset = false;
+        unidentifiedReset_ = false;
     } else if (!recognised && state.recognisedSinceMs != 0) {
         state.lastFired = -1;
         state.recognisedSinceMs = 0;
@@ -433,7 +438,7 @@ bool TaskRunner::evaluateScene(Scene& scene, TaskInfo& task) {
     if (scene.observer) {
         scene.observer->traversalBegins(task.frame, scene);
     }
-    prepareScreenItems(scene.events, task, DetectionPool::shared());
+    prepareScreenItems(scene.events, task, jobRunner_);
     const int count = int(scene.events.size());
     for (int i = 0; i < count && running_ && task.running; ++i) {
         if (i <= state.lastFired) {

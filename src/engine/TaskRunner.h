@@ -12,13 +12,14 @@
 #include <unordered_map>
 #include <vector>
 
-#include "LabelDetector.h"
-#include "RunClock.h"
-#include "RunContext.h"
-#include "RunObservers.h"
-#include "RuntimeDefinitions.h"
-#include "Scene.h"
-#include "TargetService.h"
+#include "engine/RunClock.h"
+#include "engine/RunContext.h"
+#include "engine/RunObservers.h"
+#include "engine/RuntimeDefinitions.h"
+#include "engine/RuntimeFactory.h"
+#include "engine/Scene.h"
+#include "engine/ScreenDetection.h"
+#include "engine/TargetService.h"
 
 namespace autoscene::model {
 class TaskDocument;
@@ -26,8 +27,6 @@ class EditorEvent;
 }  // namespace autoscene::model
 
 namespace autoscene::engine {
-
-class RuntimeFactory;
 
 // Why the last run ended.
 enum class RunEnd : int { Running = 0, Stopped, StopAction, TimeLimit, TargetsFinished };
@@ -64,6 +63,9 @@ public:
     void setSceneObserver(IMVSceneEvent* observer);
     void setRunObserver(IRunObserver* observer) { runObserver_ = observer; }
     void setFinishListener(ITaskFinishListener* listener) { finishListener_ = listener; }
+    // Runs a cycle's independent screen detections; without one they run one by one on the
+    // worker. Set before start().
+    void setJobRunner(JobRunner runner) { jobRunner_ = std::move(runner); }
 
     // While the calling thread holds the exclusive queue's head, only it runs cycles.
     void enterExclusive();
@@ -89,12 +91,14 @@ private:
     bool excludedByExclusiveQueue();
     // Ends the run; true for the call that ended it.
     bool endRun(RunEnd reason);
+    void joinWorkers();
 
     const model::TaskDocument& task_;
     ITargetService& targets_;
     std::shared_ptr<RunClock> clock_;
     RuntimeDefinitions definitions_;
-    LabelDetector labels_;
+    std::vector<RuntimeFactory::RunStartHook> runStartHooks_;
+    JobRunner jobRunner_;
     RunContext context_;
     std::vector<std::unique_ptr<Scene>> scenes_;
     std::vector<std::shared_ptr<RuntimeEvent>> commonEvents_;
@@ -115,6 +119,10 @@ private:
     std::atomic<RunEnd> runEnd_{RunEnd::Running};
     std::atomic<std::int64_t> startMs_{0};
     std::atomic<std::int64_t> cyclesCompleted_{0};
+    // Set once a scene without identification has reset its events; cleared when a scene
+    // is entered. Shared by the run's workers, on purpose.
+    std::atomic<bool> unidentifiedReset_{false};
+    std::vector<std::thread> workers_;
 
     std::mutex mutex_;  // the queue mode's cycle lock
     std::condition_variable wake_;
@@ -126,7 +134,7 @@ private:
     std::condition_variable idle_;
 
     std::mutex claimedMutex_;
-    std::vector<targets::WindowHandle> claimedWindows_;
+    std::vector<platform::WindowHandle> claimedWindows_;
     std::mutex exclusiveMutex_;
     std::vector<std::thread::id> exclusiveThreads_;
     std::mutex tasksMutex_;

@@ -1,6 +1,6 @@
-#include "Definitions.h"
-#include "EditorActions.h"
-#include "KeyNames.h"
+#include "model/Definitions.h"
+#include "model/EditorActions.h"
+#include "model/KeyNames.h"
 
 namespace autoscene::model {
 

@@ -5,8 +5,8 @@
 #include <QString>
 #include <vector>
 
-#include "Fields.h"
-#include "TextRegion.h"
+#include "model/Fields.h"
+#include "model/TextRegion.h"
 
 namespace autoscene::model {
 

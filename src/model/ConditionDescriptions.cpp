@@ -1,5 +1,5 @@
-#include "Definitions.h"
-#include "EditorConditions.h"
+#include "model/Definitions.h"
+#include "model/EditorConditions.h"
 
 namespace autoscene::model {
 

@@ -4,8 +4,8 @@
 
 #include <QString>
 
-#include "Fields.h"
-#include "TextRegion.h"
+#include "model/Fields.h"
+#include "model/TextRegion.h"
 
 namespace autoscene::model {
 

@@ -1,4 +1,4 @@
-#include "Definitions.h"
+#include "model/Definitions.h"
 
 #include <algorithm>
 #include <atomic>

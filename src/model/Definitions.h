@@ -7,8 +7,8 @@
 #include <QStringList>
 #include <memory>
 
-#include "EditorItem.h"
-#include "Resources.h"
+#include "model/EditorItem.h"
+#include "model/Resources.h"
 
 namespace autoscene::model {
 

@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "ActionRecords.h"
-#include "EditorItem.h"
+#include "model/ActionRecords.h"
+#include "model/EditorItem.h"
 
 namespace autoscene::model {
 

@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "ConditionRecords.h"
-#include "EditorItem.h"
+#include "model/ConditionRecords.h"
+#include "model/EditorItem.h"
 
 namespace autoscene::model {
 

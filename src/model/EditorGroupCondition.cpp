@@ -1,4 +1,4 @@
-#include "EditorConditions.h"
+#include "model/EditorConditions.h"
 
 namespace autoscene::model {
 

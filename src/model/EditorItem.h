@@ -7,7 +7,7 @@
 #include <memory>
 #include <optional>
 
-#include "Fields.h"
+#include "model/Fields.h"
 
 namespace autoscene::model {
 

@@ -1,4 +1,4 @@
-#include "EditorScene.h"
+#include "model/EditorScene.h"
 
 namespace autoscene::model {
 

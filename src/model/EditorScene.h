@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "EditorActions.h"
-#include "EditorConditions.h"
+#include "model/EditorActions.h"
+#include "model/EditorConditions.h"
 
 namespace autoscene::model {
 

@@ -7,8 +7,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "JsonReader.h"
-#include "JsonWriter.h"
+#include "model/JsonReader.h"
+#include "model/JsonWriter.h"
 
 namespace autoscene::model {
 

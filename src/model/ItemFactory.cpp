@@ -1,5 +1,5 @@
-#include "EditorActions.h"
-#include "EditorConditions.h"
+#include "model/EditorActions.h"
+#include "model/EditorConditions.h"
 
 namespace autoscene::model {
 

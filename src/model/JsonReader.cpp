@@ -1,6 +1,6 @@
-#include "JsonReader.h"
+#include "model/JsonReader.h"
 
-#include "RectText.h"
+#include "model/RectText.h"
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/stringbuffer.h>

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "RawJson.h"
+#include "model/RawJson.h"
 
 namespace autoscene::model {
 

@@ -1,6 +1,6 @@
-#include "JsonWriter.h"
+#include "model/JsonWriter.h"
 
-#include "RectText.h"
+#include "model/RectText.h"
 
 #include <rapidjson/document.h>
 #include <rapidjson/prettywriter.h>

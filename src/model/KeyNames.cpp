@@ -1,4 +1,4 @@
-#include "KeyNames.h"
+#include "model/KeyNames.h"
 
 #include <rapidjson/document.h>
 #include <QStringList>

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-#include "RawJson.h"
+#include "model/RawJson.h"
 
 namespace autoscene::model {
 

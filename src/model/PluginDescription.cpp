@@ -1,9 +1,9 @@
-#include "PluginDescription.h"
+#include "model/PluginDescription.h"
 
 #include <QFile>
 #include <QLoggingCategory>
 
-#include "JsonReader.h"
+#include "model/JsonReader.h"
 
 namespace autoscene::model {
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "RawJson.h"
+#include "model/RawJson.h"
 
 namespace autoscene::model {
 

@@ -1,4 +1,4 @@
-#include "RectText.h"
+#include "model/RectText.h"
 
 #include <QStringList>
 

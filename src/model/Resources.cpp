@@ -1,4 +1,4 @@
-#include "Resources.h"
+#include "model/Resources.h"
 
 namespace autoscene::model {
 

@@ -6,7 +6,7 @@
 #include <QString>
 #include <cstdint>
 
-#include "Fields.h"
+#include "model/Fields.h"
 
 namespace autoscene::model {
 

@@ -1,10 +1,10 @@
-#include "TaskDocument.h"
+#include "model/TaskDocument.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-#include "AtomicFile.h"
+#include "model/AtomicFile.h"
 
 namespace autoscene::model {
 

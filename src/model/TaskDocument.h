@@ -11,10 +11,10 @@
 #include <optional>
 #include <vector>
 
-#include "Definitions.h"
-#include "EditorScene.h"
-#include "Resources.h"
-#include "TaskSettings.h"
+#include "model/Definitions.h"
+#include "model/EditorScene.h"
+#include "model/Resources.h"
+#include "model/TaskSettings.h"
 
 namespace autoscene::model {
 

@@ -1,4 +1,4 @@
-#include "TaskImages.h"
+#include "model/TaskImages.h"
 
 #include <QDateTime>
 #include <QDir>

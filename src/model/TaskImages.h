@@ -7,7 +7,7 @@
 #include <QString>
 #include <optional>
 
-#include "TaskDocument.h"
+#include "model/TaskDocument.h"
 
 namespace autoscene::model {
 

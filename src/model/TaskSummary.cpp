@@ -1,4 +1,4 @@
-#include "TaskSummary.h"
+#include "model/TaskSummary.h"
 
 namespace autoscene::model {
 

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-#include "TaskDocument.h"
+#include "model/TaskDocument.h"
 
 namespace autoscene::model {
 

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-#include "Fields.h"
+#include "model/Fields.h"
 
 namespace autoscene::model {
 

@@ -1,4 +1,4 @@
-#include "CommandLine.h"
+#include "system/CommandLine.h"
 
 namespace autoscene::sys {
 

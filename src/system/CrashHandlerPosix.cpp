@@ -9,7 +9,7 @@
 
 #include <cstring>
 
-#include "CrashHandler.h"
+#include "system/CrashHandler.h"
 
 namespace autoscene::sys {
 

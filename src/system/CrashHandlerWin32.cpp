@@ -2,7 +2,7 @@
 // dbghelp.h needs windows.h first.
 #include <dbghelp.h>
 
-#include "CrashHandler.h"
+#include "system/CrashHandler.h"
 
 namespace autoscene::sys {
 namespace {

@@ -1,4 +1,4 @@
-#include "Ipv4.h"
+#include "system/Ipv4.h"
 
 #include <regex>
 

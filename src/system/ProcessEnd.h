@@ -3,7 +3,7 @@
 // release the process, so another thread may still terminate it safely (its id cannot
 // be reused) until releaseProcess. ProcessEndPosix.cpp and ProcessEndWin32.cpp.
 
-#include "Process.h"
+#include "system/Process.h"
 
 namespace autoscene::sys {
 

@@ -3,7 +3,7 @@
 
 #include <cerrno>
 
-#include "ProcessEnd.h"
+#include "system/ProcessEnd.h"
 
 namespace autoscene::sys {
 

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "ProcessEnd.h"
+#include "system/ProcessEnd.h"
 
 namespace autoscene::sys {
 namespace {

@@ -14,8 +14,8 @@
 #include <stdexcept>
 #include <vector>
 
-#include "CommandLine.h"
-#include "Process.h"
+#include "system/CommandLine.h"
+#include "system/Process.h"
 
 extern char** environ;
 

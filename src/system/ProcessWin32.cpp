@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "Process.h"
+#include "system/Process.h"
 
 namespace autoscene::sys {
 namespace {

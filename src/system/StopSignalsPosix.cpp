@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <ctime>
 
-#include "StopSignals.h"
+#include "system/StopSignals.h"
 
 namespace autoscene::sys {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "StopSignals.h"
+#include "system/StopSignals.h"
 
 namespace autoscene::sys {
 namespace {

@@ -1,4 +1,4 @@
-#include "WindowTarget.h"
+#include "targets/WindowTarget.h"
 
 #include <QLoggingCategory>
 #include <algorithm>
@@ -11,13 +11,13 @@ Q_LOGGING_CATEGORY(lcWindowTarget, "autoscene.targets.window")
 
 namespace {
 
-bool hasChildQuery(const WindowQuery& query) {
+bool hasChildQuery(const platform::WindowQuery& query) {
     return !query.childTitle.empty() || !query.childClassName.empty();
 }
 
 }  // namespace
 
-WindowTarget::WindowTarget(IDesktopBackend& backend, Modes modes, WindowQuery query)
+WindowTarget::WindowTarget(platform::IDesktopBackend& backend, Modes modes, platform::WindowQuery query)
     : backend_(backend), modes_(modes), query_(std::move(query)) {}
 
 bool WindowTarget::ownsForegroundInput() const {
@@ -29,12 +29,12 @@ bool WindowTarget::mayDeliver(bool foreground) const {
     return enabled_ && (!foreground || ownsForegroundInput());
 }
 
-bool WindowTarget::capture(const engine::TaskInfo& task, const FrameConsumer& consume) {
+bool WindowTarget::capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) {
     switch (task.kind) {
         case engine::TargetKind::Desktop:
             return backend_.captureView(0, false, consume);
         case engine::TargetKind::Window: {
-            const WindowHandle window = task.window;
+            const platform::WindowHandle window = task.window;
             return window && backend_.captureView(window, modes_.backgroundCapture, consume);
         }
         default:
@@ -42,11 +42,11 @@ bool WindowTarget::capture(const engine::TaskInfo& task, const FrameConsumer& co
     }
 }
 
-bool WindowTarget::isWindow(WindowHandle window) {
+bool WindowTarget::isWindow(platform::WindowHandle window) {
     return backend_.isWindow(window);
 }
 
-std::vector<WindowHandle> WindowTarget::candidateWindows() {
+std::vector<platform::WindowHandle> WindowTarget::candidateWindows() {
     return backend_.topLevelWindows();
 }
 
@@ -60,8 +60,8 @@ void WindowTarget::targetEnded(const engine::TaskInfo&) {
     std::erase(runnerThreads_, std::this_thread::get_id());
 }
 
-InputTarget WindowTarget::inputTarget(const engine::TaskInfo& task) {
-    InputTarget target;
+platform::InputTarget WindowTarget::inputTarget(const engine::TaskInfo& task) {
+    platform::InputTarget target;
     target.window = task.kind == engine::TargetKind::Window ? task.window.load() : 0;
     if (target.window && hasChildQuery(query_)) {
         target.child = backend_.findChild(target.window, query_);
@@ -69,7 +69,7 @@ InputTarget WindowTarget::inputTarget(const engine::TaskInfo& task) {
     return target;
 }
 
-void WindowTarget::mouse(const engine::TaskInfo& task, Point point, MouseOp op, int pressMs) {
+void WindowTarget::mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op, int pressMs) {
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
     if (!mayDeliver(!background)) {
         return;
@@ -77,7 +77,7 @@ void WindowTarget::mouse(const engine::TaskInfo& task, Point point, MouseOp op, 
     backend_.mouse(inputTarget(task), point, op, pressMs, background);
 }
 
-void WindowTarget::wheel(const engine::TaskInfo& task, int steps, Point point) {
+void WindowTarget::wheel(const engine::TaskInfo& task, int steps, platform::Point point) {
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
     if (!mayDeliver(!background)) {
         return;
@@ -85,7 +85,7 @@ void WindowTarget::wheel(const engine::TaskInfo& task, int steps, Point point) {
     backend_.wheel(inputTarget(task), steps, point, background);
 }
 
-void WindowTarget::key(const engine::TaskInfo& task, int virtualKey, KeyOp op) {
+void WindowTarget::key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) {
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
     if (!mayDeliver(!background)) {
         return;
@@ -99,7 +99,7 @@ void WindowTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>
         return;
     }
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
-    keys::pressKeyGroup(backend_, inputTarget(task), group, background);
+    platform::keys::pressKeyGroup(backend_, inputTarget(task), group, background);
 }
 
 void WindowTarget::inputText(const engine::TaskInfo& task, const QString& text) {

@@ -10,8 +10,8 @@
 #include <thread>
 #include <vector>
 
-#include "DesktopBackend.h"
-#include "TargetService.h"
+#include "desktop/DesktopBackend.h"
+#include "engine/TargetService.h"
 
 namespace autoscene::targets {
 
@@ -23,33 +23,33 @@ public:
     };
 
     // `query` names the child window that receives background input, if any.
-    WindowTarget(IDesktopBackend& backend, Modes modes, WindowQuery query = {});
+    WindowTarget(platform::IDesktopBackend& backend, Modes modes, platform::WindowQuery query = {});
 
     void setEnabled(bool enabled) { enabled_ = enabled; }
     // Whether the calling thread may use foreground input.
     bool ownsForegroundInput() const;
 
-    bool capture(const engine::TaskInfo& task, const FrameConsumer& consume) override;
-    bool isWindow(WindowHandle window) override;
-    std::vector<WindowHandle> candidateWindows() override;
+    bool capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) override;
+    bool isWindow(platform::WindowHandle window) override;
+    std::vector<platform::WindowHandle> candidateWindows() override;
     void targetStarted(const engine::TaskInfo& task) override;
     void targetEnded(const engine::TaskInfo& task) override;
 
-    void mouse(const engine::TaskInfo& task, Point point, MouseOp op, int pressMs) override;
-    void wheel(const engine::TaskInfo& task, int steps, Point point) override;
-    void key(const engine::TaskInfo& task, int virtualKey, KeyOp op) override;
+    void mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op, int pressMs) override;
+    void wheel(const engine::TaskInfo& task, int steps, platform::Point point) override;
+    void key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) override;
     void keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) override;
     void inputText(const engine::TaskInfo& task, const QString& text) override;
 
 private:
-    InputTarget inputTarget(const engine::TaskInfo& task);
+    platform::InputTarget inputTarget(const engine::TaskInfo& task);
     // False when the call must be skipped: a disabled target, or foreground input on
     // a thread that does not own it.
     bool mayDeliver(bool foreground) const;
 
-    IDesktopBackend& backend_;
+    platform::IDesktopBackend& backend_;
     const Modes modes_;
-    const WindowQuery query_;
+    const platform::WindowQuery query_;
     std::atomic<bool> enabled_{true};
     mutable std::mutex threadsMutex_;
     std::vector<std::thread::id> runnerThreads_;  // in the order they started
@@ -58,13 +58,13 @@ private:
 // Accepts the windows whose title and class match the task's window record.
 class WindowQueryMatcher : public engine::IWindowMatcher {
 public:
-    WindowQueryMatcher(IDesktopBackend& backend, WindowQuery query)
+    WindowQueryMatcher(platform::IDesktopBackend& backend, platform::WindowQuery query)
         : backend_(backend), query_(std::move(query)) {}
-    bool accepts(WindowHandle window) override { return backend_.matches(window, query_); }
+    bool accepts(platform::WindowHandle window) override { return backend_.matches(window, query_); }
 
 private:
-    IDesktopBackend& backend_;
-    const WindowQuery query_;
+    platform::IDesktopBackend& backend_;
+    const platform::WindowQuery query_;
 };
 
 }  // namespace autoscene::targets

@@ -11,7 +11,7 @@ void InProcessTarget::setFrames(std::vector<cv::Mat> bgr) {
     for (const cv::Mat& image : bgr) {
         cv::Mat bgra;
         cv::cvtColor(image, bgra, cv::COLOR_BGR2BGRA);
-        targets::BgraFrame frame;
+        platform::BgraFrame frame;
         frame.width = bgra.cols;
         frame.height = bgra.rows;
         frame.stride = int(bgra.step);
@@ -21,7 +21,7 @@ void InProcessTarget::setFrames(std::vector<cv::Mat> bgr) {
     next_ = 0;
 }
 
-void InProcessTarget::setWindows(std::vector<targets::WindowHandle> windows) {
+void InProcessTarget::setWindows(std::vector<platform::WindowHandle> windows) {
     std::lock_guard lock(mutex_);
     windows_ = std::move(windows);
 }
@@ -31,22 +31,22 @@ std::vector<RecordedInput> InProcessTarget::inputs() const {
     return inputs_;
 }
 
-bool InProcessTarget::capture(const engine::TaskInfo&, const targets::FrameConsumer& consume) {
+bool InProcessTarget::capture(const engine::TaskInfo&, const platform::FrameConsumer& consume) {
     std::lock_guard lock(mutex_);
     if (frames_.empty()) {
         return false;
     }
-    const targets::BgraFrame& frame = frames_[next_++ % frames_.size()];
-    consume(targets::BgraView{frame.width, frame.height, frame.stride, frame.pixels.data()});
+    const platform::BgraFrame& frame = frames_[next_++ % frames_.size()];
+    consume(platform::BgraView{frame.width, frame.height, frame.stride, frame.pixels.data()});
     return true;
 }
 
-bool InProcessTarget::isWindow(targets::WindowHandle window) {
+bool InProcessTarget::isWindow(platform::WindowHandle window) {
     std::lock_guard lock(mutex_);
     return std::find(windows_.begin(), windows_.end(), window) != windows_.end();
 }
 
-std::vector<targets::WindowHandle> InProcessTarget::candidateWindows() {
+std::vector<platform::WindowHandle> InProcessTarget::candidateWindows() {
     std::lock_guard lock(mutex_);
     return windows_;
 }
@@ -56,25 +56,25 @@ void InProcessTarget::record(RecordedInput input) {
     inputs_.push_back(std::move(input));
 }
 
-void InProcessTarget::mouse(const engine::TaskInfo& task, targets::Point point, targets::MouseOp op,
+void InProcessTarget::mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op,
                             int pressMs) {
     record({RecordedInput::Kind::Mouse, task.window, point, int(op), pressMs, {}});
 }
 
-void InProcessTarget::wheel(const engine::TaskInfo& task, int steps, targets::Point point) {
+void InProcessTarget::wheel(const engine::TaskInfo& task, int steps, platform::Point point) {
     record({RecordedInput::Kind::Wheel, task.window, point, steps, 0, {}});
 }
 
-void InProcessTarget::key(const engine::TaskInfo& task, int virtualKey, targets::KeyOp op) {
+void InProcessTarget::key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) {
     record({RecordedInput::Kind::Key, task.window, {}, virtualKey, int(op), {}});
 }
 
 void InProcessTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
     for (int code : group) {
-        key(task, code, targets::KeyOp::Down);
+        key(task, code, platform::KeyOp::Down);
     }
     for (auto it = group.rbegin(); it != group.rend(); ++it) {
-        key(task, *it, targets::KeyOp::Up);
+        key(task, *it, platform::KeyOp::Up);
     }
 }
 

@@ -7,15 +7,15 @@
 #include <opencv2/core/mat.hpp>
 #include <vector>
 
-#include "TargetService.h"
+#include "engine/TargetService.h"
 
 namespace autoscene::test {
 
 struct RecordedInput {
     enum class Kind { Mouse, Wheel, Key, Text };
     Kind kind = Kind::Mouse;
-    targets::WindowHandle window = 0;
-    targets::Point point;
+    platform::WindowHandle window = 0;
+    platform::Point point;
     int code = 0;    // mouse op, wheel steps or virtual key
     int detail = 0;  // press ms or key op
     QString text;
@@ -25,16 +25,16 @@ class InProcessTarget : public engine::ITargetService {
 public:
     // Frames are served in turn to every capture; an empty list captures nothing.
     void setFrames(std::vector<cv::Mat> bgr);
-    void setWindows(std::vector<targets::WindowHandle> windows);
+    void setWindows(std::vector<platform::WindowHandle> windows);
     std::vector<RecordedInput> inputs() const;
 
-    bool capture(const engine::TaskInfo& task, const targets::FrameConsumer& consume) override;
-    bool isWindow(targets::WindowHandle window) override;
-    std::vector<targets::WindowHandle> candidateWindows() override;
-    void mouse(const engine::TaskInfo& task, targets::Point point, targets::MouseOp op,
+    bool capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) override;
+    bool isWindow(platform::WindowHandle window) override;
+    std::vector<platform::WindowHandle> candidateWindows() override;
+    void mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op,
                int pressMs) override;
-    void wheel(const engine::TaskInfo& task, int steps, targets::Point point) override;
-    void key(const engine::TaskInfo& task, int virtualKey, targets::KeyOp op) override;
+    void wheel(const engine::TaskInfo& task, int steps, platform::Point point) override;
+    void key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) override;
     // Recorded as the downs and ups it stands for.
     void keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) override;
     void inputText(const engine::TaskInfo& task, const QString& text) override;
@@ -43,9 +43,9 @@ private:
     void record(RecordedInput input);
 
     mutable std::mutex mutex_;
-    std::vector<targets::BgraFrame> frames_;
+    std::vector<platform::BgraFrame> frames_;
     size_t next_ = 0;
-    std::vector<targets::WindowHandle> windows_;
+    std::vector<platform::WindowHandle> windows_;
     std::vector<RecordedInput> inputs_;
 };
 

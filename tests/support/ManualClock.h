@@ -5,7 +5,7 @@
 #include <atomic>
 #include <thread>
 
-#include "RunClock.h"
+#include "engine/RunClock.h"
 
 namespace autoscene::test {
 

@@ -4,15 +4,15 @@
 
 #include "RecorderLayout.h"
 #include "TestSupport.h"
-#include "targets/keys/KeyGroupPress.h"
-#include "targets/keys/QtKeyTable.h"
-#include "targets/win32/MessageParams.h"
-#include "targets/win32/Win32Backend.h"
-#include "targets/win32/Win32Handles.h"
+#include "keys/KeyGroupPress.h"
+#include "keys/QtKeyTable.h"
+#include "win32/MessageParams.h"
+#include "win32/Win32Backend.h"
+#include "win32/Win32Handles.h"
 
-using namespace autoscene::targets;
-using namespace autoscene::targets::keys;
-using namespace autoscene::targets::win32;
+using namespace autoscene::platform;
+using namespace autoscene::platform::keys;
+using namespace autoscene::platform::win32;
 using namespace autoscene::win32test;
 
 namespace {

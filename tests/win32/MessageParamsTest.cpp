@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "targets/win32/MessageParams.h"
+#include "win32/MessageParams.h"
 
-using namespace autoscene::targets;
-using namespace autoscene::targets::win32;
+using namespace autoscene::platform;
+using namespace autoscene::platform::win32;
 
 // Wheel steps, the inclusive hit test and the system keys show in the messages that
 // BackgroundInputTest and ForegroundInputTest check.

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "TestSupport.h"
-#include "targets/win32/Win32Backend.h"
-#include "targets/win32/Win32Handles.h"
+#include "win32/Win32Backend.h"
+#include "win32/Win32Handles.h"
 
-using namespace autoscene::targets;
-using namespace autoscene::targets::win32;
+using namespace autoscene::platform;
+using namespace autoscene::platform::win32;
 using namespace autoscene::win32test;
 
 namespace {

@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "RecorderLayout.h"
-#include "targets/win32/MessageParams.h"
+#include "win32/MessageParams.h"
 
 namespace autoscene::win32test {
 
@@ -69,7 +69,7 @@ Lines withoutLParam(const Lines& lines) {
 }
 
 std::string mouseLine(const char* window, unsigned message, unsigned wParam, int x, int y) {
-    return logLine(window, message, wParam, targets::win32::packPointLParam({x, y}));
+    return logLine(window, message, wParam, platform::win32::packPointLParam({x, y}));
 }
 
 RecorderProcess::RecorderProcess() : logPath_(makeTempFolder("recorder") + "\\messages.log") {

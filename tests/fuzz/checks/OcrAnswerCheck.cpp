@@ -5,14 +5,14 @@
 #include <vector>
 
 #include "OcrAnswer.h"
-#include "RecognisedText.h"
+#include "text/RecognisedText.h"
 
 namespace autoscene::fuzz {
 
 namespace {
 
-using engine::RecognisedText;
-using engine::TextBox;
+using text::RecognisedText;
+using text::TextBox;
 
 // Negative sizes are left out, and the far corners must not leave int.
 bool withinBounds(const TextBox& box) {
@@ -37,7 +37,7 @@ std::vector<ocr::TextLine> asServiceLines(const RecognisedText& text) {
 
 QString checkOcrAnswer(const QByteArray& input) {
     const std::optional<RecognisedText> read =
-        engine::parseRecognisedText(std::string_view(input.constData(), size_t(input.size())));
+        text::parseRecognisedText(std::string_view(input.constData(), size_t(input.size())));
     if (!read) {
         return {};
     }
@@ -49,7 +49,7 @@ QString checkOcrAnswer(const QByteArray& input) {
         }
     }
     const std::string written = ocr::buildAnswerJson(asServiceLines(*read), "accurate");
-    const std::optional<RecognisedText> again = engine::parseRecognisedText(written);
+    const std::optional<RecognisedText> again = text::parseRecognisedText(written);
     if (!again || again->boxes != read->boxes) {
         return QStringLiteral("the service's answer %1 does not read as the same boxes")
             .arg(QString::fromStdString(written));

@@ -5,9 +5,9 @@
 
 #include <thread>
 
-#include "JsonReader.h"
+#include "model/JsonReader.h"
 #include "OcrServer.h"
-#include "RecognisedText.h"
+#include "text/RecognisedText.h"
 #include "RecogniserPool.h"
 
 namespace autoscene::fuzz {
@@ -72,7 +72,7 @@ QString checkOcrUpload(const QByteArray& input) {
             .arg(QString::fromStdString(httplib::to_string(answer.error())));
     }
     const std::string& body = answer->body;
-    if ((answer->status == 200 && engine::parseRecognisedText(body)) ||
+    if ((answer->status == 200 && text::parseRecognisedText(body)) ||
         (answer->status == 400 && isErrorJson(body))) {
         return {};
     }

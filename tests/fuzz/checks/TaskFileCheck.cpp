@@ -3,7 +3,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 
-#include "TaskDocument.h"
+#include "model/TaskDocument.h"
 
 namespace autoscene::fuzz {
 

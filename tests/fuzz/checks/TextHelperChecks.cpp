@@ -3,12 +3,12 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "JsonReader.h"
-#include "JsonWriter.h"
-#include "KeyNames.h"
-#include "PluginDescription.h"
-#include "RectText.h"
-#include "TaskImages.h"
+#include "model/JsonReader.h"
+#include "model/JsonWriter.h"
+#include "model/KeyNames.h"
+#include "model/PluginDescription.h"
+#include "model/RectText.h"
+#include "model/TaskImages.h"
 
 namespace autoscene::fuzz {
 

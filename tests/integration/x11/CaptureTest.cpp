@@ -10,14 +10,14 @@
 namespace autoscene::testing {
 namespace {
 
-using targets::BgraFrame;
-using targets::Rect;
+using platform::BgraFrame;
+using platform::Rect;
 namespace demo = autoscene::demo;
 
 class CaptureTest : public X11TestFixture {
 protected:
     // Background capture may need the target to repaint its new off-screen copy first.
-    BgraFrame backgroundCaptureMatching(targets::WindowHandle window, const BgraFrame& want) {
+    BgraFrame backgroundCaptureMatching(platform::WindowHandle window, const BgraFrame& want) {
         BgraFrame frame;
         eventually([&] {
             frame = BgraFrame{};
@@ -117,7 +117,7 @@ TEST_F(CaptureTest, ForegroundCaptureIsClampedToTheScreen) {
 
 TEST_F(CaptureTest, GoneOrHiddenWindowsGiveEmptyFrames) {
     const auto target = startDemo({});
-    const targets::WindowHandle window = target->window();
+    const platform::WindowHandle window = target->window();
     XUnmapWindow(reference_->display(), window);
     XSync(reference_->display(), False);
     EXPECT_TRUE(backend_->capture(window, false).empty());
@@ -137,12 +137,12 @@ TEST_F(CaptureTest, GoneOrHiddenWindowsGiveEmptyFrames) {
 
 TEST_F(CaptureTest, ViewsComeStraightFromAKeptSegmentAndFollowSizeChanges) {
     const auto target = startDemo({"--geometry", "640x480+100+50"});
-    const targets::WindowHandle window = target->window();
+    const platform::WindowHandle window = target->window();
     const BgraFrame expected = reference_->read(Rect{100, 50, 640, 480});
     const std::uint8_t* first = nullptr;
     for (int round = 0; round < 2; ++round) {
         BgraFrame got;
-        ASSERT_TRUE(backend_->captureView(window, false, [&](const targets::BgraView& view) {
+        ASSERT_TRUE(backend_->captureView(window, false, [&](const platform::BgraView& view) {
             EXPECT_GE(view.stride, view.width * 4);
             if (first == nullptr) {
                 first = view.pixels;
@@ -154,7 +154,7 @@ TEST_F(CaptureTest, ViewsComeStraightFromAKeptSegmentAndFollowSizeChanges) {
         // A different size in between must not leave the next read with the old geometry.
         BgraFrame screen;
         ASSERT_TRUE(backend_->captureView(
-            0, false, [&](const targets::BgraView& view) { screen = opaqueCopy(view); }));
+            0, false, [&](const platform::BgraView& view) { screen = opaqueCopy(view); }));
         EXPECT_EQ(
             firstDifference(screen, reference_->read(Rect{0, 0, kScreenWidth, kScreenHeight})), "");
         first = nullptr;
@@ -189,7 +189,7 @@ TEST_F(CaptureTest, ALostServerFailsCallsInsteadOfEndingTheProcess) {
     server_.stop();
     EXPECT_TRUE(backend_->capture(0, false).empty());
     EXPECT_TRUE(backend_->topLevelWindows().empty());
-    backend_->mouse(targets::InputTarget{}, targets::Point{1, 1}, targets::MouseOp::LeftClick, 1,
+    backend_->mouse(platform::InputTarget{}, platform::Point{1, 1}, platform::MouseOp::LeftClick, 1,
                     false);
     // Reopening must not end the process either. Whether it fails depends on whether a
     // parallel test's server has taken the freed display number by then.
@@ -218,7 +218,7 @@ TEST_P(CaptureOtherServersTest, BothModesKeepTheColours) {
                       depth == 24 ? std::vector<std::string>{"-extension", "MIT-SHM"}
                                   : std::vector<std::string>{});
     ASSERT_FALSE(server.display().empty()) << "Xvfb did not start";
-    const auto backend = targets::makeX11Backend(server.display().c_str());
+    const auto backend = platform::makeX11Backend(server.display().c_str());
     ASSERT_NE(backend, nullptr);
     DemoTargetProcess target(server.display(), {"--geometry", "640x480+100+50"});
     ASSERT_TRUE(target.started());

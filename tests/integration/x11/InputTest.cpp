@@ -11,10 +11,10 @@
 namespace autoscene::testing {
 namespace {
 
-using targets::InputTarget;
-using targets::KeyOp;
-using targets::MouseOp;
-using targets::Point;
+using platform::InputTarget;
+using platform::KeyOp;
+using platform::MouseOp;
+using platform::Point;
 namespace demo = autoscene::demo;
 
 constexpr int kVkShift = 0x10;
@@ -239,7 +239,7 @@ TEST_P(ForegroundInputTest, InputForAVanishedWindowIsDroppedAndNothingStaysPress
     Display* d = reference_->display();
     XWarpPointer(d, None, DefaultRootWindow(d), 0, 0, 0, 0, 7, 9);
     XSync(d, False);
-    const targets::WindowHandle gone = demo_->window();
+    const platform::WindowHandle gone = demo_->window();
     demo_->stop();
     backend_->mouse(target_, Point{10, 10}, MouseOp::LeftDown, 0, false);
     backend_->wheel(target_, 2, Point{10, 10}, false);

@@ -11,13 +11,13 @@
 namespace autoscene::testing {
 namespace {
 
-using targets::BgraFrame;
-using targets::InputTarget;
-using targets::KeyOp;
-using targets::MouseOp;
-using targets::Point;
-using targets::Rect;
-using targets::WindowHandle;
+using platform::BgraFrame;
+using platform::InputTarget;
+using platform::KeyOp;
+using platform::MouseOp;
+using platform::Point;
+using platform::Rect;
+using platform::WindowHandle;
 
 constexpr int kVkA = 0x41;
 
@@ -38,7 +38,7 @@ std::vector<std::string> presses(const std::string& output) {
 class RealClientsTest : public X11TestFixture {
 protected:
     WindowHandle waitForWindow(const std::string& title) {
-        const targets::WindowQuery query{.title = title, .fullMatchTitle = true};
+        const platform::WindowQuery query{.title = title, .fullMatchTitle = true};
         WindowHandle found = 0;
         eventually([&] {
             for (const WindowHandle window : backend_->topLevelWindows()) {

@@ -16,8 +16,8 @@ ReferenceScreen::~ReferenceScreen() {
     }
 }
 
-targets::BgraFrame ReferenceScreen::read(targets::Rect rect) const {
-    targets::BgraFrame frame;
+platform::BgraFrame ReferenceScreen::read(platform::Rect rect) const {
+    platform::BgraFrame frame;
     XImage* image = XGetImage(display_, DefaultRootWindow(display_), rect.x, rect.y,
                               static_cast<unsigned>(rect.width), static_cast<unsigned>(rect.height),
                               AllPlanes, ZPixmap);
@@ -43,8 +43,8 @@ targets::BgraFrame ReferenceScreen::read(targets::Rect rect) const {
     return frame;
 }
 
-targets::BgraFrame opaqueCopy(const targets::BgraView& view) {
-    targets::BgraFrame frame;
+platform::BgraFrame opaqueCopy(const platform::BgraView& view) {
+    platform::BgraFrame frame;
     frame.width = view.width;
     frame.height = view.height;
     frame.stride = view.width * 4;
@@ -59,7 +59,7 @@ targets::BgraFrame opaqueCopy(const targets::BgraView& view) {
     return frame;
 }
 
-std::uint32_t pixelAt(const targets::BgraFrame& frame, int x, int y) {
+std::uint32_t pixelAt(const platform::BgraFrame& frame, int x, int y) {
     if (x < 0 || y < 0 || x >= frame.width || y >= frame.height) {
         return ~0u;
     }
@@ -67,7 +67,7 @@ std::uint32_t pixelAt(const targets::BgraFrame& frame, int x, int y) {
     return static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[1]) << 8 | p[0];
 }
 
-std::string firstDifference(const targets::BgraFrame& got, const targets::BgraFrame& want) {
+std::string firstDifference(const platform::BgraFrame& got, const platform::BgraFrame& want) {
     char text[128] = {};
     if (got.width != want.width || got.height != want.height) {
         std::snprintf(text, sizeof text, "size %dx%d, want %dx%d", got.width, got.height,

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string>
 
-#include "targets/DesktopBackend.h"
+#include "desktop/DesktopBackend.h"
 
 namespace autoscene::testing {
 
@@ -22,20 +22,20 @@ public:
     Display* display() const { return display_; }
 
     // The screen rectangle as BGRA, read with XGetImage and XGetPixel.
-    targets::BgraFrame read(targets::Rect rect) const;
+    platform::BgraFrame read(platform::Rect rect) const;
 
 private:
     Display* display_ = nullptr;
 };
 
 // A borrowed view copied out with opaque alpha (views leave alpha undefined), for comparing.
-targets::BgraFrame opaqueCopy(const targets::BgraView& view);
+platform::BgraFrame opaqueCopy(const platform::BgraView& view);
 
 // 0xRRGGBB of a frame's pixel; ~0 outside the frame.
-std::uint32_t pixelAt(const targets::BgraFrame& frame, int x, int y);
+std::uint32_t pixelAt(const platform::BgraFrame& frame, int x, int y);
 
 // The first differing pixel as "x,y: got 0x.., want 0x..", or empty when both frames have
 // the same size and pixels.
-std::string firstDifference(const targets::BgraFrame& got, const targets::BgraFrame& want);
+std::string firstDifference(const platform::BgraFrame& got, const platform::BgraFrame& want);
 
 }  // namespace autoscene::testing

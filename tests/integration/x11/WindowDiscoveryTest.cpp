@@ -10,8 +10,8 @@
 namespace autoscene::testing {
 namespace {
 
-using targets::WindowHandle;
-using targets::WindowQuery;
+using platform::WindowHandle;
+using platform::WindowQuery;
 namespace demo = autoscene::demo;
 
 class WindowDiscoveryTest : public X11TestFixture {
@@ -80,7 +80,7 @@ TEST_F(WindowDiscoveryTest, DescribesTitleClassAndClientRectangle) {
     EXPECT_EQ(info.window, target->window());
     EXPECT_EQ(info.title, title);
     EXPECT_EQ(info.className, demo::kClassName);
-    const targets::Rect& r = info.clientRect;
+    const platform::Rect& r = info.clientRect;
     EXPECT_EQ(std::tuple(r.x, r.y, r.width, r.height), std::tuple(100, 50, 640, 480));
 
     // Only the legacy Latin-1 WM_NAME: read as UTF-8.
@@ -121,7 +121,7 @@ TEST_F(WindowDiscoveryTest, MatchesTitleClassAndChildAndResizesTheClientArea) {
     EXPECT_EQ(backend_->findChild(window, child), 0u);
 
     ASSERT_TRUE(backend_->resizeClient(target->window(), 500, 400));
-    targets::WindowInfo info;
+    platform::WindowInfo info;
     eventually([&] {
         info = backend_->describe(target->window());
         return info.clientRect.width == 500;

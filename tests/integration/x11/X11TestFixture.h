@@ -13,7 +13,7 @@
 
 #include "DemoTargetProcess.h"
 #include "ReferenceScreen.h"
-#include "X11Backend.h"
+#include "x11/X11Backend.h"
 #include "XvfbServer.h"
 
 namespace autoscene::testing {
@@ -37,7 +37,7 @@ protected:
     void SetUp() override {
         ASSERT_FALSE(server_.display().empty()) << "Xvfb did not start";
         backend_ =
-            targets::makeX11Backend(server_.display().c_str(), [this](const std::string& line) {
+            platform::makeX11Backend(server_.display().c_str(), [this](const std::string& line) {
                 std::lock_guard lock(logMutex_);
                 log_.push_back(line);
             });
@@ -60,7 +60,7 @@ protected:
     XvfbServer server_{kScreenWidth, kScreenHeight};
     std::mutex logMutex_;
     std::vector<std::string> log_;
-    std::unique_ptr<targets::IDesktopBackend> backend_;
+    std::unique_ptr<platform::IDesktopBackend> backend_;
     std::unique_ptr<ReferenceScreen> reference_;
 };
 

@@ -4,11 +4,11 @@
 
 #include <QJsonArray>
 
-#include "BasicConditions.h"
-#include "ItemGroup.h"
-#include "MVVariable.h"
+#include "engine/BasicConditions.h"
+#include "engine/ItemGroup.h"
+#include "engine/MVVariable.h"
 #include "ManualClock.h"
-#include "ScreenItem.h"
+#include "engine/ScreenItem.h"
 
 using namespace autoscene::engine;
 using autoscene::test::ManualClock;

@@ -9,13 +9,12 @@
 #include <opencv2/core.hpp>
 #include <set>
 
-#include "ActionFactory.h"
-#include "EditorActions.h"
+#include "model/EditorActions.h"
 #include "InProcessTarget.h"
 #include "ManualClock.h"
-#include "RuntimeFactory.h"
-#include "TaskDocument.h"
-#include "TaskRunner.h"
+#include "engine/RuntimeFactory.h"
+#include "model/TaskDocument.h"
+#include "engine/TaskRunner.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::model;
@@ -29,7 +28,7 @@ using namespace std::chrono_literals;
 // Every run of a probe: which probe (the tap's variable_id) on which thread's target.
 struct ProbeLog {
     std::mutex mutex;
-    std::vector<std::pair<int, autoscene::targets::WindowHandle>> runs;
+    std::vector<std::pair<int, autoscene::platform::WindowHandle>> runs;
     std::function<void(int probe, TaskInfo&)> onRun;
 
     std::vector<int> probes() {
@@ -91,7 +90,6 @@ QString scene(const QString& name, const QString& identification, const QStringL
 class Runner : public ::testing::Test {
 protected:
     void SetUp() override {
-        autoscene::actions::registerStateActions(factory);
         factory.addAction(EditorTapAction::kType, [this](const IEditorAction& record, RunContext&) {
             return std::make_unique<Probe>(static_cast<const EditorTapAction&>(record).variableId,
                                            log);
@@ -245,7 +243,7 @@ TEST_F(Runner, TimeLimitEndsTheRunWithCodeOne) {
 }
 
 TEST_F(Runner, EveryTargetRunsInBothMultiTargetModesWithItsOwnStartValues) {
-    using autoscene::targets::WindowHandle;
+    using autoscene::platform::WindowHandle;
     for (bool concurrency : {true, false}) {
         SCOPED_TRACE(concurrency ? "concurrent" : "in turn");
         open(QStringLiteral(R"({"loop_mode": 2, "concurrency": %1,
@@ -316,13 +314,13 @@ TEST_F(Runner, ExclusiveQueueHoldsBackTheOtherThreads) {
 
 TEST_F(Runner, WindowTargetsClaimDifferentWindows) {
     struct AcceptAll : IWindowMatcher {
-        bool accepts(autoscene::targets::WindowHandle) override { return true; }
+        bool accepts(autoscene::platform::WindowHandle) override { return true; }
     } matcher;
     open(QStringLiteral(R"({"loop_mode": 2, "scene_list": [%1]})")
              .arg(scene("s", "", {event("p", "", {probe(1)})})));
     target.setWindows({11, 22});
     runner->setWindowMatcher(&matcher);
-    std::set<autoscene::targets::WindowHandle> windows;  // filled under the log's lock
+    std::set<autoscene::platform::WindowHandle> windows;  // filled under the log's lock
     const auto giveUp = giveUpTime();
     log.onRun = [&](int, TaskInfo& info) {
         windows.insert(info.window);
@@ -331,7 +329,7 @@ TEST_F(Runner, WindowTargetsClaimDifferentWindows) {
         }
     };
     runToEnd({{TargetKind::Window}, {TargetKind::Window}});
-    EXPECT_EQ(windows, (std::set<autoscene::targets::WindowHandle>{11, 22}));
+    EXPECT_EQ(windows, (std::set<autoscene::platform::WindowHandle>{11, 22}));
 }
 
 TEST_F(Runner, FailedCapturesAreReportedAndTheRunGoesOn) {

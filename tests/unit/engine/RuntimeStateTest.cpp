@@ -4,15 +4,14 @@
 
 #include <thread>
 
-#include "MVAlarm.h"
-#include "MVRandom.h"
-#include "MVTimer.h"
+#include "engine/MVAlarm.h"
+#include "engine/MVRandom.h"
+#include "engine/MVTimer.h"
 #include "ManualClock.h"
-#include "RuntimeDefinitions.h"
-#include "StateActions.h"
+#include "engine/RuntimeDefinitions.h"
+#include "engine/StateActions.h"
 
 using namespace autoscene::engine;
-using namespace autoscene::actions;
 using autoscene::test::ManualClock;
 
 namespace {

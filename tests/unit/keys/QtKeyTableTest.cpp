@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "targets/keys/QtKeyTable.h"
+#include "keys/QtKeyTable.h"
 
-using namespace autoscene::targets::keys;
+using namespace autoscene::platform::keys;
 
 TEST(QtKeyTable, TranslatesTheUsualCorrespondenceAndHasARowForEveryPrintableKey) {
     // Left, Down, F1, F24; a shifted sign shares its key's code; Qt reports letters upper-case.

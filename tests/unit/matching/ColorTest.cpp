@@ -5,11 +5,13 @@
 
 #include <opencv2/core.hpp>
 
-#include "ColorCondition.h"
-#include "ColorSearch.h"
+#include "conditions/ColorCondition.h"
+#include "recognition/ColorSearch.h"
 #include "ManualClock.h"
 
 using namespace autoscene::engine;
+using namespace autoscene::recognition;
+using namespace autoscene::conditions;
 
 namespace {
 

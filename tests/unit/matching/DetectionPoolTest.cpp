@@ -11,18 +11,21 @@
 #include <opencv2/imgcodecs.hpp>
 #include <set>
 
-#include "DetectionPool.h"
-#include "ImageCondition.h"
-#include "MVVariable.h"
+#include "recognition/DetectionPool.h"
+#include "conditions/ImageCondition.h"
+#include "engine/MVVariable.h"
 #include "ManualClock.h"
 #include "MatchingTestKit.h"
-#include "RuntimeDefinitions.h"
-#include "Scene.h"
-#include "ScreenDetection.h"
-#include "TaskDocument.h"
-#include "ThreadKey.h"
+#include "engine/RuntimeDefinitions.h"
+#include "engine/Scene.h"
+#include "engine/ScreenDetection.h"
+#include "model/TaskDocument.h"
+#include "system/ThreadKey.h"
 
 using namespace autoscene::engine;
+using namespace autoscene::recognition;
+using namespace autoscene::conditions;
+using namespace autoscene::sys;
 using autoscene::test::noiseFrame;
 
 namespace {
@@ -37,7 +40,7 @@ TEST(DetectionPool, EveryJobRunsOnceUnderItsCallersKey) {
         pool.run(kJobs, [&](size_t i) {
             ++runs[i];
             std::lock_guard lock(mutex);
-            keys.insert(threadKey());
+            keys.insert(autoscene::sys::threadKey());
         });
         EXPECT_TRUE(std::all_of(runs.begin(), runs.end(), [](const auto& n) { return n == 1; }));
         EXPECT_EQ(keys, std::set<std::thread::id>{std::this_thread::get_id()});
@@ -47,7 +50,7 @@ TEST(DetectionPool, EveryJobRunsOnceUnderItsCallersKey) {
     caller();
     a.join();
     b.join();
-    EXPECT_EQ(threadKey(), std::this_thread::get_id());
+    EXPECT_EQ(autoscene::sys::threadKey(), std::this_thread::get_id());
     DetectionPool(0).run(3, [](size_t) {});  // without helpers the caller does it all
 }
 
@@ -99,7 +102,7 @@ TEST(ScreenDetection, ResultsLandInTheWorkersOwnRecords) {
         task.frame = frame;
         for (int cycle = 1; cycle <= 3; ++cycle) {
             task.cycleCount = cycle;
-            prepareScreenItems(events, task, pool);
+            prepareScreenItems(events, task, [&pool](size_t count, const auto& job) { pool.run(count, job); });
         }
         for (ImageCondition* condition : conditions) {
             const MatchResult result = condition->result(std::this_thread::get_id());

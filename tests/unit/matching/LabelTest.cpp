@@ -15,22 +15,23 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "ActionFactory.h"
 #include "InProcessTarget.h"
-#include "LabelAction.h"
-#include "LabelCondition.h"
-#include "MVSaveLabelCoordAction.h"
-#include "MVVariable.h"
+#include "actions/LabelAction.h"
+#include "conditions/LabelCondition.h"
+#include "actions/MVSaveLabelCoordAction.h"
+#include "engine/MVVariable.h"
 #include "ManualClock.h"
-#include "MatchingActions.h"
+#include "actions/RuntimeItems.h"
 #include "MatchingTestKit.h"
-#include "RuntimeDefinitions.h"
-#include "RuntimeFactory.h"
-#include "ScreenConditions.h"
-#include "TaskDocument.h"
-#include "TaskRunner.h"
+#include "engine/RuntimeDefinitions.h"
+#include "engine/RuntimeFactory.h"
+#include "conditions/ScreenConditions.h"
+#include "model/TaskDocument.h"
+#include "engine/TaskRunner.h"
 
 using namespace autoscene::engine;
+using namespace autoscene::recognition;
+using namespace autoscene::conditions;
 using namespace autoscene::actions;
 
 namespace {
@@ -192,9 +193,7 @@ TEST_F(TinyYolo, ARunLoadsTheTasksModelAndClicksTheLabelItsConditionFinds) {
     autoscene::model::TaskDocument document;
     ASSERT_TRUE(document.openFolder(dir.path()).ok);
     RuntimeFactory factory;
-    registerScreenConditions(factory);
-    registerStateActions(factory);
-    registerMatchingActions(factory);
+    registerAllRuntimeItems(factory, nullptr);
     autoscene::test::InProcessTarget target;
     const cv::Mat frame(100, 200, CV_8UC3, cv::Scalar(10, 20, 30));
     target.setFrames({frame});
@@ -299,7 +298,7 @@ protected:
         definitions = std::make_unique<RuntimeDefinitions>(document, clock);
     }
 
-    RunContext context() { return {document, *definitions, clock, target, control, &detector}; }
+    RunContext context() { return {document, *definitions, clock, target, control}; }
 
     autoscene::model::TaskDocument document;
     std::unique_ptr<RuntimeDefinitions> definitions;
@@ -310,7 +309,7 @@ protected:
 TEST_F(LabelActions, LabelActionClicksInTheBoxOrReportsTheMissingLabel) {
     RunContext c = context();
     LabelAction action(c, LabelTarget{&detector, 0, 0.65f, SearchArea()}, std::nullopt,
-                       autoscene::targets::MouseOp::LeftClick, ClickTiming{0.0f, 2, 0.0f}, 0.5f);
+                       autoscene::platform::MouseOp::LeftClick, ClickTiming{0.0f, 2, 0.0f}, 0.5f);
     EXPECT_FLOAT_EQ(action.run(task), 0.5f);
     const auto inputs = target.inputs();
     ASSERT_EQ(inputs.size(), 2u);
@@ -322,7 +321,7 @@ TEST_F(LabelActions, LabelActionClicksInTheBoxOrReportsTheMissingLabel) {
     EXPECT_EQ(result["points"].toArray().size(), 1);
 
     LabelAction unknown(c, LabelTarget{&detector, 3, 0.1f, SearchArea()}, std::nullopt,
-                        autoscene::targets::MouseOp::LeftClick, ClickTiming{}, 0.5f);
+                        autoscene::platform::MouseOp::LeftClick, ClickTiming{}, 0.5f);
     EXPECT_FLOAT_EQ(unknown.run(task), 0.0f);
     result = unknown.state(std::this_thread::get_id());
     EXPECT_FALSE(result["clicked"].toBool());

@@ -10,20 +10,21 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
-#include "ImageAction.h"
+#include "actions/ImageAction.h"
 #include "InProcessTarget.h"
-#include "MVClickColorAction.h"
-#include "MVSaveCoordAction.h"
+#include "actions/MVClickColorAction.h"
+#include "actions/MVSaveCoordAction.h"
 #include "ManualClock.h"
 #include "MatchingTestKit.h"
-#include "RuntimeDefinitions.h"
-#include "ScreenConditions.h"
-#include "TaskDocument.h"
+#include "engine/RuntimeDefinitions.h"
+#include "conditions/ScreenConditions.h"
+#include "model/TaskDocument.h"
 
 using namespace autoscene::engine;
+using namespace autoscene::conditions;
 using namespace autoscene::actions;
 using autoscene::model::TaskDocument;
-using autoscene::targets::MouseOp;
+using autoscene::platform::MouseOp;
 using autoscene::test::InProcessTarget;
 using autoscene::test::ManualClock;
 using autoscene::test::noiseFrame;
@@ -58,7 +59,7 @@ protected:
         task.cycleCount = 1;
     }
 
-    RunContext context() { return {document, *definitions, clock, target, control, nullptr}; }
+    RunContext context() { return {document, *definitions, clock, target, control}; }
 
     ImageAction::Target button(int searchId = 0) {
         const SearchArea area(*definitions, searchId);

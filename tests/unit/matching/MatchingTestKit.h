@@ -4,7 +4,7 @@
 
 #include <opencv2/core.hpp>
 
-#include "RunContext.h"
+#include "engine/RunContext.h"
 
 namespace autoscene::test {
 

@@ -11,9 +11,10 @@
 #include <opencv2/imgproc.hpp>
 
 #include "MatchingTestKit.h"
-#include "TemplateMatcher.h"
+#include "recognition/TemplateMatcher.h"
 
 using namespace autoscene::engine;
+using namespace autoscene::recognition;
 using autoscene::test::noiseFrame;
 
 namespace {

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "EditorActions.h"
-#include "EditorConditions.h"
-#include "RectText.h"
-#include "TaskDocument.h"
+#include "model/EditorActions.h"
+#include "model/EditorConditions.h"
+#include "model/RectText.h"
+#include "model/TaskDocument.h"
 #include "TestSupport.h"
 
 using namespace autoscene::model;

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "EditorActions.h"
-#include "EditorConditions.h"
-#include "TaskDocument.h"
+#include "model/EditorActions.h"
+#include "model/EditorConditions.h"
+#include "model/TaskDocument.h"
 #include "TestSupport.h"
 
 using namespace autoscene::model;

@@ -8,9 +8,9 @@
 #include <sys/resource.h>
 #include <csignal>
 
-#include "EditorActions.h"
-#include "JsonReader.h"
-#include "TaskDocument.h"
+#include "model/EditorActions.h"
+#include "model/JsonReader.h"
+#include "model/TaskDocument.h"
 #include "TestSupport.h"
 
 using namespace autoscene::model;

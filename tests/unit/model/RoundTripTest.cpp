@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "EditorActions.h"
-#include "TaskDocument.h"
+#include "model/EditorActions.h"
+#include "model/TaskDocument.h"
 #include "TestSupport.h"
 
 using namespace autoscene::model;

@@ -7,7 +7,7 @@
 #include <QImage>
 #include <QTemporaryDir>
 
-#include "TaskImages.h"
+#include "model/TaskImages.h"
 
 using namespace autoscene::model;
 

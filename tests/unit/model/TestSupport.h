@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-#include "TaskDocument.h"
+#include "model/TaskDocument.h"
 
 namespace autoscene::test {
 

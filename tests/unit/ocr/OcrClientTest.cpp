@@ -11,12 +11,13 @@
 
 #include "LogCapture.h"
 #include "LoopbackPort.h"
-#include "OcrClient.h"
+#include "text/OcrClient.h"
 #include "OcrServiceProcess.h"
 #include "RenderedText.h"
-#include "TextRegionReader.h"
+#include "text/TextRegionReader.h"
 
-using namespace autoscene::engine;
+using namespace autoscene::recognition;
+using namespace autoscene::text;
 using autoscene::ocr::testkit::LogCapture;
 using autoscene::ocr::testkit::OcrServiceProcess;
 using autoscene::ocr::testkit::renderTextPng;

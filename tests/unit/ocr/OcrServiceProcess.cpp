@@ -9,7 +9,7 @@
 
 #include <stdexcept>
 
-#include "Http.h"
+#include "http/Http.h"
 
 extern char** environ;
 
@@ -98,13 +98,13 @@ std::string OcrServiceProcess::url() const {
 }
 
 std::string OcrServiceProcess::detect(std::string_view png, const std::string& fieldName) const {
-    const sys::HttpFilePart file{fieldName, "image.png", "image/png", png};
-    return sys::httpPostMultipart(url(), {}, file).body;
+    const http::HttpFilePart file{fieldName, "image.png", "image/png", png};
+    return http::httpPostMultipart(url(), {}, file).body;
 }
 
 std::string OcrServiceProcess::detectWith(std::string_view png, const std::string& engine) const {
-    const sys::HttpFilePart file{"image", "image.png", "image/png", png};
-    return sys::httpPostMultipart(url(), {}, file, {{"engine", engine}}).body;
+    const http::HttpFilePart file{"image", "image.png", "image/png", png};
+    return http::httpPostMultipart(url(), {}, file, {{"engine", engine}}).body;
 }
 
 }  // namespace autoscene::ocr::testkit

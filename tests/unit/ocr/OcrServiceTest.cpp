@@ -5,9 +5,9 @@
 #include <memory>
 #include <vector>
 
-#include "Http.h"
+#include "http/Http.h"
 #include "OcrServiceProcess.h"
-#include "Process.h"
+#include "system/Process.h"
 #include "RenderedText.h"
 
 using autoscene::ocr::testkit::OcrServiceProcess;
@@ -134,7 +134,7 @@ TEST_F(OcrService, RejectsBadUploadsWithJsonErrorsAndKeepsServing) {
         EXPECT_TRUE(answer.valid && !answer.error.empty()) << bad.what;
     }
     // Not multipart at all.
-    const std::string plain = autoscene::sys::httpPostJson(service->url(), {}, R"({"image": "x"})");
+    const std::string plain = autoscene::http::httpPostJson(service->url(), {}, R"({"image": "x"})");
     EXPECT_FALSE(parseAnswer(plain).error.empty()) << plain;
 
     const Answer afterwards = detect(png);

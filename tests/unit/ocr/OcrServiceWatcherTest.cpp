@@ -13,11 +13,12 @@
 
 #include "LogCapture.h"
 #include "LoopbackPort.h"
-#include "OcrClient.h"
-#include "OcrServiceWatcher.h"
+#include "text/OcrClient.h"
+#include "app/OcrServiceWatcher.h"
 #include "RenderedText.h"
 
-using namespace autoscene::engine;
+using namespace autoscene::app;
+using namespace autoscene::text;
 using autoscene::ocr::testkit::LogCapture;
 using autoscene::ocr::testkit::renderTextPng;
 using autoscene::test::unusedLoopbackPort;

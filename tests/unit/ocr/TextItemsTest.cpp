@@ -8,31 +8,30 @@
 #include <QTemporaryDir>
 #include <opencv2/imgcodecs.hpp>
 
-#include "ActionFactory.h"
 #include "InProcessTarget.h"
-#include "ItemGroup.h"
+#include "engine/ItemGroup.h"
 #include "LogCapture.h"
 #include "LoopbackPort.h"
-#include "MVVariable.h"
+#include "engine/MVVariable.h"
 #include "ManualClock.h"
-#include "OcrClient.h"
+#include "text/OcrClient.h"
 #include "OcrServiceProcess.h"
 #include "RenderedText.h"
-#include "RunObservers.h"
-#include "RuntimeDefinitions.h"
-#include "RuntimeFactory.h"
-#include "Scene.h"
-#include "TaskDocument.h"
-#include "TaskRunner.h"
-#include "TextActions.h"
-#include "TextConditions.h"
+#include "engine/RunObservers.h"
+#include "engine/RuntimeDefinitions.h"
+#include "engine/RuntimeFactory.h"
+#include "engine/Scene.h"
+#include "model/TaskDocument.h"
+#include "engine/TaskRunner.h"
+#include "actions/RuntimeItems.h"
 
 using namespace autoscene::engine;
+using namespace autoscene::text;
 using autoscene::ocr::testkit::LogCapture;
 using autoscene::ocr::testkit::OcrServiceProcess;
 using autoscene::ocr::testkit::renderTextPng;
 using autoscene::ocr::testkit::TextLabel;
-using autoscene::targets::MouseOp;
+using autoscene::platform::MouseOp;
 using autoscene::test::InProcessTarget;
 using autoscene::test::ManualClock;
 using autoscene::test::RecordedInput;
@@ -106,9 +105,7 @@ protected:
 
         const auto client = std::make_shared<OcrClient>(url);
         RuntimeFactory factory;
-        registerTextConditions(factory, client);
-        autoscene::actions::registerStateActions(factory);
-        autoscene::actions::registerTextActions(factory, client);
+        autoscene::actions::registerAllRuntimeItems(factory, client);
         target.setFrames({frame});
         runner = std::make_unique<TaskRunner>(document, factory, target,
                                               std::make_shared<ManualClock>());

@@ -4,13 +4,16 @@
 
 #include <opencv2/core.hpp>
 
-#include "MVVariable.h"
-#include "RecognisedText.h"
-#include "TextMatcher.h"
-#include "TextRegionReader.h"
-#include "TextSearch.h"
+#include "engine/MVVariable.h"
+#include "text/RecognisedText.h"
+#include "text/TextMatcher.h"
+#include "text/TextRegionReader.h"
+#include "conditions/TextSearch.h"
 
 using namespace autoscene::engine;
+using namespace autoscene::recognition;
+using namespace autoscene::text;
+using namespace autoscene::conditions;
 using autoscene::model::TextCompare;
 
 TEST(RecognisedText, ReadsWholeTextAndBoxesWithTheirCorners) {
@@ -86,7 +89,8 @@ TEST(TextMatcher, ComparesAsEachOperatorSays) {
 
 TEST(TextMatcher, TakesTheVariablesCurrentValueWhenItHasOne) {
     MVVariable wanted(3, QStringLiteral("wanted"), QStringLiteral("Start"), {});
-    const TextMatcher matcher(TextCompare::Equal, QStringLiteral("ignored"), &wanted);
+    const TextMatcher matcher(TextCompare::Equal, QStringLiteral("ignored"),
+                              [&wanted] { return wanted.value(); });
     EXPECT_TRUE(matcher.matches(QStringLiteral("Start")));
     wanted.setValue(QStringLiteral("退出"));
     EXPECT_EQ(matcher.wanted(), QStringLiteral("退出"));

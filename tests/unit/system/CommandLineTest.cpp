@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "CommandLine.h"
+#include "system/CommandLine.h"
 
 using autoscene::sys::splitCommandLine;
 using Words = std::vector<std::string>;

@@ -9,7 +9,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "CrashHandler.h"
+#include "system/CrashHandler.h"
 
 namespace fs = std::filesystem;
 

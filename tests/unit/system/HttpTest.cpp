@@ -6,10 +6,10 @@
 #include <sstream>
 #include <thread>
 
-#include "Http.h"
+#include "http/Http.h"
 #include "LoopbackPort.h"
 
-namespace sys = autoscene::sys;
+namespace http = autoscene::http;
 namespace fs = std::filesystem;
 
 namespace {
@@ -81,27 +81,27 @@ protected:
 
 TEST_F(Http, RequestsGoOutAsGiven) {
     // Each header as one line; a form body sorted by name and not escaped; JSON unchanged.
-    EXPECT_EQ(sys::httpGet(server.url("/headers"), {{"X-Task", "run 1"}, {"X-Empty", ""}}),
+    EXPECT_EQ(http::httpGet(server.url("/headers"), {{"X-Task", "run 1"}, {"X-Empty", ""}}),
               "run 1||1");
     const std::string answer =
-        sys::httpPostForm(server.url("/echo"), {},
+        http::httpPostForm(server.url("/echo"), {},
                           {{"zeta", "last"}, {"alpha", "a b&c=d"}, {"名", "值%20"}, {"Mid", ""}});
     EXPECT_EQ(answer, "application/x-www-form-urlencoded\nMid=&alpha=a b&c=d&zeta=last&名=值%20");
     const std::string json = R"({"name": "开始", "n": [1, 2]})";
-    EXPECT_EQ(sys::httpPostJson(server.url("/echo"), {{"X-Task", "1"}}, json),
+    EXPECT_EQ(http::httpPostJson(server.url("/echo"), {{"X-Task", "1"}}, json),
               "application/json\n" + json);
 }
 
 // Uploads that arrive are the OCR client's, checked against the real service in unit/ocr.
 TEST_F(Http, MultipartReportsFailureInsteadOfPrinting) {
     testing::internal::CaptureStderr();
-    const sys::HttpResponse refused =
-        sys::httpPostMultipart(LoopbackServer::refusedUrl("/"), {}, {"image", "a.png", "", "x"});
+    const http::HttpResponse refused =
+        http::httpPostMultipart(LoopbackServer::refusedUrl("/"), {}, {"image", "a.png", "", "x"});
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(refused.error, "Couldn't connect to server");
     EXPECT_EQ(refused.status, 0);
-    const sys::HttpResponse missing =
-        sys::httpPostMultipart(server.url("/nowhere"), {}, {"image", "a.png", "", "x"});
+    const http::HttpResponse missing =
+        http::httpPostMultipart(server.url("/nowhere"), {}, {"image", "a.png", "", "x"});
     EXPECT_EQ(missing.error, "");
     EXPECT_EQ(missing.status, 404);
 }
@@ -109,7 +109,7 @@ TEST_F(Http, MultipartReportsFailureInsteadOfPrinting) {
 TEST_F(Http, DownloadWritesTheWholeBodyAndReplacesTheFile) {
     const fs::path target = fs::temp_directory_path() / "autoscene-download.bin";
     std::ofstream(target) << "older and longer content that must disappear";
-    ASSERT_TRUE(sys::httpDownloadToFile(server.url("/large"), {}, target.string()));
+    ASSERT_TRUE(http::httpDownloadToFile(server.url("/large"), {}, target.string()));
     std::ifstream file(target, std::ios::binary);
     std::stringstream content;
     content << file.rdbuf();
@@ -117,15 +117,15 @@ TEST_F(Http, DownloadWritesTheWholeBodyAndReplacesTheFile) {
     fs::remove(target);
 
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(sys::httpDownloadToFile(server.url("/large"), {}, "/no/such/folder/file"));
+    EXPECT_FALSE(http::httpDownloadToFile(server.url("/large"), {}, "/no/such/folder/file"));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Failed to open file for writing.\n");
 }
 
 TEST_F(Http, FailedTransferReportsAndReturnsWhatArrived) {
     testing::internal::CaptureStderr();
-    EXPECT_EQ(sys::httpGet(server.url("/cut"), {}), "partial");
-    EXPECT_EQ(sys::httpGet(LoopbackServer::refusedUrl("/"), {}), "");
-    EXPECT_EQ(sys::httpPostJson(LoopbackServer::refusedUrl(""), {}, "{}"), "");
+    EXPECT_EQ(http::httpGet(server.url("/cut"), {}), "partial");
+    EXPECT_EQ(http::httpGet(LoopbackServer::refusedUrl("/"), {}), "");
+    EXPECT_EQ(http::httpPostJson(LoopbackServer::refusedUrl(""), {}, "{}"), "");
     const std::string errors = testing::internal::GetCapturedStderr();
     EXPECT_EQ(errors.rfind("curl_easy_perform() failed: ", 0), 0u) << errors;
     EXPECT_NE(errors.find("curl_easy_perform() failed: Couldn't connect to server\n"),

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Ipv4.h"
+#include "system/Ipv4.h"
 
 using autoscene::sys::containsIpv4Address;
 

@@ -8,8 +8,8 @@
 #include <stdexcept>
 #include <thread>
 
-#include "Process.h"
-#include "ProcessEnd.h"
+#include "system/Process.h"
+#include "system/ProcessEnd.h"
 
 namespace sys = autoscene::sys;
 namespace fs = std::filesystem;

@@ -4,9 +4,9 @@
 
 #include <tuple>
 
-#include "CropRect.h"
+#include "x11/CropRect.h"
 
-namespace autoscene::targets::x11 {
+namespace autoscene::platform::x11 {
 namespace {
 
 auto fields(Rect r) {
@@ -34,4 +34,4 @@ TEST(CropToScreen, ClampsToTheScreen) {
 }
 
 }  // namespace
-}  // namespace autoscene::targets::x11
+}  // namespace autoscene::platform::x11

@@ -6,10 +6,10 @@
 #include <X11/Xlib.h>
 #include <X11/keysym.h>
 
-#include "Utf8.h"
-#include "VirtualKeys.h"
+#include "x11/Utf8.h"
+#include "x11/VirtualKeys.h"
 
-namespace autoscene::targets::x11 {
+namespace autoscene::platform::x11 {
 namespace {
 
 constexpr unsigned long kNoSymbol = NoSymbol;
@@ -59,4 +59,4 @@ TEST(Utf8, CodePointsTypeLatin1OrUnicodeKeysyms) {
 }
 
 }  // namespace
-}  // namespace autoscene::targets::x11
+}  // namespace autoscene::platform::x11

@@ -4,9 +4,9 @@
 
 #include <thread>
 
-#include "PressedPoints.h"
+#include "x11/PressedPoints.h"
 
-namespace autoscene::targets::x11 {
+namespace autoscene::platform::x11 {
 namespace {
 
 TEST(PressedPoints, EachThreadTakesItsOwnPointOnce) {
@@ -24,4 +24,4 @@ TEST(PressedPoints, EachThreadTakesItsOwnPointOnce) {
 }
 
 }  // namespace
-}  // namespace autoscene::targets::x11
+}  // namespace autoscene::platform::x11

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "WindowMatch.h"
+#include "x11/WindowMatch.h"
 
-namespace autoscene::targets::x11 {
+namespace autoscene::platform::x11 {
 namespace {
 
 WindowQuery query(std::string title, bool full, std::string className) {
@@ -37,4 +37,4 @@ TEST(WindowMatch, ChildFieldsAreExactAndSomeFieldMustBeNamed) {
 }
 
 }  // namespace
-}  // namespace autoscene::targets::x11
+}  // namespace autoscene::platform::x11

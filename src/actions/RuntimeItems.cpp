@@ -1,0 +1,19 @@
+#include "actions/RuntimeItems.h"
+
+#include "actions/ActionGroups.h"
+#include "conditions/ScreenConditions.h"
+#include "recognition/LabelDetector.h"
+
+namespace autoscene::actions {
+
+void registerAllRuntimeItems(engine::RuntimeFactory& factory,
+                             std::shared_ptr<const text::OcrClient> ocr) {
+    const conditions::ScreenServices services{std::move(ocr),
+                                              std::make_shared<recognition::LabelDetector>()};
+    conditions::registerScreenConditions(factory, services);
+    registerInputActions(factory);
+    registerMatchingActions(factory, services);
+    registerTextActions(factory, services);
+}
+
+}  // namespace autoscene::actions

@@ -1,0 +1,21 @@
+#pragma once
+// The one place where the kinds beyond the engine's own are registered: the screen
+// conditions and every action. A kind registered twice throws std::logic_error.
+
+#include <memory>
+
+namespace autoscene::engine {
+class RuntimeFactory;
+}
+namespace autoscene::text {
+class OcrClient;
+}
+
+namespace autoscene::actions {
+
+// `ocr` reads screen text for the text conditions and actions; without one they read
+// nothing.
+void registerAllRuntimeItems(engine::RuntimeFactory& factory,
+                             std::shared_ptr<const text::OcrClient> ocr);
+
+}  // namespace autoscene::actions

@@ -1,0 +1,197 @@
+#include "http/Http.h"
+
+#include <curl/curl.h>
+
+#include <cstdio>
+#include <memory>
+#include <mutex>
+
+namespace autoscene::http {
+
+namespace {
+
+struct EasyDeleter {
+    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+};
+struct HeaderListDeleter {
+    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+};
+struct MimeDeleter {
+    void operator()(curl_mime* mime) const { curl_mime_free(mime); }
+};
+struct FileDeleter {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+using EasyHandle = std::unique_ptr<CURL, EasyDeleter>;
+using HeaderList = std::unique_ptr<curl_slist, HeaderListDeleter>;
+
+enum class PeerVerification { Off, LibraryDefault };
+
+size_t appendToString(char* data, size_t size, size_t count, void* userData) {
+    static_cast<std::string*>(userData)->append(data, size * count);
+    return size * count;
+}
+
+size_t writeToFile(char* data, size_t size, size_t count, void* userData) {
+    return std::fwrite(data, size, count, static_cast<std::FILE*>(userData)) * size;
+}
+
+// One transfer: the easy handle and the header list live exactly as long as the request.
+// Should libcurl fail to create the handle, options are dropped and perform() reports it.
+class Request {
+public:
+    Request(const std::string& url, const HttpHeaders& headers, PeerVerification verification)
+        : easy_(curl_easy_init()) {
+        set(CURLOPT_URL, url.c_str());
+        if (verification == PeerVerification::Off) {
+            set(CURLOPT_SSL_VERIFYPEER, 0L);
+            set(CURLOPT_SSL_VERIFYHOST, 0L);
+        }
+        for (const auto& [name, value] : headers) {
+            addHeader(name + ": " + value);
+        }
+    }
+
+    CURL* easy() const { return easy_.get(); }
+
+    template <typename Value>
+    void set(CURLoption option, Value value) {
+        if (easy_) {
+            curl_easy_setopt(easy_.get(), option, value);
+        }
+    }
+
+    void setBody(const std::string& body) {
+        set(CURLOPT_POSTFIELDS, body.c_str());
+        set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+    }
+
+    void addHeader(const std::string& line) {
+        curl_slist* extended = curl_slist_append(headerList_.get(), line.c_str());
+        if (extended != nullptr) {
+            headerList_.release();
+            headerList_.reset(extended);
+        }
+    }
+
+    // Empty on success, else libcurl's text for the failure.
+    std::string performQuietly() {
+        if (!easy_) {
+            return "curl_easy_init failed";
+        }
+        set(CURLOPT_HTTPHEADER, headerList_.get());
+        const CURLcode code = curl_easy_perform(easy_.get());
+        return code == CURLE_OK ? std::string() : curl_easy_strerror(code);
+    }
+
+    bool perform() {
+        const std::string error = performQuietly();
+        if (!error.empty()) {
+            std::fprintf(stderr, "curl_easy_perform() failed: %s\n", error.c_str());
+        }
+        return error.empty();
+    }
+
+    // The body as far as it arrived, also when the transfer failed half-way.
+    std::string performCollectingBody() {
+        std::string body;
+        set(CURLOPT_WRITEFUNCTION, appendToString);
+        set(CURLOPT_WRITEDATA, &body);
+        perform();
+        return body;
+    }
+
+private:
+    EasyHandle easy_;
+    HeaderList headerList_;
+};
+
+std::string formBody(const HttpFields& fields) {
+    std::string body;
+    for (const auto& [name, value] : fields) {
+        if (!body.empty()) {
+            body += '&';
+        }
+        body += name;
+        body += '=';
+        body += value;
+    }
+    return body;
+}
+
+}  // namespace
+
+void initHttpOnce() {
+    static std::once_flag once;
+    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+}
+
+bool httpDownloadToFile(const std::string& url, const HttpHeaders& headers,
+                        const std::string& filePath) {
+    initHttpOnce();
+    const std::unique_ptr<std::FILE, FileDeleter> file(std::fopen(filePath.c_str(), "wb"));
+    if (!file) {
+        std::fputs("Failed to open file for writing.\n", stderr);
+        return false;
+    }
+    Request request(url, headers, PeerVerification::Off);
+    request.set(CURLOPT_WRITEFUNCTION, writeToFile);
+    request.set(CURLOPT_WRITEDATA, file.get());
+    return request.perform();
+}
+
+std::string httpGet(const std::string& url, const HttpHeaders& headers) {
+    initHttpOnce();
+    Request request(url, headers, PeerVerification::Off);
+    return request.performCollectingBody();
+}
+
+std::string httpPostForm(const std::string& url, const HttpHeaders& headers,
+                         const HttpFields& fields) {
+    initHttpOnce();
+    const std::string body = formBody(fields);
+    Request request(url, headers, PeerVerification::Off);
+    request.set(CURLOPT_POST, 1L);
+    request.setBody(body);
+    return request.performCollectingBody();
+}
+
+std::string httpPostJson(const std::string& url, const HttpHeaders& headers,
+                         const std::string& jsonText) {
+    initHttpOnce();
+    Request request(url, headers, PeerVerification::LibraryDefault);
+    request.setBody(jsonText);
+    request.addHeader("Content-Type: application/json");
+    return request.performCollectingBody();
+}
+
+HttpResponse httpPostMultipart(const std::string& url, const HttpHeaders& headers,
+                               const HttpFilePart& file, const HttpFields& textFields) {
+    initHttpOnce();
+    Request request(url, headers, PeerVerification::LibraryDefault);
+    const std::unique_ptr<curl_mime, MimeDeleter> mime(curl_mime_init(request.easy()));
+    curl_mimepart* filePart = curl_mime_addpart(mime.get());
+    curl_mime_name(filePart, file.fieldName.c_str());
+    curl_mime_filename(filePart, file.fileName.c_str());
+    curl_mime_data(filePart, file.content.data(), file.content.size());
+    if (!file.contentType.empty()) {
+        curl_mime_type(filePart, file.contentType.c_str());
+    }
+    for (const auto& [name, value] : textFields) {
+        curl_mimepart* textPart = curl_mime_addpart(mime.get());
+        curl_mime_name(textPart, name.c_str());
+        curl_mime_data(textPart, value.data(), value.size());
+    }
+    request.set(CURLOPT_MIMEPOST, mime.get());
+    HttpResponse response;
+    request.set(CURLOPT_WRITEFUNCTION, appendToString);
+    request.set(CURLOPT_WRITEDATA, &response.body);
+    response.error = request.performQuietly();
+    if (request.easy() != nullptr) {
+        curl_easy_getinfo(request.easy(), CURLINFO_RESPONSE_CODE, &response.status);
+    }
+    return response;
+}
+
+}  // namespace autoscene::http

@@ -1,0 +1,57 @@
+#pragma once
+// Blocking HTTP helpers on libcurl. Each call uses its own easy handle, so they may be
+// called from any thread at once; none sets a time-out. A transfer failure prints
+// "curl_easy_perform() failed: <reason>" to standard error and the body received up to
+// then is returned. GET, form POST and download do not verify the peer's certificate
+// or host name; the JSON and multipart POSTs keep libcurl's verification.
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace autoscene::http {
+
+// Header name to value; each entry is sent as the line "name: value".
+using HttpHeaders = std::map<std::string, std::string>;
+
+// Field name to value, sent in ascending name order.
+using HttpFields = std::map<std::string, std::string>;
+
+// Global libcurl set-up; runs once however often and from however many threads it is
+// called. Every helper calls it, so calling it at start-up only moves the cost there.
+void initHttpOnce();
+
+// Writes the body to `filePath` (replaced). False when the file cannot be opened
+// ("Failed to open file for writing." on standard error) or the transfer failed.
+bool httpDownloadToFile(const std::string& url, const HttpHeaders& headers,
+                        const std::string& filePath);
+
+std::string httpGet(const std::string& url, const HttpHeaders& headers);
+
+// Body "name=value&name=value" in ascending name order, neither part escaped.
+std::string httpPostForm(const std::string& url, const HttpHeaders& headers,
+                         const HttpFields& fields);
+
+// Adds "Content-Type: application/json".
+std::string httpPostJson(const std::string& url, const HttpHeaders& headers,
+                         const std::string& jsonText);
+
+// One file part of a multipart/form-data body, its content taken from memory.
+struct HttpFilePart {
+    std::string fieldName;
+    std::string fileName;
+    std::string contentType;  // empty: libcurl's choice from the file name
+    std::string_view content;
+};
+
+struct HttpResponse {
+    std::string body;   // as far as it arrived
+    long status = 0;    // HTTP status; 0 when no answer came
+    std::string error;  // libcurl's text for a failed transfer; empty on success
+};
+
+// multipart/form-data POST of `file` followed by `textFields`.
+HttpResponse httpPostMultipart(const std::string& url, const HttpHeaders& headers,
+                               const HttpFilePart& file, const HttpFields& textFields = {});
+
+}  // namespace autoscene::http

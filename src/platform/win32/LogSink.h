@@ -1,0 +1,11 @@
+#pragma once
+// Where the back end's diagnostic lines go (UTF-8); the owner of the back end decides.
+
+#include <functional>
+#include <string>
+
+namespace autoscene::platform::win32 {
+
+using LogSink = std::function<void(const std::string&)>;
+
+}  // namespace autoscene::platform::win32

@@ -1,0 +1,37 @@
+#pragma once
+// Asks the local recognition service for the text in an image. Shared by every worker
+// thread; each call makes its own transfer. The address is set by whoever starts the
+// service; with none set, nothing is recognised.
+
+#include <mutex>
+#include <opencv2/core/mat.hpp>
+#include <string>
+
+#include "text/RecognisedText.h"
+
+namespace autoscene::text {
+
+// The service's engines: PP-OCR networks (accurate) or Tesseract (fast).
+enum class OcrEngine { Invalid = 0, Accurate, Fast };
+
+class OcrClient {
+public:
+    OcrClient() = default;
+    explicit OcrClient(std::string url) : url_(std::move(url)) {}
+
+    void setUrl(std::string url);
+    std::string url() const;
+
+    // The text of a BGR or grey image read by `engine`; empty when the service cannot be
+    // reached or answers with anything but a recognition (each failure is logged).
+    RecognisedText recognise(const cv::Mat& image, OcrEngine engine = OcrEngine::Accurate) const;
+
+private:
+    mutable std::mutex mutex_;
+    std::string url_;
+};
+
+// "http://127.0.0.1:<port>/ocr_detect"
+std::string ocrServiceUrl(int port);
+
+}  // namespace autoscene::text

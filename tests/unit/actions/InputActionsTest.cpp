@@ -1,0 +1,203 @@
+// Input actions built from task records and run on the in-process target: what reaches
+// the target, in which order, with which timing, and what the result records say.
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QRect>
+#include <thread>
+
+#include "actions/RuntimeItems.h"
+#include "model/EditorScene.h"
+#include "InProcessTarget.h"
+#include "actions/InputActions.h"
+#include "ManualClock.h"
+#include "engine/RunContext.h"
+#include "engine/RuntimeDefinitions.h"
+#include "engine/RuntimeFactory.h"
+#include "model/TaskDocument.h"
+
+using namespace autoscene::engine;
+using namespace autoscene::model;
+using autoscene::actions::MVSlideAction;
+using autoscene::platform::MouseOp;
+using autoscene::platform::Point;
+using autoscene::test::InProcessTarget;
+using autoscene::test::ManualClock;
+using autoscene::test::RecordedInput;
+using Kind = RecordedInput::Kind;
+
+namespace {
+
+class NoRunControl : public IRunControl {
+public:
+    void stopByTask() override {}
+    void finishCurrentTarget(int) override {}
+};
+
+// One scene whose only event holds `actions`, with variables 1..n holding `places`.
+class InputActions : public ::testing::Test {
+protected:
+    std::unique_ptr<IAction> build(const QString& action, const QStringList& places = {}) {
+        QStringList vars;
+        for (int i = 0; i < places.size(); ++i) {
+            vars << QStringLiteral(R"({"type": 1, "id": %1, "name": "p%1", "value": "%2"})")
+                        .arg(i + 1)
+                        .arg(places[i]);
+        }
+        const QString json = QStringLiteral(R"({"var_list": [%1], "scene_list": [{"name": "s",
+            "event_list": [{"name": "e", "action_list": [%2]}]}]})")
+                                 .arg(vars.join(','), action);
+        const OpenResult opened = task.openText(json.toUtf8());
+        EXPECT_TRUE(opened.ok) << opened.error.toStdString();
+        definitions = std::make_unique<RuntimeDefinitions>(task, clock);
+        context =
+            std::make_unique<RunContext>(RunContext{task, *definitions, clock, target, control});
+        autoscene::actions::registerAllRuntimeItems(factory, nullptr);
+        info.kind = TargetKind::Window;
+        const auto& records = task.scenes.at(0).events.at(0).actions;
+        EXPECT_EQ(records.size(), 1u);
+        return factory.action(*records.at(0), *context);
+    }
+
+    QJsonObject result(IAction& action) { return action.state(std::this_thread::get_id()); }
+
+    TaskDocument task;
+    ManualClock clock;
+    InProcessTarget target;
+    NoRunControl control;
+    RuntimeFactory factory;
+    TaskInfo info;
+    std::unique_ptr<RuntimeDefinitions> definitions;
+    std::unique_ptr<RunContext> context;
+};
+
+TEST_F(InputActions, TapRepeatsEveryPointWithItsPausesAndRandomPress) {
+    auto tap = build(R"({"type": 1, "variable_id": 1, "button": 1, "press_time": 0,
+        "click_times": 2, "interval": 1.5, "multi_interval": 0.25, "postpone": 0.5})",
+                     {"10,20,0,0|30,40,4,6"});
+    const std::int64_t before = clock.nowMs();
+    EXPECT_FLOAT_EQ(tap->run(info), 0.5f);
+    // Two repetitions of two points: one interval between repetitions, a pause after each point.
+    EXPECT_EQ(clock.nowMs() - before, 1500 + 4 * 250);
+
+    const auto inputs = target.inputs();
+    ASSERT_EQ(inputs.size(), 4u);
+    for (const RecordedInput& input : inputs) {
+        EXPECT_EQ(input.kind, Kind::Mouse);
+        EXPECT_EQ(input.code, int(MouseOp::LeftClick));
+        EXPECT_TRUE(input.detail >= 30 && input.detail <= 50) << input.detail;
+    }
+    EXPECT_EQ(QPoint(inputs[0].point.x, inputs[0].point.y), QPoint(10, 20));
+    EXPECT_TRUE(QRect(30, 40, 5, 7).contains(inputs[1].point.x, inputs[1].point.y));
+    EXPECT_EQ(result(*tap)["points"].toArray().size(), 4);
+
+    // No click count taps once; no places, nothing.
+    auto once = build(R"({"type": 1, "variable_id": 1, "button": 2, "press_time": 0.2,
+        "click_times": 0})",
+                      {"5,5,0,0"});
+    once->run(info);
+    build(R"({"type": 1, "variable_id": 1, "button": 1})", {""})->run(info);
+    ASSERT_EQ(target.inputs().size(), 5u);
+    EXPECT_EQ(target.inputs()[4].code, int(MouseOp::RightClick));
+    EXPECT_EQ(target.inputs()[4].detail, 200);
+}
+
+TEST_F(InputActions, SlideGoesDownMovesInFiftyMsTicksFromTheFirstPointAndUpAtTheLast) {
+    const auto steps = MVSlideAction::segmentSteps({0, 0}, {100, 30}, 120);
+    ASSERT_EQ(steps.size(), 2u);  // 120 / 50
+    EXPECT_EQ(steps[0].point.x, 50);
+    EXPECT_EQ(steps[0].point.y, 15);
+    EXPECT_EQ(steps[1].point.x, 100);  // the last step lands exactly on the target
+    EXPECT_EQ(steps[1].waitMs, 50);
+    // Shorter than a tick: one step, and the wait past the duration clamps to 0.
+    const auto short_ = MVSlideAction::segmentSteps({0, 0}, {9, 9}, 30);
+    ASSERT_EQ(short_.size(), 1u);
+    EXPECT_EQ(short_[0].waitMs, 0);
+
+    auto slide = build(R"({"type": 7, "var_list": [1, 2, 3], "slide_time": 100,
+        "time_list": [0.5, 0.2]})",
+                       {"0,0,0,0", "40,0,0,0", "0,80,0,0"});
+    const std::int64_t before = clock.nowMs();
+    slide->run(info);
+    const auto inputs = target.inputs();
+    // down, 4 moves of segment 1 (200 ms), 2 moves of segment 2 (slide_time 100 ms), up.
+    ASSERT_EQ(inputs.size(), 8u);
+    EXPECT_EQ(inputs.front().code, int(MouseOp::LeftDown));
+    EXPECT_EQ(inputs[1].point.x, 10);
+    EXPECT_EQ(inputs[4].point.x, 40);
+    EXPECT_EQ(inputs[5].point.x, 0);  // the second segment starts over from the first point
+    EXPECT_EQ(inputs[5].point.y, 40);
+    EXPECT_EQ(inputs[6].point.y, 80);
+    EXPECT_EQ(inputs.back().code, int(MouseOp::LeftUp));
+    EXPECT_EQ(inputs.back().point.y, 80);
+    EXPECT_EQ(clock.nowMs() - before, 500 + 200 + 100);
+    EXPECT_EQ(result(*slide)["points"].toArray().size(), 3);
+}
+
+TEST_F(InputActions, KeyModesAndGroupOrder) {
+    auto click = build(R"({"type": 11, "key": 65, "event_type": 0})");
+    click->run(info);
+    auto up = build(R"({"type": 11, "key": 66, "event_type": 2})");
+    up->run(info);
+    auto group =
+        build(R"({"type": 11, "key": 0, "event_type": 3, "group_key": [16777249, 16777248, 83]})");
+    group->run(info);
+
+    std::vector<std::pair<int, int>> seen;
+    for (const auto& input : target.inputs()) {
+        seen.emplace_back(input.code, input.detail);
+    }
+    const std::vector<std::pair<int, int>> expected = {{65, 0},       {66, 2},      {16777249, 1},
+                                                       {16777248, 1}, {83, 1},      {83, 2},
+                                                       {16777248, 2}, {16777249, 2}};
+    EXPECT_EQ(seen, expected);
+    EXPECT_EQ(result(*group)["key"].toArray().size(), 3);
+    EXPECT_EQ(result(*up)["key"].toInt(), 66);
+
+    auto garbled = build(R"({"type": 11, "event_type": 3, "group_key": "Ctrl+S"})");
+    garbled->run(info);
+    EXPECT_EQ(target.inputs().size(), expected.size());
+}
+
+// Literal text reaches a real target in the demo task's run (tests/integration/runner).
+TEST_F(InputActions, TextComesFromItsVariableWhenOneIsNamed) {
+    auto fromVariable = build(R"({"type": 6, "text": "ignored", "variable": 1})", {"名字"});
+    fromVariable->run(info);
+    const auto inputs = target.inputs();
+    ASSERT_EQ(inputs.size(), 1u);
+    EXPECT_EQ(inputs[0].text, QStringLiteral("名字"));
+    EXPECT_EQ(result(*fromVariable)["text"].toString(), QStringLiteral("名字"));
+}
+
+TEST_F(InputActions, MouseUpAndWheelUseTheRememberedOrNoPoint) {
+    auto up = build(R"({"type": 17, "button": 7})");
+    up->run(info);
+    auto wheel = build(R"({"type": 13, "wheel": -3, "point_variable": 9})");
+    wheel->run(info);
+    const auto inputs = target.inputs();
+    ASSERT_EQ(inputs.size(), 2u);
+    EXPECT_EQ(inputs[0].code, int(MouseOp::RightUp));
+    EXPECT_EQ(inputs[0].point.x, -1);
+    EXPECT_EQ(inputs[1].kind, Kind::Wheel);
+    EXPECT_EQ(inputs[1].code, -3);
+    EXPECT_EQ(inputs[1].point.y, -1);
+
+    TaskInfo device;
+    device.kind = TargetKind::AndroidDevice;
+    EXPECT_EQ(wheel->run(device), 0.0f);
+    EXPECT_EQ(target.inputs().size(), 2u);
+}
+
+TEST_F(InputActions, StartAppReportsWhyAProgramDidNotStart) {
+    auto missing = build(R"({"type": 16, "app_path": "/nonexistent/program"})");
+    missing->run(info);
+    EXPECT_FALSE(result(*missing)["err"].toString().isEmpty());
+
+    auto present = build(R"({"type": 16, "app_path": "/bin/true"})");
+    present->run(info);
+    EXPECT_TRUE(result(*present)["err"].toString().isEmpty());
+    EXPECT_EQ(result(*present)["app_path"].toString(), "/bin/true");
+}
+
+}  // namespace
