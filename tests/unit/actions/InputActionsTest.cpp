@@ -10,6 +10,7 @@
 #include "actions/RuntimeItems.h"
 #include "model/EditorScene.h"
 #include "InProcessTarget.h"
+#include "NoRunControl.h"
 #include "actions/InputActions.h"
 #include "ManualClock.h"
 #include "engine/RunContext.h"
@@ -23,21 +24,18 @@ using autoscene::actions::MVSlideAction;
 using autoscene::platform::MouseOp;
 using autoscene::platform::Point;
 using autoscene::test::InProcessTarget;
+using autoscene::test::NoRunControl;
 using autoscene::test::ManualClock;
 using autoscene::test::RecordedInput;
 using Kind = RecordedInput::Kind;
 
 namespace {
 
-class NoRunControl : public IRunControl {
-public:
-    void stopByTask() override {}
-    void finishCurrentTarget(int) override {}
-};
-
 // One scene whose only event holds `actions`, with variables 1..n holding `places`.
 class InputActions : public ::testing::Test {
 protected:
+    InputActions() { autoscene::actions::registerAllRuntimeItems(factory, nullptr); }
+
     std::unique_ptr<IAction> build(const QString& action, const QStringList& places = {}) {
         QStringList vars;
         for (int i = 0; i < places.size(); ++i) {
@@ -53,7 +51,6 @@ protected:
         definitions = std::make_unique<RuntimeDefinitions>(task, clock);
         context =
             std::make_unique<RunContext>(RunContext{task, *definitions, clock, target, control});
-        autoscene::actions::registerAllRuntimeItems(factory, nullptr);
         info.kind = TargetKind::Window;
         const auto& records = task.scenes.at(0).events.at(0).actions;
         EXPECT_EQ(records.size(), 1u);

@@ -1,10 +1,9 @@
 #pragma once
-// Shared by the matching tests: random frames to cut templates from, and a run control
-// for actions run outside a runner.
+// Shared by the matching tests: random frames to cut templates from.
 
 #include <opencv2/core.hpp>
 
-#include "engine/RunContext.h"
+#include "NoRunControl.h"
 
 namespace autoscene::test {
 
@@ -15,11 +14,5 @@ inline cv::Mat noiseFrame(int cols, int rows, std::uint64_t seed) {
     rng.fill(frame, cv::RNG::UNIFORM, 0, 256);
     return frame;
 }
-
-class NoRunControl : public engine::IRunControl {
-public:
-    void stopByTask() override {}
-    void finishCurrentTarget(int) override {}
-};
 
 }  // namespace autoscene::test
