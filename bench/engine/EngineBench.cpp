@@ -13,8 +13,8 @@
 
 #include "InProcessTarget.h"
 #include "engine/RuntimeFactory.h"
-#include "model/TaskDocument.h"
 #include "engine/TaskRunner.h"
+#include "model/TaskDocument.h"
 
 using namespace autoscene;
 

@@ -13,12 +13,12 @@
 #include <opencv2/imgproc.hpp>
 #include <vector>
 
-#include "recognition/ColorSearch.h"
-#include "recognition/DetectionPool.h"
 #include "conditions/ImageCondition.h"
 #include "engine/RunClock.h"
 #include "engine/Scene.h"
 #include "engine/ScreenDetection.h"
+#include "recognition/ColorSearch.h"
+#include "recognition/DetectionPool.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::recognition;

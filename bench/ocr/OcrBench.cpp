@@ -12,9 +12,9 @@
 #include <memory>
 #include <opencv2/imgcodecs.hpp>
 
-#include "text/OcrClient.h"
 #include "OcrServiceProcess.h"
 #include "UiTextCorpus.h"
+#include "text/OcrClient.h"
 
 namespace testkit = autoscene::ocr::testkit;
 using autoscene::text::OcrEngine;

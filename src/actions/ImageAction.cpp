@@ -20,7 +20,8 @@ float ImageAction::run(TaskInfo& task) {
                        {QStringLiteral("err"), recognition::matchStatusText(match.status)},
                        {QStringLiteral("sim"), double(match.score)},
                        {QStringLiteral("points"), QJsonArray()}};
-    if (match.status != recognition::kMatchOk || target_.matcher->settings().similarity > match.score) {
+    if (match.status != recognition::kMatchOk ||
+        target_.matcher->settings().similarity > match.score) {
         setResult(result);
         return 0.0f;
     }

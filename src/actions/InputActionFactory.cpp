@@ -1,10 +1,10 @@
 #include <rapidjson/document.h>
 
 #include "actions/ActionGroups.h"
-#include "model/EditorActions.h"
 #include "actions/InputActions.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
+#include "model/EditorActions.h"
 
 namespace autoscene::actions {
 
@@ -58,9 +58,9 @@ void registerInputActions(engine::RuntimeFactory& factory) {
         return std::make_unique<MouseUpAction>(c, mouseOp(r.button), r.postpone);
     });
     factory.addAction<EditorMouseWheelAction>([](const EditorMouseWheelAction& r, RunContext& c) {
-                          return std::make_unique<MouseWheelAction>(
-                              c, r.wheel, c.definitions.find(r.pointVariable), r.postpone);
-                      });
+        return std::make_unique<MouseWheelAction>(c, r.wheel, c.definitions.find(r.pointVariable),
+                                                  r.postpone);
+    });
     factory.addAction<EditorStartAppAction>([](const EditorStartAppAction& r, RunContext& c) {
         return std::make_unique<MVStartAppAction>(
             r.appPath, r.pathVariable > 0 ? c.definitions.find(r.pathVariable) : nullptr);

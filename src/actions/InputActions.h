@@ -5,9 +5,9 @@
 #include <QString>
 #include <vector>
 
+#include "desktop/DesktopBackend.h"
 #include "engine/IAction.h"
 #include "engine/RunContext.h"
-#include "desktop/DesktopBackend.h"
 
 namespace autoscene::engine {
 class MVVariable;
@@ -52,7 +52,8 @@ public:
     };
     // The moves of one segment: from the slide's first point towards `to` (each
     // segment starts its path again from the first point), the last landing on `to`.
-    static std::vector<Step> segmentSteps(platform::Point first, platform::Point to, int durationMs);
+    static std::vector<Step> segmentSteps(platform::Point first, platform::Point to,
+                                          int durationMs);
 
 private:
     engine::RunContext& context_;

@@ -28,8 +28,9 @@ float LabelAction::run(TaskInfo& task) {
                        {QStringLiteral("err"), label.isEmpty() ? labelMissingText() : QString()},
                        {QStringLiteral("sim"), 0.0},
                        {QStringLiteral("points"), QJsonArray()}};
-    const conditions::LabelFind find = conditions::findLabel(conditions::labelsOf(task, target_.detector), label,
-                                             target_.minProbability, target_.searchArea.rects());
+    const conditions::LabelFind find =
+        conditions::findLabel(conditions::labelsOf(task, target_.detector), label,
+                              target_.minProbability, target_.searchArea.rects());
     if (find.box) {
         result[QStringLiteral("sim")] = double(find.box->probability);
     }

@@ -1,7 +1,7 @@
 #include "actions/MVClickColorAction.h"
 
-#include "recognition/ColorSearch.h"
 #include "engine/RandomPick.h"
+#include "recognition/ColorSearch.h"
 
 namespace autoscene::actions {
 

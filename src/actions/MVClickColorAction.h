@@ -2,10 +2,10 @@
 // Clicks the first pixel of a colour found in the search rectangles. Results:
 // "type", "clicked", "alias", "err".
 
-#include "recognition/ColorSearch.h"
 #include "actions/FindClick.h"
-#include "system/PerThread.h"
 #include "engine/SearchArea.h"
+#include "recognition/ColorSearch.h"
+#include "system/PerThread.h"
 
 namespace autoscene::actions {
 

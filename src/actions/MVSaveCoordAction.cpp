@@ -20,7 +20,8 @@ float MVSaveCoordAction::run(TaskInfo& task) {
     for (size_t i = 0; i < record.resultCount; ++i) {
         const recognition::MatchResult& result = record.results[i];
         bestScore = std::max(bestScore, result.score);
-        if (result.status != recognition::kMatchOk || result.score < matcher.settings().similarity) {
+        if (result.status != recognition::kMatchOk ||
+            result.score < matcher.settings().similarity) {
             continue;
         }
         found.push_back(saved(target_.origin, result.match));

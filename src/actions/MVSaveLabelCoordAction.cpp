@@ -13,8 +13,8 @@ float MVSaveLabelCoordAction::run(TaskInfo& task) {
     std::vector<QRect> found;
     float bestProbability = 0.0f;
     for (const recognition::LabelBox& box :
-         conditions::findAllLabels(conditions::labelsOf(task, target_.detector), label, target_.minProbability,
-                       target_.searchArea.rects())) {
+         conditions::findAllLabels(conditions::labelsOf(task, target_.detector), label,
+                                   target_.minProbability, target_.searchArea.rects())) {
         bestProbability = std::max(bestProbability, box.probability);
         found.push_back(saved(areaOrigin(), conditions::boxRect(box)));
     }

@@ -6,8 +6,8 @@
 #include <QSettings>
 #include <chrono>
 
-#include "text/OcrClient.h"
 #include "system/ProcessEnd.h"
+#include "text/OcrClient.h"
 
 namespace autoscene::app {
 

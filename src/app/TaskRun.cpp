@@ -6,17 +6,20 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <algorithm>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
+#include <optional>
+#include <variant>
 
-#include "text/OcrClient.h"
 #include "app/OcrServiceWatcher.h"
 #include "app/RunReporter.h"
 #include "engine/RuntimeFactory.h"
+#include "engine/TaskRunner.h"
 #include "model/TaskDocument.h"
 #include "recognition/DetectionPool.h"
-#include "engine/TaskRunner.h"
 #include "targets/WindowTarget.h"
+#include "text/OcrClient.h"
 
 namespace autoscene::app {
 
@@ -73,29 +76,93 @@ bool saveFrame(platform::IDesktopBackend& backend, platform::WindowHandle window
     return saved;
 }
 
-}  // namespace
-
-int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QTextStream& out,
-            QTextStream& err, const StopRequest& stopRequested) {
+// Opens the task folder; nothing when it cannot run here (said on `err`).
+std::optional<int> openTask(const RunOptions& options, model::TaskDocument& task,
+                            QTextStream& err) {
     if (!QFileInfo(options.taskFolder + "/script.json").isFile()) {
         err << "no script.json in " << options.taskFolder << '\n';
         return kBadArguments;
     }
-    model::TaskDocument task;
     const model::OpenResult opened = task.openFolder(options.taskFolder);
     if (!opened.ok) {
         err << "cannot open " << options.taskFolder << ": " << opened.error << '\n';
         return kBadArguments;
     }
-    const model::TaskSettings& settings = task.settings;
-    const bool windowMode = !options.fullScreen && (options.windowTitle || options.className ||
-                                                    settings.taskMode == int(TaskMode::Window));
-    if (!options.fullScreen && !windowMode && settings.taskMode != int(TaskMode::FullScreen)) {
+    const int mode = task.settings.taskMode;
+    if (!options.fullScreen && !options.windowTitle && !options.className &&
+        mode != int(TaskMode::Window) && mode != int(TaskMode::FullScreen)) {
         err << "this task drives an Android device, which autoscene-run does not drive yet; "
                "use --full-screen or --window to run it on the desktop\n";
         return kBadArguments;
     }
+    return std::nullopt;
+}
 
+bool drivesWindow(const RunOptions& options, const model::TaskSettings& settings) {
+    return !options.fullScreen &&
+           (options.windowTitle || options.className || settings.taskMode == int(TaskMode::Window));
+}
+
+// The first window the query accepts, resized as the task asks; the desktop when the run
+// drives the whole screen. Exit code kNoTarget when no window matches.
+std::variant<RunTarget, int> chooseTarget(bool windowMode, const model::WindowInfo& info,
+                                          platform::IDesktopBackend& backend,
+                                          const platform::WindowQuery& query,
+                                          targets::WindowQueryMatcher& matcher, QTextStream& err) {
+    RunTarget target{TargetKind::Desktop};
+    if (!windowMode) {
+        return target;
+    }
+    const auto windows = backend.topLevelWindows();
+    const auto found = std::find_if(windows.begin(), windows.end(),
+                                    [&](platform::WindowHandle w) { return matcher.accepts(w); });
+    if (found == windows.end()) {
+        err << "no window found with " << describeQuery(query) << '\n';
+        return kNoTarget;
+    }
+    target.kind = TargetKind::Window;
+    target.window = *found;
+    target.child = backend.findChild(*found, query);
+    if (info.modifySize && !backend.resizeClient(*found, info.width, info.height)) {
+        err << "could not resize the window to " << info.width << "x" << info.height << '\n';
+    }
+    return target;
+}
+
+void applyOptions(const RunOptions& options, engine::TaskRunner& runner) {
+    if (options.loopMode) {
+        runner.setLoopMode(*options.loopMode);
+    }
+    if (options.loopIntervalMs) {
+        runner.setLoopIntervalMs(*options.loopIntervalMs);
+    }
+    runner.setRunTimeLimitSeconds(options.timeLimitSeconds);
+}
+
+// Runs until the run ends or the user asks it to stop; the seconds it took.
+double drive(engine::TaskRunner& runner, const RunTarget& target,
+             const StopRequest& stopRequested) {
+    QElapsedTimer elapsed;
+    elapsed.start();
+    runner.start({target});
+    while (!runner.idle()) {
+        if (stopRequested(std::chrono::milliseconds(100))) {
+            runner.stop();
+        }
+    }
+    runner.waitUntilIdle(std::chrono::seconds(30));
+    return double(elapsed.nsecsElapsed()) / 1e9;
+}
+
+}  // namespace
+
+int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QTextStream& out,
+            QTextStream& err, const StopRequest& stopRequested) {
+    model::TaskDocument task;
+    if (const auto refused = openTask(options, task, err)) {
+        return *refused;
+    }
+    const model::TaskSettings& settings = task.settings;
     targets::WindowTarget::Modes modes;
     modes.backgroundInput = options.background.value_or(settings.backAct);
     modes.backgroundCapture = options.background.value_or(settings.backCapture);
@@ -103,27 +170,12 @@ int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QText
     targets::WindowTarget target(backend, modes, query);
     targets::WindowQueryMatcher matcher(backend, query);
 
-    RunTarget runTarget{TargetKind::Desktop};
-    if (windowMode) {
-        platform::WindowHandle found = 0;
-        for (platform::WindowHandle window : backend.topLevelWindows()) {
-            if (matcher.accepts(window)) {
-                found = window;
-                break;
-            }
-        }
-        if (!found) {
-            err << "no window found with " << describeQuery(query) << '\n';
-            return kNoTarget;
-        }
-        runTarget.kind = TargetKind::Window;
-        runTarget.window = found;
-        runTarget.child = backend.findChild(found, query);
-        const model::WindowInfo& size = settings.windowInfo;
-        if (size.modifySize && !backend.resizeClient(found, size.width, size.height)) {
-            err << "could not resize the window to " << size.width << "x" << size.height << '\n';
-        }
+    auto chosen = chooseTarget(drivesWindow(options, settings), settings.windowInfo, backend, query,
+                               matcher, err);
+    if (const int* code = std::get_if<int>(&chosen)) {
+        return *code;
     }
+    RunTarget runTarget = std::get<RunTarget>(std::move(chosen));
     runTarget.variableOverrides = options.variables;
 
     const auto ocr = std::make_shared<text::OcrClient>();
@@ -143,25 +195,9 @@ int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QText
     runner.setSceneObserver(&reporter);
     runner.setRunObserver(&reporter);
     runner.setWindowMatcher(&matcher);
-    if (options.loopMode) {
-        runner.setLoopMode(*options.loopMode);
-    }
-    if (options.loopIntervalMs) {
-        runner.setLoopIntervalMs(*options.loopIntervalMs);
-    }
-    runner.setRunTimeLimitSeconds(options.timeLimitSeconds);
+    applyOptions(options, runner);
 
-    QElapsedTimer elapsed;
-    elapsed.start();
-    runner.start({runTarget});
-    while (!runner.idle()) {
-        if (stopRequested(std::chrono::milliseconds(100))) {
-            runner.stop();
-        }
-    }
-    runner.waitUntilIdle(std::chrono::seconds(30));
-    const double seconds = double(elapsed.nsecsElapsed()) / 1e9;
-
+    const double seconds = drive(runner, runTarget, stopRequested);
     if (!options.saveFrame.isEmpty() &&
         !saveFrame(backend, runTarget.window, modes.backgroundCapture, options.saveFrame)) {
         err << "could not save the last frame to " << options.saveFrame << '\n';

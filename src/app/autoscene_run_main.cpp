@@ -2,10 +2,10 @@
 #include <QLoggingCategory>
 #include <QTextStream>
 
-#include "system/CrashHandler.h"
 #include "app/RunOptions.h"
-#include "system/StopSignals.h"
 #include "app/TaskRun.h"
+#include "system/CrashHandler.h"
+#include "system/StopSignals.h"
 #include "x11/X11Backend.h"
 
 Q_LOGGING_CATEGORY(lcDesktop, "autoscene.targets.x11")

@@ -24,16 +24,17 @@ int ColorCondition::detect(engine::TaskInfo& task) {
     counts.cycleId = task.cycleCount;
     counts.observed = 0;
     counts.searched = rect_.value_or(QRect(0, 0, task.frame.cols, task.frame.rows));
-    const int count =
-        recognition::countColor(task.frame, colour_->rgb, colour_->similarity, counts.searched, counts.mask);
+    const int count = recognition::countColor(task.frame, colour_->rgb, colour_->similarity,
+                                              counts.searched, counts.mask);
     if (count < 0) {
         return 0;
     }
     // The first count has nothing to differ from, so it counts as unchanged.
     counts.previous = counts.current < 0 ? count : counts.current;
     counts.current = count;
-    const int change =
-        std::abs(counts.current - counts.previous) >= tests_.countTolerance ? engine::kChanged : engine::kUnchanged;
+    const int change = std::abs(counts.current - counts.previous) >= tests_.countTolerance
+                           ? engine::kChanged
+                           : engine::kUnchanged;
     const int size = counts.current > tests_.count ? engine::kMoreThan : engine::kNotMoreThan;
     counts.observed = change | size;
     return counts.observed;

@@ -5,8 +5,8 @@
 #include <QRect>
 #include <optional>
 
-#include "recognition/ColorSearch.h"
 #include "engine/ScreenItem.h"
+#include "recognition/ColorSearch.h"
 
 namespace autoscene::conditions {
 

@@ -3,7 +3,8 @@
 namespace autoscene::conditions {
 
 ImageCondition::ImageCondition(int relation, Settings settings, const engine::RunClock& clock,
-                               QString imageName, std::shared_ptr<recognition::TemplateMatcher> matcher,
+                               QString imageName,
+                               std::shared_ptr<recognition::TemplateMatcher> matcher,
                                engine::SearchArea searchArea)
     : engine::ScreenItem(kType, relation, settings, clock),
       imageName_(std::move(imageName)),

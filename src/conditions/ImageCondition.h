@@ -13,8 +13,9 @@ class ImageCondition : public engine::ScreenItem {
 public:
     static constexpr int kType = 1;
 
-    ImageCondition(int relation, Settings settings, const engine::RunClock& clock, QString imageName,
-                   std::shared_ptr<recognition::TemplateMatcher> matcher, engine::SearchArea searchArea);
+    ImageCondition(int relation, Settings settings, const engine::RunClock& clock,
+                   QString imageName, std::shared_ptr<recognition::TemplateMatcher> matcher,
+                   engine::SearchArea searchArea);
 
     void clearThreadState() override;
     QJsonObject describe(std::thread::id thread) const override;

@@ -5,8 +5,8 @@
 namespace autoscene::conditions {
 
 LabelCondition::LabelCondition(int relation, Settings settings, const engine::RunClock& clock,
-                               recognition::ILabelDetector* detector, int labelId, float minProbability,
-                               engine::SearchArea searchArea)
+                               recognition::ILabelDetector* detector, int labelId,
+                               float minProbability, engine::SearchArea searchArea)
     : engine::ScreenItem(kType, relation, settings, clock),
       detector_(detector),
       labelId_(labelId),

@@ -12,8 +12,9 @@ public:
     static constexpr int kType = 8;
 
     // `detector` may be null (no model): nothing is ever found.
-    LabelCondition(int relation, Settings settings, const engine::RunClock& clock, recognition::ILabelDetector* detector,
-                   int labelId, float minProbability, engine::SearchArea searchArea);
+    LabelCondition(int relation, Settings settings, const engine::RunClock& clock,
+                   recognition::ILabelDetector* detector, int labelId, float minProbability,
+                   engine::SearchArea searchArea);
 
     void clearThreadState() override;
     QJsonObject describe(std::thread::id thread) const override;

@@ -34,7 +34,8 @@ bool inside(const recognition::LabelBox& box, const std::vector<QRect>& rects) {
 
 }  // namespace
 
-std::vector<recognition::LabelBox> labelsOf(engine::TaskInfo& task, recognition::ILabelDetector* detector) {
+std::vector<recognition::LabelBox> labelsOf(engine::TaskInfo& task,
+                                            recognition::ILabelDetector* detector) {
     if (!detector || task.frame.empty()) {
         return {};
     }
@@ -57,8 +58,8 @@ std::vector<recognition::LabelBox> labelsOf(engine::TaskInfo& task, recognition:
     return cached->boxes;
 }
 
-LabelFind findLabel(const std::vector<recognition::LabelBox>& boxes, const QString& label, float minProbability,
-                    const std::vector<QRect>& rects) {
+LabelFind findLabel(const std::vector<recognition::LabelBox>& boxes, const QString& label,
+                    float minProbability, const std::vector<QRect>& rects) {
     LabelFind find;
     for (const recognition::LabelBox& box : boxes) {
         if (!considered(box, label, minProbability)) {
@@ -73,8 +74,9 @@ LabelFind findLabel(const std::vector<recognition::LabelBox>& boxes, const QStri
     return find;
 }
 
-std::vector<recognition::LabelBox> findAllLabels(const std::vector<recognition::LabelBox>& boxes, const QString& label,
-                                    float minProbability, const std::vector<QRect>& rects) {
+std::vector<recognition::LabelBox> findAllLabels(const std::vector<recognition::LabelBox>& boxes,
+                                                 const QString& label, float minProbability,
+                                                 const std::vector<QRect>& rects) {
     std::vector<recognition::LabelBox> found;
     for (const recognition::LabelBox& box : boxes) {
         if (considered(box, label, minProbability) && inside(box, rects)) {

@@ -4,8 +4,8 @@
 
 namespace autoscene::conditions {
 
-ScreenTextCondition::ScreenTextCondition(int relation, Settings settings, const engine::RunClock& clock,
-                                         TextSearch search)
+ScreenTextCondition::ScreenTextCondition(int relation, Settings settings,
+                                         const engine::RunClock& clock, TextSearch search)
     : engine::ScreenItem(kType, relation, settings, clock), search_(std::move(search)) {}
 
 int ScreenTextCondition::detect(engine::TaskInfo& task) {

@@ -2,8 +2,8 @@
 // Holds when a text box in its region matches the wanted text. The matching boxes
 // are the thread's result, shown in the status as "text_rects".
 
-#include "engine/ScreenItem.h"
 #include "conditions/TextSearch.h"
+#include "engine/ScreenItem.h"
 
 namespace autoscene::conditions {
 
@@ -11,7 +11,8 @@ class ScreenTextCondition : public engine::ScreenItem {
 public:
     static constexpr int kType = 6;
 
-    ScreenTextCondition(int relation, Settings settings, const engine::RunClock& clock, TextSearch search);
+    ScreenTextCondition(int relation, Settings settings, const engine::RunClock& clock,
+                        TextSearch search);
 
     void clearThreadState() override;
     QJsonObject describe(std::thread::id thread) const override;

@@ -33,8 +33,8 @@ std::vector<text::TextBox> TextSearch::find(const engine::TaskInfo& task) const 
     return found;
 }
 
-text::TextPreparation textPreparationOf(int imageType, int thresholdValue, const std::string& filterColor,
-                                  float filterSimilarity) {
+text::TextPreparation textPreparationOf(int imageType, int thresholdValue,
+                                        const std::string& filterColor, float filterSimilarity) {
     // The file keeps the colour as a JSON value: a number, or a number in a string.
     std::string_view digits = filterColor;
     if (digits.size() >= 2 && digits.front() == '"' && digits.back() == '"') {

@@ -20,7 +20,8 @@ namespace autoscene::conditions {
 
 class TextSearch {
 public:
-    TextSearch(std::shared_ptr<text::TextRegionReader> reader, text::TextMatcher matcher, engine::SearchArea area);
+    TextSearch(std::shared_ptr<text::TextRegionReader> reader, text::TextMatcher matcher,
+               engine::SearchArea area);
 
     // The boxes that match, in answer order, over the area's rectangles in turn (the
     // variable's, else the crop, else the whole frame).
@@ -35,8 +36,8 @@ private:
 };
 
 // The preparation fields of a record; a filter colour that is not a number is 0.
-text::TextPreparation textPreparationOf(int imageType, int thresholdValue, const std::string& filterColor,
-                                  float filterSimilarity);
+text::TextPreparation textPreparationOf(int imageType, int thresholdValue,
+                                        const std::string& filterColor, float filterSimilarity);
 
 TextSearch makeTextSearch(const model::TextRegion& region, engine::RunContext& context,
                           std::shared_ptr<const text::OcrClient> client);

@@ -12,7 +12,8 @@ MVVariable::MVVariable(int id, QString name, QString defaultValue, Scope scope)
       default_(std::move(defaultValue)) {}
 
 MVVariable::ThreadValue& MVVariable::own() {
-    const auto [it, added] = threads_.try_emplace(sys::threadKey(), ThreadValue{default_, {}, false});
+    const auto [it, added] =
+        threads_.try_emplace(sys::threadKey(), ThreadValue{default_, {}, false});
     return it->second;
 }
 

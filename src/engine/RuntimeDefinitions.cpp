@@ -3,10 +3,10 @@
 #include <QTime>
 #include <algorithm>
 
-#include "model/Definitions.h"
 #include "engine/MVAlarm.h"
 #include "engine/MVRandom.h"
 #include "engine/MVTimer.h"
+#include "model/Definitions.h"
 #include "model/TaskDocument.h"
 
 namespace autoscene::engine {

@@ -6,13 +6,13 @@
 #include <QLoggingCategory>
 
 #include "engine/BasicConditions.h"
-#include "model/EditorActions.h"
-#include "model/EditorConditions.h"
 #include "engine/ItemGroup.h"
 #include "engine/MVAlarm.h"
 #include "engine/MVTimer.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/StateActions.h"
+#include "model/EditorActions.h"
+#include "model/EditorConditions.h"
 
 namespace autoscene::engine {
 
@@ -52,12 +52,13 @@ public:
 }  // namespace
 
 RuntimeFactory::RuntimeFactory() {
-    addCondition<EditorVariableCondition>([](const EditorVariableCondition& r, RunContext& context) {
-        return std::make_unique<VariableCondition>(
-            r.relation(), context.definitions.find(r.variableId),
-            r.isVariableCompare ? context.definitions.find(r.compareId) : nullptr, r.compareValue,
-            r.state);
-    });
+    addCondition<EditorVariableCondition>(
+        [](const EditorVariableCondition& r, RunContext& context) {
+            return std::make_unique<VariableCondition>(
+                r.relation(), context.definitions.find(r.variableId),
+                r.isVariableCompare ? context.definitions.find(r.compareId) : nullptr,
+                r.compareValue, r.state);
+        });
     addCondition<EditorTimerCondition>([](const EditorTimerCondition& r, RunContext& context) {
         return std::make_unique<TimerCondition>(r.relation(),
                                                 context.definitions.findAs<MVTimer>(r.variableId));

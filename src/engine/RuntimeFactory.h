@@ -42,11 +42,12 @@ public:
     // Typed forms: the record class names the kind, the builder sees the record as that class.
     template <class Record, class Build>
     void addCondition(Build build) {
-        addCondition(Record::kType,
-                     [build = std::move(build)](const model::IEditorCondition& record,
-                                                RunContext& context) -> std::unique_ptr<ICondition> {
-                         return build(static_cast<const Record&>(record), context);
-                     });
+        addCondition(
+            Record::kType,
+            [build = std::move(build)](const model::IEditorCondition& record,
+                                       RunContext& context) -> std::unique_ptr<ICondition> {
+                return build(static_cast<const Record&>(record), context);
+            });
     }
     template <class Record, class Build>
     void addAction(Build build) {

@@ -9,8 +9,7 @@
 
 namespace autoscene::engine {
 
-VariableAction::VariableAction(Kind kind, MVVariable* variable, QString literal,
-                               MVVariable* source)
+VariableAction::VariableAction(Kind kind, MVVariable* variable, QString literal, MVVariable* source)
     : IAction(3, 0.0f),
       kind_(kind),
       variable_(variable),

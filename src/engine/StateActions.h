@@ -18,8 +18,7 @@ class VariableAction : public IAction {
 public:
     enum class Kind { Set = 0, Plus = 1, Sub = 2, Reset = 3 };
 
-    VariableAction(Kind kind, MVVariable* variable, QString literal,
-                   MVVariable* source);
+    VariableAction(Kind kind, MVVariable* variable, QString literal, MVVariable* source);
     float run(TaskInfo& task) override;
 
 private:

@@ -5,8 +5,8 @@
 #include <QString>
 #include <vector>
 
-#include "engine/TaskInfo.h"
 #include "desktop/DesktopBackend.h"
+#include "engine/TaskInfo.h"
 
 namespace autoscene::engine {
 

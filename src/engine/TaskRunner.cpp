@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <opencv2/imgproc.hpp>
 
-#include "model/EditorScene.h"
 #include "engine/RuntimeFactory.h"
+#include "model/EditorScene.h"
 #include "model/TaskDocument.h"
 
 namespace autoscene::engine {
@@ -45,7 +45,6 @@ void TaskRunner::joinWorkers() {
     }
     workers_.clear();
 }
-
 
 std::unique_ptr<RuntimeEvent> TaskRunner::buildEvent(const EditorEvent& record,
                                                      const RuntimeFactory& factory, bool common) {

@@ -17,7 +17,8 @@ bool hasChildQuery(const platform::WindowQuery& query) {
 
 }  // namespace
 
-WindowTarget::WindowTarget(platform::IDesktopBackend& backend, Modes modes, platform::WindowQuery query)
+WindowTarget::WindowTarget(platform::IDesktopBackend& backend, Modes modes,
+                           platform::WindowQuery query)
     : backend_(backend), modes_(modes), query_(std::move(query)) {}
 
 bool WindowTarget::ownsForegroundInput() const {
@@ -69,7 +70,8 @@ platform::InputTarget WindowTarget::inputTarget(const engine::TaskInfo& task) {
     return target;
 }
 
-void WindowTarget::mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op, int pressMs) {
+void WindowTarget::mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op,
+                         int pressMs) {
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
     if (!mayDeliver(!background)) {
         return;

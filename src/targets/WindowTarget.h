@@ -35,7 +35,8 @@ public:
     void targetStarted(const engine::TaskInfo& task) override;
     void targetEnded(const engine::TaskInfo& task) override;
 
-    void mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op, int pressMs) override;
+    void mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op,
+               int pressMs) override;
     void wheel(const engine::TaskInfo& task, int steps, platform::Point point) override;
     void key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) override;
     void keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) override;
@@ -60,7 +61,9 @@ class WindowQueryMatcher : public engine::IWindowMatcher {
 public:
     WindowQueryMatcher(platform::IDesktopBackend& backend, platform::WindowQuery query)
         : backend_(backend), query_(std::move(query)) {}
-    bool accepts(platform::WindowHandle window) override { return backend_.matches(window, query_); }
+    bool accepts(platform::WindowHandle window) override {
+        return backend_.matches(window, query_);
+    }
 
 private:
     platform::IDesktopBackend& backend_;

@@ -35,7 +35,7 @@ RecognisedText OcrClient::recognise(const cv::Mat& image, OcrEngine engine) cons
     const std::string_view content(reinterpret_cast<const char*>(png.data()), png.size());
     const http::HttpResponse response =
         http::httpPostMultipart(address, {}, {"image", "image.png", "image/png", content},
-                               {{"engine", engine == OcrEngine::Fast ? "fast" : "accurate"}});
+                                {{"engine", engine == OcrEngine::Fast ? "fast" : "accurate"}});
     if (!response.error.empty()) {
         qCWarning(lcOcrClient).noquote().nospace()
             << "curl_easy_perform() failed: " << QString::fromStdString(response.error);

@@ -2,7 +2,6 @@
 
 #include <optional>
 
-
 namespace autoscene::text {
 
 using model::TextCompare;

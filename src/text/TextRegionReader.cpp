@@ -15,7 +15,8 @@ cv::Mat prepareTextRegion(const cv::Mat& bgrRegion, const TextPreparation& prepa
             break;
         case recognition::MatchImageType::FilterColor:
             // The recogniser reads dark text on a light ground best.
-            recognition::filterColor(bgrRegion, preparation.filterColor, preparation.filterSimilarity, prepared);
+            recognition::filterColor(bgrRegion, preparation.filterColor,
+                                     preparation.filterSimilarity, prepared);
             cv::bitwise_not(prepared, prepared);
             break;
         default:
@@ -26,7 +27,8 @@ cv::Mat prepareTextRegion(const cv::Mat& bgrRegion, const TextPreparation& prepa
 }
 
 OcrEngine ocrEngineFor(recognition::MatchImageType imageType) {
-    return imageType == recognition::MatchImageType::Threshold ? OcrEngine::Fast : OcrEngine::Accurate;
+    return imageType == recognition::MatchImageType::Threshold ? OcrEngine::Fast
+                                                               : OcrEngine::Accurate;
 }
 
 TextRegionReader::TextRegionReader(std::shared_ptr<const OcrClient> client,

@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "text/OcrClient.h"
-#include "system/PerThread.h"
 #include "recognition/TemplateMatcher.h"
+#include "system/PerThread.h"
+#include "text/OcrClient.h"
 
 namespace autoscene::text {
 

@@ -56,8 +56,8 @@ void InProcessTarget::record(RecordedInput input) {
     inputs_.push_back(std::move(input));
 }
 
-void InProcessTarget::mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op,
-                            int pressMs) {
+void InProcessTarget::mouse(const engine::TaskInfo& task, platform::Point point,
+                            platform::MouseOp op, int pressMs) {
     record({RecordedInput::Kind::Mouse, task.window, point, int(op), pressMs, {}});
 }
 

@@ -8,8 +8,8 @@
 #include <thread>
 #include <vector>
 
-#include "win32/LogSink.h"
 #include "desktop/DesktopBackend.h"
+#include "win32/LogSink.h"
 
 namespace autoscene::platform::win32 {
 

@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-#include "win32/LogSink.h"
 #include "desktop/DesktopBackend.h"
+#include "win32/LogSink.h"
 
 namespace autoscene::platform::win32 {
 

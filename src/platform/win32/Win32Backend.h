@@ -4,10 +4,10 @@
 
 #include <mutex>
 
+#include "desktop/DesktopBackend.h"
 #include "win32/BackgroundInput.h"
 #include "win32/ForegroundInput.h"
 #include "win32/LogSink.h"
-#include "desktop/DesktopBackend.h"
 
 namespace autoscene::platform::win32 {
 

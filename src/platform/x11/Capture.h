@@ -4,9 +4,9 @@
 
 #include <X11/Xlib.h>
 
+#include "desktop/DesktopBackend.h"
 #include "x11/Connection.h"
 #include "x11/LogSink.h"
-#include "desktop/DesktopBackend.h"
 
 namespace autoscene::platform::x11 {
 

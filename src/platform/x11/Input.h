@@ -6,10 +6,10 @@
 #include <mutex>
 #include <string>
 
+#include "desktop/DesktopBackend.h"
 #include "x11/Connection.h"
 #include "x11/LogSink.h"
 #include "x11/PressedPoints.h"
-#include "desktop/DesktopBackend.h"
 
 namespace autoscene::platform::x11 {
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "x11/Connection.h"
 #include "desktop/DesktopBackend.h"
+#include "x11/Connection.h"
 
 namespace autoscene::platform::x11 {
 

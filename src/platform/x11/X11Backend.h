@@ -9,8 +9,8 @@
 
 #include <memory>
 
-#include "x11/LogSink.h"
 #include "desktop/DesktopBackend.h"
+#include "x11/LogSink.h"
 
 namespace autoscene::platform {
 

@@ -5,10 +5,10 @@
 
 #include <thread>
 
-#include "model/JsonReader.h"
 #include "OcrServer.h"
-#include "text/RecognisedText.h"
 #include "RecogniserPool.h"
+#include "model/JsonReader.h"
+#include "text/RecognisedText.h"
 
 namespace autoscene::fuzz {
 

@@ -13,8 +13,8 @@
 
 #include "DemoTargetProcess.h"
 #include "ReferenceScreen.h"
-#include "x11/X11Backend.h"
 #include "XvfbServer.h"
+#include "x11/X11Backend.h"
 
 namespace autoscene::testing {
 

@@ -7,15 +7,15 @@
 #include <QRect>
 #include <thread>
 
-#include "actions/RuntimeItems.h"
-#include "model/EditorScene.h"
 #include "InProcessTarget.h"
+#include "ManualClock.h"
 #include "NoRunControl.h"
 #include "actions/InputActions.h"
-#include "ManualClock.h"
+#include "actions/RuntimeItems.h"
 #include "engine/RunContext.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
+#include "model/EditorScene.h"
 #include "model/TaskDocument.h"
 
 using namespace autoscene::engine;
@@ -24,8 +24,8 @@ using autoscene::actions::MVSlideAction;
 using autoscene::platform::MouseOp;
 using autoscene::platform::Point;
 using autoscene::test::InProcessTarget;
-using autoscene::test::NoRunControl;
 using autoscene::test::ManualClock;
+using autoscene::test::NoRunControl;
 using autoscene::test::RecordedInput;
 using Kind = RecordedInput::Kind;
 

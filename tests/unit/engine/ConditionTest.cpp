@@ -4,10 +4,10 @@
 
 #include <QJsonArray>
 
+#include "ManualClock.h"
 #include "engine/BasicConditions.h"
 #include "engine/ItemGroup.h"
 #include "engine/MVVariable.h"
-#include "ManualClock.h"
 #include "engine/ScreenItem.h"
 
 using namespace autoscene::engine;

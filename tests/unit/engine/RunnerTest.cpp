@@ -9,12 +9,12 @@
 #include <opencv2/core.hpp>
 #include <set>
 
-#include "model/EditorActions.h"
 #include "InProcessTarget.h"
 #include "ManualClock.h"
 #include "engine/RuntimeFactory.h"
-#include "model/TaskDocument.h"
 #include "engine/TaskRunner.h"
+#include "model/EditorActions.h"
+#include "model/TaskDocument.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::model;

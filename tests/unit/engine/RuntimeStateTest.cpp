@@ -4,10 +4,10 @@
 
 #include <thread>
 
+#include "ManualClock.h"
 #include "engine/MVAlarm.h"
 #include "engine/MVRandom.h"
 #include "engine/MVTimer.h"
-#include "ManualClock.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/StateActions.h"
 

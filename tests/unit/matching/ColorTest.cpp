@@ -5,9 +5,9 @@
 
 #include <opencv2/core.hpp>
 
+#include "ManualClock.h"
 #include "conditions/ColorCondition.h"
 #include "recognition/ColorSearch.h"
-#include "ManualClock.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::recognition;

@@ -16,18 +16,18 @@
 #include <opencv2/imgproc.hpp>
 
 #include "InProcessTarget.h"
-#include "actions/LabelAction.h"
-#include "conditions/LabelCondition.h"
-#include "actions/MVSaveLabelCoordAction.h"
-#include "engine/MVVariable.h"
 #include "ManualClock.h"
-#include "actions/RuntimeItems.h"
 #include "MatchingTestKit.h"
+#include "actions/LabelAction.h"
+#include "actions/MVSaveLabelCoordAction.h"
+#include "actions/RuntimeItems.h"
+#include "conditions/LabelCondition.h"
+#include "conditions/ScreenConditions.h"
+#include "engine/MVVariable.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
-#include "conditions/ScreenConditions.h"
-#include "model/TaskDocument.h"
 #include "engine/TaskRunner.h"
+#include "model/TaskDocument.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::recognition;

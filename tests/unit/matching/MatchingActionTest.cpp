@@ -10,14 +10,14 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
-#include "actions/ImageAction.h"
 #include "InProcessTarget.h"
-#include "actions/MVClickColorAction.h"
-#include "actions/MVSaveCoordAction.h"
 #include "ManualClock.h"
 #include "MatchingTestKit.h"
-#include "engine/RuntimeDefinitions.h"
+#include "actions/ImageAction.h"
+#include "actions/MVClickColorAction.h"
+#include "actions/MVSaveCoordAction.h"
 #include "conditions/ScreenConditions.h"
+#include "engine/RuntimeDefinitions.h"
 #include "model/TaskDocument.h"
 
 using namespace autoscene::engine;

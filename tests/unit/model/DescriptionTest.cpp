@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "model/EditorActions.h"
 #include "model/EditorConditions.h"
 #include "model/TaskDocument.h"
-#include "TestSupport.h"
 
 using namespace autoscene::model;
 using namespace autoscene::test;

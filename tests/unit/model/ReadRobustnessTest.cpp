@@ -8,10 +8,10 @@
 #include <sys/resource.h>
 #include <csignal>
 
+#include "TestSupport.h"
 #include "model/EditorActions.h"
 #include "model/JsonReader.h"
 #include "model/TaskDocument.h"
-#include "TestSupport.h"
 
 using namespace autoscene::model;
 using namespace autoscene::test;

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "model/EditorActions.h"
 #include "model/TaskDocument.h"
-#include "TestSupport.h"
 
 using namespace autoscene::model;
 using namespace autoscene::test;

@@ -5,10 +5,10 @@
 #include <memory>
 #include <vector>
 
-#include "http/Http.h"
 #include "OcrServiceProcess.h"
-#include "system/Process.h"
 #include "RenderedText.h"
+#include "http/Http.h"
+#include "system/Process.h"
 
 using autoscene::ocr::testkit::OcrServiceProcess;
 using autoscene::ocr::testkit::renderTextPng;
@@ -134,7 +134,8 @@ TEST_F(OcrService, RejectsBadUploadsWithJsonErrorsAndKeepsServing) {
         EXPECT_TRUE(answer.valid && !answer.error.empty()) << bad.what;
     }
     // Not multipart at all.
-    const std::string plain = autoscene::http::httpPostJson(service->url(), {}, R"({"image": "x"})");
+    const std::string plain =
+        autoscene::http::httpPostJson(service->url(), {}, R"({"image": "x"})");
     EXPECT_FALSE(parseAnswer(plain).error.empty()) << plain;
 
     const Answer afterwards = detect(png);

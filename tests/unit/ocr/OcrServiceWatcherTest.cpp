@@ -13,9 +13,9 @@
 
 #include "LogCapture.h"
 #include "LoopbackPort.h"
-#include "text/OcrClient.h"
-#include "app/OcrServiceWatcher.h"
 #include "RenderedText.h"
+#include "app/OcrServiceWatcher.h"
+#include "text/OcrClient.h"
 
 using namespace autoscene::app;
 using namespace autoscene::text;

@@ -9,21 +9,21 @@
 #include <opencv2/imgcodecs.hpp>
 
 #include "InProcessTarget.h"
-#include "engine/ItemGroup.h"
 #include "LogCapture.h"
 #include "LoopbackPort.h"
-#include "engine/MVVariable.h"
 #include "ManualClock.h"
-#include "text/OcrClient.h"
 #include "OcrServiceProcess.h"
 #include "RenderedText.h"
+#include "actions/RuntimeItems.h"
+#include "engine/ItemGroup.h"
+#include "engine/MVVariable.h"
 #include "engine/RunObservers.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
 #include "engine/Scene.h"
-#include "model/TaskDocument.h"
 #include "engine/TaskRunner.h"
-#include "actions/RuntimeItems.h"
+#include "model/TaskDocument.h"
+#include "text/OcrClient.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::text;

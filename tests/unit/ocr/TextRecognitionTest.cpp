@@ -4,11 +4,11 @@
 
 #include <opencv2/core.hpp>
 
+#include "conditions/TextSearch.h"
 #include "engine/MVVariable.h"
 #include "text/RecognisedText.h"
 #include "text/TextMatcher.h"
 #include "text/TextRegionReader.h"
-#include "conditions/TextSearch.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::recognition;

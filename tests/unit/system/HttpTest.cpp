@@ -6,8 +6,8 @@
 #include <sstream>
 #include <thread>
 
-#include "http/Http.h"
 #include "LoopbackPort.h"
+#include "http/Http.h"
 
 namespace http = autoscene::http;
 namespace fs = std::filesystem;
@@ -85,7 +85,7 @@ TEST_F(Http, RequestsGoOutAsGiven) {
               "run 1||1");
     const std::string answer =
         http::httpPostForm(server.url("/echo"), {},
-                          {{"zeta", "last"}, {"alpha", "a b&c=d"}, {"名", "值%20"}, {"Mid", ""}});
+                           {{"zeta", "last"}, {"alpha", "a b&c=d"}, {"名", "值%20"}, {"Mid", ""}});
     EXPECT_EQ(answer, "application/x-www-form-urlencoded\nMid=&alpha=a b&c=d&zeta=last&名=值%20");
     const std::string json = R"({"name": "开始", "n": [1, 2]})";
     EXPECT_EQ(http::httpPostJson(server.url("/echo"), {{"X-Task", "1"}}, json),
