@@ -11,9 +11,9 @@
 
 #include "LogCapture.h"
 #include "LoopbackPort.h"
-#include "text/OcrClient.h"
 #include "OcrServiceProcess.h"
 #include "RenderedText.h"
+#include "text/OcrClient.h"
 #include "text/TextRegionReader.h"
 
 using namespace autoscene::recognition;
