@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "model/EditorActions.h"
 #include "model/TaskDocument.h"
-#include "TestSupport.h"
 
 using namespace autoscene::model;
 using namespace autoscene::test;
@@ -109,14 +109,6 @@ TEST(RoundTrip, ModelIdIsWrittenOnlyForATaskThatUsesLabels) {
     EXPECT_TRUE(withLabels.serialise().contains("\"model_id\": \"model-1\""));
     withLabels.modelId.clear();
     EXPECT_FALSE(withLabels.serialise().contains("model_id"));
-}
-
-TEST(RoundTrip, ATaskOpenedFromTextHasNoFolderToSaveInto) {
-    TaskDocument task;
-    openOrFail(task, "{}");
-    QString error;
-    EXPECT_FALSE(task.save(&error));
-    EXPECT_FALSE(error.isEmpty());
 }
 
 TEST(RoundTrip, SceneNamesAreUniqueAndCaseSensitive) {
