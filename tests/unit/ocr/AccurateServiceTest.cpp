@@ -124,14 +124,6 @@ TEST(AccurateService, ServesTheFastEngineWhenTheModelsAreMissingOrBroken) {
                            fs::copy_options::overwrite_existing);
          },
          "detector network"},
-        {"a character list with a line too few",
-         [&](const fs::path& to) {
-             copyModels(to);
-             std::string keys = fileText(to / kCharacterFile);
-             keys.erase(keys.rfind('\n'));
-             std::ofstream(to / kCharacterFile, std::ios::trunc) << keys;
-         },
-         kCharacterFile},
     };
     for (const auto& broken : cases) {
         SCOPED_TRACE(broken.what);

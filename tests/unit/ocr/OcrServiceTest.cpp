@@ -49,21 +49,17 @@ TEST_F(OcrService, GivesOneBoxPerLineInReadingOrderAtTheTextsPlace) {
     EXPECT_EQ(*blank.text, autoscene::text::RecognisedText{});
 }
 
+// Which images decode is OcrUploadTest's; here the server's own refusals and one decoder's.
 TEST_F(OcrService, RejectsBadUploadsWithJsonErrorsAndKeepsServing) {
     const std::string png = renderTextPng({200, 60}, {{"OK", {10, 10}, 32}});
     std::string tooLarge = png;
     tooLarge.resize(32u * 1024u * 1024u + 1u, '\0');
-    std::string hugeHeader = png;
-    hugeHeader.replace(16, 8, std::string("\x00\x00\xff\xff\x00\x00\xff\xff", 8));
     const struct {
         const char* what;
         std::string bytes;
         std::string field;
     } cases[] = {
         {"text instead of an image", "hello, this is not a picture", "image"},
-        {"a JPEG signature", "\xFF\xD8\xFF\xE0 not really", "image"},
-        {"a cut PNG", png.substr(0, png.size() / 2), "image"},
-        {"a PNG header claiming 65535 x 65535 pixels", hugeHeader, "image"},
         {"an empty file", "", "image"},
         {"more than 32 MiB", tooLarge, "image"},
         {"the wrong field name", png, "picture"},
