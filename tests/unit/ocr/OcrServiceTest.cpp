@@ -4,34 +4,25 @@
 #include <gtest/gtest.h>
 
 #include <future>
-#include <memory>
 #include <vector>
 
-#include "OcrServiceProcess.h"
 #include "RenderedText.h"
 #include "ServiceAnswer.h"
+#include "SharedOcrService.h"
 #include "http/Http.h"
 #include "system/Process.h"
 
 using namespace autoscene::ocr::testkit;
 
-class OcrService : public testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        service = std::make_unique<OcrServiceProcess>(MORVANE_OCR_PROGRAM, 4);
-    }
-    static void TearDownTestSuite() { service.reset(); }
+namespace {
 
-    static ServiceAnswer detect(const std::string& png, const std::string& field = "image") {
-        return readServiceAnswer(service->detect(png, field));
-    }
+ServiceAnswer detect(const std::string& png, const std::string& field = "image") {
+    return readServiceAnswer(sharedOcrService().detect(png, field));
+}
 
-    static std::unique_ptr<OcrServiceProcess> service;
-};
+}  // namespace
 
-std::unique_ptr<OcrServiceProcess> OcrService::service;
-
-TEST_F(OcrService, GivesOneBoxPerLineInReadingOrderAtTheTextsPlace) {
+TEST(OcrService, GivesOneBoxPerLineInReadingOrderAtTheTextsPlace) {
     const ServiceAnswer answer = detect(
         renderTextPng({640, 260}, {{"开始游戏", {40, 40}, 40}, {"Settings 设置", {300, 150}, 36}}));
     ASSERT_EQ(answer.lines(), (std::vector<std::string>{"开始游戏", "Settings 设置"}));
@@ -50,7 +41,7 @@ TEST_F(OcrService, GivesOneBoxPerLineInReadingOrderAtTheTextsPlace) {
 }
 
 // Which images decode is OcrUploadTest's; here the server's own refusals and one decoder's.
-TEST_F(OcrService, RejectsBadUploadsWithJsonErrorsAndKeepsServing) {
+TEST(OcrService, RejectsBadUploadsWithJsonErrorsAndKeepsServing) {
     const std::string png = renderTextPng({200, 60}, {{"OK", {10, 10}, 32}});
     std::string tooLarge = png;
     tooLarge.resize(32u * 1024u * 1024u + 1u, '\0');
@@ -69,13 +60,13 @@ TEST_F(OcrService, RejectsBadUploadsWithJsonErrorsAndKeepsServing) {
     }
     // Not multipart at all.
     const std::string plain =
-        autoscene::http::httpPostJson(service->url(), {}, R"({"image": "x"})");
+        autoscene::http::httpPostJson(sharedOcrService().url(), {}, R"({"image": "x"})");
     EXPECT_NE(readServiceAnswer(plain).error, "") << plain;
 
     EXPECT_EQ(detect(png).lines(), std::vector<std::string>{"OK"});
 }
 
-TEST_F(OcrService, ServesFourClientsAtOnceEachWithItsOwnText) {
+TEST(OcrService, ServesFourClientsAtOnceEachWithItsOwnText) {
     const std::vector<std::string> texts = {"开始游戏", "Start Game", "退出", "Options 123"};
     std::vector<std::future<ServiceAnswer>> answers;
     for (int round = 0; round < 2; ++round) {
@@ -90,14 +81,14 @@ TEST_F(OcrService, ServesFourClientsAtOnceEachWithItsOwnText) {
     }
 }
 
-TEST_F(OcrService, ProgramRefusesBadArgumentsAndABusyPort) {
+TEST(OcrService, ProgramRefusesBadArgumentsAndABusyPort) {
     const std::string program = MORVANE_OCR_PROGRAM;
     for (const char* arguments :
          {"", " abc", " 65536", " -1", " 8080 0", " 8080 4 models extra", " 8080 4 \"\""}) {
         const std::string output = autoscene::sys::runCommandCapture(program + arguments);
         EXPECT_NE(output.find("usage: morvane-ocr PORT"), std::string::npos) << arguments;
     }
-    const std::string port = std::to_string(service->port());
+    const std::string port = std::to_string(sharedOcrService().port());
     const std::string busy = autoscene::sys::runCommandCapture(program + " " + port + " 1");
     EXPECT_NE(busy.find("cannot listen on 127.0.0.1:" + port), std::string::npos) << busy;
 }

@@ -12,8 +12,8 @@
 #include "LogCapture.h"
 #include "LoopbackPort.h"
 #include "ManualClock.h"
-#include "OcrServiceProcess.h"
 #include "RenderedText.h"
+#include "SharedOcrService.h"
 #include "actions/RuntimeItems.h"
 #include "engine/ItemGroup.h"
 #include "engine/MVVariable.h"
@@ -29,8 +29,8 @@
 using namespace autoscene::engine;
 using namespace autoscene::text;
 using autoscene::ocr::testkit::LogCapture;
-using autoscene::ocr::testkit::OcrServiceProcess;
 using autoscene::ocr::testkit::renderTextPng;
+using autoscene::ocr::testkit::sharedOcrService;
 using autoscene::ocr::testkit::TextLabel;
 using autoscene::platform::MouseOp;
 using autoscene::test::InProcessTarget;
@@ -90,11 +90,6 @@ public:
 
 class TextItems : public testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        service = std::make_unique<OcrServiceProcess>(MORVANE_OCR_PROGRAM, 2);
-    }
-    static void TearDownTestSuite() { service.reset(); }
-
     // Runs the task on `frame` until it stops itself; the click offset crop is
     // `deviationId` (0: none).
     void run(const cv::Mat& frame, const std::string& url, int deviationId = 0) {
@@ -118,7 +113,6 @@ protected:
 
     QString variable(int id) { return runner->definitions().find(id)->value(); }
 
-    static std::unique_ptr<OcrServiceProcess> service;
     QTemporaryDir dir;
     autoscene::model::TaskDocument document;
     InProcessTarget target;
@@ -126,13 +120,11 @@ protected:
     std::unique_ptr<TaskRunner> runner;
 };
 
-std::unique_ptr<OcrServiceProcess> TextItems::service;
-
 const std::vector<TextLabel> kScreen = {
     {"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}, {"12850", {40, 240}, 40}};
 
 TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
-    run(renderFrame(kScreen), service->url());
+    run(renderFrame(kScreen), sharedOcrService().url());
     ASSERT_EQ(fired.names, QStringList{QStringLiteral("read")});
 
     const QJsonArray group = fired.conditions.at(0)["item_state"].toArray();
@@ -165,7 +157,7 @@ TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
 }
 
 TEST_F(TextItems, ClickOffsetIsPlacedAtTheTextFound) {
-    run(renderFrame(kScreen), service->url(), 14);
+    run(renderFrame(kScreen), sharedOcrService().url(), 14);
     const std::vector<RecordedInput> inputs = target.inputs();
     ASSERT_EQ(inputs.size(), 1u);
     const QJsonObject click = fired.actions.at(0);
@@ -178,7 +170,8 @@ TEST_F(TextItems, ClickOffsetIsPlacedAtTheTextFound) {
 }
 
 TEST_F(TextItems, AbsentTextOrAMissingServiceFiresNothing) {
-    run(renderFrame({{"退出", {30, 40}, 40}, {"Start Game", {330, 44}, 36}}), service->url());
+    run(renderFrame({{"退出", {30, 40}, 40}, {"Start Game", {330, 44}, 36}}),
+        sharedOcrService().url());
     EXPECT_EQ(fired.names, QStringList{QStringLiteral("give up")});
     EXPECT_TRUE(target.inputs().empty());
     EXPECT_EQ(variable(11), "none");
