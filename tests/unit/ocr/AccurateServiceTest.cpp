@@ -62,9 +62,8 @@ TEST(AccurateService, ReadsTheRenderedUiCorpusAtLeastNinetyPercentExactly) {
     int accurateExact = 0;
     int fastExact = 0;
     for (const CorpusSample& sample : corpus) {
-        const ServiceAnswer accurate =
-            readServiceAnswer(service.detectWith(sample.png, "accurate"));
-        const ServiceAnswer fast = readServiceAnswer(service.detectWith(sample.png, "fast"));
+        const ServiceAnswer accurate = readServiceAnswer(service.detect(sample.png, "accurate"));
+        const ServiceAnswer fast = readServiceAnswer(service.detect(sample.png, "fast"));
         ASSERT_EQ(accurate.engine, "accurate");
         ASSERT_EQ(fast.engine, "fast");
         if (readsAll(accurate.lines(), sample.lines)) {

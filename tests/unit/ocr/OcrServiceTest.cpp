@@ -17,7 +17,7 @@ using namespace autoscene::ocr::testkit;
 namespace {
 
 ServiceAnswer detect(const std::string& png, const std::string& field = "image") {
-    return readServiceAnswer(sharedOcrService().detect(png, field));
+    return readServiceAnswer(sharedOcrService().detect(png, {}, field));
 }
 
 }  // namespace
