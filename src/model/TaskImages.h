@@ -34,9 +34,9 @@ struct AddImageResult {
 // Appends the record (naming its file "<secondsNow()>.png" when it has none), stores
 // the pixels as 32-bit RGB PNG unless the file exists, and remembers the rectangle
 // under the file name. A file name that is not plain is refused.
-AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pixels,
-                        const std::function<qint64()>& secondsNow =
-                            &QDateTime::currentSecsSinceEpoch);
+AddImageResult addImage(
+    TaskDocument& task, ImageRecord image, const QImage& pixels,
+    const std::function<qint64()>& secondsNow = &QDateTime::currentSecsSinceEpoch);
 
 // Stores an original screenshot and its thumbnail, named like images.
 AddImageResult addOriginal(TaskDocument& task, OriginalImageRecord original, QString fileName,

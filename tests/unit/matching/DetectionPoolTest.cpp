@@ -11,15 +11,15 @@
 #include <opencv2/imgcodecs.hpp>
 #include <set>
 
-#include "recognition/DetectionPool.h"
-#include "conditions/ImageCondition.h"
-#include "engine/MVVariable.h"
 #include "ManualClock.h"
 #include "MatchingTestKit.h"
+#include "conditions/ImageCondition.h"
+#include "engine/MVVariable.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/Scene.h"
 #include "engine/ScreenDetection.h"
 #include "model/TaskDocument.h"
+#include "recognition/DetectionPool.h"
 #include "system/ThreadKey.h"
 
 using namespace autoscene::engine;
@@ -46,7 +46,8 @@ TEST(DetectionPool, EveryJobRunsOnceUnderItsCallersKey) {
                 keys.insert(threadKey());
                 threads.insert(std::this_thread::get_id());
             });
-            EXPECT_TRUE(std::all_of(runs.begin(), runs.end(), [](const auto& n) { return n == 1; }));
+            EXPECT_TRUE(
+                std::all_of(runs.begin(), runs.end(), [](const auto& n) { return n == 1; }));
             const std::set<std::thread::id> self{std::this_thread::get_id()};
             EXPECT_EQ(keys, self);
             if (helpers == 0) {
@@ -110,7 +111,8 @@ TEST(ScreenDetection, ResultsLandInTheWorkersOwnRecords) {
         task.frame = frame;
         for (int cycle = 1; cycle <= 3; ++cycle) {
             task.cycleCount = cycle;
-            prepareScreenItems(events, task, [&pool](size_t count, const auto& job) { pool.run(count, job); });
+            prepareScreenItems(events, task,
+                               [&pool](size_t count, const auto& job) { pool.run(count, job); });
         }
         for (ImageCondition* condition : conditions) {
             const MatchResult result = condition->result(std::this_thread::get_id());
