@@ -13,8 +13,8 @@ namespace {
 
 constexpr int kThumbnailWidth = 160;
 
-QString timestampFileName() {
-    return QStringLiteral("%1.png").arg(QDateTime::currentSecsSinceEpoch());
+QString timestampFileName(qint64 seconds) {
+    return QStringLiteral("%1.png").arg(seconds);
 }
 
 // Writes the pixels as PNG into folder/name unless that file exists.
@@ -73,9 +73,10 @@ std::optional<QString> imageFilePath(const TaskDocument& task, const ImageRecord
     return imageFolder(task) + image.file;
 }
 
-AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pixels) {
+AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pixels,
+                        const std::function<qint64()>& secondsNow) {
     if (image.file.isEmpty()) {
-        image.file = timestampFileName();
+        image.file = timestampFileName(secondsNow());
     }
     AddImageResult result = storePng(imageFolder(task), image.file, pixels);
     if (result.ok) {
@@ -88,7 +89,7 @@ AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pix
 AddImageResult addOriginal(TaskDocument& task, OriginalImageRecord original, QString fileName,
                            const QImage& pixels) {
     if (fileName.isEmpty()) {
-        fileName = timestampFileName();
+        fileName = timestampFileName(QDateTime::currentSecsSinceEpoch());
     }
     AddImageResult result = storePng(originalsFolder(task), fileName, pixels);
     if (!result.ok) {

@@ -3,8 +3,10 @@
 // with thumbnails in ori/Thumbnail/. No file is ever read or written outside the
 // task folder, and an existing file is never overwritten.
 
+#include <QDateTime>
 #include <QImage>
 #include <QString>
+#include <functional>
 #include <optional>
 
 #include "model/TaskDocument.h"
@@ -29,10 +31,12 @@ struct AddImageResult {
     QString error;
 };
 
-// Appends the record (naming its file "<seconds since 1970>.png" when it has none),
-// stores the pixels as 32-bit RGB PNG unless the file exists, and remembers the
-// rectangle under the file name. A file name that is not plain is refused.
-AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pixels);
+// Appends the record (naming its file "<secondsNow()>.png" when it has none), stores
+// the pixels as 32-bit RGB PNG unless the file exists, and remembers the rectangle
+// under the file name. A file name that is not plain is refused.
+AddImageResult addImage(
+    TaskDocument& task, ImageRecord image, const QImage& pixels,
+    const std::function<qint64()>& secondsNow = &QDateTime::currentSecsSinceEpoch);
 
 // Stores an original screenshot and its thumbnail, named like images.
 AddImageResult addOriginal(TaskDocument& task, OriginalImageRecord original, QString fileName,

@@ -27,7 +27,8 @@ bool contains(const std::vector<WindowHandle>& windows, HWND window) {
 
 }  // namespace
 
-TEST_F(WindowDiscoveryTest, CandidatesStartAtTheForegroundWindowAndSkipOwnAndHidden) {
+TEST_F(WindowDiscoveryTest, CandidatesSkipOwnAndHiddenWindowsAndTheRecorderIsMatchedAndResized) {
+    const WindowHandle top = toHandle(recorder.top());
     // A visible window of this process must be left out.
     HWND own =
         CreateWindowExW(0, L"STATIC", L"Autoscene Recorder (own)", WS_OVERLAPPED | WS_VISIBLE, 0, 0,
@@ -38,16 +39,14 @@ TEST_F(WindowDiscoveryTest, CandidatesStartAtTheForegroundWindowAndSkipOwnAndHid
 
     const std::vector<WindowHandle> windows = backend.topLevelWindows();
     ASSERT_FALSE(windows.empty());
-    EXPECT_EQ(windows.front(), toHandle(recorder.top()));
+    EXPECT_EQ(windows.front(), top);
     EXPECT_FALSE(contains(windows, own));
     HWND hidden = FindWindowW(kRecorderClass, kHiddenTitle);
     ASSERT_NE(hidden, nullptr);
     EXPECT_FALSE(contains(windows, hidden));
     DestroyWindow(own);
-}
 
-TEST_F(WindowDiscoveryTest, TopLevelTitleIsContainedChildMatchIsExactDescribeAndResizeTheClient) {
-    const WindowHandle top = toHandle(recorder.top());
+    SCOPED_TRACE("a top-level title is contained, its class equal");
     EXPECT_TRUE(backend.matches(top, WindowQuery{}));
     EXPECT_TRUE(backend.matches(top, WindowQuery{"Recorder", false, "", "", ""}));
     EXPECT_FALSE(backend.matches(top, WindowQuery{"Recorder", true, "", "", ""}));
@@ -79,13 +78,13 @@ TEST_F(WindowDiscoveryTest, TopLevelTitleIsContainedChildMatchIsExactDescribeAnd
     EXPECT_EQ(backend.describe(0).window, 0u);
 
     SCOPED_TRACE("resizing sets the client area size");
-    ASSERT_TRUE(backend.resizeClient(toHandle(recorder.top()), 320, 240));
+    ASSERT_TRUE(backend.resizeClient(top, 320, 240));
     RECT client{};
     ASSERT_TRUE(waitUntil([&] {
         GetClientRect(recorder.top(), &client);
         return client.right == 320 && client.bottom == 240;
     })) << client.right
         << "x" << client.bottom;
-    EXPECT_FALSE(backend.resizeClient(toHandle(recorder.top()), 0, 240));
+    EXPECT_FALSE(backend.resizeClient(top, 0, 240));
     EXPECT_FALSE(backend.resizeClient(0, 320, 240));
 }

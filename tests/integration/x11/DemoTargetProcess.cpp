@@ -1,12 +1,8 @@
 #include "DemoTargetProcess.h"
 
-#include <stdlib.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
-#include <fstream>
+#include <sstream>
 #include <thread>
 
 namespace autoscene::testing {
@@ -45,13 +41,7 @@ bool isTopLevel(Display* display, Window window) {
 DemoTargetProcess::DemoTargetProcess(const std::string& display,
                                      const std::vector<std::string>& arguments)
     : display_(display) {
-    char pattern[] = "/tmp/autoscene-demo-XXXXXX";
-    if (mkdtemp(pattern) == nullptr) {
-        return;
-    }
-    directory_ = pattern;
-    logPath_ = directory_ + "/events.log";
-    std::vector<std::string> argv = {AUTOSCENE_DEMO_TARGET_PATH, "--log", logPath_};
+    std::vector<std::string> argv = {AUTOSCENE_DEMO_TARGET_PATH, "--log", "-"};
     argv.insert(argv.end(), arguments.begin(), arguments.end());
     process_ = std::make_unique<ClientProcess>(display, argv);
     if (const auto ready = waitForLine("ready ", 0, 10000)) {
@@ -62,10 +52,6 @@ DemoTargetProcess::DemoTargetProcess(const std::string& display,
 
 DemoTargetProcess::~DemoTargetProcess() {
     stop();
-    if (!logPath_.empty()) {
-        std::remove(logPath_.c_str());
-        rmdir(directory_.c_str());
-    }
 }
 
 void DemoTargetProcess::stop() {
@@ -88,9 +74,8 @@ void DemoTargetProcess::stop() {
 
 std::vector<std::string> DemoTargetProcess::lines() const {
     std::vector<std::string> result;
-    std::ifstream file(logPath_);
-    std::string line;
-    while (std::getline(file, line)) {
+    std::istringstream log(process_->output());
+    for (std::string line; std::getline(log, line);) {
         result.push_back(line);
     }
     return result;

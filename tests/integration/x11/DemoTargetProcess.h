@@ -1,6 +1,6 @@
 #pragma once
-// The demo target run as a user would run it, on a given display, with its event log in a
-// private temporary file that the tests read.
+// The demo target run as a user would run it, on a given display, logging its events to
+// standard output for the tests to read.
 
 #include <X11/Xlib.h>
 
@@ -42,8 +42,6 @@ public:
 private:
     std::string display_;
     std::unique_ptr<ClientProcess> process_;
-    std::string directory_;
-    std::string logPath_;
     Window window_ = None;
     Window panel_ = None;
 };

@@ -73,11 +73,14 @@ TEST_F(WindowDiscoveryTest, ListsOtherProgramsVisibleWindowsFocusedFirstThenTopD
     EXPECT_EQ(backend_->topLevelWindows(), handles({c->window(), a->window(), b->window()}));
 }
 
-TEST_F(WindowDiscoveryTest, DescribesTitleClassAndClientRectangle) {
+// The matching rules themselves are WindowMatchTest's; here the back end reads what they
+// compare from real windows.
+TEST_F(WindowDiscoveryTest, DescribesMatchesAndResizesARealWindow) {
     const std::string title = "Démo 开始";
     const auto target = startDemo({"--title", title, "--geometry", "640x480+100+50"});
-    const auto info = backend_->describe(target->window());
-    EXPECT_EQ(info.window, target->window());
+    const WindowHandle window = target->window();
+    const auto info = backend_->describe(window);
+    EXPECT_EQ(info.window, window);
     EXPECT_EQ(info.title, title);
     EXPECT_EQ(info.className, demo::kClassName);
     const platform::Rect& r = info.clientRect;
@@ -89,21 +92,8 @@ TEST_F(WindowDiscoveryTest, DescribesTitleClassAndClientRectangle) {
     XSync(reference_->display(), False);
     EXPECT_EQ(backend_->describe(legacy).title, "Café");
 
-    target->stop();
-    EXPECT_FALSE(backend_->isWindow(target->window()));
-    EXPECT_EQ(backend_->describe(target->window()).window, 0u);
-    EXPECT_FALSE(backend_->isWindow(0));
-    EXPECT_FALSE(backend_->isWindow(~0ULL));
-    EXPECT_TRUE(backend_->isWindow(legacy));
-}
-
-// The matching rules themselves are WindowMatchTest's; here the back end reads what they
-// compare from real windows.
-TEST_F(WindowDiscoveryTest, MatchesTitleClassAndChildAndResizesTheClientArea) {
-    const auto target = startDemo({"--title", "Autoscene Demo Board", "--geometry", "640x480+0+0"});
-    const WindowHandle window = target->window();
     WindowQuery query;
-    query.title = "Demo";
+    query.title = "开始";
     EXPECT_TRUE(backend_->matches(window, query));
     query.className = demo::kInstanceName;
     EXPECT_FALSE(backend_->matches(window, query)) << "the class, not the instance name";
@@ -120,20 +110,25 @@ TEST_F(WindowDiscoveryTest, MatchesTitleClassAndChildAndResizesTheClientArea) {
     child.childClassName = "Other";
     EXPECT_EQ(backend_->findChild(window, child), 0u);
 
-    ASSERT_TRUE(backend_->resizeClient(target->window(), 500, 400));
-    platform::WindowInfo info;
+    ASSERT_TRUE(backend_->resizeClient(window, 500, 400));
+    platform::WindowInfo resized;
     eventually([&] {
-        info = backend_->describe(target->window());
-        return info.clientRect.width == 500;
+        resized = backend_->describe(window);
+        return resized.clientRect.width == 500;
     });
-    EXPECT_EQ(std::pair(info.clientRect.width, info.clientRect.height), std::pair(500, 400));
-    EXPECT_EQ(backend_->capture(target->window(), false).width, 500);
+    EXPECT_EQ(std::pair(resized.clientRect.width, resized.clientRect.height), std::pair(500, 400));
+    EXPECT_EQ(backend_->capture(window, false).width, 500);
+    EXPECT_FALSE(backend_->resizeClient(window, 0, 400));
+    EXPECT_FALSE(backend_->resizeClient(window, 500, -1));
+    EXPECT_FALSE(backend_->resizeClient(window, 100000, 400));
 
-    EXPECT_FALSE(backend_->resizeClient(target->window(), 0, 400));
-    EXPECT_FALSE(backend_->resizeClient(target->window(), 500, -1));
-    EXPECT_FALSE(backend_->resizeClient(target->window(), 100000, 400));
     target->stop();
-    EXPECT_FALSE(backend_->resizeClient(target->window(), 500, 400));
+    EXPECT_FALSE(backend_->resizeClient(window, 500, 400));
+    EXPECT_FALSE(backend_->isWindow(window));
+    EXPECT_EQ(backend_->describe(window).window, 0u);
+    EXPECT_FALSE(backend_->isWindow(0));
+    EXPECT_FALSE(backend_->isWindow(~0ULL));
+    EXPECT_TRUE(backend_->isWindow(legacy));
 }
 
 }  // namespace

@@ -219,9 +219,11 @@ TEST_F(Runner, StopActionEndsTheRunAndAStartWhileRunningIsRefused) {
     ASSERT_TRUE(runner->waitUntilIdle(10s));
     EXPECT_EQ(runner->runEnd(), RunEnd::StopAction);
     EXPECT_EQ(runner->cyclesCompleted(), 1);
-    // Idle again: a new start is accepted.
+    // Idle again: a new start is accepted, and a stop ends it (its wait is cut short).
     EXPECT_TRUE(runner->start({{TargetKind::Desktop}}));
+    runner->stop();
     EXPECT_TRUE(runner->waitUntilIdle(10s));
+    EXPECT_EQ(runner->runEnd(), RunEnd::Stopped);
 }
 
 TEST_F(Runner, TimeLimitEndsTheRunWithCodeOne) {
@@ -280,7 +282,10 @@ TEST_F(Runner, SuspendedThreadsWaitUntilResumed) {
         std::this_thread::sleep_for(200ms);
         EXPECT_LE(runner->cyclesCompleted(), held + 2) << "concurrency " << concurrency;
         runner->resume();
-        std::this_thread::sleep_for(200ms);
+        const auto giveUp = giveUpTime();
+        while (runner->cyclesCompleted() <= held + 2 && std::chrono::steady_clock::now() < giveUp) {
+            std::this_thread::sleep_for(10ms);
+        }
         EXPECT_GT(runner->cyclesCompleted(), held + 2);
         runner->stop();
         ASSERT_TRUE(runner->waitUntilIdle(10s));

@@ -30,28 +30,37 @@ using autoscene::test::noiseFrame;
 
 namespace {
 
+// Without helpers the caller runs every job itself.
 TEST(DetectionPool, EveryJobRunsOnceUnderItsCallersKey) {
-    DetectionPool pool(3);
-    constexpr size_t kJobs = 200;
-    auto caller = [&pool] {
-        std::vector<std::atomic<int>> runs(kJobs);
-        std::mutex mutex;
-        std::set<std::thread::id> keys;
-        pool.run(kJobs, [&](size_t i) {
-            ++runs[i];
-            std::lock_guard lock(mutex);
-            keys.insert(autoscene::sys::threadKey());
-        });
-        EXPECT_TRUE(std::all_of(runs.begin(), runs.end(), [](const auto& n) { return n == 1; }));
-        EXPECT_EQ(keys, std::set<std::thread::id>{std::this_thread::get_id()});
-    };
-    std::thread a(caller);
-    std::thread b(caller);
-    caller();
-    a.join();
-    b.join();
-    EXPECT_EQ(autoscene::sys::threadKey(), std::this_thread::get_id());
-    DetectionPool(0).run(3, [](size_t) {});  // without helpers the caller does it all
+    for (const unsigned helpers : {3u, 0u}) {
+        DetectionPool pool(helpers);
+        constexpr size_t kJobs = 200;
+        auto caller = [&pool, helpers] {
+            std::vector<std::atomic<int>> runs(kJobs);
+            std::mutex mutex;
+            std::set<std::thread::id> keys;
+            std::set<std::thread::id> threads;
+            pool.run(kJobs, [&](size_t i) {
+                ++runs[i];
+                std::lock_guard lock(mutex);
+                keys.insert(threadKey());
+                threads.insert(std::this_thread::get_id());
+            });
+            EXPECT_TRUE(
+                std::all_of(runs.begin(), runs.end(), [](const auto& n) { return n == 1; }));
+            const std::set<std::thread::id> self{std::this_thread::get_id()};
+            EXPECT_EQ(keys, self);
+            if (helpers == 0) {
+                EXPECT_EQ(threads, self);
+            }
+        };
+        std::thread a(caller);
+        std::thread b(caller);
+        caller();
+        a.join();
+        b.join();
+        EXPECT_EQ(threadKey(), std::this_thread::get_id());
+    }
 }
 
 // Eight templates cut from a frame, each searched in the rectangle that a

@@ -117,7 +117,8 @@ TEST_F(TemplateMatcherTest, ExpandSizeWidensTheDefaultRectangleOnEverySide) {
     EXPECT_EQ(TemplateMatcher(settings).defaultRect(cv::Mat()), QRect(100, 100, 50, 50));
 }
 
-TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplate) {
+// A stored template with the other channel count is refused.
+TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplateAndRefusesTheOther) {
     cv::Mat frame(90, 160, CV_8UC3, cv::Scalar(30, 40, 50));
     cv::Mat noise = noiseFrame(160, 90, 12);
     frame = frame * 0.5 + noise * 0.5;
@@ -138,10 +139,11 @@ TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplate) {
     struct Case {
         MatchImageType type;
         cv::Mat stored;
+        cv::Mat refused;
     };
     for (const Case& c :
-         {Case{MatchImageType::Color, piece}, Case{MatchImageType::Threshold, grey},
-          Case{MatchImageType::Hls, hls}, Case{MatchImageType::FilterColor, mask}}) {
+         {Case{MatchImageType::Color, piece, grey}, Case{MatchImageType::Threshold, grey, piece},
+          Case{MatchImageType::Hls, hls, grey}, Case{MatchImageType::FilterColor, mask, piece}}) {
         TemplateMatcher::Settings settings;
         settings.filePath = write(c.stored, QStringLiteral("type%1.png").arg(int(c.type)));
         settings.imageType = c.type;
@@ -155,24 +157,12 @@ TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplate) {
         EXPECT_TRUE(m.record().found) << int(c.type);
         EXPECT_EQ(m.bestResult().match, QRect(88, 28, 26, 28)) << int(c.type);
         EXPECT_EQ(m.bestResult().region.channels(), c.stored.channels()) << int(c.type);
-    }
-}
 
-TEST_F(TemplateMatcherTest, ChannelCountMustFitTheImageType) {
-    const cv::Mat grey(10, 10, CV_8UC1, cv::Scalar(9));
-    const cv::Mat colour(10, 10, CV_8UC3, cv::Scalar(9, 9, 9));
-    const cv::Mat frame = noiseFrame(50, 50, 1);
-    struct Case {
-        cv::Mat stored;
-        MatchImageType type;
-    };
-    for (const Case& c :
-         {Case{grey, MatchImageType::Color}, Case{grey, MatchImageType::Hls},
-          Case{colour, MatchImageType::Threshold}, Case{colour, MatchImageType::FilterColor}}) {
-        TemplateMatcher m = matcher(write(c.stored), c.type);
-        m.matchDefault(frame, 1);
-        EXPECT_EQ(m.record().status, kMatchBadFormat) << int(c.type);
-        EXPECT_FALSE(m.record().found);
+        settings.filePath = write(c.refused, QStringLiteral("refused%1.png").arg(int(c.type)));
+        TemplateMatcher refused(settings);
+        refused.matchDefault(frame, 1);
+        EXPECT_EQ(refused.record().status, kMatchBadFormat) << int(c.type);
+        EXPECT_FALSE(refused.record().found);
     }
 }
 

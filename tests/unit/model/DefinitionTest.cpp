@@ -39,7 +39,7 @@ TEST(DefinitionIds, ReadingRaisesTheCounterToTheHighestIdAcrossTasks) {
     }
 }
 
-TEST(Definitions, NamesMustBeUniqueWithinTheTask) {
+TEST(Definitions, NamesMustBeUniqueWithinTheTaskAndARandomShowsItsRange) {
     TaskDocument task;
     openOrFail(task, R"({"var_list": [{"type": 1, "id": 1, "name": "hp"},
                                       {"type": 3, "id": 2, "name": "tick"}]})");
@@ -48,9 +48,7 @@ TEST(Definitions, NamesMustBeUniqueWithinTheTask) {
     EXPECT_TRUE(task.isDefinitionNameFree(QStringLiteral("hp"), 1));  // renaming itself
     EXPECT_TRUE(task.isDefinitionNameFree(QStringLiteral("HP")));
     EXPECT_EQ(task.definitionByName(QStringLiteral("tick"))->type(), int(DefinitionType::Timer));
-}
 
-TEST(Definitions, RandomShowsItsRange) {
     auto random = EditorVariable::create<EditorRandom>();
     random->min = 2;
     random->max = 7;

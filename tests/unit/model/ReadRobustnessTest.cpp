@@ -174,9 +174,14 @@ TEST(ReadRobustness, OpenByIdUsesTheUserDataFolder) {
     QDir::setCurrent(previous);
 }
 
-TEST(ReadRobustness, FailedSaveLeavesThePreviousFileIntact) {
+TEST(ReadRobustness, FailedSavesReportAndLeaveThePreviousFileIntact) {
     QTemporaryDir dir;
     TaskDocument task;
+    openOrFail(task, "{}");
+    QString error;
+    EXPECT_FALSE(task.save(&error)) << "a task opened from text has no folder to save into";
+    EXPECT_FALSE(error.isEmpty());
+    error.clear();
     task.name = QStringLiteral("first");
     ASSERT_TRUE(task.saveTo(dir.path()));
     const QByteArray before = readFile(dir.filePath("script.json"));
@@ -189,7 +194,6 @@ TEST(ReadRobustness, FailedSaveLeavesThePreviousFileIntact) {
     small.rlim_cur = 64;
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
     task.name = QStringLiteral("second, long enough to pass the limit");
-    QString error;
     const bool saved = task.saveTo(dir.path(), &error);
     setrlimit(RLIMIT_FSIZE, &previous);
     signal(SIGXFSZ, oldHandler);

@@ -111,14 +111,6 @@ TEST(RoundTrip, ModelIdIsWrittenOnlyForATaskThatUsesLabels) {
     EXPECT_FALSE(withLabels.serialise().contains("model_id"));
 }
 
-TEST(RoundTrip, ATaskOpenedFromTextHasNoFolderToSaveInto) {
-    TaskDocument task;
-    openOrFail(task, "{}");
-    QString error;
-    EXPECT_FALSE(task.save(&error));
-    EXPECT_FALSE(error.isEmpty());
-}
-
 TEST(RoundTrip, SceneNamesAreUniqueAndCaseSensitive) {
     TaskDocument task;
     task.scenes.emplace_back(QStringLiteral("Menu"));

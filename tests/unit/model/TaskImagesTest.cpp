@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
@@ -27,22 +26,26 @@ protected:
     QImage blue{8, 6, QImage::Format_ARGB32};
 };
 
-TEST_F(TaskImages, UnnamedImagesInOneSecondShareAFileAndTheFirstPixelsStay) {
+TEST_F(TaskImages, UnnamedImagesAreNamedByTheSecondAndTheFirstPixelsStay) {
+    qint64 seconds = 1767600000;
+    const auto clock = [&seconds] { return seconds; };
     ImageRecord first;
     first.rect = QRect(1, 2, 8, 6);
-    AddImageResult a = addImage(task, first, red);
-    EXPECT_EQ(task.imageRects.value(task.images[0].file), QRect(1, 2, 8, 6));
-    AddImageResult b = addImage(task, ImageRecord{}, blue);
-    if (task.images[0].file != task.images[1].file) {
-        GTEST_SKIP() << "the clock moved to the next second between the two adds";
-    }
-    ASSERT_TRUE(a.ok && b.ok);
+    const AddImageResult a = addImage(task, first, red, clock);
+    EXPECT_EQ(task.imageRects.value(QStringLiteral("1767600000.png")), QRect(1, 2, 8, 6));
+    const AddImageResult b = addImage(task, ImageRecord{}, blue, clock);
+    ++seconds;
+    const AddImageResult c = addImage(task, ImageRecord{}, blue, clock);
+    ASSERT_TRUE(a.ok && b.ok && c.ok);
     EXPECT_TRUE(a.written);
     EXPECT_FALSE(b.written);
-    EXPECT_TRUE(task.images[0].file.endsWith(".png"));
-    const QImage stored(a.path);
-    EXPECT_EQ(stored.pixelColor(0, 0), QColor(Qt::red));
-    EXPECT_TRUE(a.path.startsWith(task.folderPath + "image/"));
+    EXPECT_TRUE(c.written);
+    EXPECT_EQ(a.path, task.folderPath + "image/1767600000.png");
+    EXPECT_EQ(b.path, a.path);
+    EXPECT_EQ(task.images[1].file, QStringLiteral("1767600000.png"));
+    EXPECT_EQ(task.images[2].file, QStringLiteral("1767600001.png"));
+    EXPECT_EQ(QImage(a.path).pixelColor(0, 0), QColor(Qt::red));
+    EXPECT_EQ(QImage(c.path).pixelColor(0, 0), QColor(Qt::blue));
 }
 
 TEST_F(TaskImages, NamesThatLeaveTheFolderAreRefused) {

@@ -2,9 +2,9 @@
 // and a start-up with missing or broken model files.
 
 #include <gtest/gtest.h>
-#include <rapidjson/document.h>
 
 #include <QTemporaryDir>
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -14,6 +14,7 @@
 #include "AccurateModels.h"
 #include "OcrServiceProcess.h"
 #include "RenderedText.h"
+#include "ServiceAnswer.h"
 #include "UiTextCorpus.h"
 
 namespace fs = std::filesystem;
@@ -22,35 +23,8 @@ using namespace autoscene::ocr::testkit;
 
 namespace {
 
-struct EngineAnswer {
-    std::vector<std::string> lines;
-    std::string engine;
-};
-
-EngineAnswer readAnswer(const std::string& body) {
-    EngineAnswer answer;
-    rapidjson::Document json;
-    if (json.Parse(body.c_str()).HasParseError() || !json.IsObject() || !json.HasMember("boxes") ||
-        !json["boxes"].IsArray() || !json.HasMember("engine") || !json["engine"].IsString()) {
-        return answer;
-    }
-    for (const auto& box : json["boxes"].GetArray()) {
-        answer.lines.push_back(box["text"].GetString());
-    }
-    answer.engine = json["engine"].GetString();
-    return answer;
-}
-
-bool readsAll(const EngineAnswer& answer, const std::vector<std::string>& expected) {
-    if (answer.lines.size() != expected.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        if (!readsExactly(answer.lines[i], expected[i])) {
-            return false;
-        }
-    }
-    return true;
+bool readsAll(const std::vector<std::string>& lines, const std::vector<std::string>& expected) {
+    return std::equal(lines.begin(), lines.end(), expected.begin(), expected.end(), readsExactly);
 }
 
 std::string joined(const std::vector<std::string>& lines) {
@@ -88,17 +62,17 @@ TEST(AccurateService, ReadsTheRenderedUiCorpusAtLeastNinetyPercentExactly) {
     int accurateExact = 0;
     int fastExact = 0;
     for (const CorpusSample& sample : corpus) {
-        const EngineAnswer accurate = readAnswer(service.detectWith(sample.png, "accurate"));
-        const EngineAnswer fast = readAnswer(service.detectWith(sample.png, "fast"));
+        const ServiceAnswer accurate = readServiceAnswer(service.detect(sample.png, "accurate"));
+        const ServiceAnswer fast = readServiceAnswer(service.detect(sample.png, "fast"));
         ASSERT_EQ(accurate.engine, "accurate");
         ASSERT_EQ(fast.engine, "fast");
-        if (readsAll(accurate, sample.lines)) {
+        if (readsAll(accurate.lines(), sample.lines)) {
             ++accurateExact;
         } else {
             std::printf("  accurate misread %s as \"%s\"\n", sample.name.c_str(),
-                        joined(accurate.lines).c_str());
+                        joined(accurate.lines()).c_str());
         }
-        fastExact += readsAll(fast, sample.lines) ? 1 : 0;
+        fastExact += readsAll(fast.lines(), sample.lines) ? 1 : 0;
     }
     const double total = double(corpus.size());
     std::printf("UI corpus, %zu images exact: accurate %d (%.1f %%), fast %d (%.1f %%)\n",
@@ -108,10 +82,10 @@ TEST(AccurateService, ReadsTheRenderedUiCorpusAtLeastNinetyPercentExactly) {
 
     // Most of a whole frame's labels, each on its own box.
     const CorpusSample frame = uiTextFrame();
-    const EngineAnswer answer = readAnswer(service.detect(frame.png));
+    const std::vector<std::string> read = readServiceAnswer(service.detect(frame.png)).lines();
     int found = 0;
     for (const std::string& label : frame.lines) {
-        for (const std::string& line : answer.lines) {
+        for (const std::string& line : read) {
             found += readsExactly(line, label) ? 1 : 0;
         }
     }
@@ -149,14 +123,6 @@ TEST(AccurateService, ServesTheFastEngineWhenTheModelsAreMissingOrBroken) {
                            fs::copy_options::overwrite_existing);
          },
          "detector network"},
-        {"a character list with a line too few",
-         [&](const fs::path& to) {
-             copyModels(to);
-             std::string keys = fileText(to / kCharacterFile);
-             keys.erase(keys.rfind('\n'));
-             std::ofstream(to / kCharacterFile, std::ios::trunc) << keys;
-         },
-         kCharacterFile},
     };
     for (const auto& broken : cases) {
         SCOPED_TRACE(broken.what);
@@ -167,10 +133,9 @@ TEST(AccurateService, ServesTheFastEngineWhenTheModelsAreMissingOrBroken) {
         const fs::path log = fs::path(folder.path().toStdString()) / "stderr.txt";
         const OcrServiceProcess service(MORVANE_OCR_PROGRAM, 2, models.string(), log.string());
         for (int request = 0; request < 2; ++request) {
-            const EngineAnswer answer = readAnswer(service.detect(png));
+            const ServiceAnswer answer = readServiceAnswer(service.detect(png));
             EXPECT_EQ(answer.engine, "fast");
-            ASSERT_EQ(answer.lines.size(), 1u);
-            EXPECT_EQ(answer.lines[0], "Start Game");
+            EXPECT_EQ(answer.lines(), std::vector<std::string>{"Start Game"});
         }
         const std::string errors = fileText(log);
         const std::string line = "accurate engine unavailable";

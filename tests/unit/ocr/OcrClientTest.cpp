@@ -11,16 +11,16 @@
 
 #include "LogCapture.h"
 #include "LoopbackPort.h"
-#include "OcrServiceProcess.h"
 #include "RenderedText.h"
+#include "SharedOcrService.h"
 #include "text/OcrClient.h"
 #include "text/TextRegionReader.h"
 
 using namespace autoscene::recognition;
 using namespace autoscene::text;
 using autoscene::ocr::testkit::LogCapture;
-using autoscene::ocr::testkit::OcrServiceProcess;
 using autoscene::ocr::testkit::renderTextPng;
+using autoscene::ocr::testkit::sharedOcrService;
 using autoscene::ocr::testkit::TextLabel;
 using autoscene::test::unusedLoopbackPort;
 
@@ -82,8 +82,7 @@ private:
 }  // namespace
 
 TEST(OcrClient, ReadsFramesAndRegionsThroughTheRealService) {
-    const OcrServiceProcess service(MORVANE_OCR_PROGRAM, 2);
-    const auto client = std::make_shared<OcrClient>(service.url());
+    const auto client = std::make_shared<OcrClient>(sharedOcrService().url());
     const cv::Mat frame =
         renderFrame({960, 400}, {{"开始游戏", {60, 50}, 40}, {"Options 123", {520, 260}, 36}});
 

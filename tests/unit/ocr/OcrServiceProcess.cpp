@@ -97,14 +97,12 @@ std::string OcrServiceProcess::url() const {
     return "http://127.0.0.1:" + std::to_string(port_) + "/ocr_detect";
 }
 
-std::string OcrServiceProcess::detect(std::string_view png, const std::string& fieldName) const {
+std::string OcrServiceProcess::detect(std::string_view png, const std::string& engine,
+                                      const std::string& fieldName) const {
     const http::HttpFilePart file{fieldName, "image.png", "image/png", png};
-    return http::httpPostMultipart(url(), {}, file).body;
-}
-
-std::string OcrServiceProcess::detectWith(std::string_view png, const std::string& engine) const {
-    const http::HttpFilePart file{"image", "image.png", "image/png", png};
-    return http::httpPostMultipart(url(), {}, file, {{"engine", engine}}).body;
+    const http::HttpFields fields =
+        engine.empty() ? http::HttpFields{} : http::HttpFields{{"engine", engine}};
+    return http::httpPostMultipart(url(), {}, file, fields).body;
 }
 
 }  // namespace autoscene::ocr::testkit

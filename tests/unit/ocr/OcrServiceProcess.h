@@ -22,11 +22,10 @@ public:
     int port() const { return port_; }
     std::string url() const;
 
-    // The service's answer to a multipart POST of `png` as the file field `fieldName`.
-    std::string detect(std::string_view png, const std::string& fieldName = "image") const;
-
-    // The same with the form field "engine" set to `engine`.
-    std::string detectWith(std::string_view png, const std::string& engine) const;
+    // The service's answer to a multipart POST of `png` as the file field `fieldName`,
+    // with the form field "engine" when one is named.
+    std::string detect(std::string_view png, const std::string& engine = {},
+                       const std::string& fieldName = "image") const;
 
 private:
     void stop();

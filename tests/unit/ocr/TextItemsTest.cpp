@@ -12,8 +12,8 @@
 #include "LogCapture.h"
 #include "LoopbackPort.h"
 #include "ManualClock.h"
-#include "OcrServiceProcess.h"
 #include "RenderedText.h"
+#include "SharedOcrService.h"
 #include "actions/RuntimeItems.h"
 #include "engine/ItemGroup.h"
 #include "engine/MVVariable.h"
@@ -22,14 +22,15 @@
 #include "engine/RuntimeFactory.h"
 #include "engine/Scene.h"
 #include "engine/TaskRunner.h"
+#include "model/RectText.h"
 #include "model/TaskDocument.h"
 #include "text/OcrClient.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::text;
 using autoscene::ocr::testkit::LogCapture;
-using autoscene::ocr::testkit::OcrServiceProcess;
 using autoscene::ocr::testkit::renderTextPng;
+using autoscene::ocr::testkit::sharedOcrService;
 using autoscene::ocr::testkit::TextLabel;
 using autoscene::platform::MouseOp;
 using autoscene::test::InProcessTarget;
@@ -89,11 +90,6 @@ public:
 
 class TextItems : public testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        service = std::make_unique<OcrServiceProcess>(MORVANE_OCR_PROGRAM, 2);
-    }
-    static void TearDownTestSuite() { service.reset(); }
-
     // Runs the task on `frame` until it stops itself; the click offset crop is
     // `deviationId` (0: none).
     void run(const cv::Mat& frame, const std::string& url, int deviationId = 0) {
@@ -117,7 +113,6 @@ protected:
 
     QString variable(int id) { return runner->definitions().find(id)->value(); }
 
-    static std::unique_ptr<OcrServiceProcess> service;
     QTemporaryDir dir;
     autoscene::model::TaskDocument document;
     InProcessTarget target;
@@ -125,24 +120,21 @@ protected:
     std::unique_ptr<TaskRunner> runner;
 };
 
-std::unique_ptr<OcrServiceProcess> TextItems::service;
-
 const std::vector<TextLabel> kScreen = {
     {"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}, {"12850", {40, 240}, 40}};
 
 TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
-    run(renderFrame(kScreen), service->url());
+    run(renderFrame(kScreen), sharedOcrService().url());
     ASSERT_EQ(fired.names, QStringList{QStringLiteral("read")});
 
-    const QJsonArray group = fired.conditions.at(0)[QStringLiteral("item_state")].toArray();
+    const QJsonArray group = fired.conditions.at(0)["item_state"].toArray();
     const QJsonObject condition = group.at(0).toObject();
-    EXPECT_EQ(condition[QStringLiteral("type")].toString(), QStringLiteral("text"));
-    EXPECT_EQ(condition[QStringLiteral("item_state")].toInt(), 1);
-    const QJsonArray textRects = condition[QStringLiteral("text_rects")].toArray();
+    EXPECT_EQ(condition["type"].toString(), "text");
+    EXPECT_EQ(condition["item_state"].toInt(), 1);
+    const QJsonArray textRects = condition["text_rects"].toArray();
     ASSERT_EQ(textRects.size(), 1);
-    EXPECT_EQ(textRects[0].toObject()[QStringLiteral("text")].toString(),
-              QStringLiteral("开始游戏"));
-    EXPECT_NEAR(textRects[0].toObject()[QStringLiteral("x")].toInt(), 30, 8);
+    EXPECT_EQ(textRects[0].toObject()["text"].toString(), QStringLiteral("开始游戏"));
+    EXPECT_NEAR(textRects[0].toObject()["x"].toInt(), 30, 8);
 
     const std::vector<RecordedInput> inputs = target.inputs();
     ASSERT_EQ(inputs.size(), 1u);
@@ -152,42 +144,41 @@ TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
         << inputs[0].point.x << "," << inputs[0].point.y;
 
     const QJsonObject click = fired.actions.at(0);
-    EXPECT_TRUE(click[QStringLiteral("clicked")].toBool());
-    EXPECT_FALSE(click[QStringLiteral("is_deviation")].toBool());
-    EXPECT_EQ(click[QStringLiteral("text")].toString(), QStringLiteral("Start Game"));
-    EXPECT_EQ(click[QStringLiteral("results")].toArray().size(), 1);
+    EXPECT_TRUE(click["clicked"].toBool());
+    EXPECT_FALSE(click["is_deviation"].toBool());
+    EXPECT_EQ(click["text"].toString(), "Start Game");
+    EXPECT_EQ(click["results"].toArray().size(), 1);
 
-    EXPECT_EQ(variable(11), QStringLiteral("12850"));
+    EXPECT_EQ(variable(11), "12850");
     const QJsonObject value = fired.actions.at(1);
-    EXPECT_EQ(value[QStringLiteral("variable_name")].toString(), QStringLiteral("coins"));
-    EXPECT_EQ(value[QStringLiteral("value")].toString(), QStringLiteral("12850"));
-    EXPECT_TRUE(value[QStringLiteral("changed")].toBool());
+    EXPECT_EQ(value["variable_name"].toString(), "coins");
+    EXPECT_EQ(value["value"].toString(), "12850");
+    EXPECT_TRUE(value["changed"].toBool());
 }
 
 TEST_F(TextItems, ClickOffsetIsPlacedAtTheTextFound) {
-    run(renderFrame(kScreen), service->url(), 14);
+    run(renderFrame(kScreen), sharedOcrService().url(), 14);
     const std::vector<RecordedInput> inputs = target.inputs();
     ASSERT_EQ(inputs.size(), 1u);
     const QJsonObject click = fired.actions.at(0);
-    EXPECT_TRUE(click[QStringLiteral("is_deviation")].toBool());
+    EXPECT_TRUE(click["is_deviation"].toBool());
     // The offset crop 2,3,4,5 moved to the box's corner.
-    const QStringList rect = click[QStringLiteral("rect")].toString().split(QLatin1Char(','));
-    ASSERT_EQ(rect.size(), 4);
-    const QRect area(rect[0].toInt(), rect[1].toInt(), rect[2].toInt(), rect[3].toInt());
+    const QRect area = autoscene::model::parseRectText(click["rect"].toString());
     EXPECT_EQ(area.size(), QSize(4, 5));
     EXPECT_NEAR(area.x(), 332, 8);
     EXPECT_TRUE(area.adjusted(0, 0, 1, 1).contains(inputs[0].point.x, inputs[0].point.y));
 }
 
 TEST_F(TextItems, AbsentTextOrAMissingServiceFiresNothing) {
-    run(renderFrame({{"退出", {30, 40}, 40}, {"Start Game", {330, 44}, 36}}), service->url());
+    run(renderFrame({{"退出", {30, 40}, 40}, {"Start Game", {330, 44}, 36}}),
+        sharedOcrService().url());
     EXPECT_EQ(fired.names, QStringList{QStringLiteral("give up")});
     EXPECT_TRUE(target.inputs().empty());
-    EXPECT_EQ(variable(11), QStringLiteral("none"));
+    EXPECT_EQ(variable(11), "none");
 
     const LogCapture log;
     run(renderFrame(kScreen), ocrServiceUrl(unusedLoopbackPort()));
-    EXPECT_EQ(fired.names.back(), QStringLiteral("give up"));
+    EXPECT_EQ(fired.names.back(), "give up");
     EXPECT_TRUE(target.inputs().empty());
     EXPECT_GE(log.count(QStringLiteral("curl_easy_perform() failed")), 1);
 }

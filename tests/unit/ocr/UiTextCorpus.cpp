@@ -108,57 +108,25 @@ CorpusSample render(const QStringList& lines, const Style& style, std::mt19937& 
     return sample;
 }
 
+// Samples apart at '|', a dialog's lines at '\n': Chinese buttons and phrases, numbers,
+// Chinese with digits, Latin, then dialogs.
 const std::vector<QStringList>& corpusTexts() {
-    static const std::vector<QStringList> texts = {
-        // Chinese buttons and phrases
-        {"开始游戏"},
-        {"确定"},
-        {"取消"},
-        {"设置"},
-        {"返回主页"},
-        {"领取奖励"},
-        {"商城"},
-        {"背包已满"},
-        {"任务完成"},
-        {"继续战斗"},
-        {"登录"},
-        {"退出游戏"},
-        {"每日签到"},
-        {"好友列表"},
-        {"自动寻路"},
-        // numbers
-        {"12850"},
-        {"3/5"},
-        {"00:15:32"},
-        {"1024"},
-        {"99+"},
-        {"2026-11-23"},
-        // Chinese and digits
-        {"金币 12850"},
-        {"第3关"},
-        {"体力 120/120"},
-        {"等级 27"},
-        {"剩余 5 次"},
-        {"VIP8"},
-        {"第12章 风起"},
-        {"钻石 x500"},
-        // Latin
-        {"Start Game"},
-        {"Settings"},
-        {"OK"},
-        {"Cancel"},
-        {"Continue"},
-        {"Level 27"},
-        {"Open Chest"},
-        {"Daily Rewards"},
-        // dialogs
-        {"网络连接已断开", "请检查网络后重试"},
-        {"恭喜获得", "金币 x500", "经验 x200"},
-        {"Save changes", "Your progress is kept"},
-        {"背包已满", "请先整理背包"},
-        {"确认购买", "价格 300 钻石", "确定 取消"},
-        {"Quest Complete", "Reward 250 Gold"},
-    };
+    static const std::vector<QStringList> texts = [] {
+        const QString samples = QStringLiteral(
+            "开始游戏|确定|取消|设置|返回主页|领取奖励|商城|背包已满|任务完成|继续战斗|登录|"
+            "退出游戏|每日签到|好友列表|自动寻路|"
+            "12850|3/5|00:15:32|1024|99+|2026-11-23|"
+            "金币 12850|第3关|体力 120/120|等级 27|剩余 5 次|VIP8|第12章 风起|钻石 x500|"
+            "Start Game|Settings|OK|Cancel|Continue|Level 27|Open Chest|Daily Rewards|"
+            "网络连接已断开\n请检查网络后重试|恭喜获得\n金币 x500\n经验 x200|"
+            "Save changes\nYour progress is kept|背包已满\n请先整理背包|"
+            "确认购买\n价格 300 钻石\n确定 取消|Quest Complete\nReward 250 Gold");
+        std::vector<QStringList> split;
+        for (const QString& sample : samples.split(QLatin1Char('|'))) {
+            split.push_back(sample.split(QLatin1Char('\n')));
+        }
+        return split;
+    }();
     return texts;
 }
 
