@@ -1,10 +1,10 @@
 #include <rapidjson/document.h>
 
 #include "actions/ActionGroups.h"
-#include "model/EditorActions.h"
 #include "actions/InputActions.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
+#include "model/EditorActions.h"
 
 namespace autoscene::actions {
 
@@ -12,10 +12,6 @@ using namespace autoscene::model;
 using engine::RunContext;
 
 namespace {
-
-platform::MouseOp mouseOp(int button) {
-    return button >= 1 && button <= 7 ? platform::MouseOp(button) : platform::MouseOp::Invalid;
-}
 
 // A key group as stored: a JSON array of key codes; anything else is an empty group.
 std::vector<int> keyGroup(const RawJson& group) {
@@ -36,9 +32,9 @@ std::vector<int> keyGroup(const RawJson& group) {
 
 void registerInputActions(engine::RuntimeFactory& factory) {
     factory.addAction<EditorTapAction>([](const EditorTapAction& r, RunContext& c) {
-        return std::make_unique<TapAction>(c, c.definitions.find(r.variableId), mouseOp(r.button),
-                                           ClickTiming{r.pressTime, r.clickTimes, r.interval},
-                                           r.multiInterval, r.postpone);
+        return std::make_unique<TapAction>(
+            c, c.definitions.find(r.variableId), platform::mouseOpOf(r.button),
+            ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.multiInterval, r.postpone);
     });
     factory.addAction<EditorSlideAction>([](const EditorSlideAction& r, RunContext& c) {
         std::vector<engine::MVVariable*> places;
@@ -55,12 +51,12 @@ void registerInputActions(engine::RuntimeFactory& factory) {
             c, r.text, r.variable > 0 ? c.definitions.find(r.variable) : nullptr, r.postpone);
     });
     factory.addAction<EditorMouseUpAction>([](const EditorMouseUpAction& r, RunContext& c) {
-        return std::make_unique<MouseUpAction>(c, mouseOp(r.button), r.postpone);
+        return std::make_unique<MouseUpAction>(c, platform::mouseOpOf(r.button), r.postpone);
     });
     factory.addAction<EditorMouseWheelAction>([](const EditorMouseWheelAction& r, RunContext& c) {
-                          return std::make_unique<MouseWheelAction>(
-                              c, r.wheel, c.definitions.find(r.pointVariable), r.postpone);
-                      });
+        return std::make_unique<MouseWheelAction>(c, r.wheel, c.definitions.find(r.pointVariable),
+                                                  r.postpone);
+    });
     factory.addAction<EditorStartAppAction>([](const EditorStartAppAction& r, RunContext& c) {
         return std::make_unique<MVStartAppAction>(
             r.appPath, r.pathVariable > 0 ? c.definitions.find(r.pathVariable) : nullptr);

@@ -1,14 +1,14 @@
 #include "actions/ActionGroups.h"
 
-#include "model/EditorActions.h"
 #include "actions/ImageAction.h"
 #include "actions/LabelAction.h"
 #include "actions/MVClickColorAction.h"
 #include "actions/MVSaveCoordAction.h"
 #include "actions/MVSaveLabelCoordAction.h"
+#include "conditions/ScreenConditions.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
-#include "conditions/ScreenConditions.h"
+#include "model/EditorActions.h"
 #include "model/TaskDocument.h"
 #include "recognition/LabelDetector.h"
 
@@ -41,7 +41,8 @@ void registerMatchingActions(engine::RuntimeFactory& factory,
     factory.addAction<EditorImageAction>([](const EditorImageAction& r, RunContext& c) {
         return std::make_unique<ImageAction>(
             c, imageTarget(c, r.imageId, r.searchId), c.definitions.cropRect(r.deviationId),
-            mouseOpOf(r.button), ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
+            platform::mouseOpOf(r.button), ClickTiming{r.pressTime, r.clickTimes, r.interval},
+            r.postpone);
     });
     factory.addAction<EditorSaveCoordAction>([](const EditorSaveCoordAction& r, RunContext& c) {
         return std::make_unique<MVSaveCoordAction>(
@@ -49,21 +50,23 @@ void registerMatchingActions(engine::RuntimeFactory& factory,
             c.definitions.cropRect(r.deviationId), SaveCoordKind(r.saveType == 1 ? 1 : 0));
     });
     factory.addAction<EditorClickColorAction>([](const EditorClickColorAction& r, RunContext& c) {
-            return std::make_unique<MVClickColorAction>(
-                c, recognition::searchColour(c.task, r.colorId), SearchArea(c.definitions, r.searchId),
-                c.definitions.cropRect(r.deviationId), mouseOpOf(r.button),
-                ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
-        });
+        return std::make_unique<MVClickColorAction>(
+            c, recognition::searchColour(c.task, r.colorId), SearchArea(c.definitions, r.searchId),
+            c.definitions.cropRect(r.deviationId), platform::mouseOpOf(r.button),
+            ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
+    });
     factory.addAction<EditorLabelAction>([labels](const EditorLabelAction& r, RunContext& c) {
         return std::make_unique<LabelAction>(
-            c, labelTarget(labels, c, r.labelId, r.sim, r.searchId), c.definitions.cropRect(r.deviationId),
-            mouseOpOf(r.button), ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
+            c, labelTarget(labels, c, r.labelId, r.sim, r.searchId),
+            c.definitions.cropRect(r.deviationId), platform::mouseOpOf(r.button),
+            ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
     });
-    factory.addAction<EditorSaveLabelCoordAction>([labels](const EditorSaveLabelCoordAction& r, RunContext& c) {
-            return std::make_unique<MVSaveLabelCoordAction>(
-                labelTarget(labels, c, r.labelId, r.sim, r.searchId), c.definitions.find(r.variableId),
-                c.definitions.cropRect(r.deviationId), SaveCoordKind(r.saveType == 1 ? 1 : 0));
-        });
+    factory.addAction<EditorSaveLabelCoordAction>([labels](const EditorSaveLabelCoordAction& r,
+                                                           RunContext& c) {
+        return std::make_unique<MVSaveLabelCoordAction>(
+            labelTarget(labels, c, r.labelId, r.sim, r.searchId), c.definitions.find(r.variableId),
+            c.definitions.cropRect(r.deviationId), SaveCoordKind(r.saveType == 1 ? 1 : 0));
+    });
 }
 
 }  // namespace autoscene::actions
