@@ -98,30 +98,12 @@ void ForegroundInput::mouse(Connection& connection, const InputTarget& target, P
     moveTo(display, point, *screen);
     // Releases are sent even if the window vanished during the press, so that no button
     // stays held on the server.
-    switch (op) {
-        case MouseOp::LeftClick:
-        case MouseOp::RightClick: {
-            const unsigned int number = op == MouseOp::LeftClick ? Button1 : Button3;
-            button(display, number, true);
+    for (const MouseStep& step : foregroundMouseSteps(op, point)) {
+        if (step.kind == MouseStepKind::Hold) {
             sleepMs(effectivePressMs(pressMs));
-            button(display, number, false);
-            break;
+        } else {
+            button(display, buttonNumber(step.button), step.kind == MouseStepKind::Down);
         }
-        case MouseOp::LeftDown:
-            button(display, Button1, true);
-            break;
-        case MouseOp::LeftUp:
-            button(display, Button1, false);
-            break;
-        case MouseOp::RightDown:
-            button(display, Button3, true);
-            break;
-        case MouseOp::RightUp:
-            button(display, Button3, false);
-            break;
-        case MouseOp::Move:
-        case MouseOp::Invalid:
-            break;
     }
     XSync(display, False);
 }
