@@ -3,10 +3,11 @@
 
 #include <cstdlib>
 
+#include "system/Utf8.h"
 #include "x11/ErrorTrap.h"
 #include "x11/Input.h"
 #include "x11/InputTiming.h"
-#include "x11/Utf8.h"
+#include "x11/VirtualKeys.h"
 #include "x11/WindowTree.h"
 
 namespace autoscene::platform::x11 {
@@ -153,7 +154,7 @@ void ForegroundInput::text(Connection& connection, const InputTarget& target,
     }
     sleepMs(kSettleAfterActivationMs);
     connection.keyboard().refresh();
-    for (const char32_t codePoint : decodeUtf8(utf8)) {
+    for (const char32_t codePoint : sys::decodeUtf8(utf8)) {
         const KeyStroke stroke = connection.keyboard().strokeFor(keysymForCodePoint(codePoint));
         if (stroke.keycode != 0) {
             typeStroke(connection.display(), stroke);
