@@ -8,10 +8,6 @@
 
 namespace autoscene::actions {
 
-platform::MouseOp mouseOpOf(int button) {
-    return button >= 1 && button <= 7 ? platform::MouseOp(button) : platform::MouseOp::Invalid;
-}
-
 QRect clickRect(const std::optional<QRect>& area, QPoint origin, QPoint found,
                 const QRect& fallback) {
     return area ? area->translated(found - origin) : fallback;

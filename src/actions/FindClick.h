@@ -11,9 +11,6 @@
 
 namespace autoscene::actions {
 
-// The mouse operation of a record's `button`; Invalid outside 1..7.
-platform::MouseOp mouseOpOf(int button);
-
 // `area` was drawn where the target sat at `origin`; the target now sits at `found`.
 // Without an area, `fallback` is clicked.
 QRect clickRect(const std::optional<QRect>& area, QPoint origin, QPoint found,

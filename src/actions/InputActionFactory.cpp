@@ -13,10 +13,6 @@ using engine::RunContext;
 
 namespace {
 
-platform::MouseOp mouseOp(int button) {
-    return button >= 1 && button <= 7 ? platform::MouseOp(button) : platform::MouseOp::Invalid;
-}
-
 // A key group as stored: a JSON array of key codes; anything else is an empty group.
 std::vector<int> keyGroup(const RawJson& group) {
     rapidjson::Document json;
@@ -36,9 +32,9 @@ std::vector<int> keyGroup(const RawJson& group) {
 
 void registerInputActions(engine::RuntimeFactory& factory) {
     factory.addAction<EditorTapAction>([](const EditorTapAction& r, RunContext& c) {
-        return std::make_unique<TapAction>(c, c.definitions.find(r.variableId), mouseOp(r.button),
-                                           ClickTiming{r.pressTime, r.clickTimes, r.interval},
-                                           r.multiInterval, r.postpone);
+        return std::make_unique<TapAction>(
+            c, c.definitions.find(r.variableId), platform::mouseOpOf(r.button),
+            ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.multiInterval, r.postpone);
     });
     factory.addAction<EditorSlideAction>([](const EditorSlideAction& r, RunContext& c) {
         std::vector<engine::MVVariable*> places;
@@ -55,7 +51,7 @@ void registerInputActions(engine::RuntimeFactory& factory) {
             c, r.text, r.variable > 0 ? c.definitions.find(r.variable) : nullptr, r.postpone);
     });
     factory.addAction<EditorMouseUpAction>([](const EditorMouseUpAction& r, RunContext& c) {
-        return std::make_unique<MouseUpAction>(c, mouseOp(r.button), r.postpone);
+        return std::make_unique<MouseUpAction>(c, platform::mouseOpOf(r.button), r.postpone);
     });
     factory.addAction<EditorMouseWheelAction>([](const EditorMouseWheelAction& r, RunContext& c) {
         return std::make_unique<MouseWheelAction>(c, r.wheel, c.definitions.find(r.pointVariable),

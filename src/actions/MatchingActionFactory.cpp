@@ -41,7 +41,8 @@ void registerMatchingActions(engine::RuntimeFactory& factory,
     factory.addAction<EditorImageAction>([](const EditorImageAction& r, RunContext& c) {
         return std::make_unique<ImageAction>(
             c, imageTarget(c, r.imageId, r.searchId), c.definitions.cropRect(r.deviationId),
-            mouseOpOf(r.button), ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
+            platform::mouseOpOf(r.button), ClickTiming{r.pressTime, r.clickTimes, r.interval},
+            r.postpone);
     });
     factory.addAction<EditorSaveCoordAction>([](const EditorSaveCoordAction& r, RunContext& c) {
         return std::make_unique<MVSaveCoordAction>(
@@ -51,13 +52,13 @@ void registerMatchingActions(engine::RuntimeFactory& factory,
     factory.addAction<EditorClickColorAction>([](const EditorClickColorAction& r, RunContext& c) {
         return std::make_unique<MVClickColorAction>(
             c, recognition::searchColour(c.task, r.colorId), SearchArea(c.definitions, r.searchId),
-            c.definitions.cropRect(r.deviationId), mouseOpOf(r.button),
+            c.definitions.cropRect(r.deviationId), platform::mouseOpOf(r.button),
             ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
     });
     factory.addAction<EditorLabelAction>([labels](const EditorLabelAction& r, RunContext& c) {
         return std::make_unique<LabelAction>(
             c, labelTarget(labels, c, r.labelId, r.sim, r.searchId),
-            c.definitions.cropRect(r.deviationId), mouseOpOf(r.button),
+            c.definitions.cropRect(r.deviationId), platform::mouseOpOf(r.button),
             ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
     });
     factory.addAction<EditorSaveLabelCoordAction>([labels](const EditorSaveLabelCoordAction& r,

@@ -20,7 +20,7 @@ void registerTextActions(engine::RuntimeFactory& factory,
         [client](const EditorClickTextAction& r, RunContext& c) {
             return std::make_unique<MVClickTextAction>(
                 c, conditions::makeTextSearch(r.textInfo, c, client),
-                c.definitions.cropRect(r.deviationId), mouseOpOf(r.button),
+                c.definitions.cropRect(r.deviationId), platform::mouseOpOf(r.button),
                 ClickTiming{r.pressTime, r.clickTimes, r.interval}, r.postpone);
         });
     factory.addAction<EditorScreenValueAction>([client](const EditorScreenValueAction& r,

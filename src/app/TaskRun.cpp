@@ -8,12 +8,12 @@
 #include <QFileInfo>
 #include <algorithm>
 #include <opencv2/imgcodecs.hpp>
-#include <opencv2/imgproc.hpp>
 #include <optional>
 #include <variant>
 
 #include "app/OcrServiceWatcher.h"
 #include "app/RunReporter.h"
+#include "engine/BgraConversion.h"
 #include "engine/RuntimeFactory.h"
 #include "engine/TaskRunner.h"
 #include "model/TaskDocument.h"
@@ -67,11 +67,8 @@ bool saveFrame(platform::IDesktopBackend& backend, platform::WindowHandle window
                const QString& path) {
     bool saved = false;
     backend.captureView(window, background, [&](const platform::BgraView& view) {
-        const cv::Mat bgra(view.height, view.width, CV_8UC4, const_cast<std::uint8_t*>(view.pixels),
-                           size_t(view.stride));
         cv::Mat bgr;
-        cv::cvtColor(bgra, bgr, cv::COLOR_BGRA2BGR);
-        saved = cv::imwrite(path.toStdString(), bgr);
+        saved = engine::convertBgraToBgr(view, bgr) && cv::imwrite(path.toStdString(), bgr);
     });
     return saved;
 }

@@ -2,8 +2,8 @@
 
 #include <QLoggingCategory>
 #include <algorithm>
-#include <opencv2/imgproc.hpp>
 
+#include "engine/BgraConversion.h"
 #include "engine/RuntimeFactory.h"
 #include "model/EditorScene.h"
 #include "model/TaskDocument.h"
@@ -339,12 +339,7 @@ void TaskRunner::capture(TaskInfo& task) {
     // Converted straight out of the target's buffer into the frame kept between cycles.
     bool usable = false;
     const auto convert = [&](const platform::BgraView& view) {
-        usable = view.pixels && view.width > 0 && view.height > 0 && view.stride >= view.width * 4;
-        if (usable) {
-            const cv::Mat bgra(view.height, view.width, CV_8UC4,
-                               const_cast<std::uint8_t*>(view.pixels), size_t(view.stride));
-            cv::cvtColor(bgra, task.frame, cv::COLOR_BGRA2BGR);
-        }
+        usable = convertBgraToBgr(view, task.frame);
     };
     const bool capturable = task.kind == TargetKind::Desktop || task.kind == TargetKind::Window ||
                             task.kind == TargetKind::AndroidDevice;

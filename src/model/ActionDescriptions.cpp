@@ -10,20 +10,20 @@ QString textRegionValue(const TextRegion& region, const DescribeContext& context
 QString labelErrorText();
 
 ButtonText buttonText(int button) {
-    switch (MouseButton(button)) {
-        case MouseButton::LeftClick:
+    switch (platform::mouseOpOf(button)) {
+        case platform::MouseOp::LeftClick:
             return {QStringLiteral("鼠标左键"), QStringLiteral("点击")};
-        case MouseButton::RightClick:
+        case platform::MouseOp::RightClick:
             return {QStringLiteral("鼠标右键"), QStringLiteral("点击")};
-        case MouseButton::Move:
+        case platform::MouseOp::Move:
             return {QStringLiteral("鼠标"), QStringLiteral("移动到")};
-        case MouseButton::LeftDown:
+        case platform::MouseOp::LeftDown:
             return {QStringLiteral("鼠标左键"), QStringLiteral("按下")};
-        case MouseButton::LeftUp:
+        case platform::MouseOp::LeftUp:
             return {QStringLiteral("鼠标左键"), QStringLiteral("抬起")};
-        case MouseButton::RightDown:
+        case platform::MouseOp::RightDown:
             return {QStringLiteral("鼠标右键"), QStringLiteral("按下")};
-        case MouseButton::RightUp:
+        case platform::MouseOp::RightUp:
             return {QStringLiteral("鼠标右键"), QStringLiteral("抬起")};
         default:
             return {};
@@ -126,8 +126,9 @@ QString EditorStartAppAction::describe(const DescribeContext& context) const {
 
 QString EditorMouseUpAction::describe(const DescribeContext&) const {
     // The doubled character of the right button's text is the established wording.
-    const QString buttonName = button == int(MouseButton::RightUp) ? QStringLiteral("鼠标右键键")
-                                                                   : QStringLiteral("鼠标左键");
+    const QString buttonName = button == int(platform::MouseOp::RightUp)
+                                   ? QStringLiteral("鼠标右键键")
+                                   : QStringLiteral("鼠标左键");
     return buttonName + QStringLiteral("抬起");
 }
 

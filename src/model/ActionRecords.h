@@ -5,26 +5,15 @@
 #include <QString>
 #include <vector>
 
+#include "desktop/MouseOp.h"
 #include "model/Fields.h"
 #include "model/TextRegion.h"
 
 namespace autoscene::model {
 
-// Mouse operations of `button`.
-enum class MouseButton : int {
-    Invalid = 0,
-    LeftClick = 1,
-    RightClick = 2,
-    Move = 3,
-    LeftDown = 4,
-    LeftUp = 5,
-    RightDown = 6,
-    RightUp = 7,
-};
-
 struct TapActionRecord {
     int variableId = 0;
-    int button = int(MouseButton::LeftClick);
+    int button = int(platform::MouseOp::LeftClick);
     float postpone = 0.0f;
     float pressTime = 0.0f;
     float interval = 0.0f;
@@ -47,7 +36,7 @@ struct TapActionRecord {
 
 struct ImageActionRecord {
     int id = 0;
-    int button = int(MouseButton::LeftClick);
+    int button = int(platform::MouseOp::LeftClick);
     int imageId = 0;
     int searchId = 0;
     int deviationId = 0;
@@ -240,7 +229,7 @@ struct DelayActionRecord {
 
 struct ClickTextActionRecord {
     int deviationId = 0;
-    int button = int(MouseButton::LeftClick);
+    int button = int(platform::MouseOp::LeftClick);
     float postpone = 0.0f;
     float pressTime = 0.0f;
     int clickTimes = 1;
@@ -275,7 +264,7 @@ struct StartAppActionRecord {
 };
 
 struct MouseUpActionRecord {
-    int button = int(MouseButton::LeftUp);
+    int button = int(platform::MouseOp::LeftUp);
     float postpone = 0.0f;
 
     static constexpr auto fields() {
@@ -285,7 +274,7 @@ struct MouseUpActionRecord {
 };
 
 struct LabelActionRecord {
-    int button = int(MouseButton::LeftClick);
+    int button = int(platform::MouseOp::LeftClick);
     int labelId = 0;
     int searchId = 0;
     int deviationId = 0;
@@ -361,7 +350,7 @@ struct PluginActionRecord {
 
 struct ClickColorActionRecord {
     int colorId = 0;
-    int button = int(MouseButton::LeftClick);
+    int button = int(platform::MouseOp::LeftClick);
     float postpone = 0.0f;
     float pressTime = 0.0f;
     int clickTimes = 1;

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "system/Utf8.h"
+
 namespace autoscene::demo {
 namespace {
 
@@ -20,32 +22,14 @@ std::string hex(unsigned long value) {
     return buffer;
 }
 
-void appendUtf8(std::string& text, char32_t codePoint) {
-    if (codePoint < 0x80) {
-        text.push_back(static_cast<char>(codePoint));
-    } else if (codePoint < 0x800) {
-        text.push_back(static_cast<char>(0xC0 | (codePoint >> 6)));
-        text.push_back(static_cast<char>(0x80 | (codePoint & 0x3F)));
-    } else if (codePoint < 0x10000) {
-        text.push_back(static_cast<char>(0xE0 | (codePoint >> 12)));
-        text.push_back(static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F)));
-        text.push_back(static_cast<char>(0x80 | (codePoint & 0x3F)));
-    } else {
-        text.push_back(static_cast<char>(0xF0 | (codePoint >> 18)));
-        text.push_back(static_cast<char>(0x80 | ((codePoint >> 12) & 0x3F)));
-        text.push_back(static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F)));
-        text.push_back(static_cast<char>(0x80 | (codePoint & 0x3F)));
-    }
-}
-
 // The character a keysym types: Latin-1 keysyms are their code points, Unicode keysyms
 // carry theirs; function keys type nothing.
 std::string textOf(KeySym keysym) {
     std::string text;
     if ((keysym >= 0x20 && keysym <= 0x7E) || (keysym >= 0xA0 && keysym <= 0xFF)) {
-        appendUtf8(text, static_cast<char32_t>(keysym));
+        sys::appendUtf8(text, static_cast<char32_t>(keysym));
     } else if (keysym >= 0x01000100 && keysym <= 0x0110FFFF) {
-        appendUtf8(text, static_cast<char32_t>(keysym - 0x01000000));
+        sys::appendUtf8(text, static_cast<char32_t>(keysym - 0x01000000));
     }
     return text;
 }

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "Utf8.h"
+#include "system/Utf8.h"
 
 namespace autoscene::ocr {
 
@@ -37,7 +37,7 @@ bool isOneCharacter(const std::string& line) {
     if (line.empty()) {
         return false;
     }
-    const CodePoint first = decodeUtf8At(line, 0);
+    const sys::CodePoint first = sys::decodeUtf8At(line, 0);
     return first.valid && first.bytes.size() == line.size();
 }
 

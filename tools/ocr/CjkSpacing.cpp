@@ -1,6 +1,6 @@
 #include "CjkSpacing.h"
 
-#include "Utf8.h"
+#include "system/Utf8.h"
 
 #include <vector>
 
@@ -24,9 +24,9 @@ bool isBlank(char32_t c) {
 }  // namespace
 
 std::string removeSpacesBetweenCjk(std::string_view utf8) {
-    std::vector<CodePoint> codePoints;
+    std::vector<sys::CodePoint> codePoints;
     for (std::size_t pos = 0; pos < utf8.size();) {
-        codePoints.push_back(decodeUtf8At(utf8, pos));
+        codePoints.push_back(sys::decodeUtf8At(utf8, pos));
         pos += codePoints.back().bytes.size();
     }
     std::string result;

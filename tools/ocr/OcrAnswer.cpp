@@ -3,7 +3,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-#include "Utf8.h"
+#include "system/Utf8.h"
 
 namespace autoscene::ocr {
 
@@ -13,7 +13,7 @@ using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
 
 // Repaired first: a stray byte must not make the whole answer unreadable.
 void writeText(Writer& writer, std::string_view text) {
-    const std::string valid = repairUtf8(text);
+    const std::string valid = sys::repairUtf8(text);
     writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
 }
 

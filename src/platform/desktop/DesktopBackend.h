@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "desktop/MouseOp.h"
+
 namespace autoscene::platform {
 
 // A native window (X11 Window, Win32 HWND) as an opaque integer; 0 is no window.
@@ -44,17 +46,6 @@ struct BgraView {
     const std::uint8_t* pixels = nullptr;
 };
 using FrameConsumer = std::function<void(const BgraView&)>;
-
-enum class MouseOp : int {
-    Invalid = 0,
-    LeftClick = 1,
-    RightClick = 2,
-    Move = 3,
-    LeftDown = 4,
-    LeftUp = 5,
-    RightDown = 6,
-    RightUp = 7,
-};
 
 enum class KeyOp : int {
     Click = 0,  // press and release
@@ -111,8 +102,9 @@ public:
     // `consume` not called, when nothing could be captured.
     virtual bool captureView(WindowHandle window, bool background, const FrameConsumer& consume) {
         const BgraFrame frame = capture(window, background);
-        if (frame.empty())
+        if (frame.empty()) {
             return false;
+        }
         consume(BgraView{frame.width, frame.height, frame.stride, frame.pixels.data()});
         return true;
     }

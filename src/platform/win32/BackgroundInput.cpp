@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <thread>
 
+#include "desktop/MouseSteps.h"
 #include "win32/MessageParams.h"
 #include "win32/Win32Handles.h"
 #include "win32/WindowDiscovery.h"
@@ -62,16 +64,6 @@ void BackgroundInput::postByHitTest(HWND topLevel, const std::vector<HWND>& wind
     }
 }
 
-Point BackgroundInput::takePressedPoint() {
-    const auto found = pressedPoints_.find(std::this_thread::get_id());
-    if (found == pressedPoints_.end()) {
-        return Point{0, 0};
-    }
-    const Point point = found->second;
-    pressedPoints_.erase(found);
-    return point;
-}
-
 void BackgroundInput::mouse(const InputTarget& target, Point point, MouseOp op, int pressMs) {
     if (!windowExists(target)) {
         return;
@@ -81,38 +73,23 @@ void BackgroundInput::mouse(const InputTarget& target, Point point, MouseOp op, 
     postByHitTest(topLevel, windows, WM_MOUSEMOVE, MK_LBUTTON, point);
 
     const std::lock_guard lock(inputMutex_);
-    const auto thread = std::this_thread::get_id();
-    switch (op) {
-        case MouseOp::LeftClick:
-            postByHitTest(topLevel, windows, WM_LBUTTONDOWN, MK_LBUTTON, point);
-            sleepMs(pressMs);
-            postByHitTest(topLevel, windows, WM_LBUTTONUP, MK_LBUTTON, point);
-            break;
-        case MouseOp::RightClick:
-            // Two downs and no up: the way right clicks have always been delivered.
-            postByHitTest(topLevel, windows, WM_RBUTTONDOWN, MK_RBUTTON, point);
-            sleepMs(pressMs);
-            postByHitTest(topLevel, windows, WM_RBUTTONDOWN, MK_RBUTTON, point);
-            break;
-        case MouseOp::Move:
-            pressedPoints_[thread] = point;
-            break;
-        case MouseOp::LeftDown:
-            postByHitTest(topLevel, windows, WM_LBUTTONDOWN, MK_LBUTTON, point);
-            pressedPoints_[thread] = point;
-            break;
-        case MouseOp::LeftUp:
-            postByHitTest(topLevel, windows, WM_LBUTTONUP, MK_LBUTTON, takePressedPoint());
-            break;
-        case MouseOp::RightDown:
-            postByHitTest(topLevel, windows, WM_RBUTTONDOWN, MK_RBUTTON, point);
-            pressedPoints_[thread] = point;
-            break;
-        case MouseOp::RightUp:
-            postByHitTest(topLevel, windows, WM_RBUTTONUP, MK_RBUTTON, takePressedPoint());
-            break;
-        case MouseOp::Invalid:
-            break;
+    for (const MouseStep& step : backgroundMouseSteps(op, point, pressedPoints_)) {
+        const bool left = step.button == MouseButton::Left;
+        const WPARAM held = left ? MK_LBUTTON : MK_RBUTTON;
+        switch (step.kind) {
+            case MouseStepKind::Down:
+                postByHitTest(topLevel, windows, left ? WM_LBUTTONDOWN : WM_RBUTTONDOWN, held,
+                              step.point);
+                break;
+            case MouseStepKind::Hold:
+                sleepMs(pressMs);
+                break;
+            case MouseStepKind::Release:
+            case MouseStepKind::Up:
+                postByHitTest(topLevel, windows, left ? WM_LBUTTONUP : WM_RBUTTONUP, held,
+                              step.point);
+                break;
+        }
     }
 }
 

@@ -3,12 +3,11 @@
 
 #include <windows.h>
 
-#include <map>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 #include "desktop/DesktopBackend.h"
+#include "desktop/PressedPoints.h"
 #include "win32/LogSink.h"
 
 namespace autoscene::platform::win32 {
@@ -31,12 +30,10 @@ private:
     // window's client coordinates, holds the point; lParam is relative to that window.
     static void postByHitTest(HWND topLevel, const std::vector<HWND>& windows, UINT message,
                               WPARAM wParam, Point point);
-    Point takePressedPoint();
 
     std::mutex& inputMutex_;
     LogSink log_;
-    // Guarded by inputMutex_: where each runner thread's last down or move happened.
-    std::map<std::thread::id, Point> pressedPoints_;
+    PressedPoints pressedPoints_;
 };
 
 }  // namespace autoscene::platform::win32

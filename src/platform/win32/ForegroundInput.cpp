@@ -4,6 +4,8 @@
 #include <chrono>
 #include <thread>
 
+#include "desktop/MouseSteps.h"
+
 namespace autoscene::platform::win32 {
 namespace {
 
@@ -35,6 +37,10 @@ POINT bringToFrontAndPlaceCursor(HWND window, Point point) {
     return screen;
 }
 
+void sendMouse(DWORD flags, POINT screen) {
+    mouse_event(flags, static_cast<DWORD>(screen.x), static_cast<DWORD>(screen.y), 0, 0);
+}
+
 void sendKeyboardRecord(WORD virtualKey, WORD scan, DWORD flags) {
     INPUT input{};
     input.type = INPUT_KEYBOARD;
@@ -51,36 +57,24 @@ ForegroundInput::ForegroundInput(std::mutex& inputMutex) : inputMutex_(inputMute
 void ForegroundInput::mouse(HWND window, Point point, MouseOp op, int pressMs) {
     const std::lock_guard lock(inputMutex_);
     const POINT screen = bringToFrontAndPlaceCursor(window, point);
-    // No move flag is set, so the system ignores these coordinates.
-    const auto send = [&screen](DWORD flags) {
-        mouse_event(flags, static_cast<DWORD>(screen.x), static_cast<DWORD>(screen.y), 0, 0);
-    };
-    switch (op) {
-        case MouseOp::LeftClick:
-            send(kLeftDown);
-            sleepMs(pressMs);
-            send(kLeftUp);
-            break;
-        case MouseOp::RightClick:
-            send(kRightDown);
-            sleepMs(pressMs);
-            send(kRightUp);
-            break;
-        case MouseOp::LeftDown:
-            send(kLeftDown);
-            break;
-        case MouseOp::LeftUp:
-            mouse_event(kPlainLeftUp, 0, 0, 0, 0);
-            break;
-        case MouseOp::RightDown:
-            send(kRightDown);
-            break;
-        case MouseOp::RightUp:
-            mouse_event(kPlainRightUp, 0, 0, 0, 0);
-            break;
-        case MouseOp::Move:
-        case MouseOp::Invalid:
-            break;
+    // No move flag is set, so the system ignores the coordinates; a separate up is sent
+    // without them.
+    for (const MouseStep& step : foregroundMouseSteps(op, point)) {
+        const bool left = step.button == MouseButton::Left;
+        switch (step.kind) {
+            case MouseStepKind::Down:
+                sendMouse(left ? kLeftDown : kRightDown, screen);
+                break;
+            case MouseStepKind::Hold:
+                sleepMs(pressMs);
+                break;
+            case MouseStepKind::Release:
+                sendMouse(left ? kLeftUp : kRightUp, screen);
+                break;
+            case MouseStepKind::Up:
+                sendMouse(left ? kPlainLeftUp : kPlainRightUp, POINT{0, 0});
+                break;
+        }
     }
 }
 

@@ -149,39 +149,21 @@ void BackgroundInput::mouse(Connection& connection, const InputTarget& target, P
     }
     postMotion(connection, *recipients, point);
     std::lock_guard lock(inputMutex_);
-    switch (op) {
-        case MouseOp::LeftClick:
-            postButton(connection, *recipients, point, ButtonPress, Button1, 0);
-            sleepMs(effectivePressMs(pressMs));
-            postButton(connection, *recipients, point, ButtonRelease, Button1, Button1Mask);
-            break;
-        case MouseOp::RightClick:
-            // Two presses and no release: programs driven this way expect exactly that.
-            postButton(connection, *recipients, point, ButtonPress, Button3, 0);
-            sleepMs(effectivePressMs(pressMs));
-            postButton(connection, *recipients, point, ButtonPress, Button3, 0);
-            break;
-        case MouseOp::Move:
-            pressedPoints_.record(point);
-            break;
-        case MouseOp::LeftDown:
-            postButton(connection, *recipients, point, ButtonPress, Button1, 0);
-            pressedPoints_.record(point);
-            break;
-        case MouseOp::LeftUp:
-            postButton(connection, *recipients, pressedPoints_.take(), ButtonRelease, Button1,
-                       Button1Mask);
-            break;
-        case MouseOp::RightDown:
-            postButton(connection, *recipients, point, ButtonPress, Button3, 0);
-            pressedPoints_.record(point);
-            break;
-        case MouseOp::RightUp:
-            postButton(connection, *recipients, pressedPoints_.take(), ButtonRelease, Button3,
-                       Button3Mask);
-            break;
-        case MouseOp::Invalid:
-            break;
+    for (const MouseStep& step : backgroundMouseSteps(op, point, pressedPoints_)) {
+        switch (step.kind) {
+            case MouseStepKind::Down:
+                postButton(connection, *recipients, step.point, ButtonPress,
+                           buttonNumber(step.button), 0);
+                break;
+            case MouseStepKind::Hold:
+                sleepMs(effectivePressMs(pressMs));
+                break;
+            case MouseStepKind::Release:
+            case MouseStepKind::Up:
+                postButton(connection, *recipients, step.point, ButtonRelease,
+                           buttonNumber(step.button), buttonMask(step.button));
+                break;
+        }
     }
     // A recipient that vanished meanwhile only raises an error the handler counts.
     XSync(connection.display(), False);

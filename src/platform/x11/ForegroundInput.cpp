@@ -3,10 +3,11 @@
 
 #include <cstdlib>
 
+#include "system/Utf8.h"
 #include "x11/ErrorTrap.h"
 #include "x11/Input.h"
 #include "x11/InputTiming.h"
-#include "x11/Utf8.h"
+#include "x11/VirtualKeys.h"
 #include "x11/WindowTree.h"
 
 namespace autoscene::platform::x11 {
@@ -98,30 +99,12 @@ void ForegroundInput::mouse(Connection& connection, const InputTarget& target, P
     moveTo(display, point, *screen);
     // Releases are sent even if the window vanished during the press, so that no button
     // stays held on the server.
-    switch (op) {
-        case MouseOp::LeftClick:
-        case MouseOp::RightClick: {
-            const unsigned int number = op == MouseOp::LeftClick ? Button1 : Button3;
-            button(display, number, true);
+    for (const MouseStep& step : foregroundMouseSteps(op, point)) {
+        if (step.kind == MouseStepKind::Hold) {
             sleepMs(effectivePressMs(pressMs));
-            button(display, number, false);
-            break;
+        } else {
+            button(display, buttonNumber(step.button), step.kind == MouseStepKind::Down);
         }
-        case MouseOp::LeftDown:
-            button(display, Button1, true);
-            break;
-        case MouseOp::LeftUp:
-            button(display, Button1, false);
-            break;
-        case MouseOp::RightDown:
-            button(display, Button3, true);
-            break;
-        case MouseOp::RightUp:
-            button(display, Button3, false);
-            break;
-        case MouseOp::Move:
-        case MouseOp::Invalid:
-            break;
     }
     XSync(display, False);
 }
@@ -171,7 +154,7 @@ void ForegroundInput::text(Connection& connection, const InputTarget& target,
     }
     sleepMs(kSettleAfterActivationMs);
     connection.keyboard().refresh();
-    for (const char32_t codePoint : decodeUtf8(utf8)) {
+    for (const char32_t codePoint : sys::decodeUtf8(utf8)) {
         const KeyStroke stroke = connection.keyboard().strokeFor(keysymForCodePoint(codePoint));
         if (stroke.keycode != 0) {
             typeStroke(connection.display(), stroke);

@@ -7,11 +7,20 @@
 #include <string>
 
 #include "desktop/DesktopBackend.h"
+#include "desktop/MouseSteps.h"
 #include "x11/Connection.h"
 #include "x11/LogSink.h"
-#include "x11/PressedPoints.h"
 
 namespace autoscene::platform::x11 {
+
+inline unsigned int buttonNumber(MouseButton button) {
+    return button == MouseButton::Left ? Button1 : Button3;
+}
+
+// The button's bit in the state of the events that follow its press.
+inline unsigned int buttonMask(MouseButton button) {
+    return button == MouseButton::Left ? Button1Mask : Button3Mask;
+}
 
 // Synthetic events sent straight to the window and the descendants under the point; the
 // pointer and the focus stay where they are, so the window may be covered. Programs that

@@ -131,6 +131,8 @@ constexpr std::array<unsigned long, 256> buildTable() {
 
 constexpr std::array<unsigned long, 256> kTable = buildTable();
 
+constexpr unsigned long kUnicodeKeysymBase = 0x01000000;
+
 }  // namespace
 
 unsigned long keysymForVirtualKey(int virtualKey) {
@@ -138,6 +140,27 @@ unsigned long keysymForVirtualKey(int virtualKey) {
         return NoSymbol;
     }
     return kTable[static_cast<std::size_t>(virtualKey)];
+}
+
+unsigned long keysymForCodePoint(char32_t codePoint) {
+    switch (codePoint) {
+        case U'\n':
+        case U'\r':
+            return XK_Return;
+        case U'\t':
+            return XK_Tab;
+        case U'\b':
+            return XK_BackSpace;
+        default:
+            break;
+    }
+    if (codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0) || codePoint > 0x10FFFF) {
+        return NoSymbol;
+    }
+    if (codePoint <= 0xFF) {
+        return codePoint;
+    }
+    return kUnicodeKeysymBase | codePoint;
 }
 
 }  // namespace autoscene::platform::x11

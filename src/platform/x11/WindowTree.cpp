@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "system/Utf8.h"
+
 namespace autoscene::platform::x11 {
 namespace {
 
@@ -65,12 +67,7 @@ std::vector<Window> windowList(Connection& connection, Window window, Atom name)
 std::string latin1ToUtf8(const std::vector<unsigned char>& bytes) {
     std::string text;
     for (unsigned char byte : bytes) {
-        if (byte < 0x80) {
-            text.push_back(static_cast<char>(byte));
-        } else {
-            text.push_back(static_cast<char>(0xC0 | (byte >> 6)));
-            text.push_back(static_cast<char>(0x80 | (byte & 0x3F)));
-        }
+        sys::appendUtf8(text, byte);
     }
     return text;
 }

@@ -8,7 +8,6 @@
 #include "x11/ErrorTrap.h"
 #include "x11/ImageTransfer.h"
 #include "x11/Input.h"
-#include "x11/PressedPoints.h"
 #include "x11/VirtualKeys.h"
 #include "x11/WindowMatch.h"
 #include "x11/WindowTree.h"

@@ -3,7 +3,6 @@
 
 #include "CjkSpacing.h"
 #include "OcrAnswer.h"
-#include "Utf8.h"
 
 using namespace autoscene::ocr;
 
@@ -21,18 +20,6 @@ TEST(CjkSpacing, DropsBlanksOnlyBetweenTwoCjkCharacters) {
 TEST(CjkSpacing, KeepsInvalidBytesAndCutSequences) {
     EXPECT_EQ(removeSpacesBetweenCjk("\xFF \xE5\xBC"), "\xFF \xE5\xBC");
     EXPECT_EQ(removeSpacesBetweenCjk("开 \xC0\xAF 始"), "开 \xC0\xAF 始");
-}
-
-TEST(Utf8, RepairsEveryInvalidByteAndKeepsValidText) {
-    EXPECT_EQ(repairUtf8("ok 开始 😀"), "ok 开始 😀");
-    EXPECT_EQ(repairUtf8("a\xFF"
-                         "b"),
-              "a\xEF\xBF\xBD"
-              "b");
-    EXPECT_EQ(repairUtf8("\xE5\xBC"), "\xEF\xBF\xBD\xEF\xBF\xBD");                  // cut sequence
-    EXPECT_EQ(repairUtf8("\xC0\xAF"), "\xEF\xBF\xBD\xEF\xBF\xBD");                  // overlong
-    EXPECT_EQ(repairUtf8("\xED\xA0\x80"), "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");  // surrogate
-    EXPECT_EQ(repairUtf8(std::string("a\0b", 3)), std::string("a\0b", 3));
 }
 
 TEST(OcrAnswer, ListsLinesInOrderAndJoinsThemIntoTheWholeText) {

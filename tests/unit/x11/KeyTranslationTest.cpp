@@ -6,7 +6,6 @@
 #include <X11/Xlib.h>
 #include <X11/keysym.h>
 
-#include "x11/Utf8.h"
 #include "x11/VirtualKeys.h"
 
 namespace autoscene::platform::x11 {
@@ -36,19 +35,7 @@ TEST(VirtualKeys, MapToKeysymsAndEveryMappedOneIsReal) {
     EXPECT_GE(mapped, 160) << "the table covers the keyboard";
 }
 
-TEST(Utf8, DecodesEveryLengthAndReplacesMalformedBytes) {
-    const char32_t bad = 0xFFFD;
-    EXPECT_EQ(decodeUtf8("aé开😀"), (std::vector<char32_t>{U'a', U'é', U'开', U'😀'}));
-    EXPECT_TRUE(decodeUtf8("").empty());
-    EXPECT_EQ(decodeUtf8("a\x80z"), (std::vector<char32_t>{U'a', bad, U'z'}));
-    EXPECT_EQ(decodeUtf8("\xC0\xAF"), (std::vector<char32_t>{bad, bad})) << "overlong";
-    EXPECT_EQ(decodeUtf8("\xED\xA0\x80"), (std::vector<char32_t>(3, bad))) << "surrogate";
-    EXPECT_EQ(decodeUtf8("\xF4\x90\x80\x80"), (std::vector<char32_t>(4, bad))) << "past U+10FFFF";
-    EXPECT_EQ(decodeUtf8("\xE5\xBC"), (std::vector<char32_t>{bad, bad})) << "truncated";
-    EXPECT_EQ(decodeUtf8("\xE5z"), (std::vector<char32_t>{bad, U'z'}));
-}
-
-TEST(Utf8, CodePointsTypeLatin1OrUnicodeKeysyms) {
+TEST(TypedCharacters, CodePointsTypeLatin1OrUnicodeKeysyms) {
     EXPECT_EQ(keysymForCodePoint(U'a'), XK_a);
     EXPECT_EQ(keysymForCodePoint(U'é'), XK_eacute);
     EXPECT_EQ(keysymForCodePoint(U'开'), 0x1005F00ul);

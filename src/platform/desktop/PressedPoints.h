@@ -8,7 +8,7 @@
 
 #include "desktop/DesktopBackend.h"
 
-namespace autoscene::platform::x11 {
+namespace autoscene::platform {
 
 class PressedPoints {
 public:
@@ -21,4 +21,4 @@ private:
     std::map<std::thread::id, Point> points_;
 };
 
-}  // namespace autoscene::platform::x11
+}  // namespace autoscene::platform

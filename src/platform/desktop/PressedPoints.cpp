@@ -1,6 +1,6 @@
-#include "x11/PressedPoints.h"
+#include "desktop/PressedPoints.h"
 
-namespace autoscene::platform::x11 {
+namespace autoscene::platform {
 
 void PressedPoints::record(Point point) {
     std::lock_guard lock(mutex_);
@@ -18,4 +18,4 @@ Point PressedPoints::take() {
     return point;
 }
 
-}  // namespace autoscene::platform::x11
+}  // namespace autoscene::platform
