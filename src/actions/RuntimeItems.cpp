@@ -3,6 +3,7 @@
 #include "actions/ActionGroups.h"
 #include "conditions/ScreenConditions.h"
 #include "recognition/LabelDetector.h"
+#include "script/ScriptItems.h"
 
 namespace autoscene::actions {
 
@@ -14,6 +15,7 @@ void registerAllRuntimeItems(engine::RuntimeFactory& factory,
     registerInputActions(factory);
     registerMatchingActions(factory, services);
     registerTextActions(factory, services);
+    script::registerScriptItems(factory);
 }
 
 }  // namespace autoscene::actions

@@ -1,6 +1,6 @@
 #pragma once
 // The one place where the kinds beyond the engine's own are registered: the screen
-// conditions and every action. A kind registered twice throws std::logic_error.
+// conditions, the script condition and every action. A kind registered twice throws std::logic_error.
 
 #include <memory>
 

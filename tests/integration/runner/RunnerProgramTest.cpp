@@ -162,4 +162,17 @@ TEST_F(RunnerProgram, VariablesGivenOnTheCommandLineStartTheRun) {
     EXPECT_TRUE(started.out.contains("ended: stop")) << started.out.toStdString();
 }
 
+TEST_F(RunnerProgram, ScriptExampleCountsWritesItsReportAndStops) {
+    const QString report = tasks.filePath("report/count.txt");
+    QDir().mkpath(tasks.filePath("report"));
+    const RunResult result = run({AUTOSCENE_SCRIPT_TASK, "--full-screen", "--json", "--time-limit",
+                                  "30", "--var", "2=" + report});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.summary()["ended"].toString(), "stop");
+    EXPECT_TRUE(result.out.contains(R"("result":"written")")) << result.out.toStdString();
+    QFile file(report);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "counted to 3, screen seen");
+}
+
 }  // namespace

@@ -1,0 +1,41 @@
+#pragma once
+// The script object `auto`: variables, clipboard, shell, colours, the calling worker's
+// window and the run's exclusive queue.
+
+#include <QObject>
+#include <QString>
+
+#include "script/ScriptContext.h"
+
+namespace autoscene::script {
+
+class JSMorvane : public QObject {
+    Q_OBJECT
+public:
+    JSMorvane(const ScriptContext& context, QObject* parent);
+
+    // The run's variable of that name; nothing outside a run or for an unknown name.
+    Q_INVOKABLE void setValue(const QString& var, const QString& value);
+    // Opens an absolute URL with the desktop's handler.
+    Q_INVOKABLE void browse(const QString& url);
+    // Runs `cmd` through the system's shell; what it printed, or empty text when it could
+    // not run.
+    Q_INVOKABLE QString shell(const QString& cmd);
+    Q_INVOKABLE QString getClip();
+    Q_INVOKABLE void setClip(const QString& text);
+    // "#RRGGBB" of the task's colour of that name, or "#Invalid".
+    Q_INVOKABLE QString getColor(const QString& text);
+    // The calling worker's target window as decimal text; empty outside a run.
+    Q_INVOKABLE QString getCurrentWindow();
+    // The calling worker only; ignored unless it drives a window.
+    Q_INVOKABLE void setCurrentWindow(const QString& hwndstr);
+    // Back to the window the worker started with.
+    Q_INVOKABLE void resetCurrentWindow();
+    Q_INVOKABLE void lock();
+    Q_INVOKABLE void unlock();
+
+private:
+    ScriptContext context_;
+};
+
+}  // namespace autoscene::script
