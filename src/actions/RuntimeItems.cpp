@@ -8,14 +8,15 @@
 namespace autoscene::actions {
 
 void registerAllRuntimeItems(engine::RuntimeFactory& factory,
-                             std::shared_ptr<const text::OcrClient> ocr) {
+                             std::shared_ptr<const text::OcrClient> ocr,
+                             platform::IWindowControl* windows) {
     const conditions::ScreenServices services{std::move(ocr),
                                               std::make_shared<recognition::LabelDetector>()};
     conditions::registerScreenConditions(factory, services);
     registerInputActions(factory);
     registerMatchingActions(factory, services);
     registerTextActions(factory, services);
-    script::registerScriptItems(factory);
+    script::registerScriptItems(factory, windows);
 }
 
 }  // namespace autoscene::actions

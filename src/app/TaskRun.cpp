@@ -9,14 +9,14 @@
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "text/OcrClient.h"
 #include "app/OcrServiceWatcher.h"
 #include "app/RunReporter.h"
 #include "engine/RuntimeFactory.h"
+#include "engine/TaskRunner.h"
 #include "model/TaskDocument.h"
 #include "recognition/DetectionPool.h"
-#include "engine/TaskRunner.h"
 #include "targets/WindowTarget.h"
+#include "text/OcrClient.h"
 
 namespace autoscene::app {
 
@@ -76,7 +76,7 @@ bool saveFrame(platform::IDesktopBackend& backend, platform::WindowHandle window
 }  // namespace
 
 int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QTextStream& out,
-            QTextStream& err, const StopRequest& stopRequested) {
+            QTextStream& err, const StopRequest& stopRequested, platform::IWindowControl* windows) {
     if (!QFileInfo(options.taskFolder + "/script.json").isFile()) {
         err << "no script.json in " << options.taskFolder << '\n';
         return kBadArguments;
@@ -134,7 +134,7 @@ int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QText
                "screen text reads as empty\n";
     }
     engine::RuntimeFactory factory;
-    actions::registerAllRuntimeItems(factory, ocr);
+    actions::registerAllRuntimeItems(factory, ocr, windows);
     engine::TaskRunner runner(task, factory, target);
     runner.setJobRunner([](size_t count, const std::function<void(size_t)>& job) {
         recognition::DetectionPool::shared().run(count, job);
@@ -155,6 +155,8 @@ int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QText
     elapsed.start();
     runner.start({runTarget});
     while (!runner.idle()) {
+        // Serves what scripts on the workers ask of the application's thread (the clipboard).
+        QCoreApplication::processEvents();
         if (stopRequested(std::chrono::milliseconds(100))) {
             runner.stop();
         }

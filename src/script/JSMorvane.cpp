@@ -16,19 +16,8 @@ namespace autoscene::script {
 
 Q_LOGGING_CATEGORY(lcScriptAuto, "autoscene.script.auto")
 
-namespace {
-
-// A window handle text: a decimal unsigned 64-bit integer; 0 for anything else.
-platform::WindowHandle parseHandle(const QString& text) {
-    bool ok = false;
-    const qulonglong value = text.trimmed().toULongLong(&ok, 10);
-    return ok ? platform::WindowHandle(value) : 0;
-}
-
-}  // namespace
-
 JSMorvane::JSMorvane(const ScriptContext& context, QObject* parent)
-    : QObject(parent), context_(context) {}
+    : QObject(parent), context_(context), windows_(context.windows) {}
 
 void JSMorvane::setValue(const QString& var, const QString& value) {
     if (!context_.definitions || var.isEmpty()) {
@@ -81,12 +70,53 @@ QString JSMorvane::getColor(const QString& text) {
            QStringLiteral("%1").arg(color->color, 6, 16, QLatin1Char('0')).toUpper();
 }
 
+QVariantList JSMorvane::findWindow(const QString& title, const QString& className) {
+    return windows_.topLevel(title, className, true);
+}
+
+QVariantList JSMorvane::searchWindow(const QString& title, const QString& className) {
+    return windows_.topLevel(title, className, false);
+}
+
+QString JSMorvane::findChildWindow(const QString& hwndstr, const QString& title,
+                                   const QString& className) {
+    return windows_.child(hwndstr, title, className);
+}
+
+void JSMorvane::setForegroundWindow(const QString& hwndstr) {
+    windows_.activate(hwndstr);
+}
+
+void JSMorvane::setWindowSize(const QString& hwndstr, int width, int height) {
+    windows_.resizeOuter(hwndstr, width, height);
+}
+
+void JSMorvane::setWindowClientSize(const QString& hwndstr, int width, int height) {
+    windows_.resizeClient(hwndstr, width, height);
+}
+
+QVariantMap JSMorvane::getWindowRect(const QString& hwndstr) {
+    return windows_.outerRect(hwndstr);
+}
+
+QVariantMap JSMorvane::getClientRect(const QString& hwndstr) {
+    return windows_.clientRect(hwndstr);
+}
+
+void JSMorvane::moveWindow(const QString& hwndstr, int x, int y) {
+    windows_.move(hwndstr, x, y);
+}
+
+void JSMorvane::closeWindow(const QString& hwndstr) {
+    windows_.close(hwndstr);
+}
+
 QString JSMorvane::getCurrentWindow() {
     return context_.worker ? QString::number(context_.worker->window.load()) : QString();
 }
 
 void JSMorvane::setCurrentWindow(const QString& hwndstr) {
-    const platform::WindowHandle window = parseHandle(hwndstr);
+    const platform::WindowHandle window = parseWindowHandle(hwndstr);
     if (context_.worker && context_.worker->kind == engine::TargetKind::Window && window != 0) {
         context_.worker->window = window;
     }

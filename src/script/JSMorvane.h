@@ -5,7 +5,11 @@
 #include <QObject>
 #include <QString>
 
+#include <QVariantList>
+#include <QVariantMap>
+
 #include "script/ScriptContext.h"
+#include "script/ScriptWindows.h"
 
 namespace autoscene::script {
 
@@ -25,17 +29,31 @@ public:
     Q_INVOKABLE void setClip(const QString& text);
     // "#RRGGBB" of the task's colour of that name, or "#Invalid".
     Q_INVOKABLE QString getColor(const QString& text);
+    // Window records of visible top-level windows whose title and class equal
+    // (findWindow) or contain (searchWindow) the given texts; empty texts match anything.
+    Q_INVOKABLE QVariantList findWindow(const QString& title, const QString& className);
+    Q_INVOKABLE QVariantList searchWindow(const QString& title, const QString& className);
+    Q_INVOKABLE QString findChildWindow(const QString& hwndstr, const QString& title,
+                                        const QString& className);
     // The calling worker's target window as decimal text; empty outside a run.
     Q_INVOKABLE QString getCurrentWindow();
     // The calling worker only; ignored unless it drives a window.
     Q_INVOKABLE void setCurrentWindow(const QString& hwndstr);
     // Back to the window the worker started with.
     Q_INVOKABLE void resetCurrentWindow();
+    Q_INVOKABLE void setForegroundWindow(const QString& hwndstr);
+    Q_INVOKABLE void setWindowSize(const QString& hwndstr, int width, int height);
+    Q_INVOKABLE void setWindowClientSize(const QString& hwndstr, int width, int height);
+    Q_INVOKABLE QVariantMap getWindowRect(const QString& hwndstr);
+    Q_INVOKABLE QVariantMap getClientRect(const QString& hwndstr);
+    Q_INVOKABLE void moveWindow(const QString& hwndstr, int x, int y);
+    Q_INVOKABLE void closeWindow(const QString& hwndstr);
     Q_INVOKABLE void lock();
     Q_INVOKABLE void unlock();
 
 private:
     ScriptContext context_;
+    ScriptWindows windows_;
 };
 
 }  // namespace autoscene::script

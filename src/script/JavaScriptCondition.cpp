@@ -8,11 +8,12 @@ namespace autoscene::script {
 
 Q_LOGGING_CATEGORY(lcScriptCondition, "autoscene.script.condition")
 
-JavaScriptCondition::JavaScriptCondition(int relation, QString code, engine::RunContext& context)
-    : ICondition(kType, relation), code_(std::move(code)), context_(context) {}
+JavaScriptCondition::JavaScriptCondition(int relation, QString code, engine::RunContext& context,
+                                         platform::IWindowControl* windows)
+    : ICondition(kType, relation), code_(std::move(code)), context_(context), windows_(windows) {}
 
 bool JavaScriptCondition::evaluate(engine::TaskInfo& task) {
-    const ScriptResult result = runScript(context_, task, code_);
+    const ScriptResult result = runScript(context_, task, code_, windows_);
     if (!result.exception.isEmpty()) {
         qCDebug(lcScriptCondition).noquote()
             << "javascript exception:" << shownText(result.exception);

@@ -7,13 +7,18 @@
 #include "engine/RunContext.h"
 #include "system/PerThread.h"
 
+namespace autoscene::platform {
+class IWindowControl;
+}
+
 namespace autoscene::script {
 
 class JavaScriptCondition : public engine::ICondition {
 public:
     static constexpr int kType = 9;
 
-    JavaScriptCondition(int relation, QString code, engine::RunContext& context);
+    JavaScriptCondition(int relation, QString code, engine::RunContext& context,
+                        platform::IWindowControl* windows = nullptr);
 
     bool evaluate(engine::TaskInfo& task) override;
     void clearThreadState() override;
@@ -26,6 +31,7 @@ protected:
 private:
     const QString code_;
     engine::RunContext& context_;
+    platform::IWindowControl* windows_;
     sys::PerThread<QString> results_;
 };
 

@@ -10,11 +10,16 @@ namespace autoscene::script {
 Q_LOGGING_CATEGORY(lcScriptAction, "autoscene.script.action")
 
 MVJavaScriptAction::MVJavaScriptAction(QString code, engine::MVVariable* variable,
-                                       engine::RunContext& context)
-    : IAction(kType, 0.0f), code_(std::move(code)), variable_(variable), context_(context) {}
+                                       engine::RunContext& context,
+                                       platform::IWindowControl* windows)
+    : IAction(kType, 0.0f),
+      code_(std::move(code)),
+      variable_(variable),
+      context_(context),
+      windows_(windows) {}
 
 float MVJavaScriptAction::run(engine::TaskInfo& task) {
-    const ScriptResult result = runScript(context_, task, code_);
+    const ScriptResult result = runScript(context_, task, code_, windows_);
     if (variable_) {
         variable_->setValue(result.text);
     }

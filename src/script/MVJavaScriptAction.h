@@ -10,6 +10,9 @@
 namespace autoscene::engine {
 class MVVariable;
 }
+namespace autoscene::platform {
+class IWindowControl;
+}
 
 namespace autoscene::script {
 
@@ -18,7 +21,8 @@ public:
     static constexpr int kType = 12;
 
     // `variable` may be null: the result is only recorded.
-    MVJavaScriptAction(QString code, engine::MVVariable* variable, engine::RunContext& context);
+    MVJavaScriptAction(QString code, engine::MVVariable* variable, engine::RunContext& context,
+                       platform::IWindowControl* windows = nullptr);
 
     float run(engine::TaskInfo& task) override;
 
@@ -26,6 +30,7 @@ private:
     const QString code_;
     engine::MVVariable* variable_;
     engine::RunContext& context_;
+    platform::IWindowControl* windows_;
 };
 
 }  // namespace autoscene::script

@@ -3,6 +3,9 @@
 // variables, the calling worker and the run control. The editor's test button has a
 // task only.
 
+namespace autoscene::platform {
+class IWindowControl;
+}
 namespace autoscene::model {
 class TaskDocument;
 }
@@ -22,6 +25,7 @@ struct ScriptContext {
     engine::TaskInfo* worker = nullptr;
     engine::IRunControl* control = nullptr;
     Clipboard* clipboard = nullptr;  // none: the clipboard reads empty and keeps nothing
+    platform::IWindowControl* windows = nullptr;  // none: the window methods find nothing
 };
 
 }  // namespace autoscene::script

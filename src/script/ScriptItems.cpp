@@ -9,15 +9,15 @@
 
 namespace autoscene::script {
 
-void registerScriptItems(engine::RuntimeFactory& factory) {
+void registerScriptItems(engine::RuntimeFactory& factory, platform::IWindowControl* windows) {
     factory.addCondition<model::EditorJavaScriptCondition>(
-        [](const model::EditorJavaScriptCondition& r, engine::RunContext& context) {
-            return std::make_unique<JavaScriptCondition>(r.relation(), r.jsCode, context);
+        [windows](const model::EditorJavaScriptCondition& r, engine::RunContext& context) {
+            return std::make_unique<JavaScriptCondition>(r.relation(), r.jsCode, context, windows);
         });
     factory.addAction<model::EditorJavaScriptAction>(
-        [](const model::EditorJavaScriptAction& r, engine::RunContext& context) {
+        [windows](const model::EditorJavaScriptAction& r, engine::RunContext& context) {
             return std::make_unique<MVJavaScriptAction>(r.jsCode, context.definitions.find(r.varId),
-                                                        context);
+                                                        context, windows);
         });
 }
 

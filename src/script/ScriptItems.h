@@ -4,9 +4,14 @@
 namespace autoscene::engine {
 class RuntimeFactory;
 }
+namespace autoscene::platform {
+class IWindowControl;
+}
 
 namespace autoscene::script {
 
-void registerScriptItems(engine::RuntimeFactory& factory);
+// `windows` serves the window methods of `auto`; without it they find nothing.
+void registerScriptItems(engine::RuntimeFactory& factory,
+                         platform::IWindowControl* windows = nullptr);
 
 }  // namespace autoscene::script

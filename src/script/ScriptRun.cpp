@@ -11,10 +11,10 @@ constexpr qsizetype kShownCharacters = 2000;
 }  // namespace
 
 ScriptResult runScript(const engine::RunContext& context, engine::TaskInfo& worker,
-                       const QString& code) {
+                       const QString& code, platform::IWindowControl* windows) {
     ScriptEngineHolder holder;
     holder.prepareRuntime(ScriptContext{context.task, &context.definitions, &worker,
-                                        &context.control, applicationClipboard()});
+                                        &context.control, applicationClipboard(), windows});
     return holder.evaluate(code);
 }
 

@@ -9,9 +9,10 @@
 
 namespace autoscene::script {
 
-// A fresh engine prepared with the run's variables; dropped when it returns.
+// A fresh engine prepared with the run's variables; dropped when it returns. `windows`
+// serves the window methods of `auto`; without it they find nothing.
 ScriptResult runScript(const engine::RunContext& context, engine::TaskInfo& worker,
-                       const QString& code);
+                       const QString& code, platform::IWindowControl* windows = nullptr);
 
 // At most `kShownCharacters` of `text` for the run view and the log, with the full length
 // when it was cut.

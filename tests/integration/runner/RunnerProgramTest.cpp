@@ -175,4 +175,18 @@ TEST_F(RunnerProgram, ScriptExampleCountsWritesItsReportAndStops) {
     EXPECT_EQ(file.readAll(), "counted to 3, screen seen");
 }
 
+TEST_F(RunnerProgram, ScriptsHaveTheDesktopClipboard) {
+    // The first event puts a text on the clipboard; the second stops once it reads it back.
+    const QString folder = task(R"json({"scene_list": [{"name": "s", "event_list": [
+        {"name": "set", "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1,
+            "js_code": "String(auto.getClip() != 'clip ü')"}]},
+         "action_list": [{"type": 12, "js_code": "auto.setClip('clip ü')"}]},
+        {"name": "read", "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1,
+            "js_code": "String(auto.getClip() == 'clip ü')"}]},
+         "action_list": [{"type": 10}]}]}]})json");
+    const RunResult result = run({folder, "--full-screen", "--json", "--time-limit", "20"});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.summary()["ended"].toString(), "stop");
+}
+
 }  // namespace
