@@ -26,7 +26,7 @@ std::string shellCommandLine(const QString& command) {
 }
 
 std::string openUrlCommandLine(const QString& url) {
-    const QUrl parsed(url, QUrl::StrictMode);
+    const QUrl parsed(url);
     if (!parsed.isValid() || parsed.isRelative()) {
         return {};
     }

@@ -7,6 +7,7 @@
 #include "ScriptFixture.h"
 #include "engine/MVVariable.h"
 #include "script/ScriptEngineHolder.h"
+#include "script/ShellCommand.h"
 
 using autoscene::script::ScriptEngineHolder;
 using autoscene::test::ScriptFixture;
@@ -89,6 +90,20 @@ TEST_F(Bridge, ShellGivesOutputAndErrorsAndSurvivesQuotes) {
     EXPECT_EQ(text(R"(auto.shell("echo out; echo err 1>&2"))"), "out\nerr\n");
     EXPECT_EQ(text(R"(auto.shell("printf '%s' \"it's\""))"), "it's");
     EXPECT_EQ(text(R"(auto.shell("exit 3"))"), "");
+}
+
+TEST_F(Bridge, SleepWaitsAtLeastItsTime) {
+    // A lower bound only: a slow machine sleeps longer, never shorter.
+    EXPECT_EQ(text("var t = Date.now(); sleep(0.2); String(Date.now() - t >= 200)"), "true");
+}
+
+TEST(ShellCommand, UrlsAreQuotedAsOneWordAndRelativeOnesRefused) {
+    using autoscene::script::openUrlCommandLine;
+    EXPECT_EQ(openUrlCommandLine("https://example.org/a b?q=1"),
+              "xdg-open 'https://example.org/a%20b?q=1'");
+    EXPECT_EQ(openUrlCommandLine("no/scheme"), "");
+    EXPECT_EQ(openUrlCommandLine(""), "");
+    EXPECT_EQ(autoscene::script::shellCommandLine("echo 'a'"), R"(/bin/sh -c 'echo '\''a'\''')");
 }
 
 TEST_F(Bridge, CurrentWindowOfTheWorker) {
