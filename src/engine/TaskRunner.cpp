@@ -117,6 +117,11 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
         std::lock_guard lock(claimedMutex_);
         claimedWindows_.clear();
     }
+    {
+        // A script that locked and never unlocked held only the run that has ended.
+        std::lock_guard lock(exclusiveMutex_);
+        exclusiveThreads_.clear();
+    }
     definitions_.resetAll();
     unidentifiedReset_ = false;
     for (const auto& hook : runStartHooks_) {

@@ -70,12 +70,12 @@ ScriptResult ScriptEngineHolder::evaluate(const QString& code) {
     ScriptResult result;
     result.interrupted = engine_->isInterrupted();
     // A thrown value of any kind, an Error object or not, leaves a stack behind.
-    const bool thrown = last_.isError() || !stack.isEmpty() || result.interrupted;
+    const bool thrown = last_.isError() || !stack.isEmpty();
     result.text = last_.isUndefined() ? QString() : last_.toString();
-    if (thrown) {
-        result.exception = result.text.isEmpty() && result.interrupted
-                               ? QStringLiteral("interrupted: the run stopped")
-                               : result.text;
+    if (result.interrupted) {
+        result.exception = QStringLiteral("interrupted: the run stopped");
+    } else if (thrown) {
+        result.exception = result.text;
     }
     return result;
 }
