@@ -52,16 +52,22 @@ QString JSHttp::post(const QString& url, const QJSValue& data) {
 }
 
 QString JSHttp::postJson(const QString& url, const QJSValue& data) {
-    // The engine's own JSON.stringify: the text is what the script itself would print.
     QJSEngine* engine = qjsEngine(this);
-    const QString json = engine ? engine->globalObject()
-                                      .property(QStringLiteral("JSON"))
-                                      .property(QStringLiteral("stringify"))
-                                      .call({data})
-                                      .toString()
-                                : QString();
-    return fromBody(
-        http::httpPostJson(url.toStdString(), {}, json.toStdString(), kScriptHttpTimeout));
+    if (!engine) {
+        return {};
+    }
+    // The engine's own JSON.stringify: the text is what the script itself would print.
+    const QJSValue json = engine->globalObject()
+                              .property(QStringLiteral("JSON"))
+                              .property(QStringLiteral("stringify"))
+                              .call({data});
+    // A cycle, undefined or a function has no JSON text: nothing is sent.
+    if (!json.isString()) {
+        qCDebug(lcScriptHttp) << "postJson: the data has no JSON form";
+        return {};
+    }
+    return fromBody(http::httpPostJson(url.toStdString(), {}, json.toString().toStdString(),
+                                       kScriptHttpTimeout));
 }
 
 QString JSHttp::download(const QString& url, const QString& file) {

@@ -20,7 +20,8 @@ public:
     // `data`'s members as form fields (strings as they are, numbers in %g form, booleans
     // as "true"/"false", anything else empty); not an object: no fields.
     Q_INVOKABLE QString post(const QString& url, const QJSValue& data);
-    // `data` as compact JSON with "Content-Type: application/json".
+    // `data` as compact JSON with "Content-Type: application/json"; nothing is sent for data
+    // without a JSON form (a cycle, undefined).
     Q_INVOKABLE QString postJson(const QString& url, const QJSValue& data);
     // Writes the body to `file`, creating its folder; the file's path, or empty on failure.
     Q_INVOKABLE QString download(const QString& url, const QString& file);

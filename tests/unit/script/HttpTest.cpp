@@ -65,6 +65,12 @@ TEST_F(Http, PostJsonSendsCompactJson) {
     EXPECT_EQ(text(QStringLiteral(R"(http.postJson('%1', {a: [1, "x"], b: {c: null}}))")
                        .arg(url("/echo"))),
               "application/json\n{\"a\":[1,\"x\"],\"b\":{\"c\":null}}");
+    EXPECT_EQ(
+        text(QStringLiteral("var o = {}; o.self = o; http.postJson('%1', o)").arg(url("/echo"))),
+        "");
+    EXPECT_EQ(text(QStringLiteral("http.postJson('%1', undefined)").arg(url("/echo"))), "");
+    EXPECT_EQ(text(QStringLiteral("http.postJson('%1', 'text')").arg(url("/echo"))),
+              "application/json\n\"text\"");
 }
 
 TEST_F(Http, DownloadWritesBytesAndMakesTheFolder) {
