@@ -4,7 +4,6 @@
 
 #include <QObject>
 #include <QString>
-
 #include <QVariantList>
 #include <QVariantMap>
 
@@ -39,14 +38,20 @@ public:
     Q_INVOKABLE QString getCurrentWindow();
     // The calling worker only; ignored unless it drives a window.
     Q_INVOKABLE void setCurrentWindow(const QString& hwndstr);
+    // Raises the window and gives it the keyboard focus.
+    Q_INVOKABLE void setForegroundWindow(const QString& hwndstr);
     // Back to the window the worker started with.
     Q_INVOKABLE void resetCurrentWindow();
-    Q_INVOKABLE void setForegroundWindow(const QString& hwndstr);
+    // The outer size, the position kept.
     Q_INVOKABLE void setWindowSize(const QString& hwndstr, int width, int height);
     Q_INVOKABLE void setWindowClientSize(const QString& hwndstr, int width, int height);
+    // {x, y, width, height} on the screen: the frame included, and the client area; an
+    // empty record for a handle that names no window.
     Q_INVOKABLE QVariantMap getWindowRect(const QString& hwndstr);
     Q_INVOKABLE QVariantMap getClientRect(const QString& hwndstr);
+    // The frame's top-left corner to x, y.
     Q_INVOKABLE void moveWindow(const QString& hwndstr, int x, int y);
+    // Asks the window to close, as its close button does.
     Q_INVOKABLE void closeWindow(const QString& hwndstr);
     Q_INVOKABLE void lock();
     Q_INVOKABLE void unlock();

@@ -50,6 +50,7 @@ QStringList scriptReach(const QString& code) {
     static const std::pair<QRegularExpression, const char*> reaches[] = {
         {callOf("auto", "shell"), "runs shell commands"},
         {callOf("file", "write|remove|rename|move|copy|touch|mkdir"), "writes or removes files"},
+        {callOf("image", "save"), "writes or removes files"},
         {callOf("http", "get|post|postJson|download"), "reaches the network"},
         {callOf("auto", "browse"), "opens URLs"},
         // auto["shell"], a global object handed to another name, eval and Function hide
@@ -65,6 +66,7 @@ QStringList scriptReach(const QString& code) {
             found << QString::fromLatin1(text);
         }
     }
+    found.removeDuplicates();
     return found;
 }
 

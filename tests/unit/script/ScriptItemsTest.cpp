@@ -71,6 +71,10 @@ TEST_F(ScriptItems, ConditionReadsTheOtherKeyWhenJsCodeIsMissing) {
               "'other key'");
     EXPECT_EQ(static_cast<const autoscene::model::EditorJavaScriptCondition&>(*items[1]).jsCode,
               "'js_code'");
+    // Written back under the one key.
+    const QByteArray saved = task.serialise();
+    EXPECT_EQ(saved.count("\"js_code\""), 2);
+    EXPECT_FALSE(saved.contains("\"javascript\""));
 }
 
 }  // namespace

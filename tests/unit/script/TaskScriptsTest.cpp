@@ -17,6 +17,7 @@ TEST(TaskScripts, ReachNamesEveryKindOfCall) {
         {"auto . shell ( 'ls' )", {"runs shell commands"}},
         {"file.write(p, t)", {"writes or removes files"}},
         {"file.remove(p); file.rename(a, b)", {"writes or removes files"}},
+        {"image.save(p, 'png', 90); file.touch(p)", {"writes or removes files"}},
         {"http.get(u)", {"reaches the network"}},
         {"http.download(u, f); auto.browse(u)", {"reaches the network", "opens URLs"}},
         {"auto['sh' + 'ell']('ls')",
