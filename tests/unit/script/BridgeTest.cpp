@@ -68,11 +68,11 @@ TEST_F(Bridge, ErrorsGiveTheErrorText) {
 TEST_F(Bridge, WrongArgumentsNeverCrash) {
     // Each call either converts its arguments or throws a script error; both are results.
     for (const char* code :
-         {"file.write({}, 5)", "file.readLine('x', 'abc')", "file.listFile(null)",
-          "auto.getColor()", "auto.getColor({toString() { throw 1; }})", "http.get(undefined)",
-          "http.post('', 5)", "image.find(1, 2)", "image.toBase64()", "sleep('x')", "sleep(-1)",
-          "sleep(NaN)", "auto.setCurrentWindow('not a number')", "auto.shell()", "file.rename()",
-          "auto.setValue(1)", "image.save({}, [], 'q')"}) {
+         {"file.write(['/no/such/folder/x'], {})", "file.readLine('x', 'abc')",
+          "file.listFile(null)", "auto.getColor()", "auto.getColor({toString() { throw 1; }})",
+          "http.get(undefined)", "http.post('', 5)", "image.find(1, 2)", "image.toBase64()",
+          "sleep('x')", "sleep(-1)", "sleep(NaN)", "auto.setCurrentWindow('not a number')",
+          "auto.shell()", "file.rename()", "auto.setValue(1)", "image.save({}, [], 'q')"}) {
         SCOPED_TRACE(code);
         const auto result = run(code);
         EXPECT_TRUE(result.exception.isEmpty() || !result.text.isEmpty());
