@@ -65,8 +65,8 @@ function(autoscene_forbid_bare_includes folder)
 endfunction()
 
 function(autoscene_check_layering)
-    set(above_engine autoscene_engine autoscene_conditions autoscene_targets autoscene_actions
-        autoscene_app)
+    set(above_engine autoscene_engine autoscene_conditions autoscene_targets autoscene_script
+        autoscene_actions autoscene_app)
     # Leaves know nothing of the engine or what stands on it.
     foreach(leaf autoscene_model autoscene_system autoscene_http autoscene_desktop autoscene_keys
             autoscene_x11 autoscene_win32 autoscene_recognition autoscene_text)
@@ -82,12 +82,16 @@ function(autoscene_check_layering)
     foreach(target autoscene_engine engine_tests engine_bench)
         autoscene_forbid_links(${target} FORBIDDEN opencv_dnn CURL::libcurl autoscene_http
             autoscene_recognition autoscene_text autoscene_conditions autoscene_targets
-            autoscene_actions autoscene_app autoscene_x11 autoscene_win32)
+            autoscene_actions autoscene_app autoscene_x11 autoscene_win32 autoscene_script
+            Qt6::Qml)
     endforeach()
-    autoscene_forbid_links(autoscene_conditions FORBIDDEN autoscene_targets autoscene_actions
-        autoscene_app)
-    autoscene_forbid_links(autoscene_targets FORBIDDEN autoscene_conditions autoscene_actions
-        autoscene_app)
+    autoscene_forbid_links(autoscene_conditions FORBIDDEN autoscene_targets autoscene_script
+        autoscene_actions autoscene_app)
+    autoscene_forbid_links(autoscene_targets FORBIDDEN autoscene_conditions autoscene_script
+        autoscene_actions autoscene_app)
+    # Scripts reach windows through the desktop contract, never a back end directly.
+    autoscene_forbid_links(autoscene_script FORBIDDEN autoscene_targets autoscene_actions
+        autoscene_app autoscene_x11 autoscene_win32)
     autoscene_forbid_links(autoscene_actions FORBIDDEN autoscene_app)
     autoscene_forbid_bare_includes(${PROJECT_SOURCE_DIR}/src)
 endfunction()

@@ -3,17 +3,20 @@
 #include "actions/ActionGroups.h"
 #include "conditions/ScreenConditions.h"
 #include "recognition/LabelDetector.h"
+#include "script/ScriptItems.h"
 
 namespace autoscene::actions {
 
 void registerAllRuntimeItems(engine::RuntimeFactory& factory,
-                             std::shared_ptr<const text::OcrClient> ocr) {
+                             std::shared_ptr<const text::OcrClient> ocr,
+                             platform::IWindowControl* windows) {
     const conditions::ScreenServices services{std::move(ocr),
                                               std::make_shared<recognition::LabelDetector>()};
     conditions::registerScreenConditions(factory, services);
     registerInputActions(factory);
     registerMatchingActions(factory, services);
     registerTextActions(factory, services);
+    script::registerScriptItems(factory, windows);
 }
 
 }  // namespace autoscene::actions

@@ -1,6 +1,7 @@
 #pragma once
 // The one place where the kinds beyond the engine's own are registered: the screen
-// conditions and every action. A kind registered twice throws std::logic_error.
+// conditions, the script condition and every action. A kind registered twice throws
+// std::logic_error.
 
 #include <memory>
 
@@ -10,12 +11,16 @@ class RuntimeFactory;
 namespace autoscene::text {
 class OcrClient;
 }
+namespace autoscene::platform {
+class IWindowControl;
+}
 
 namespace autoscene::actions {
 
 // `ocr` reads screen text for the text conditions and actions; without one they read
-// nothing.
+// nothing. `windows` serves the window methods of scripts; without it they find nothing.
 void registerAllRuntimeItems(engine::RuntimeFactory& factory,
-                             std::shared_ptr<const text::OcrClient> ocr);
+                             std::shared_ptr<const text::OcrClient> ocr,
+                             platform::IWindowControl* windows = nullptr);
 
 }  // namespace autoscene::actions

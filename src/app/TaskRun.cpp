@@ -143,6 +143,8 @@ double drive(engine::TaskRunner& runner, const RunTarget& target,
     elapsed.start();
     runner.start({target});
     while (!runner.idle()) {
+        // Serves what scripts on the workers ask of the application's thread (the clipboard).
+        QCoreApplication::processEvents();
         if (stopRequested(std::chrono::milliseconds(100))) {
             runner.stop();
         }
@@ -154,7 +156,7 @@ double drive(engine::TaskRunner& runner, const RunTarget& target,
 }  // namespace
 
 int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QTextStream& out,
-            QTextStream& err, const StopRequest& stopRequested) {
+            QTextStream& err, const StopRequest& stopRequested, platform::IWindowControl* windows) {
     model::TaskDocument task;
     if (const auto refused = openTask(options, task, err)) {
         return *refused;
@@ -183,7 +185,7 @@ int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QText
                "screen text reads as empty\n";
     }
     engine::RuntimeFactory factory;
-    actions::registerAllRuntimeItems(factory, ocr);
+    actions::registerAllRuntimeItems(factory, ocr, windows);
     engine::TaskRunner runner(task, factory, target);
     runner.setJobRunner([](size_t count, const std::function<void(size_t)>& job) {
         recognition::DetectionPool::shared().run(count, job);

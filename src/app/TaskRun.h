@@ -8,6 +8,7 @@
 
 #include "app/RunOptions.h"
 #include "desktop/DesktopBackend.h"
+#include "desktop/WindowControl.h"
 
 namespace autoscene::app {
 
@@ -22,7 +23,9 @@ enum RunExitCode : int {
 // Waits up to the given time for the user's request to stop; true when it came.
 using StopRequest = std::function<bool(std::chrono::milliseconds)>;
 
+// `windows` serves the window methods of the task's scripts; without it they find nothing.
 int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QTextStream& out,
-            QTextStream& err, const StopRequest& stopRequested);
+            QTextStream& err, const StopRequest& stopRequested,
+            platform::IWindowControl* windows = nullptr);
 
 }  // namespace autoscene::app

@@ -6,6 +6,7 @@
 #include "model/TaskDocument.h"
 #include "model/TaskImages.h"
 #include "model/TaskSummary.h"
+#include "script/TaskScripts.h"
 
 namespace autoscene::app {
 
@@ -65,6 +66,19 @@ void reportImageFiles(const TaskDocument& task, QTextStream& err) {
     }
 }
 
+// A task is code: each script, and what it does beyond the screen, before anyone runs it.
+void reportScripts(const TaskDocument& task, QTextStream& out) {
+    const std::vector<script::TaskScript> scripts = script::taskScripts(task);
+    out << "scripts: " << scripts.size() << "\n";
+    for (const script::TaskScript& found : scripts) {
+        const QStringList reach = script::scriptReach(found.code);
+        out << "  " << (found.condition ? "condition" : "action") << " in scene \"" << found.scene
+            << "\", event \"" << found.event << "\": "
+            << (reach.isEmpty() ? QStringLiteral("screen and variables only") : reach.join("; "))
+            << "\n";
+    }
+}
+
 int check(const QString& folder, QTextStream& out, QTextStream& err) {
     TaskDocument task;
     if (!openTask(folder, task, err)) {
@@ -80,6 +94,7 @@ int check(const QString& folder, QTextStream& out, QTextStream& err) {
         << "definitions: " << summary.definitions << "\n"
         << "images: " << summary.images << "\n"
         << "colours: " << summary.colors << "\n";
+    reportScripts(task, out);
     reportImageFiles(task, err);
     return kOk;
 }

@@ -1,4 +1,5 @@
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QTextStream>
 
@@ -7,6 +8,7 @@
 #include "system/CrashHandler.h"
 #include "system/StopSignals.h"
 #include "x11/X11Backend.h"
+#include "x11/X11WindowControl.h"
 
 Q_LOGGING_CATEGORY(lcDesktop, "autoscene.targets.x11")
 
@@ -14,7 +16,13 @@ int main(int argc, char* argv[]) {
     autoscene::sys::installCrashHandler();
     // Before any thread exists, so that only the waiting main thread sees Ctrl+C.
     autoscene::sys::StopSignals stopSignals;
-    QCoreApplication app(argc, argv);
+    // Where the display opens the runner is a GUI application, so that scripts have the
+    // desktop's clipboard (QClipboard needs one); elsewhere a missing display still ends
+    // with its own exit code below.
+    const auto windows = autoscene::platform::makeX11WindowControl(nullptr);
+    const std::unique_ptr<QCoreApplication> app =
+        windows ? std::make_unique<QGuiApplication>(argc, argv)
+                : std::make_unique<QCoreApplication>(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
     QStringList arguments = QCoreApplication::arguments();
@@ -36,5 +44,6 @@ int main(int argc, char* argv[]) {
     }
     return autoscene::app::runTask(
         *parsed.options, *backend, out, err,
-        [&](std::chrono::milliseconds timeout) { return stopSignals.wait(timeout); });
+        [&](std::chrono::milliseconds timeout) { return stopSignals.wait(timeout); },
+        windows.get());
 }

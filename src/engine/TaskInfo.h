@@ -32,6 +32,7 @@ struct TaskInfo {
     int index = -1;
     cv::Mat frame;  // 3-channel BGR of the current cycle; empty when there is none
     std::atomic<platform::WindowHandle> window{0};
+    platform::WindowHandle startWindow = 0;  // what a script returns the worker to
     platform::WindowHandle child = 0;
     QString serial;
     TargetKind kind = TargetKind::Invalid;

@@ -116,6 +116,11 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
         std::lock_guard lock(claimedMutex_);
         claimedWindows_.clear();
     }
+    {
+        // A script that locked and never unlocked held only the run that has ended.
+        std::lock_guard lock(exclusiveMutex_);
+        exclusiveThreads_.clear();
+    }
     definitions_.resetAll();
     unidentifiedReset_ = false;
     for (const auto& hook : runStartHooks_) {
@@ -152,6 +157,7 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
         auto info = std::make_shared<TaskInfo>();
         info->kind = target.kind;
         info->window = target.window;
+        info->startWindow = target.window;
         info->child = target.child;
         info->serial = target.serial;
         info->variableOverrides = std::move(target.variableOverrides);
@@ -205,9 +211,22 @@ bool TaskRunner::idle() const {
     return liveThreads_ == 0;
 }
 
+bool TaskRunner::timeLimitPassed() const {
+    const int limit = runTimeLimitSeconds_;
+    return limit >= 0 && (clock_->nowMs() - startMs_) / 1000 > limit;
+}
+
+bool TaskRunner::stopRequested() const {
+    return !running_ || timeLimitPassed();
+}
+
 void TaskRunner::enterExclusive() {
     std::lock_guard lock(exclusiveMutex_);
-    exclusiveThreads_.push_back(std::this_thread::get_id());
+    const std::thread::id self = std::this_thread::get_id();
+    if (std::find(exclusiveThreads_.begin(), exclusiveThreads_.end(), self) ==
+        exclusiveThreads_.end()) {
+        exclusiveThreads_.push_back(self);
+    }
 }
 
 void TaskRunner::leaveExclusive() {
@@ -358,8 +377,7 @@ bool TaskRunner::runCycle(TaskInfo& task) {
     if (!running_) {
         return false;
     }
-    const int limit = runTimeLimitSeconds_;
-    if (limit >= 0 && (clock_->nowMs() - startMs_) / 1000 > limit) {
+    if (timeLimitPassed()) {
         if (endRun(RunEnd::TimeLimit) && finishListener_) {
             finishListener_->finished(1);
         }

@@ -67,9 +67,9 @@ public:
     // worker. Set before start().
     void setJobRunner(JobRunner runner) { jobRunner_ = std::move(runner); }
 
-    // While the calling thread holds the exclusive queue's head, only it runs cycles.
-    void enterExclusive();
-    void leaveExclusive();
+    bool stopRequested() const override;
+    void enterExclusive() override;
+    void leaveExclusive() override;
 
     const std::vector<std::unique_ptr<Scene>>& scenes() const { return scenes_; }
     RuntimeDefinitions& definitions() { return definitions_; }
@@ -89,6 +89,7 @@ private:
     void resetEventGroups(Scene& scene);
     bool waitForTurn(TaskInfo& task, std::unique_lock<std::mutex>& lock);
     bool excludedByExclusiveQueue();
+    bool timeLimitPassed() const;
     // Ends the run; true for the call that ended it.
     bool endRun(RunEnd reason);
     void joinWorkers();

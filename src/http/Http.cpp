@@ -41,9 +41,13 @@ size_t writeToFile(char* data, size_t size, size_t count, void* userData) {
 // Should libcurl fail to create the handle, options are dropped and perform() reports it.
 class Request {
 public:
-    Request(const std::string& url, const HttpHeaders& headers, PeerVerification verification)
+    Request(const std::string& url, const HttpHeaders& headers, PeerVerification verification,
+            std::chrono::milliseconds timeout = {})
         : easy_(curl_easy_init()) {
         set(CURLOPT_URL, url.c_str());
+        if (timeout.count() > 0) {
+            set(CURLOPT_TIMEOUT_MS, long(timeout.count()));
+        }
         if (verification == PeerVerification::Off) {
             set(CURLOPT_SSL_VERIFYPEER, 0L);
             set(CURLOPT_SSL_VERIFYHOST, 0L);
@@ -128,39 +132,40 @@ void initHttpOnce() {
 }
 
 bool httpDownloadToFile(const std::string& url, const HttpHeaders& headers,
-                        const std::string& filePath) {
+                        const std::string& filePath, std::chrono::milliseconds timeout) {
     initHttpOnce();
     const std::unique_ptr<std::FILE, FileDeleter> file(std::fopen(filePath.c_str(), "wb"));
     if (!file) {
         std::fputs("Failed to open file for writing.\n", stderr);
         return false;
     }
-    Request request(url, headers, PeerVerification::Off);
+    Request request(url, headers, PeerVerification::Off, timeout);
     request.set(CURLOPT_WRITEFUNCTION, writeToFile);
     request.set(CURLOPT_WRITEDATA, file.get());
     return request.perform();
 }
 
-std::string httpGet(const std::string& url, const HttpHeaders& headers) {
+std::string httpGet(const std::string& url, const HttpHeaders& headers,
+                    std::chrono::milliseconds timeout) {
     initHttpOnce();
-    Request request(url, headers, PeerVerification::Off);
+    Request request(url, headers, PeerVerification::Off, timeout);
     return request.performCollectingBody();
 }
 
 std::string httpPostForm(const std::string& url, const HttpHeaders& headers,
-                         const HttpFields& fields) {
+                         const HttpFields& fields, std::chrono::milliseconds timeout) {
     initHttpOnce();
     const std::string body = formBody(fields);
-    Request request(url, headers, PeerVerification::Off);
+    Request request(url, headers, PeerVerification::Off, timeout);
     request.set(CURLOPT_POST, 1L);
     request.setBody(body);
     return request.performCollectingBody();
 }
 
 std::string httpPostJson(const std::string& url, const HttpHeaders& headers,
-                         const std::string& jsonText) {
+                         const std::string& jsonText, std::chrono::milliseconds timeout) {
     initHttpOnce();
-    Request request(url, headers, PeerVerification::LibraryDefault);
+    Request request(url, headers, PeerVerification::LibraryDefault, timeout);
     request.setBody(jsonText);
     request.addHeader("Content-Type: application/json");
     return request.performCollectingBody();

@@ -1,10 +1,12 @@
 #pragma once
 // Blocking HTTP helpers on libcurl. Each call uses its own easy handle, so they may be
-// called from any thread at once; none sets a time-out. A transfer failure prints
+// called from any thread at once. A time-out of zero (the default) waits as long as
+// the transfer takes; any other bounds the whole transfer. A transfer failure prints
 // "curl_easy_perform() failed: <reason>" to standard error and the body received up to
 // then is returned. GET, form POST and download do not verify the peer's certificate
 // or host name; the JSON and multipart POSTs keep libcurl's verification.
 
+#include <chrono>
 #include <map>
 #include <string>
 #include <string_view>
@@ -24,17 +26,18 @@ void initHttpOnce();
 // Writes the body to `filePath` (replaced). False when the file cannot be opened
 // ("Failed to open file for writing." on standard error) or the transfer failed.
 bool httpDownloadToFile(const std::string& url, const HttpHeaders& headers,
-                        const std::string& filePath);
+                        const std::string& filePath, std::chrono::milliseconds timeout = {});
 
-std::string httpGet(const std::string& url, const HttpHeaders& headers);
+std::string httpGet(const std::string& url, const HttpHeaders& headers,
+                    std::chrono::milliseconds timeout = {});
 
 // Body "name=value&name=value" in ascending name order, neither part escaped.
 std::string httpPostForm(const std::string& url, const HttpHeaders& headers,
-                         const HttpFields& fields);
+                         const HttpFields& fields, std::chrono::milliseconds timeout = {});
 
 // Adds "Content-Type: application/json".
 std::string httpPostJson(const std::string& url, const HttpHeaders& headers,
-                         const std::string& jsonText);
+                         const std::string& jsonText, std::chrono::milliseconds timeout = {});
 
 // One file part of a multipart/form-data body, its content taken from memory.
 struct HttpFilePart {

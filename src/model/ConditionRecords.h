@@ -156,6 +156,7 @@ struct JavaScriptConditionRecord : ConditionFields {
         using R = JavaScriptConditionRecord;
         return std::tuple{
             field("relation", &ConditionFields::relation),
+            readOnlyField("javascript", &R::jsCode),
             field("js_code", &R::jsCode),
         };
     }

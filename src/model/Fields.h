@@ -51,6 +51,13 @@ constexpr Field<Record, T> writeOnlyField(const char* key, T Record::*member) {
     return {key, member, Ref::None, ""};
 }
 
+// A field read under an older or other key but never written: a second key of a member
+// that another field writes. Listed first, so that the written key wins when both exist.
+template <class Record, class T>
+constexpr Field<Record, T> readOnlyField(const char* readKey, T Record::*member) {
+    return {"", member, Ref::None, readKey};
+}
+
 // Nested records (text_info, screen_info) read and write through their own table.
 template <class T>
 concept HasFields = requires {
@@ -86,7 +93,15 @@ void writeJsonValue(JsonWriter& out, const T& v) {
 template <HasFields T>
 void writeFields(JsonWriter& out, const T& record) {
     std::apply(
-        [&](const auto&... f) { ((out.key(f.key), writeJsonValue(out, record.*(f.member))), ...); },
+        [&](const auto&... f) {
+            (([&] {
+                 if (*f.key) {
+                     out.key(f.key);
+                     writeJsonValue(out, record.*(f.member));
+                 }
+             }()),
+             ...);
+        },
         T::fields());
 }
 

@@ -157,4 +157,51 @@ TEST_F(RunnerProgram, TimeLimitEndsTheRunWith124AndVariablesGivenOnTheCommandLin
     EXPECT_TRUE(started.out.contains("ended: stop")) << started.out.toStdString();
 }
 
+TEST_F(RunnerProgram, ScriptExampleCountsWritesItsReportAndStops) {
+    const QString report = tasks.filePath("report/count.txt");
+    QDir().mkpath(tasks.filePath("report"));
+    const RunResult result = run({AUTOSCENE_SCRIPT_TASK, "--full-screen", "--json", "--time-limit",
+                                  "30", "--var", "2=" + report});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.summary()["ended"].toString(), "stop");
+    EXPECT_TRUE(result.out.contains(R"("result":"written")")) << result.out.toStdString();
+    QFile file(report);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "counted to 3, screen seen");
+}
+
+TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachAScriptStuckInALoop) {
+    const QString stuck = task(R"({"scene_list": [{"name": "s", "event_list": [{"name": "e",
+        "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1, "js_code": "'true'"}]},
+        "action_list": [{"type": 12, "js_code": "while (true) {}"}]}]}]})");
+    EXPECT_EQ(run({stuck, "--full-screen", "--time-limit", "1"}).exitCode, 124);
+
+    QProcess process;
+    start(process, {stuck, "--full-screen", "--json"});
+    // Once the event has fired, the script holds the only worker.
+    // Bounded generously: a loaded machine may take seconds to start the run.
+    for (int wait = 0; wait < 600 && !process.peek(1 << 16).contains(R"("type":"event")"); ++wait) {
+        process.waitForReadyRead(100);
+    }
+    ::kill(pid_t(process.processId()), SIGINT);
+    const RunResult result = finish(process, 10000);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.summary()["ended"].toString(), "interrupted");
+    EXPECT_TRUE(result.out.contains("interrupted: the run stopped")) << result.out.toStdString();
+}
+
+TEST_F(RunnerProgram, ScriptsHaveTheDesktopClipboard) {
+    // The first event puts a text on the clipboard; the second stops once it reads it back.
+    const QString folder = task(R"json({"scene_list": [{"name": "s", "event_list": [
+        {"name": "set", "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1,
+            "js_code": "String(auto.getClip() != 'clip ü')"}]},
+         "action_list": [{"type": 12, "js_code": "auto.setClip('clip ü')"}]},
+        {"name": "read", "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1,
+            "js_code": "String(auto.getClip() == 'clip ü')"}]},
+         "action_list": [{"type": 10}]}]}]})json");
+    const RunResult result = run({folder, "--full-screen", "--json", "--time-limit", "20"});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.summary()["ended"].toString(), "stop");
+}
+
 }  // namespace

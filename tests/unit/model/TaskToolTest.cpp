@@ -35,6 +35,12 @@ TEST(TaskTool, CheckSummarisesTheTaskAndNamesEverySkippedElement) {
         EXPECT_TRUE(run.out.contains(QString::fromUtf8(line))) << line;
     }
     EXPECT_TRUE(run.err.contains("missing file")) << run.err.toStdString();
+    // Scripts are listed, the nested condition among them, with what they reach.
+    EXPECT_TRUE(run.out.contains(QString::fromUtf8(
+        "scripts: 2\n"
+        "  condition in scene \"开始界面\", event \"全部条件\": screen and variables only\n"
+        "  action in scene \"开始界面\", event \"全部条件\": screen and variables only\n")))
+        << run.out.toStdString();
 
     const ToolRun legacy = runTool({"check", fixturePath("tasks/legacy")});
     EXPECT_EQ(legacy.exitCode, 0);

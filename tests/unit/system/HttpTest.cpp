@@ -31,6 +31,11 @@ public:
         server_.Get("/large", [](const httplib::Request&, httplib::Response& response) {
             response.set_content(largeBody(), "application/octet-stream");
         });
+        // Answers after a second: a transfer with a shorter time-out gives up first.
+        server_.Get("/late", [](const httplib::Request&, httplib::Response& response) {
+            std::this_thread::sleep_for(std::chrono::seconds(1));
+            response.set_content("late", "text/plain");
+        });
         server_.Get("/cut", [](const httplib::Request&, httplib::Response& response) {
             response.set_chunked_content_provider(
                 "text/plain", [](size_t offset, httplib::DataSink& sink) {
@@ -131,4 +136,11 @@ TEST_F(Http, FailedTransferReportsAndReturnsWhatArrived) {
     EXPECT_NE(errors.find("curl_easy_perform() failed: Couldn't connect to server\n"),
               std::string::npos)
         << errors;
+}
+
+TEST_F(Http, TimeOutEndsASlowTransfer) {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(http::httpGet(server.url("/late"), {}, std::chrono::milliseconds(100)), "");
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("Timeout"), std::string::npos);
+    EXPECT_EQ(http::httpGet(server.url("/late"), {}), "late");  // none by default
 }

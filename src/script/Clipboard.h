@@ -1,0 +1,20 @@
+#pragma once
+// The desktop clipboard as scripts see it. QClipboard belongs to the thread of the
+// QGuiApplication, so calls from worker threads are carried over to it and wait there.
+
+#include <QString>
+
+namespace autoscene::script {
+
+class Clipboard {
+public:
+    virtual ~Clipboard() = default;
+    // Empty when the clipboard holds no text.
+    virtual QString text() = 0;
+    virtual void setText(const QString& text) = 0;
+};
+
+// The clipboard of the running QGuiApplication; nullptr when the program has none.
+Clipboard* applicationClipboard();
+
+}  // namespace autoscene::script

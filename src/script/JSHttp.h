@@ -1,0 +1,30 @@
+#pragma once
+// The script object `http`: blocking GET, POST and download.
+
+#include <QJSValue>
+#include <QObject>
+#include <chrono>
+
+namespace autoscene::script {
+
+// Bounds every transfer of a script, so that a silent server cannot hold a worker for ever.
+inline constexpr std::chrono::milliseconds kScriptHttpTimeout{30000};
+
+class JSHttp : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    // The response body; empty when nothing came.
+    Q_INVOKABLE QString get(const QString& url);
+    // `data`'s members as form fields (strings as they are, numbers in %g form, booleans
+    // as "true"/"false", anything else empty); not an object: no fields.
+    Q_INVOKABLE QString post(const QString& url, const QJSValue& data);
+    // `data` as compact JSON with "Content-Type: application/json"; nothing is sent for data
+    // without a JSON form (a cycle, undefined).
+    Q_INVOKABLE QString postJson(const QString& url, const QJSValue& data);
+    // Writes the body to `file`, creating its folder; the file's path, or empty on failure.
+    Q_INVOKABLE QString download(const QString& url, const QString& file);
+};
+
+}  // namespace autoscene::script

@@ -1,0 +1,169 @@
+// Scripts in whole runs: the exclusive queue across two targets, and stops that reach a
+// script stuck in a loop.
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <atomic>
+#include <chrono>
+#include <mutex>
+#include <set>
+
+#include "InProcessTarget.h"
+#include "engine/RuntimeFactory.h"
+#include "engine/TaskRunner.h"
+#include "model/TaskDocument.h"
+#include "script/ScriptItems.h"
+
+using namespace autoscene::engine;
+using namespace std::chrono_literals;
+
+namespace {
+
+// Stands in for a tap: calls back on every run, with the worker's window.
+class Probe : public IAction {
+public:
+    explicit Probe(std::function<void(TaskInfo&)> onRun)
+        : IAction(1, 0.0f), onRun_(std::move(onRun)) {}
+    float run(TaskInfo& task) override {
+        onRun_(task);
+        return 0.0f;
+    }
+
+private:
+    std::function<void(TaskInfo&)> onRun_;
+};
+
+// Keeps the script action's record of each run, read on the worker that made it.
+class ActionRecords : public IMVSceneEvent {
+public:
+    void actionsDone(const Scene&, const RuntimeEvent& event) override {
+        std::lock_guard lock(mutex);
+        last = event.actions.front()->state(std::this_thread::get_id());
+    }
+    QJsonObject lastRecord() {
+        std::lock_guard lock(mutex);
+        return last;
+    }
+
+private:
+    std::mutex mutex;
+    QJsonObject last;
+};
+
+QString jsonString(const QString& text) {
+    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(array).mid(1).chopped(1);
+}
+
+class ScriptRun : public ::testing::Test {
+protected:
+    // One scene whose only event runs `code`, then the probe; one variable "done" = "no".
+    void open(const QString& code) {
+        const QString json = QStringLiteral(R"({"loop_mode": 2, "concurrency": true,
+            "var_list": [{"type": 1, "id": 1, "name": "done", "value": "no"}],
+            "scene_list": [{"name": "s", "event_list": [{"name": "e",
+            "item_group": {"type": 5, "item_list": []},
+            "action_list": [{"type": 12, "js_code": %1}, {"type": 1}]}]}]})")
+                                 .arg(jsonString(code));
+        ASSERT_TRUE(task.openText(json.toUtf8()).ok);
+        autoscene::script::registerScriptItems(factory);
+        factory.addAction(1, [this](const autoscene::model::IEditorAction&, RunContext&) {
+            return std::make_unique<Probe>([this](TaskInfo& info) {
+                if (onProbe) {
+                    onProbe(info);
+                }
+            });
+        });
+        runner = std::make_unique<TaskRunner>(task, factory, target);
+        runner->setLoopIntervalMs(1);
+        runner->setSceneObserver(&records);
+    }
+
+    autoscene::model::TaskDocument task;
+    RuntimeFactory factory;
+    autoscene::test::InProcessTarget target;
+    std::unique_ptr<TaskRunner> runner;
+    ActionRecords records;
+    std::function<void(TaskInfo&)> onProbe;
+};
+
+TEST_F(ScriptRun, LockHoldsTheOtherTargetBackUntilUnlocked) {
+    open(
+        "if (auto.getCurrentWindow() == '1') {"
+        "  auto.lock(); auto.lock();"  // queued once
+        "  if (done == 'yes') auto.unlock();"
+        "} ''");
+    std::atomic<int> firstRuns{0}, secondRunsWhileLocked{0}, secondRunsAfter{0};
+    std::atomic<bool> released{false};
+    const auto giveUp = std::chrono::steady_clock::now() + 20s;
+    onProbe = [&](TaskInfo& info) {
+        if (info.window == 1) {
+            if (++firstRuns == 30) {
+                runner->definitions().find(1)->setValue("yes");  // this worker's value
+                released = true;
+            }
+        } else if (firstRuns > 0 && !released) {
+            ++secondRunsWhileLocked;
+        } else if (released && ++secondRunsAfter == 5) {
+            runner->stop();
+        }
+        if (std::chrono::steady_clock::now() > giveUp) {
+            runner->stop();
+        }
+    };
+    ASSERT_TRUE(runner->start({{TargetKind::Desktop, 1}, {TargetKind::Desktop, 2}}));
+    ASSERT_TRUE(runner->waitUntilIdle(30s));
+    EXPECT_GE(firstRuns, 30);
+    EXPECT_LE(secondRunsWhileLocked, 1);  // at most the cycle already under way
+    EXPECT_EQ(secondRunsAfter, 5);
+}
+
+TEST_F(ScriptRun, ALockNeverUnlockedEndsWithItsRun) {
+    open("if (done == 'lock') auto.lock(); ''");
+    std::mutex mutex;
+    std::set<autoscene::platform::WindowHandle> probed;
+    onProbe = [&](TaskInfo& info) {
+        std::lock_guard lock(mutex);
+        probed.insert(info.window);
+        if (info.window == 3 || probed.size() == 2) {
+            runner->stop();
+        }
+    };
+    RunTarget locking{TargetKind::Desktop, 3};
+    locking.variableOverrides[1] = "lock";
+    ASSERT_TRUE(runner->start({locking}));
+    ASSERT_TRUE(runner->waitUntilIdle(30s));
+    probed.clear();
+
+    // Nobody locks in the next run: both targets have their turns.
+    ASSERT_TRUE(runner->start({{TargetKind::Desktop, 1}, {TargetKind::Desktop, 2}}));
+    const bool ended = runner->waitUntilIdle(10s);
+    runner->stop();
+    EXPECT_TRUE(ended) << "the second run was held by the first run's lock";
+    std::lock_guard lock(mutex);
+    EXPECT_EQ(probed.size(), 2u);
+}
+
+TEST_F(ScriptRun, StopAndTimeLimitInterruptAStuckScript) {
+    open("while (true) {}");
+    std::atomic<int> probes{0};
+    onProbe = [&](TaskInfo&) { ++probes; };
+    ASSERT_TRUE(runner->start({{TargetKind::Desktop, 1}}));
+    std::this_thread::sleep_for(200ms);
+    runner->stop();
+    ASSERT_TRUE(runner->waitUntilIdle(10s));
+    EXPECT_EQ(runner->runEnd(), RunEnd::Stopped);
+    EXPECT_EQ(records.lastRecord()["exception"].toString(), "interrupted: the run stopped");
+    EXPECT_EQ(probes, 0);
+
+    // Nobody stops this one: the time limit has to reach into the script.
+    runner->setRunTimeLimitSeconds(0);
+    ASSERT_TRUE(runner->start({{TargetKind::Desktop, 1}}));
+    ASSERT_TRUE(runner->waitUntilIdle(20s));
+    EXPECT_EQ(runner->runEnd(), RunEnd::TimeLimit);
+}
+
+}  // namespace

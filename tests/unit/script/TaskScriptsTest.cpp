@@ -1,0 +1,52 @@
+// What `autoscene-task check` says a task's scripts do.
+
+#include <gtest/gtest.h>
+
+#include "model/TaskDocument.h"
+#include "script/TaskScripts.h"
+
+using autoscene::script::scriptReach;
+
+namespace {
+
+TEST(TaskScripts, ReachNamesEveryKindOfCall) {
+    const std::pair<const char*, QStringList> cases[] = {
+        {"count == '3'", {}},
+        {"auto.getColor('red') + file.read('a') + http_get('x')", {}},
+        {"auto.shell('rm -rf ~')", {"runs shell commands"}},
+        {"auto . shell ( 'ls' )", {"runs shell commands"}},
+        {"file.write(p, t)", {"writes or removes files"}},
+        {"file.remove(p); file.rename(a, b)", {"writes or removes files"}},
+        {"image.save(p, 'png', 90); file.touch(p)", {"writes or removes files"}},
+        {"http.get(u)", {"reaches the network"}},
+        {"http.download(u, f); auto.browse(u)", {"reaches the network", "opens URLs"}},
+        {"auto['sh' + 'ell']('ls')",
+         {"reaches objects by computed names (cannot tell what it does)"}},
+        {"var f = file; f.remove('x')",
+         {"reaches objects by computed names (cannot tell what it does)"}},
+        {"eval(code)", {"reaches objects by computed names (cannot tell what it does)"}},
+    };
+    for (const auto& [code, reach] : cases) {
+        EXPECT_EQ(scriptReach(QString::fromUtf8(code)), reach) << code;
+    }
+}
+
+TEST(TaskScripts, ListsConditionsInNestedGroupsAndActionsOfEveryScene) {
+    autoscene::model::TaskDocument task;
+    ASSERT_TRUE(task.openText(R"({"scene_list": [{"name": "s", "scene_event": {"name": "id",
+        "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1, "js_code": "a"}]}},
+        "event_list": [{"name": "e", "item_group": {"type": 5, "item_list": [{"type": 5,
+        "relation": 1, "item_list": [{"type": 9, "relation": 2, "js_code": "b"}]}]},
+        "action_list": [{"type": 10}, {"type": 12, "js_code": "c"}]}]}],
+        "common_event": {"event_list": [{"name": "c", "item_group": {"type": 5, "item_list": []},
+        "action_list": [{"type": 12, "js_code": "d"}]}]}})")
+                    .ok);
+    QStringList listed;
+    for (const auto& script : autoscene::script::taskScripts(task)) {
+        listed << QStringLiteral("%1/%2/%3/%4")
+                      .arg(script.scene, script.event, script.condition ? "if" : "do", script.code);
+    }
+    EXPECT_EQ(listed, (QStringList{"s/id/if/a", "s/e/if/b", "s/e/do/c", "通用事件/c/do/d"}));
+}
+
+}  // namespace

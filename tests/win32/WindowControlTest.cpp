@@ -1,0 +1,66 @@
+// Window management for scripts on the recorder's windows.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "RecorderLayout.h"
+#include "TestSupport.h"
+#include "win32/Win32Handles.h"
+#include "win32/Win32WindowControl.h"
+
+using namespace autoscene::platform;
+using namespace autoscene::platform::win32;
+using namespace autoscene::win32test;
+
+namespace {
+
+class WindowControlTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }
+
+    RecorderProcess recorder;
+    Win32WindowControl control;
+};
+
+TEST_F(WindowControlTest, ListsDescribesMovesAndResizesOuterAndClient) {
+    const WindowHandle top = toHandle(recorder.top());
+    const auto windows = control.topLevelWindows();
+    EXPECT_NE(std::find(windows.begin(), windows.end(), top), windows.end());
+    const auto children = control.childWindows(top);
+    EXPECT_NE(std::find(children.begin(), children.end(), toHandle(recorder.child("inner"))),
+              children.end());
+    EXPECT_EQ(control.describe(top).className, "AutosceneRecorder");
+
+    ASSERT_TRUE(control.moveWindow(top, {120, 80}));
+    const auto outer = control.outerRect(top);
+    ASSERT_TRUE(outer.has_value());
+    EXPECT_EQ(outer->x, 120);
+    EXPECT_EQ(outer->y, 80);
+
+    ASSERT_TRUE(control.resizeClient(top, 300, 200));
+    const WindowInfo info = control.describe(top);
+    EXPECT_EQ(info.clientRect.width, 300);
+    EXPECT_EQ(info.clientRect.height, 200);
+    const auto framed = control.outerRect(top);
+    ASSERT_TRUE(framed.has_value());
+    EXPECT_EQ(framed->x, 120) << "resizing keeps the position";
+    EXPECT_GE(framed->width, 300);
+    EXPECT_GT(framed->height, 200) << "a caption at least";
+
+    EXPECT_FALSE(control.moveWindow(0, {1, 1}));
+    EXPECT_FALSE(control.outerRect(0).has_value());
+    EXPECT_TRUE(control.childWindows(0).empty());
+}
+
+TEST_F(WindowControlTest, ActivatesAndClosesAsTheCloseButtonDoes) {
+    const WindowHandle top = toHandle(recorder.top());
+    EXPECT_TRUE(control.activateWindow(top));
+    EXPECT_TRUE(waitUntil([&] { return GetForegroundWindow() == recorder.top(); }));
+    EXPECT_TRUE(control.closeWindow(top));
+    EXPECT_TRUE(waitUntil([&] { return !IsWindow(recorder.top()); }));
+    EXPECT_FALSE(control.closeWindow(top));
+    EXPECT_FALSE(control.activateWindow(top));
+}
+
+}  // namespace
