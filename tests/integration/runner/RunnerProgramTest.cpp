@@ -5,6 +5,7 @@
 #include <signal.h>
 
 #include <QDir>
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -171,16 +172,22 @@ TEST_F(RunnerProgram, ScriptExampleCountsWritesItsReportAndStops) {
 }
 
 TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachAScriptStuckInALoop) {
-    const QString stuck = task(R"({"scene_list": [{"name": "s", "event_list": [{"name": "e",
-        "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1, "js_code": "'true'"}]},
-        "action_list": [{"type": 12, "js_code": "while (true) {}"}]}]}]})");
+    // The script marks that it runs before it loops, so that Ctrl+C reaches it mid-loop
+    // rather than before the action starts.
+    const QString started = tasks.filePath(QStringLiteral("started"));
+    const QString stuck = task(QStringLiteral(R"({"scene_list": [{"name": "s", "event_list": [
+        {"name": "e", "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1,
+        "js_code": "'true'"}]}, "action_list": [{"type": 12,
+        "js_code": "file.write('%1', 'x'); while (true) {}"}]}]}]})")
+                                   .arg(started)
+                                   .toUtf8());
     EXPECT_EQ(run({stuck, "--full-screen", "--time-limit", "1"}).exitCode, 124);
+    QFile::remove(started);
 
     QProcess process;
     start(process, {stuck, "--full-screen", "--json"});
-    // Once the event has fired, the script holds the only worker.
     // Bounded generously: a loaded machine may take seconds to start the run.
-    for (int wait = 0; wait < 600 && !process.peek(1 << 16).contains(R"("type":"event")"); ++wait) {
+    for (int wait = 0; wait < 600 && !QFile::exists(started); ++wait) {
         process.waitForReadyRead(100);
     }
     ::kill(pid_t(process.processId()), SIGINT);
