@@ -111,7 +111,9 @@ public:
     // `consume` not called, when nothing could be captured.
     virtual bool captureView(WindowHandle window, bool background, const FrameConsumer& consume) {
         const BgraFrame frame = capture(window, background);
-        if (frame.empty()) return false;
+        if (frame.empty()) {
+            return false;
+        }
         consume(BgraView{frame.width, frame.height, frame.stride, frame.pixels.data()});
         return true;
     }
