@@ -14,9 +14,6 @@
 namespace autoscene::conditions {
 
 using namespace autoscene::model;
-using engine::RunContext;
-using engine::ScreenItem;
-using engine::SearchArea;
 using recognition::TemplateMatcher;
 
 std::shared_ptr<recognition::TemplateMatcher> makeTemplateMatcher(const TaskDocument& task,

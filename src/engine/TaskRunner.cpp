@@ -284,7 +284,7 @@ bool TaskRunner::waitForTurn(TaskInfo& task, std::unique_lock<std::mutex>& lock)
     return true;
 }
 
-void TaskRunner::workerBody(std::shared_ptr<TaskInfo> task) {
+void TaskRunner::workerBody(const std::shared_ptr<TaskInfo>& task) {
     {
         std::lock_guard lock(tasksMutex_);
         tasks_[std::this_thread::get_id()] = task;

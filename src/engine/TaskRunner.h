@@ -80,7 +80,7 @@ private:
     void buildScenes(const RuntimeFactory& factory);
     std::unique_ptr<RuntimeEvent> buildEvent(const model::EditorEvent& record,
                                              const RuntimeFactory& factory, bool common);
-    void workerBody(std::shared_ptr<TaskInfo> task);
+    void workerBody(const std::shared_ptr<TaskInfo>& task);
     void keepWindow(TaskInfo& task);
     bool runCycle(TaskInfo& task);
     void capture(TaskInfo& task);

@@ -74,7 +74,8 @@ public:
     void addHeader(const std::string& line) {
         curl_slist* extended = curl_slist_append(headerList_.get(), line.c_str());
         if (extended != nullptr) {
-            headerList_.release();
+            // `extended` heads the same list (or a new one): hand it over without freeing.
+            static_cast<void>(headerList_.release());
             headerList_.reset(extended);
         }
     }

@@ -36,7 +36,7 @@ class EditorVariable : public IResourceUseage {
 public:
     static constexpr int kType = int(DefinitionType::Variable);
 
-    virtual ~EditorVariable() = default;
+    ~EditorVariable() override = default;
 
     // A new definition with the next id of the program-wide counter.
     template <class T>

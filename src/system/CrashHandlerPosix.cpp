@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kCrashSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGTRAP, SIGSYS};
 constexpr int kMaxFrames = 64;
-constexpr std::size_t kAltStackBytes = 64 * 1024;
+constexpr std::size_t kAltStackBytes = std::size_t{64} * 1024;
 
 // A handler for a stack overflow needs a stack of its own.
 alignas(16) char altStack[kAltStackBytes];

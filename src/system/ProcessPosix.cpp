@@ -17,7 +17,8 @@
 #include "system/CommandLine.h"
 #include "system/Process.h"
 
-extern char** environ;
+// POSIX leaves declaring it to the program; glibc declares it only for _GNU_SOURCE.
+extern char** environ;  // NOLINT(readability-redundant-declaration)
 
 namespace autoscene::sys {
 
