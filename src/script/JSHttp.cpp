@@ -34,7 +34,7 @@ QString fromBody(const std::string& body) {
 }  // namespace
 
 QString JSHttp::get(const QString& url) {
-    const QString body = fromBody(http::httpGet(url.toStdString(), {}, kScriptHttpTimeout));
+    QString body = fromBody(http::httpGet(url.toStdString(), {}, kScriptHttpTimeout));
     qCDebug(lcScriptHttp).noquote() << "get result:" << body.left(1000);
     return body;
 }

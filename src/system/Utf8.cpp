@@ -18,7 +18,8 @@ CodePoint decodeUtf8At(std::string_view text, std::size_t pos) {
     char32_t value = 0;
     if (lead < 0x80) {
         return {lead, text.substr(pos, 1), true};
-    } else if (lead >= 0xC2 && lead <= 0xDF) {
+    }
+    if (lead >= 0xC2 && lead <= 0xDF) {
         length = 2;
         value = lead & 0x1F;
     } else if (lead >= 0xE0 && lead <= 0xEF) {
