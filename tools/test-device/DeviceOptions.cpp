@@ -43,6 +43,8 @@ std::optional<DeviceOptions> parseDeviceOptions(const std::vector<std::string>& 
             ok = parseInt(value, 12, 16, options.device.screencapHeaderBytes) &&
                  (options.device.screencapHeaderBytes == 12 ||
                   options.device.screencapHeaderBytes == 16);
+        } else if (name == "--raw-format") {
+            ok = parseInt(value, 1, 255, options.device.rawFormat);
         } else if (name == "--size") {
             const size_t x = value.find('x');
             ok = x != std::string::npos &&

@@ -18,7 +18,8 @@ struct DeviceOptions {
 
 inline constexpr const char* kDeviceUsage =
     "usage: autoscene-test-device [--port N] [--size WxH] [--density DPI]\n"
-    "                             [--screencap-header 12|16] [--log FILE]\n";
+    "                             [--screencap-header 12|16] [--raw-format CODE]\n"
+    "                             [--log FILE]\n";
 
 std::optional<DeviceOptions> parseDeviceOptions(const std::vector<std::string>& arguments,
                                                 std::string& error);

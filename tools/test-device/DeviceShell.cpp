@@ -9,7 +9,6 @@ namespace autoscene::testdevice {
 
 namespace {
 
-constexpr std::uint32_t kRgba8888 = 1;
 constexpr std::uint32_t kSrgb = 1;
 
 int toInt(const std::string& text) {
@@ -217,7 +216,7 @@ std::string DeviceShell::screencap(const std::vector<std::string>& words) {
     out.reserve(config_.screencapHeaderBytes + bodyBytes);
     putU32(out, std::uint32_t(rgba.cols));
     putU32(out, std::uint32_t(rgba.rows));
-    putU32(out, kRgba8888);
+    putU32(out, std::uint32_t(config_.rawFormat));
     if (config_.screencapHeaderBytes == 16) {
         putU32(out, kSrgb);
     }

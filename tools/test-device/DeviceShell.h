@@ -18,6 +18,9 @@ struct DeviceConfig {
     int height = 1280;
     int density = 320;
     int screencapHeaderBytes = 16;  // 12 on devices before Android 9
+    // The pixel format code in the raw header; the body stays RGBA, so any other code
+    // stands for a device whose raw format a host cannot read.
+    int rawFormat = 1;
 };
 
 // Splits one statement into words: blanks separate, '...' is literal, "..." and a
