@@ -21,6 +21,11 @@ struct RunOptions {
     bool json = false;
     bool verbose = false;  // the diagnostic log on stderr
     QString saveFrame;     // PNG written with the last frame when the run ends
+    QStringList devices;   // adb serials to run on
+    bool allDevices = false;
+    QString adbProgram;  // empty: adb on the search path, else adb/adb beside the program
+
+    bool namesDevices() const { return allDevices || !devices.isEmpty(); }
 };
 
 struct ParsedRunOptions {
