@@ -73,7 +73,7 @@ void AdbConnection::serve() {
 void AdbConnection::handle(const AdbHeader& header, const std::string& payload) {
     switch (header.command) {
         case kCnxn:
-            maxPayload_ = std::clamp<std::uint32_t>(header.arg1, 4096, 256 * 1024);
+            maxPayload_ = std::clamp<std::uint32_t>(header.arg1, 4096, kMaxPayloadBytes);
             send(kCnxn, kAdbVersion, maxPayload_, banner_);
             break;
         case kOpen:
@@ -147,8 +147,11 @@ StreamOutput AdbConnection::outputOf(std::uint32_t localId) {
         if (found == streams_.end()) {
             return;
         }
-        found->second.pending += bytes;
-        found->second.closeWhenDrained = found->second.closeWhenDrained || close;
+        Stream& stream = found->second;
+        stream.pending.erase(0, stream.sent);
+        stream.sent = 0;
+        stream.pending += bytes;
+        stream.closeWhenDrained = stream.closeWhenDrained || close;
         pump(localId);
     };
 }
@@ -158,10 +161,11 @@ void AdbConnection::pump(std::uint32_t localId) {
     if (stream.awaitingOkay) {
         return;
     }
-    if (!stream.pending.empty()) {
-        const std::size_t size = std::min<std::size_t>(stream.pending.size(), maxPayload_);
-        send(kWrte, localId, stream.hostId, std::string_view(stream.pending).substr(0, size));
-        stream.pending.erase(0, size);
+    if (stream.sent < stream.pending.size()) {
+        const std::string_view rest = std::string_view(stream.pending).substr(stream.sent);
+        const std::size_t size = std::min<std::size_t>(rest.size(), maxPayload_);
+        send(kWrte, localId, stream.hostId, rest.substr(0, size));
+        stream.sent += size;
         stream.awaitingOkay = true;
     } else if (stream.closeWhenDrained) {
         // The host answers with its own CLSE, which finds the stream gone.

@@ -29,6 +29,7 @@ private:
         std::uint32_t hostId = 0;
         std::shared_ptr<StreamService> service;
         std::string pending;
+        std::size_t sent = 0;  // bytes of `pending` already written
         bool awaitingOkay = false;
         bool closeWhenDrained = false;
     };

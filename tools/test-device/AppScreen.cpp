@@ -29,8 +29,14 @@ const char* screenName(Screen screen) {
 
 }  // namespace
 
-AppScreen::AppScreen(int width, int height, EventLog& log)
-    : width_(width), height_(height), log_(log) {}
+AppScreen::AppScreen(int width, int height, bool textured, EventLog& log)
+    : width_(width), height_(height), log_(log) {
+    if (textured) {
+        texture_.create(height, width, CV_8UC4);
+        cv::RNG(1).fill(texture_, cv::RNG::UNIFORM, cv::Scalar(0, 0, 0, 0),
+                        cv::Scalar(48, 48, 48, 1));
+    }
+}
 
 void AppScreen::show(Screen screen) {
     screen_ = screen;
@@ -97,6 +103,9 @@ cv::Mat AppScreen::render() const {
             cv::rectangle(image, layout::kBadge, layout::kBadgeColour, cv::FILLED);
             label(image, "DONE", layout::kBadge.tl() + cv::Point(140, 155), layout::kInk);
             break;
+    }
+    if (!texture_.empty()) {
+        cv::add(image, texture_, image);
     }
     return image;
 }

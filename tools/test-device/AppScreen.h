@@ -17,7 +17,9 @@ enum class Screen { Home, Start, Done };
 
 class AppScreen {
 public:
-    AppScreen(int width, int height, EventLog& log);
+    // `textured` lays fixed noise over everything, as photos and text make a real screen
+    // costly to compress.
+    AppScreen(int width, int height, bool textured, EventLog& log);
 
     void tap(int x, int y);
     void swipe(int x1, int y1, int x2, int y2, int durationMs);
@@ -37,6 +39,7 @@ private:
     EventLog& log_;
     Screen screen_ = Screen::Home;
     std::string field_;
+    cv::Mat texture_;  // empty unless textured
 };
 
 }  // namespace autoscene::testdevice

@@ -27,6 +27,10 @@ std::optional<DeviceOptions> parseDeviceOptions(const std::vector<std::string>& 
             options.help = true;
             continue;
         }
+        if (name == "--service-broken" || name == "--textured") {
+            (name == "--textured" ? options.device.textured : options.serviceBroken) = true;
+            continue;
+        }
         if (i + 1 == arguments.size()) {
             error = "unknown option or missing value: " + name;
             return std::nullopt;

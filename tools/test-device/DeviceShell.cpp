@@ -111,7 +111,7 @@ std::optional<std::vector<std::string>> splitWords(const std::string& statement)
 }
 
 DeviceShell::DeviceShell(const DeviceConfig& config, EventLog& log)
-    : config_(config), log_(log), screen_(config.width, config.height, log) {}
+    : config_(config), log_(log), screen_(config.width, config.height, config.textured, log) {}
 
 std::string DeviceShell::run(const std::string& commandLine) {
     const std::lock_guard lock(mutex_);
@@ -131,6 +131,16 @@ std::string DeviceShell::run(const std::string& commandLine) {
         }
     }
     return output;
+}
+
+cv::Mat DeviceShell::render() {
+    const std::lock_guard lock(mutex_);
+    return screen_.render();
+}
+
+void DeviceShell::withScreen(const std::function<void(AppScreen&)>& use) {
+    const std::lock_guard lock(mutex_);
+    use(screen_);
 }
 
 std::string DeviceShell::runStatement(const std::vector<std::string>& words, bool& ok) {
@@ -168,6 +178,10 @@ std::string DeviceShell::runStatement(const std::vector<std::string>& words, boo
             line += (i > 1 ? " " : "") + words[i];
         }
         return line + "\n";
+    }
+    if (command == "pkill" && words.size() == 2 && words[1] == "app_process") {
+        ok = killService_ && killService_();
+        return {};
     }
     if (command == "export" || command == "true") {
         return {};

@@ -3,6 +3,7 @@
 // am, monkey, pm, getprop, echo), run against one device state. Statements may be joined
 // with ';' and '&&' and quoted as in sh.
 
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -21,6 +22,7 @@ struct DeviceConfig {
     // The pixel format code in the raw header; the body stays RGBA, so any other code
     // stands for a device whose raw format a host cannot read.
     int rawFormat = 1;
+    bool textured = false;  // noise over the screen, for benchmarks
 };
 
 // Splits one statement into words: blanks separate, '...' is literal, "..." and a
@@ -33,6 +35,12 @@ public:
 
     // Everything the command line prints (binary for screencap).
     std::string run(const std::string& commandLine);
+    // The current screen, RGBA.
+    cv::Mat render();
+    // Runs `use` on the app with the shell's lock held.
+    void withScreen(const std::function<void(AppScreen&)>& use);
+    // What "pkill app_process" does; true when it ended something.
+    void setServiceKiller(std::function<bool()> kill) { killService_ = std::move(kill); }
 
 private:
     std::string runStatement(const std::vector<std::string>& words, bool& ok);
@@ -52,6 +60,7 @@ private:
     int overrideDensity_ = 0;
     std::string inputMethod_ = "com.android.inputmethod.latin/.LatinIME";
     std::vector<std::string> enabledInputMethods_;
+    std::function<bool()> killService_;
 };
 
 }  // namespace autoscene::testdevice

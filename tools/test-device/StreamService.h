@@ -3,6 +3,7 @@
 // service, a TCP connection. Output may be delivered from any thread.
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -11,7 +12,9 @@ namespace autoscene::testdevice {
 // Hands bytes to the host; `close` ends the stream once they have been acknowledged.
 using StreamOutput = std::function<void(std::string bytes, bool close)>;
 
-class StreamService {
+// Shared, so that a service whose output comes from its own thread can keep itself alive
+// until that thread is done.
+class StreamService : public std::enable_shared_from_this<StreamService> {
 public:
     virtual ~StreamService() = default;
     // Called once the host has been told the stream is open.

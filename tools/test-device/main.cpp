@@ -3,23 +3,32 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <thread>
 
 #include "AdbConnection.h"
 #include "DeviceOptions.h"
+#include "DeviceService.h"
 #include "DeviceShell.h"
 #include "SyncService.h"
+#include "TcpBridge.h"
 
 namespace {
 
 using namespace autoscene::testdevice;
+
+constexpr const char* kServiceClass = "cn.morvane.adb_operation.httpserver.SimpleWebServer";
+constexpr const char* kServiceFile = "/data/local/tmp/localservice.jar";
+constexpr int kServicePort = 10240;
 
 class ShellCommand : public StreamService {
 public:
@@ -84,12 +93,29 @@ int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);
     DeviceShell shell(options->device, log);
     DeviceFiles files;
+    ServiceSlot slot;
+    shell.setServiceKiller([&] { return slot.kill(); });
     const ServiceFactory factory = [&](const std::string& name) -> std::unique_ptr<StreamService> {
         for (const char* prefix : {"shell:", "exec:"}) {
             const std::string p(prefix);
-            if (name.compare(0, p.size(), p) == 0 && name.size() > p.size()) {
-                return std::make_unique<ShellCommand>(shell, name.substr(p.size()));
+            if (name.compare(0, p.size(), p) != 0 || name.size() == p.size()) {
+                continue;
             }
+            const std::string command = name.substr(p.size());
+            if (command.find(kServiceClass) != std::string::npos) {
+                const std::string key =
+                    command.substr(command.rfind(kServiceClass) + std::strlen(kServiceClass));
+                log.write("service key " + key.substr(std::min(key.size(), std::size_t(1))));
+                return std::make_unique<ServiceCommand>(
+                    shell, log, slot, files.mode(kServiceFile) != 0 && !options->serviceBroken,
+                    options->device.density);
+            }
+            return std::make_unique<ShellCommand>(shell, command);
+        }
+        if (name == "tcp:" + std::to_string(kServicePort)) {
+            const auto service = slot.current();
+            const int socket = service ? TcpBridge::connectLoopback(service->port()) : -1;
+            return socket < 0 ? nullptr : std::make_unique<TcpBridge>(socket);
         }
         if (name == "sync:") {
             return std::make_unique<SyncService>(files, log);
@@ -106,6 +132,10 @@ int main(int argc, char** argv) {
         if (client < 0) {
             continue;
         }
+        // Packets go out as written: waiting to merge small ones stalls every exchange
+        // by the peer's delayed acknowledgement.
+        const int noDelay = 1;
+        ::setsockopt(client, IPPROTO_TCP, TCP_NODELAY, &noDelay, sizeof noDelay);
         std::thread([client, &factory, &banner] {
             AdbConnection(client, factory, banner).serve();
             ::close(client);
