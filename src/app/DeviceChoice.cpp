@@ -18,6 +18,19 @@ android::AdbClient adbClientFor(const RunOptions& options) {
         QCoreApplication::applicationDirPath().toStdString(), options.adbProgram.toStdString()));
 }
 
+targets::DeviceTarget::Options deviceTargetOptions(const RunOptions& options) {
+    using Route = targets::DeviceTarget::Route;
+    targets::DeviceTarget::Options device;
+    device.route = options.deviceRoute == "service" ? Route::Service
+                   : options.deviceRoute == "adb"   ? Route::Adb
+                                                    : Route::Auto;
+    device.serviceFile = (options.deviceService.isEmpty()
+                              ? QCoreApplication::applicationDirPath() + "/adb/localservice.jar"
+                              : options.deviceService)
+                             .toStdString();
+    return device;
+}
+
 std::variant<std::vector<engine::RunTarget>, int> chooseDevices(const RunOptions& options,
                                                                 const android::AdbClient& adb,
                                                                 QTextStream& err) {

@@ -57,10 +57,16 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
                                         "Drive every device that adb lists in state \"device\".");
     const QCommandLineOption adb("adb", "The adb program to use.", "PATH");
     const QCommandLineOption deviceRoute(
-        "device-route", "How devices are driven: auto or adb (the same in this version).", "ROUTE");
+        "device-route",
+        "How devices are driven: service (the device service), adb (adb alone) or auto "
+        "(the service when its file is there and it answers, adb otherwise; the default).",
+        "ROUTE");
+    const QCommandLineOption deviceService(
+        "device-service",
+        "The device service's file (default adb/localservice.jar beside the program).", "FILE");
     parser.addOptions({window, className, fullScreen, background, foreground, timeLimit, loopMode,
                        loopInterval, variable, json, saveFrame, verbose, device, allDevices, adb,
-                       deviceRoute});
+                       deviceRoute, deviceService});
 
     QStringList withProgram = arguments;
     withProgram.prepend("autoscene-run");
@@ -129,13 +135,13 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
         return failure(
             "--device and --all-devices cannot be combined with a window or the desktop");
     }
-    if (parser.isSet(deviceRoute) && parser.value(deviceRoute) != "auto" &&
-        parser.value(deviceRoute) != "adb") {
-        return failure(
-            "--device-route is auto or adb (the device-service route is not part of "
-            "this version): " +
-            parser.value(deviceRoute));
+    if (parser.isSet(deviceRoute)) {
+        options.deviceRoute = parser.value(deviceRoute);
+        if (!QStringList{"auto", "service", "adb"}.contains(options.deviceRoute)) {
+            return failure("--device-route is auto, service or adb: " + options.deviceRoute);
+        }
     }
+    options.deviceService = parser.value(deviceService);
     options.json = parser.isSet(json);
     options.verbose = parser.isSet(verbose);
     options.saveFrame = parser.value(saveFrame);

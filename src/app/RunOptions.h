@@ -24,6 +24,8 @@ struct RunOptions {
     QStringList devices;   // adb serials to run on
     bool allDevices = false;
     QString adbProgram;  // empty: adb on the search path, else adb/adb beside the program
+    QString deviceRoute = QStringLiteral("auto");  // auto, service or adb
+    QString deviceService;                         // empty: adb/localservice.jar beside the program
 
     bool namesDevices() const { return allDevices || !devices.isEmpty(); }
 };

@@ -68,12 +68,13 @@ void RunReporter::threadStartedOnWindow(platform::WindowHandle window) {
 void RunReporter::threadStartedOnDevice(const QString& serial) {
     std::lock_guard lock(mutex_);
     const int target = targetNumber();
+    const QString route = deviceRoutes_.count(serial) != 0 ? deviceRoutes_.at(serial) : QString();
     print({{"type", "target"},
            {"target", target},
            {"kind", "device"},
            {"serial", serial},
-           {"route", deviceRoute_}},
-          QStringLiteral("[%1] on device %2 (route %3)").arg(target).arg(serial, deviceRoute_));
+           {"route", route}},
+          QStringLiteral("[%1] on device %2 (route %3)").arg(target).arg(serial, route));
 }
 
 void RunReporter::captureFailed() {

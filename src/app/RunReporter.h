@@ -31,8 +31,8 @@ public:
     void captureFailed() override;
 
     int eventsFired() const { return eventsFired_; }
-    // How devices are driven ("adb"), named in their target lines.
-    void setDeviceRoute(const QString& route) { deviceRoute_ = route; }
+    // How each device is driven ("service" or "adb") by serial, named in its target line.
+    void setDeviceRoutes(std::map<QString, QString> routes) { deviceRoutes_ = std::move(routes); }
     void printSummary(const RunSummary& summary);
 
 private:
@@ -47,7 +47,7 @@ private:
     std::map<int, const engine::Scene*> currentScenes_;
     std::atomic<int> eventsFired_{0};
     std::atomic<bool> captureFailureShown_{false};
-    QString deviceRoute_;
+    std::map<QString, QString> deviceRoutes_;
 };
 
 }  // namespace autoscene::app

@@ -160,7 +160,8 @@ double drive(engine::TaskRunner& runner, const std::vector<RunTarget>& targets,
 // Plays the task on `targets` through `service` until the run ends.
 int play(const RunOptions& options, const model::TaskDocument& task,
          engine::ITargetService& service, const std::vector<RunTarget>& targets,
-         engine::IWindowMatcher* matcher, const RunIo& io) {
+         engine::IWindowMatcher* matcher, const RunIo& io,
+         std::map<QString, QString> deviceRoutes = {}) {
     const auto ocr = std::make_shared<text::OcrClient>();
     OcrServiceWatcher ocrService(ocr);
     if (task.usesScreenText() &&
@@ -175,7 +176,7 @@ int play(const RunOptions& options, const model::TaskDocument& task,
         recognition::DetectionPool::shared().run(count, job);
     });
     RunReporter reporter(io.out, options.json);
-    reporter.setDeviceRoute(QStringLiteral("adb"));
+    reporter.setDeviceRoutes(std::move(deviceRoutes));
     runner.setSceneObserver(&reporter);
     runner.setRunObserver(&reporter);
     runner.setWindowMatcher(matcher);
@@ -195,8 +196,13 @@ int playOnDevices(const RunOptions& options, const model::TaskDocument& task, co
     if (const int* code = std::get_if<int>(&chosen)) {
         return *code;
     }
-    targets::DeviceTarget target(adb);
-    return play(options, task, target, std::get<std::vector<RunTarget>>(chosen), nullptr, io);
+    targets::DeviceTarget target(adb, deviceTargetOptions(options));
+    const auto& devices = std::get<std::vector<RunTarget>>(chosen);
+    std::map<QString, QString> routes;
+    for (const RunTarget& device : devices) {
+        routes[device.serial] = target.routeOf(device.serial);
+    }
+    return play(options, task, target, devices, nullptr, io, std::move(routes));
 }
 
 }  // namespace

@@ -2,11 +2,14 @@
 
 #include <QLoggingCategory>
 #include <algorithm>
+#include <filesystem>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
 #include "android/AdbOutput.h"
+#include "android/AdbRoute.h"
 #include "android/AndroidInput.h"
+#include "android/ServiceRoute.h"
 
 namespace autoscene::targets {
 
@@ -17,6 +20,8 @@ using platform::Point;
 namespace android = platform::android;
 
 namespace {
+
+constexpr const char* kServiceInputMethod = "cn.morvane.remoteinput/.EditorIME";
 
 bool deliverPng(const std::string& png, const platform::FrameConsumer& consume) {
     const cv::Mat encoded(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data()));
@@ -33,17 +38,56 @@ bool deliverPng(const std::string& png, const platform::FrameConsumer& consume) 
     return true;
 }
 
+std::string selectInputMethod(const std::string& id) {
+    return "ime enable " + id + " && ime set " + id;
+}
+
 }  // namespace
 
-DeviceTarget::DeviceTarget(android::AdbClient adb) : adb_(std::move(adb)) {}
+DeviceTarget::DeviceTarget(android::AdbClient adb, Options options)
+    : adb_(std::move(adb)),
+      options_(std::move(options)),
+      services_(adb_, options_.serviceFile, options_.keys,
+                [](const std::string& line) { qCDebug(lcDevice).noquote() << line.c_str(); }) {}
+
+DeviceTarget::~DeviceTarget() = default;
+
+std::unique_ptr<android::IDeviceRoute> DeviceTarget::chooseRoute(const std::string& serial) {
+    std::error_code error;
+    const bool serviceFile = std::filesystem::is_regular_file(options_.serviceFile, error);
+    if (options_.route == Route::Adb || (options_.route == Route::Auto && !serviceFile)) {
+        return std::make_unique<android::AdbRoute>(adb_, serial);
+    }
+    auto service = std::make_unique<android::ServiceRoute>(
+        services_, serial,
+        [](const std::string& line) { qCDebug(lcDevice).noquote() << line.c_str(); },
+        options_.serviceWait);
+    if (options_.route == Route::Service) {
+        return service;
+    }
+    const android::DeviceCapture trial = service->capture();
+    if (!trial.frame.empty()) {
+        return service;
+    }
+    qCWarning(lcDevice).noquote() << "device" << serial.c_str()
+                                  << "service did not answer:" << trial.error.c_str()
+                                  << "- driving it by adb alone";
+    return std::make_unique<android::AdbRoute>(adb_, serial);
+}
 
 DeviceTarget::Device& DeviceTarget::device(const QString& serial) {
     const std::lock_guard lock(mutex_);
     std::unique_ptr<Device>& entry = devices_[serial];
     if (!entry) {
-        entry = std::make_unique<Device>(adb_, serial.toStdString());
+        entry = std::make_unique<Device>();
+        entry->route = chooseRoute(serial.toStdString());
+        qCInfo(lcDevice).noquote() << "device" << serial << "route" << entry->route->name();
     }
     return *entry;
+}
+
+QString DeviceTarget::routeOf(const QString& serial) {
+    return QString::fromUtf8(device(serial).route->name());
 }
 
 void DeviceTarget::report(const QString& serial, const char* what, const std::string& error) const {
@@ -53,23 +97,40 @@ void DeviceTarget::report(const QString& serial, const char* what, const std::st
 }
 
 void DeviceTarget::targetStarted(const engine::TaskInfo& task) {
+    Device& d = device(task.serial);
     const std::string serial = task.serial.toStdString();
-    const android::AdbResult size = adb_.shell(serial, "wm size");
-    const android::AdbResult density = adb_.shell(serial, "wm density");
     std::string error;
-    const auto screen = android::parseWmSize(size.output, error);
-    const auto dpi = android::parseWmDensity(density.output, error);
+    const auto screen = android::parseWmSize(adb_.shell(serial, "wm size").output, error);
+    const auto dpi = android::parseWmDensity(adb_.shell(serial, "wm density").output, error);
     if (!screen || !dpi) {
         qCWarning(lcDevice).noquote()
             << "device" << task.serial << "screen size unknown:" << error.c_str();
+    } else {
+        qCDebug(lcDevice).noquote() << "device" << task.serial << "screen" << screen->width << "x"
+                                    << screen->height << "density" << *dpi;
     }
-    qCInfo(lcDevice).noquote() << "device" << task.serial << "route adb, screen"
-                               << (screen ? screen->width : 0) << "x"
-                               << (screen ? screen->height : 0) << "density" << dpi.value_or(0);
+    if (std::string(d.route->name()) == "service") {
+        const std::string current =
+            adb_.shell(serial, "settings get secure default_input_method").output;
+        d.savedInputMethod = current.substr(0, current.find_first_of("\r\n"));
+        adb_.shell(serial, selectInputMethod(kServiceInputMethod));
+    }
+}
+
+void DeviceTarget::targetEnded(const engine::TaskInfo& task) {
+    Device& d = device(task.serial);
+    if (d.savedInputMethod.empty()) {
+        return;
+    }
+    const std::string serial = task.serial.toStdString();
+    adb_.shell(serial, d.savedInputMethod == "null" ? std::string("ime reset")
+                                                    : selectInputMethod(d.savedInputMethod));
+    d.savedInputMethod.clear();
 }
 
 bool DeviceTarget::capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) {
-    const android::DeviceCapture captured = device(task.serial).route.capture();
+    Device& d = device(task.serial);
+    const android::DeviceCapture captured = d.route->capture();
     if (!captured.frame.empty()) {
         const platform::BgraFrame& frame = captured.frame;
         consume({frame.width, frame.height, frame.stride, frame.pixels.data()});
@@ -83,7 +144,7 @@ bool DeviceTarget::capture(const engine::TaskInfo& task, const platform::FrameCo
         return false;
     }
     report(task.serial, "capture", captured.error);
-    device(task.serial).route.reconnectIfLost(captured.error);
+    d.route->recover(captured.error);
     return false;
 }
 
@@ -94,22 +155,25 @@ void DeviceTarget::mouse(const engine::TaskInfo& task, Point point, MouseOp op, 
     std::string error;
     switch (op) {
         case MouseOp::LeftClick:
-            error = d.route.tap(at, pressMs);
+            error = d.route->tap(at, pressMs);
             break;
         case MouseOp::LeftDown:
-            d.down = at;
+            d.path = {at};
             d.downAt = std::chrono::steady_clock::now();
             break;
         case MouseOp::Move:
+            if (!d.path.empty()) {
+                d.path.push_back(at);
+            }
             break;
         case MouseOp::LeftUp:
-            if (d.down) {
+            if (!d.path.empty()) {
+                d.path.push_back(at);
                 const auto heldMs = std::chrono::duration_cast<std::chrono::milliseconds>(
                                         std::chrono::steady_clock::now() - d.downAt)
                                         .count();
-                const int durationMs = int(std::max<std::int64_t>(heldMs, 1));
-                error = d.route.swipe(*d.down, at, durationMs);
-                d.down.reset();
+                error = d.route->swipe(d.path, int(std::max<std::int64_t>(heldMs, 1)));
+                d.path.clear();
             }
             break;
         default:  // the right button does nothing on a device
@@ -120,31 +184,31 @@ void DeviceTarget::mouse(const engine::TaskInfo& task, Point point, MouseOp op, 
 }
 
 void DeviceTarget::key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) {
-    if (op == platform::KeyOp::Up) {
-        return;
-    }
-    report(task.serial, "key", device(task.serial).route.key(android::androidKeyCode(virtualKey)));
+    report(task.serial, "key",
+           device(task.serial).route->key(android::androidKeyCode(virtualKey), op));
 }
 
 void DeviceTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
     for (const int virtualKey : group) {
-        key(task, virtualKey, platform::KeyOp::Click);
+        key(task, virtualKey, platform::KeyOp::Down);
+    }
+    for (auto it = group.rbegin(); it != group.rend(); ++it) {
+        key(task, *it, platform::KeyOp::Up);
     }
 }
 
 void DeviceTarget::inputText(const engine::TaskInfo& task, const QString& text) {
-    const android::ShellText typed = android::inputTextArgument(text.toStdString());
-    report(task.serial, "text", device(task.serial).route.text(typed.argument));
+    report(task.serial, "text", device(task.serial).route->text(text.toStdString()));
 }
 
-QString DeviceTarget::untypableText(const engine::TaskInfo&, const QString& text) {
-    return QString::fromStdString(android::inputTextArgument(text.toStdString()).dropped);
+QString DeviceTarget::untypableText(const engine::TaskInfo& task, const QString& text) {
+    return QString::fromStdString(device(task.serial).route->untypable(text.toStdString()));
 }
 
 QString DeviceTarget::startApp(const engine::TaskInfo& task, const QString& package,
                                const QString& activity) {
     const std::string error =
-        device(task.serial).route.startApp(package.toStdString(), activity.toStdString());
+        device(task.serial).route->startApp(package.toStdString(), activity.toStdString());
     report(task.serial, "app start", error);
     return QString::fromStdString(error);
 }

@@ -81,6 +81,28 @@ std::vector<std::string> readySerials(const std::vector<DeviceEntry>& devices) {
     return serials;
 }
 
+std::optional<int> forwardedLocalPort(std::string_view output, std::string_view serial,
+                                      int remotePort) {
+    const std::string remote = "tcp:" + std::to_string(remotePort);
+    for (const std::string_view line : lines(output)) {
+        // SERIAL tcp:LOCAL tcp:REMOTE
+        const size_t first = line.find(' ');
+        const size_t second = line.find(' ', first + 1);
+        if (first == std::string_view::npos || second == std::string_view::npos ||
+            line.substr(0, first) != serial || trim(line.substr(second + 1)) != remote) {
+            continue;
+        }
+        const std::string_view local = line.substr(first + 1, second - first - 1);
+        std::string error;
+        if (local.substr(0, 4) == "tcp:") {
+            if (const auto port = toCheckedInt(local.substr(4), error)) {
+                return port;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<int> toCheckedInt(std::string_view text, std::string& error) {
     text = trim(text);
     std::int64_t value = 0;

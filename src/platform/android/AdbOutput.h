@@ -24,6 +24,10 @@ constexpr const char* kNotANumber = "错误：字符串无法转换为数字。"
 constexpr const char* kOutOfIntRange = "错误：数字超出int类型范围。";
 std::optional<int> toCheckedInt(std::string_view text, std::string& error);
 
+// The local port that "adb forward --list" shows forwarded to `remotePort` of `serial`.
+std::optional<int> forwardedLocalPort(std::string_view output, std::string_view serial,
+                                      int remotePort);
+
 struct ScreenSize {
     int width = 0;
     int height = 0;

@@ -1,5 +1,6 @@
 #include "android/AdbRoute.h"
 
+#include "android/AndroidInput.h"
 #include "android/ScreencapFrame.h"
 
 namespace autoscene::platform::android {
@@ -65,7 +66,7 @@ DeviceCapture AdbRoute::capture() {
     return result;
 }
 
-void AdbRoute::reconnectIfLost(const std::string& error) {
+void AdbRoute::recover(const std::string& error) {
     const bool lost =
         error.find("offline") != std::string::npos || error.find("not found") != std::string::npos;
     if (!lost || serial_.find(':') == std::string::npos) {
@@ -93,17 +94,26 @@ AdbError AdbRoute::tap(Point point, int pressMs) {
                        : shellInput("tap " + at);
 }
 
-AdbError AdbRoute::swipe(Point from, Point to, int durationMs) {
+AdbError AdbRoute::swipe(const std::vector<Point>& path, int durationMs) {
+    if (path.size() < 2) {
+        return "a swipe needs two points";
+    }
+    const Point from = path.front();
+    const Point to = path.back();
     return shellInput("swipe " + number(from.x) + " " + number(from.y) + " " + number(to.x) + " " +
                       number(to.y) + " " + number(durationMs));
 }
 
-AdbError AdbRoute::key(int androidKeyCode) {
-    return shellInput("keyevent " + number(androidKeyCode));
+AdbError AdbRoute::key(int androidKeyCode, KeyOp op) {
+    return op == KeyOp::Up ? AdbError() : shellInput("keyevent " + number(androidKeyCode));
 }
 
-AdbError AdbRoute::text(const std::string& shellArgument) {
-    return shellInput("text " + shellArgument);
+AdbError AdbRoute::text(const std::string& utf8) {
+    return shellInput("text " + inputTextArgument(utf8).argument);
+}
+
+std::string AdbRoute::untypable(const std::string& utf8) const {
+    return inputTextArgument(utf8).dropped;
 }
 
 AdbError AdbRoute::startApp(const std::string& package, const std::string& activity) {

@@ -7,38 +7,29 @@
 #include <string>
 
 #include "android/AdbClient.h"
-#include "desktop/DesktopBackend.h"
+#include "android/DeviceRoute.h"
 
 namespace autoscene::platform::android {
 
-struct DeviceCapture {
-    BgraFrame frame;  // the frame when it came raw
-    std::string png;  // or its PNG bytes, for a device whose raw format is unknown here
-    std::string error;
-
-    bool ok() const { return !frame.empty() || !png.empty(); }
-};
-
-// What an adb call said when it failed; empty for success.
-using AdbError = std::string;
-
-class AdbRoute {
+// Swipes go straight from the path's first point to its last ("input swipe" takes two);
+// keys have no separate down and up: a press, a down and a system press send one key
+// event, an up sends nothing.
+class AdbRoute : public IDeviceRoute {
 public:
     AdbRoute(const AdbClient& adb, std::string serial) : adb_(adb), serial_(std::move(serial)) {}
 
-    DeviceCapture capture();
-    // A press of `pressMs` (0: a plain tap) at one point.
-    AdbError tap(Point point, int pressMs);
-    AdbError swipe(Point from, Point to, int durationMs);
-    AdbError key(int androidKeyCode);
-    // Types `shellArgument` (see inputTextArgument).
-    AdbError text(const std::string& shellArgument);
-    // The launcher activity of `package`, or `activity` of it when one is given.
-    AdbError startApp(const std::string& package, const std::string& activity);
+    const char* name() const override { return "adb"; }
+    DeviceCapture capture() override;
+    AdbError tap(Point point, int pressMs) override;
+    AdbError swipe(const std::vector<Point>& path, int durationMs) override;
+    AdbError key(int androidKeyCode, KeyOp op) override;
+    AdbError text(const std::string& utf8) override;
+    std::string untypable(const std::string& utf8) const override;
+    AdbError startApp(const std::string& package, const std::string& activity) override;
     // For a device reached over the network ("host:port") that adb reports offline or
     // missing: connects it afresh, at most once a second. adb does not do it by itself
     // once the device's end of the connection has gone.
-    void reconnectIfLost(const std::string& error);
+    void recover(const std::string& error) override;
 
 private:
     AdbError shellInput(const std::string& command);

@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
 
 #include "TestDevice.h"
 
@@ -89,6 +92,36 @@ TEST(DeviceRun, ANamedDeviceGetsTypingSwipesAndTaps) {
     EXPECT_TRUE(other.log().isEmpty());
 }
 
+TEST(DeviceRun, TheDemoTaskPlaysThroughTheDeviceService) {
+    PrivateAdb adb;
+    TestDevice device;
+    ASSERT_TRUE(adb.connect(device));
+    QTemporaryDir folder;
+    QFile service(folder.filePath("localservice.jar"));
+    ASSERT_TRUE(service.open(QIODevice::WriteOnly));
+    service.write("service code");
+    service.close();
+
+    const RunResult result =
+        run({AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--device-service",
+             service.fileName(), "--json", "--time-limit", "30"});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    const auto targets = result.lines("target");
+    ASSERT_EQ(targets.size(), 1u);
+    EXPECT_EQ(targets[0]["route"].toString(), "service");
+    const QStringList log = device.log();
+    EXPECT_TRUE(log.contains("service started"));
+    EXPECT_TRUE(log.contains("text hello world"));
+    EXPECT_TRUE(log.contains("screen DONE"));
+    // The run's input method while it ran, the device's own again after it.
+    EXPECT_EQ(log.filter(QRegularExpression("^ime ")),
+              QStringList({"ime cn.morvane.remoteinput/.EditorIME",
+                           "ime com.android.inputmethod.latin/.LatinIME"}));
+    // The service the run started ended with it, and its forward went with it.
+    EXPECT_TRUE(device.waitForLine("service ended"));
+    EXPECT_FALSE(adb.adb({"forward", "--list"}).contains(device.serial()));
+}
+
 TEST(DeviceRun, RefusesToStartWithoutADevice) {
     PrivateAdb adb;
     struct Case {
@@ -100,7 +133,7 @@ TEST(DeviceRun, RefusesToStartWithoutADevice) {
         {{AUTOSCENE_ANDROID_TASK}, 3, "no ADB device found"},
         {{AUTOSCENE_ANDROID_TASK, "--device", "127.0.0.1:1"}, 3, "127.0.0.1:1 is not connected"},
         {{AUTOSCENE_ANDROID_TASK, "--adb", "/nonexistent/adb"}, 3, "adb is not available"},
-        {{AUTOSCENE_ANDROID_TASK, "--device-route", "service"}, 2, "--device-route"},
+        {{AUTOSCENE_ANDROID_TASK, "--device-route", "usb"}, 2, "--device-route"},
         {{AUTOSCENE_ANDROID_TASK, "--all-devices", "--full-screen"}, 2, "cannot be combined"},
     };
     for (const Case& c : cases) {

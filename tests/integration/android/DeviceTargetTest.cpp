@@ -56,7 +56,7 @@ protected:
 
     PrivateAdb adb;
     std::unique_ptr<TestDevice> device;
-    DeviceTarget target{AdbClient("adb")};
+    DeviceTarget target{AdbClient("adb"), {DeviceTarget::Route::Adb}};
     TaskInfo task;
 };
 
@@ -113,7 +113,7 @@ TEST_F(DeviceTargetTest, AppsTheDeviceDoesNotHaveAreReported) {
 
 TEST_F(DeviceTargetTest, MissingAdbCapturesNothing) {
     open();
-    DeviceTarget noAdb{AdbClient("/nonexistent/adb")};
+    DeviceTarget noAdb{AdbClient("/nonexistent/adb"), {DeviceTarget::Route::Adb}};
     EXPECT_EQ(capturePixel(noAdb, task, {0, 0}).width, 0);
     EXPECT_FALSE(noAdb.startApp(task, "com.autoscene.testapp", {}).isEmpty());
 }
