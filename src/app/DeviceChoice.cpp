@@ -1,6 +1,8 @@
 #include "app/DeviceChoice.h"
 
 #include <QCoreApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLoggingCategory>
 #include <algorithm>
 
@@ -67,6 +69,27 @@ std::variant<std::vector<engine::RunTarget>, int> chooseDevices(const RunOptions
         targets.push_back(std::move(target));
     }
     return targets;
+}
+
+bool printDeviceTargets(const android::AdbClient& adb, bool json, QTextStream& out,
+                        QTextStream& err) {
+    const android::AdbResult listed = adb.run({}, "devices");
+    if (!listed.ran) {
+        err << "adb is not available (" << QString::fromStdString(listed.output) << ")\n";
+        return false;
+    }
+    for (const android::DeviceEntry& device : android::parseDeviceList(listed.output)) {
+        const QString serial = QString::fromStdString(device.serial);
+        const QString state = QString::fromStdString(device.state);
+        if (json) {
+            const QJsonObject line{
+                {"type", "target"}, {"kind", "device"}, {"serial", serial}, {"state", state}};
+            out << QJsonDocument(line).toJson(QJsonDocument::Compact) << '\n';
+        } else {
+            out << "device " << serial << " (" << state << ")\n";
+        }
+    }
+    return true;
 }
 
 }  // namespace autoscene::app

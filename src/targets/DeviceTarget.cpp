@@ -76,11 +76,20 @@ std::unique_ptr<android::IDeviceRoute> DeviceTarget::chooseRoute(const std::stri
 }
 
 DeviceTarget::Device& DeviceTarget::device(const QString& serial) {
+    {
+        const std::lock_guard lock(mutex_);
+        if (const auto found = devices_.find(serial); found != devices_.end()) {
+            return *found->second;
+        }
+    }
+    // Chosen without the lock: trying the service may take seconds, and other devices'
+    // workers must not wait for that.
+    auto chosen = std::make_unique<Device>();
+    chosen->route = chooseRoute(serial.toStdString());
     const std::lock_guard lock(mutex_);
     std::unique_ptr<Device>& entry = devices_[serial];
     if (!entry) {
-        entry = std::make_unique<Device>();
-        entry->route = chooseRoute(serial.toStdString());
+        entry = std::move(chosen);
         qCInfo(lcDevice).noquote() << "device" << serial << "route" << entry->route->name();
     }
     return *entry;
