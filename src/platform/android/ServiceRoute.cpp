@@ -107,17 +107,17 @@ AdbError ServiceRoute::text(const std::string& utf8) {
     return get("/input?text=" + percentEncode(utf8), "input reslt:");
 }
 
-AdbError ServiceRoute::swipe(const std::vector<Point>& points, int durationMs) {
+AdbError ServiceRoute::swipe(const std::vector<Point>& path, int durationMs) {
     const std::string url = base();
     if (url.empty()) {
         return "the device service did not start";
     }
-    std::string json = "{\"points\":[";
-    for (size_t i = 0; i < points.size(); ++i) {
-        json += (i > 0 ? ",{\"x\":" : "{\"x\":") + number(points[i].x) +
-                ",\"y\":" + number(points[i].y) + "}";
+    std::string json = R"({"points":[)";
+    for (size_t i = 0; i < path.size(); ++i) {
+        json += (i > 0 ? "," : "") + std::string(R"({"x":)") + number(path[i].x) + R"(,"y":)" +
+                number(path[i].y) + "}";
     }
-    json += "],\"slideTime\":" + number(durationMs) + ",\"times\":1,\"pressTime\":0}";
+    json += R"(],"slideTime":)" + number(durationMs) + R"(,"times":1,"pressTime":0})";
     const std::string response = http::httpPostJson(url + "/slide", {}, json);
     log_("slide json:" + json + " result:" + response);
     return response.empty() ? "no answer to /slide" : AdbError();
