@@ -39,11 +39,6 @@ std::string ServiceRoute::base() {
     return port ? "http://127.0.0.1:" + number(*port) : std::string();
 }
 
-ServiceFrameInfo ServiceRoute::lastFrame() const {
-    const std::lock_guard lock(mutex_);
-    return lastFrame_;
-}
-
 int keyActionOf(KeyOp op) {
     switch (op) {
         case KeyOp::Down:
@@ -67,12 +62,8 @@ DeviceCapture ServiceRoute::capture() {
         result.error = response.error;
         return result;
     }
-    const ServiceFrameInfo info = parseFrameHeaders(response.headerLines);
-    if (info.state == 1) {
-        const std::lock_guard lock(mutex_);
-        lastFrame_ = info;
-    }
-    DecodedFrame decoded = decodeServiceFrame(info, response.body);
+    DecodedFrame decoded =
+        decodeServiceFrame(parseFrameHeaders(response.headerLines), response.body);
     result.frame = std::move(decoded.frame);
     result.error = std::move(decoded.error);
     return result;

@@ -35,9 +35,6 @@ public:
     std::string untypable(const std::string&) const override { return {}; }
     AdbError startApp(const std::string& package, const std::string& activity) override;
 
-    // The geometry and density of the last frame.
-    ServiceFrameInfo lastFrame() const;
-
 private:
     // "http://127.0.0.1:PORT", or empty when the service did not come up in time.
     std::string base();
@@ -47,8 +44,6 @@ private:
     const std::string serial_;
     const LogSink log_;
     const std::chrono::milliseconds portWait_;
-    mutable std::mutex mutex_;
-    ServiceFrameInfo lastFrame_;
 };
 
 // `text` percent-encoded for a query value (UTF-8 bytes; unreserved characters as they are).

@@ -39,9 +39,12 @@ protected:
         task.serial = device->serial();
     }
 
-    std::unique_ptr<DeviceTarget> makeTarget(DeviceTarget::Route route) {
+    std::unique_ptr<DeviceTarget> makeTarget(
+        DeviceTarget::Route route,
+        autoscene::platform::android::IServiceKeyProvider* keys = nullptr) {
         DeviceTarget::Options options;
         options.route = route;
+        options.keys = keys;
         options.serviceFile = folder.filePath("localservice.jar").toStdString();
         options.serviceWait = std::chrono::milliseconds(3000);
         return std::make_unique<DeviceTarget>(AdbClient("adb"), options);
@@ -86,9 +89,17 @@ TEST_F(DeviceServiceTest, FirstCaptureStartsTheServiceAndReusesAnExistingForward
               QStringList{QStringLiteral("%1 tcp:%2 tcp:10240").arg(device->serial()).arg(port)});
 }
 
+// A new key for every start, as the service asks.
+class CountingKeys : public autoscene::platform::android::IServiceKeyProvider {
+public:
+    std::string serviceKey() override { return "key-" + std::to_string(++issued); }
+    int issued = 0;
+};
+
 TEST_F(DeviceServiceTest, AKilledServiceIsStartedAgainByTheNextRequest) {
     open();
-    auto target = makeTarget(DeviceTarget::Route::Service);
+    CountingKeys keys;
+    auto target = makeTarget(DeviceTarget::Route::Service, &keys);
     ASSERT_EQ(captureWidth(*target), 720);
     adb.adb({"-s", device->serial(), "shell", "pkill app_process"});
     ASSERT_TRUE(device->waitForLine("service ended"));
@@ -99,6 +110,8 @@ TEST_F(DeviceServiceTest, AKilledServiceIsStartedAgainByTheNextRequest) {
     }
     EXPECT_EQ(width, 720);
     EXPECT_EQ(device->log().count("service started"), 2);
+    EXPECT_EQ(device->log().filter("service key "),
+              QStringList({"service key key-1", "service key key-2"}));
     EXPECT_EQ(serviceForwards().size(), 1);
 
     target.reset();  // ends the service it started, and removes its forward
