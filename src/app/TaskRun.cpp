@@ -140,17 +140,23 @@ void applyOptions(const RunOptions& options, engine::TaskRunner& runner) {
     runner.setRunTimeLimitSeconds(options.timeLimitSeconds);
 }
 
-// Runs until the run ends or the user asks it to stop; the seconds it took.
+// Runs until the run ends or the user asks it to stop; the seconds it took. `ending` is
+// called once as soon as the run is ending, to cut short what the targets wait for.
 double drive(engine::TaskRunner& runner, const std::vector<RunTarget>& targets,
-             const StopRequest& stopRequested) {
+             const StopRequest& stopRequested, const std::function<void()>& ending) {
     QElapsedTimer elapsed;
     elapsed.start();
     runner.start(targets);
+    bool endingTold = false;
     while (!runner.idle()) {
         // Serves what scripts on the workers ask of the application's thread (the clipboard).
         QCoreApplication::processEvents();
         if (stopRequested(std::chrono::milliseconds(100))) {
             runner.stop();
+        }
+        if (!endingTold && ending && runner.runEnd() != RunEnd::Running) {
+            endingTold = true;
+            ending();
         }
     }
     runner.waitUntilIdle(std::chrono::seconds(30));
@@ -161,7 +167,7 @@ double drive(engine::TaskRunner& runner, const std::vector<RunTarget>& targets,
 int play(const RunOptions& options, const model::TaskDocument& task,
          engine::ITargetService& service, const std::vector<RunTarget>& targets,
          engine::IWindowMatcher* matcher, const RunIo& io,
-         std::map<QString, QString> deviceRoutes = {}) {
+         std::map<QString, QString> deviceRoutes = {}, const std::function<void()>& ending = {}) {
     const auto ocr = std::make_shared<text::OcrClient>();
     OcrServiceWatcher ocrService(ocr);
     if (task.usesScreenText() &&
@@ -182,7 +188,7 @@ int play(const RunOptions& options, const model::TaskDocument& task,
     runner.setWindowMatcher(matcher);
     applyOptions(options, runner);
 
-    const double seconds = drive(runner, targets, io.stopRequested);
+    const double seconds = drive(runner, targets, io.stopRequested, ending);
     if (!options.saveFrame.isEmpty() && !saveFrame(service, targets.front(), options.saveFrame)) {
         io.err << "could not save the last frame to " << options.saveFrame << '\n';
     }
@@ -202,7 +208,8 @@ int playOnDevices(const RunOptions& options, const model::TaskDocument& task, co
     for (const RunTarget& device : devices) {
         routes[device.serial] = target.routeOf(device.serial);
     }
-    return play(options, task, target, devices, nullptr, io, std::move(routes));
+    return play(options, task, target, devices, nullptr, io, std::move(routes),
+                [&target] { target.cancelWaits(); });
 }
 
 }  // namespace

@@ -47,8 +47,10 @@ std::string selectInputMethod(const std::string& id) {
 DeviceTarget::DeviceTarget(android::AdbClient adb, Options options)
     : adb_(std::move(adb)),
       options_(std::move(options)),
-      services_(adb_, options_.serviceFile, options_.keys,
-                [](const std::string& line) { qCDebug(lcDevice).noquote() << line.c_str(); }) {}
+      services_(
+          adb_, options_.serviceFile, options_.keys,
+          [](const std::string& line) { qCDebug(lcDevice).noquote() << line.c_str(); },
+          cancelled_) {}
 
 DeviceTarget::~DeviceTarget() = default;
 

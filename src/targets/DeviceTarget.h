@@ -4,6 +4,7 @@
 // each device, so a device's pointer state is touched by that thread only.
 
 #include <QString>
+#include <atomic>
 #include <chrono>
 #include <map>
 #include <memory>
@@ -36,6 +37,9 @@ public:
 
     // "service" or "adb": how the device is driven, chosen on first use and logged once.
     QString routeOf(const QString& serial);
+    // Ends every wait for a device service's port at once, and fails later ones at once:
+    // the run is stopping.
+    void cancelWaits() { cancelled_ = true; }
 
     bool capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) override;
     bool isWindow(platform::WindowHandle) override { return false; }
@@ -72,6 +76,7 @@ private:
 
     const platform::android::AdbClient adb_;
     const Options options_;
+    std::atomic<bool> cancelled_{false};
     platform::android::DeviceServices services_;
     std::mutex mutex_;
     std::map<QString, std::unique_ptr<Device>> devices_;

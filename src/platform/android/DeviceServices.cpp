@@ -15,8 +15,13 @@ constexpr const char* kServiceClass = "cn.morvane.adb_operation.httpserver.Simpl
 }  // namespace
 
 DeviceServices::DeviceServices(const AdbClient& adb, std::string serviceFile,
-                               IServiceKeyProvider* keys, LogSink log)
-    : adb_(adb), serviceFile_(std::move(serviceFile)), keys_(keys), log_(std::move(log)) {}
+                               IServiceKeyProvider* keys, LogSink log,
+                               const std::atomic<bool>& cancelled)
+    : adb_(adb),
+      serviceFile_(std::move(serviceFile)),
+      keys_(keys),
+      log_(std::move(log)),
+      cancelled_(cancelled) {}
 
 DeviceServices::~DeviceServices() {
     std::vector<std::thread> threads;
@@ -41,7 +46,18 @@ std::optional<int> DeviceServices::lookUp(const std::string& serial) {
 
 std::optional<int> DeviceServices::port(const std::string& serial,
                                         std::chrono::milliseconds limit) {
-    const auto deadline = std::chrono::steady_clock::now() + limit;
+    const auto start = std::chrono::steady_clock::now();
+    const auto deadline = start + limit;
+    // Sleeps in 50 ms steps until `until`; false when the waits were cancelled.
+    const auto sleepUntil = [&](std::chrono::steady_clock::time_point until) {
+        while (!cancelled_ && std::chrono::steady_clock::now() < until) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        return !cancelled_;
+    };
+    if (cancelled_) {
+        return std::nullopt;
+    }
     if (!lookUp(serial)) {
         {
             const std::lock_guard lock(mutex_);
@@ -49,8 +65,9 @@ std::optional<int> DeviceServices::port(const std::string& serial,
                 threads_.emplace_back([this, serial] { serve(serial); });
             }
         }
-        std::this_thread::sleep_for(
-            std::min<std::chrono::steady_clock::duration>(std::chrono::milliseconds(500), limit));
+        if (!sleepUntil(std::min(start + std::chrono::milliseconds(500), deadline))) {
+            return std::nullopt;
+        }
     }
     for (;;) {
         if (const auto port = lookUp(serial)) {
@@ -61,7 +78,9 @@ std::optional<int> DeviceServices::port(const std::string& serial,
             return std::nullopt;
         }
         log_("AdbDevice port not found waiting ....");
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        if (!sleepUntil(std::chrono::steady_clock::now() + std::chrono::milliseconds(50))) {
+            return std::nullopt;
+        }
     }
 }
 

@@ -5,6 +5,7 @@
 // process lives; when it ends the entry and the forward go, and the next request starts
 // everything again.
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <map>
@@ -34,15 +35,17 @@ using LogSink = std::function<void(const std::string&)>;
 class DeviceServices {
 public:
     // `serviceFile` is the service's code on this computer; `keys` may be null (empty key).
+    // Once `cancelled` is set, waits for a port end at once.
     DeviceServices(const AdbClient& adb, std::string serviceFile, IServiceKeyProvider* keys,
-                   LogSink log);
+                   LogSink log, const std::atomic<bool>& cancelled);
     // Ends every service process started here and waits for their threads.
     ~DeviceServices();
     DeviceServices(const DeviceServices&) = delete;
     DeviceServices& operator=(const DeviceServices&) = delete;
 
     // The local port of the device's service. When there is none, starts it, looks again
-    // after 500 ms and then every 50 ms; none once `limit` has passed.
+    // after 500 ms and then every 50 ms; none once `limit` has passed or the waits are
+    // cancelled.
     std::optional<int> port(const std::string& serial, std::chrono::milliseconds limit);
 
 private:
@@ -55,6 +58,7 @@ private:
     const std::string serviceFile_;
     IServiceKeyProvider* const keys_;
     const LogSink log_;
+    const std::atomic<bool>& cancelled_;
     std::mutex mutex_;  // everything below
     std::map<std::string, int> ports_;
     std::set<std::string> starting_;

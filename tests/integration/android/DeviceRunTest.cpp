@@ -9,6 +9,8 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QThread>
+#include <csignal>
 
 #include "TestDevice.h"
 
@@ -120,6 +122,36 @@ TEST(DeviceRun, TheDemoTaskPlaysThroughTheDeviceService) {
     // The service the run started ended with it, and its forward went with it.
     EXPECT_TRUE(device.waitForLine("service ended"));
     EXPECT_FALSE(adb.adb({"forward", "--list"}).contains(device.serial()));
+}
+
+TEST(DeviceRun, CtrlCReachesAWorkerWaitingForTheDeviceService) {
+    PrivateAdb adb;
+    TestDevice device({"--service-broken"});
+    ASSERT_TRUE(adb.connect(device));
+    QTemporaryDir folder;
+    QFile service(folder.filePath("localservice.jar"));
+    ASSERT_TRUE(service.open(QIODevice::WriteOnly));
+    service.write("service code");
+    service.close();
+
+    QProcess process;
+    process.start(AUTOSCENE_RUN_PATH,
+                  {AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--device-route", "service",
+                   "--device-service", service.fileName(), "--json"});
+    ASSERT_TRUE(process.waitForStarted());
+    // Bounded generously: a loaded machine may take seconds to start the run.
+    QByteArray out;
+    for (int wait = 0; wait < 300 && !out.contains("\"target\""); ++wait) {
+        process.waitForReadyRead(100);
+        out += process.readAllStandardOutput();
+    }
+    // The worker now waits for a service that never comes (5 s per request).
+    QThread::msleep(700);
+    ::kill(pid_t(process.processId()), SIGINT);
+    EXPECT_TRUE(process.waitForFinished(4000));
+    out += process.readAllStandardOutput();
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_TRUE(out.contains("\"ended\":\"interrupted\"")) << out.toStdString();
 }
 
 TEST(DeviceRun, RefusesToStartWithoutADevice) {
