@@ -68,7 +68,7 @@ void RunReporter::threadStartedOnWindow(platform::WindowHandle window) {
 void RunReporter::threadStartedOnDevice(const QString& serial) {
     std::lock_guard lock(mutex_);
     const int target = targetNumber();
-    const QString route = deviceRoutes_.count(serial) != 0 ? deviceRoutes_.at(serial) : QString();
+    const QString route = deviceRoutes_.contains(serial) ? deviceRoutes_.at(serial) : QString();
     print({{"type", "target"},
            {"target", target},
            {"kind", "device"},
