@@ -69,12 +69,12 @@ function(autoscene_check_layering)
         autoscene_actions autoscene_app)
     # Leaves know nothing of the engine or what stands on it.
     foreach(leaf autoscene_model autoscene_system autoscene_http autoscene_desktop autoscene_keys
-            autoscene_x11 autoscene_win32 autoscene_recognition autoscene_text)
+            autoscene_android autoscene_x11 autoscene_win32 autoscene_recognition autoscene_text)
         autoscene_forbid_links(${leaf} FORBIDDEN ${above_engine})
     endforeach()
     # No Qt in the platform back ends and the process utilities.
-    foreach(leaf autoscene_system autoscene_http autoscene_desktop autoscene_keys autoscene_x11
-            autoscene_win32)
+    foreach(leaf autoscene_system autoscene_http autoscene_desktop autoscene_keys autoscene_android
+            autoscene_x11 autoscene_win32)
         autoscene_forbid_links(${leaf} FORBIDDEN Qt6::Core Qt6::Gui Qt6::Widgets)
     endforeach()
     # The engine runs headless and reaches recognition and text through its interfaces, so

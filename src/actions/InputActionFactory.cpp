@@ -59,7 +59,12 @@ void registerInputActions(engine::RuntimeFactory& factory) {
     });
     factory.addAction<EditorStartAppAction>([](const EditorStartAppAction& r, RunContext& c) {
         return std::make_unique<MVStartAppAction>(
-            r.appPath, r.pathVariable > 0 ? c.definitions.find(r.pathVariable) : nullptr);
+            c, r.appPath, r.pathVariable > 0 ? c.definitions.find(r.pathVariable) : nullptr);
+    });
+    factory.addAction<EditorADBAppAction>([](const EditorADBAppAction& r, RunContext& c) {
+        const auto variable = [&](int id) { return id > 0 ? c.definitions.find(id) : nullptr; };
+        return std::make_unique<MVADBAppAction>(c, r.packageName, variable(r.varPackageName),
+                                                r.activity, variable(r.varActivity));
     });
 }
 

@@ -164,8 +164,13 @@ InputAction::InputAction(RunContext& context, QString text, engine::MVVariable* 
 
 float InputAction::run(TaskInfo& task) {
     const QString text = variable_ ? variable_->value() : text_;
+    const QString untypable = context_.targets.untypableText(task, text);
     context_.targets.inputText(task, text);
-    setResult({{"type", type()}, {"text", text}});
+    QJsonObject result{{"type", type()}, {"text", text}};
+    if (!untypable.isEmpty()) {
+        result["err"] = QStringLiteral("not typed: ") + untypable;
+    }
+    setResult(result);
     return waitSeconds();
 }
 
@@ -193,11 +198,18 @@ float MouseWheelAction::run(TaskInfo& task) {
     return waitSeconds();
 }
 
-MVStartAppAction::MVStartAppAction(QString path, engine::MVVariable* pathVariable)
-    : IAction(16, 0.0f), path_(std::move(path)), pathVariable_(pathVariable) {}
+MVStartAppAction::MVStartAppAction(engine::RunContext& context, QString path,
+                                   engine::MVVariable* pathVariable)
+    : IAction(16, 0.0f), context_(context), path_(std::move(path)), pathVariable_(pathVariable) {}
 
-float MVStartAppAction::run(TaskInfo&) {
+float MVStartAppAction::run(TaskInfo& task) {
     const QString path = pathVariable_ ? pathVariable_->value() : path_;
+    if (task.kind == engine::TargetKind::AndroidDevice) {
+        setResult({{"type", type()},
+                   {"app_path", path},
+                   {"err", context_.targets.startApp(task, path, {})}});
+        return 0.0f;
+    }
     // Never deleted on purpose: the program must outlive the action and the run.
     auto* process = new QProcess;
     process->setProgram(path);
@@ -206,6 +218,26 @@ float MVStartAppAction::run(TaskInfo&) {
     setResult({{"type", type()},
                {"app_path", path},
                {"err", started ? QString() : process->errorString()}});
+    return 0.0f;
+}
+
+MVADBAppAction::MVADBAppAction(engine::RunContext& context, QString package,
+                               engine::MVVariable* packageVariable, QString activity,
+                               engine::MVVariable* activityVariable)
+    : IAction(22, 0.0f),
+      context_(context),
+      package_(std::move(package)),
+      packageVariable_(packageVariable),
+      activity_(std::move(activity)),
+      activityVariable_(activityVariable) {}
+
+float MVADBAppAction::run(TaskInfo& task) {
+    const QString package = packageVariable_ ? packageVariable_->value() : package_;
+    const QString activity = activityVariable_ ? activityVariable_->value() : activity_;
+    setResult({{"type", type()},
+               {"package", package},
+               {"activity", activity},
+               {"err", context_.targets.startApp(task, package, activity)}});
     return 0.0f;
 }
 

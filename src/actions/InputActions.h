@@ -109,14 +109,32 @@ private:
     engine::MVVariable* point_;
 };
 
+// A program on a desktop target; on a device, the path is the package to start.
 class MVStartAppAction : public IAction {
 public:
-    MVStartAppAction(QString path, engine::MVVariable* pathVariable);
+    MVStartAppAction(engine::RunContext& context, QString path, engine::MVVariable* pathVariable);
     float run(TaskInfo& task) override;
 
 private:
+    engine::RunContext& context_;
     const QString path_;
     engine::MVVariable* pathVariable_;
+};
+
+// Starts a package (and an activity of it, when given) on a device target.
+class MVADBAppAction : public IAction {
+public:
+    MVADBAppAction(engine::RunContext& context, QString package,
+                   engine::MVVariable* packageVariable, QString activity,
+                   engine::MVVariable* activityVariable);
+    float run(TaskInfo& task) override;
+
+private:
+    engine::RunContext& context_;
+    const QString package_;
+    engine::MVVariable* packageVariable_;
+    const QString activity_;
+    engine::MVVariable* activityVariable_;
 };
 
 }  // namespace autoscene::actions

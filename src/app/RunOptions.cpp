@@ -23,10 +23,11 @@ std::optional<int> parseInt(const QString& text, int min, int max) {
 ParsedRunOptions parseRunOptions(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        "Runs a task folder (holding script.json, image/ and ori/) on a desktop window or the "
-        "whole desktop, printing scene changes, fired events and action results as it goes.\n"
+        "Runs a task folder (holding script.json, image/ and ori/) on a desktop window, the "
+        "whole desktop or Android devices, printing scene changes, fired events and action results "
+        "as it goes.\n"
         "Exit codes: 0 the run ended (stop action or Ctrl+C), 124 the time limit ended it, "
-        "2 bad arguments or a task that cannot be opened, 3 no target window found.");
+        "2 bad arguments or a task that cannot be opened, 3 no target window or ADB device found.");
     parser.addHelpOption();
     parser.addPositionalArgument("TASK_DIR", "The task folder.");
     const QCommandLineOption window("window", "Drive the window whose title is exactly TITLE.",
@@ -50,8 +51,22 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
     const QCommandLineOption saveFrame("save-frame", "Save the last captured frame as a PNG.",
                                        "FILE");
     const QCommandLineOption verbose("verbose", "Print the diagnostic log on stderr.");
+    const QCommandLineOption device(
+        "device", "Drive the Android device SERIAL through adb (repeatable).", "SERIAL");
+    const QCommandLineOption allDevices("all-devices",
+                                        "Drive every device that adb lists in state \"device\".");
+    const QCommandLineOption adb("adb", "The adb program to use.", "PATH");
+    const QCommandLineOption deviceRoute(
+        "device-route",
+        "How devices are driven: service (the device service), adb (adb alone) or auto "
+        "(the service when its file is there and it answers, adb otherwise; the default).",
+        "ROUTE");
+    const QCommandLineOption deviceService(
+        "device-service",
+        "The device service's file (default adb/localservice.jar beside the program).", "FILE");
     parser.addOptions({window, className, fullScreen, background, foreground, timeLimit, loopMode,
-                       loopInterval, variable, json, saveFrame, verbose});
+                       loopInterval, variable, json, saveFrame, verbose, device, allDevices, adb,
+                       deviceRoute, deviceService});
 
     QStringList withProgram = arguments;
     withProgram.prepend("autoscene-run");
@@ -112,6 +127,21 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
         }
         options.variables[*id] = assignment.mid(equals + 1);
     }
+    options.devices = parser.values(device);
+    options.allDevices = parser.isSet(allDevices);
+    options.adbProgram = parser.value(adb);
+    if (options.namesDevices() &&
+        (options.fullScreen || options.windowTitle || options.className)) {
+        return failure(
+            "--device and --all-devices cannot be combined with a window or the desktop");
+    }
+    if (parser.isSet(deviceRoute)) {
+        options.deviceRoute = parser.value(deviceRoute);
+        if (!QStringList{"auto", "service", "adb"}.contains(options.deviceRoute)) {
+            return failure("--device-route is auto, service or adb: " + options.deviceRoute);
+        }
+    }
+    options.deviceService = parser.value(deviceService);
     options.json = parser.isSet(json);
     options.verbose = parser.isSet(verbose);
     options.saveFrame = parser.value(saveFrame);

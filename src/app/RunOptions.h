@@ -21,6 +21,13 @@ struct RunOptions {
     bool json = false;
     bool verbose = false;  // the diagnostic log on stderr
     QString saveFrame;     // PNG written with the last frame when the run ends
+    QStringList devices;   // adb serials to run on
+    bool allDevices = false;
+    QString adbProgram;  // empty: adb on the search path, else adb/adb beside the program
+    QString deviceRoute = QStringLiteral("auto");  // auto, service or adb
+    QString deviceService;                         // empty: adb/localservice.jar beside the program
+
+    bool namesDevices() const { return allDevices || !devices.isEmpty(); }
 };
 
 struct ParsedRunOptions {

@@ -65,13 +65,26 @@ void RunReporter::threadStartedOnWindow(platform::WindowHandle window) {
           QStringLiteral("[%1] on window 0x%2").arg(target).arg(window, 0, 16));
 }
 
+void RunReporter::threadStartedOnDevice(const QString& serial) {
+    std::lock_guard lock(mutex_);
+    const int target = targetNumber();
+    const QString route = deviceRoutes_.contains(serial) ? deviceRoutes_.at(serial) : QString();
+    print({{"type", "target"},
+           {"target", target},
+           {"kind", "device"},
+           {"serial", serial},
+           {"route", route}},
+          QStringLiteral("[%1] on device %2 (route %3)").arg(target).arg(serial, route));
+}
+
 void RunReporter::captureFailed() {
     if (captureFailureShown_.exchange(true)) {
         return;
     }
     std::lock_guard lock(mutex_);
-    print({{"type", "warning"}, {"message", "capture failed: the window is gone or hidden"}},
-          "capture failed: the window is gone or hidden (shown once)");
+    print({{"type", "warning"},
+           {"message", "capture failed: the window or device is gone or hidden"}},
+          "capture failed: the window or device is gone or hidden (shown once)");
 }
 
 void RunReporter::printSummary(const RunSummary& summary) {

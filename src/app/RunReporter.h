@@ -27,9 +27,12 @@ public:
     void eventFired(const engine::Scene& scene, const engine::RuntimeEvent& event) override;
     void actionsDone(const engine::Scene& scene, const engine::RuntimeEvent& event) override;
     void threadStartedOnWindow(platform::WindowHandle window) override;
+    void threadStartedOnDevice(const QString& serial) override;
     void captureFailed() override;
 
     int eventsFired() const { return eventsFired_; }
+    // How each device is driven ("service" or "adb") by serial, named in its target line.
+    void setDeviceRoutes(std::map<QString, QString> routes) { deviceRoutes_ = std::move(routes); }
     void printSummary(const RunSummary& summary);
 
 private:
@@ -44,6 +47,7 @@ private:
     std::map<int, const engine::Scene*> currentScenes_;
     std::atomic<int> eventsFired_{0};
     std::atomic<bool> captureFailureShown_{false};
+    std::map<QString, QString> deviceRoutes_;
 };
 
 }  // namespace autoscene::app

@@ -11,6 +11,7 @@
 #include <optional>
 #include <variant>
 
+#include "app/DeviceChoice.h"
 #include "app/OcrServiceWatcher.h"
 #include "app/RunReporter.h"
 #include "engine/BgraConversion.h"
@@ -18,6 +19,7 @@
 #include "engine/TaskRunner.h"
 #include "model/TaskDocument.h"
 #include "recognition/DetectionPool.h"
+#include "targets/DeviceTarget.h"
 #include "targets/WindowTarget.h"
 #include "text/OcrClient.h"
 
@@ -63,10 +65,13 @@ QString endName(RunEnd end) {
     }
 }
 
-bool saveFrame(platform::IDesktopBackend& backend, platform::WindowHandle window, bool background,
-               const QString& path) {
+bool saveFrame(engine::ITargetService& targets, const RunTarget& target, const QString& path) {
+    engine::TaskInfo task;
+    task.kind = target.kind;
+    task.window = target.window;
+    task.serial = target.serial;
     bool saved = false;
-    backend.captureView(window, background, [&](const platform::BgraView& view) {
+    targets.capture(task, [&](const platform::BgraView& view) {
         cv::Mat bgr;
         saved = engine::convertBgraToBgr(view, bgr) && cv::imwrite(path.toStdString(), bgr);
     });
@@ -85,14 +90,13 @@ std::optional<int> openTask(const RunOptions& options, model::TaskDocument& task
         err << "cannot open " << options.taskFolder << ": " << opened.error << '\n';
         return kBadArguments;
     }
-    const int mode = task.settings.taskMode;
-    if (!options.fullScreen && !options.windowTitle && !options.className &&
-        mode != int(TaskMode::Window) && mode != int(TaskMode::FullScreen)) {
-        err << "this task drives an Android device, which autoscene-run does not drive yet; "
-               "use --full-screen or --window to run it on the desktop\n";
-        return kBadArguments;
-    }
     return std::nullopt;
+}
+
+bool drivesDevices(const RunOptions& options, const model::TaskSettings& settings) {
+    return options.namesDevices() ||
+           (!options.fullScreen && !options.windowTitle && !options.className &&
+            settings.taskMode == int(TaskMode::AndroidDevice));
 }
 
 bool drivesWindow(const RunOptions& options, const model::TaskSettings& settings) {
@@ -136,73 +140,108 @@ void applyOptions(const RunOptions& options, engine::TaskRunner& runner) {
     runner.setRunTimeLimitSeconds(options.timeLimitSeconds);
 }
 
-// Runs until the run ends or the user asks it to stop; the seconds it took.
-double drive(engine::TaskRunner& runner, const RunTarget& target,
-             const StopRequest& stopRequested) {
+// Runs until the run ends or the user asks it to stop; the seconds it took. `ending` is
+// called once as soon as the run is ending, to cut short what the targets wait for.
+double drive(engine::TaskRunner& runner, const std::vector<RunTarget>& targets,
+             const StopRequest& stopRequested, const std::function<void()>& ending) {
     QElapsedTimer elapsed;
     elapsed.start();
-    runner.start({target});
+    runner.start(targets);
+    bool endingTold = false;
     while (!runner.idle()) {
         // Serves what scripts on the workers ask of the application's thread (the clipboard).
         QCoreApplication::processEvents();
         if (stopRequested(std::chrono::milliseconds(100))) {
             runner.stop();
         }
+        if (!endingTold && ending && runner.runEnd() != RunEnd::Running) {
+            endingTold = true;
+            ending();
+        }
     }
     runner.waitUntilIdle(std::chrono::seconds(30));
     return double(elapsed.nsecsElapsed()) / 1e9;
 }
 
+// Plays the task on `targets` through `service` until the run ends.
+int play(const RunOptions& options, const model::TaskDocument& task,
+         engine::ITargetService& service, const std::vector<RunTarget>& targets,
+         engine::IWindowMatcher* matcher, const RunIo& io,
+         std::map<QString, QString> deviceRoutes = {}, const std::function<void()>& ending = {}) {
+    const auto ocr = std::make_shared<text::OcrClient>();
+    OcrServiceWatcher ocrService(ocr);
+    if (task.usesScreenText() &&
+        !ocrService.start(QCoreApplication::applicationDirPath(), QDir::currentPath())) {
+        io.err << "morvane-ocr is neither beside autoscene-run nor in the working directory: "
+                  "screen text reads as empty\n";
+    }
+    engine::RuntimeFactory factory;
+    actions::registerAllRuntimeItems(factory, ocr, io.windows);
+    engine::TaskRunner runner(task, factory, service);
+    runner.setJobRunner([](size_t count, const std::function<void(size_t)>& job) {
+        recognition::DetectionPool::shared().run(count, job);
+    });
+    RunReporter reporter(io.out, options.json);
+    reporter.setDeviceRoutes(std::move(deviceRoutes));
+    runner.setSceneObserver(&reporter);
+    runner.setRunObserver(&reporter);
+    runner.setWindowMatcher(matcher);
+    applyOptions(options, runner);
+
+    const double seconds = drive(runner, targets, io.stopRequested, ending);
+    if (!options.saveFrame.isEmpty() && !saveFrame(service, targets.front(), options.saveFrame)) {
+        io.err << "could not save the last frame to " << options.saveFrame << '\n';
+    }
+    reporter.printSummary({runner.cyclesCompleted(), seconds, endName(runner.runEnd())});
+    return runner.runEnd() == RunEnd::TimeLimit ? kTimeLimit : kRunEnded;
+}
+
+int playOnDevices(const RunOptions& options, const model::TaskDocument& task, const RunIo& io) {
+    const platform::android::AdbClient adb = adbClientFor(options);
+    auto chosen = chooseDevices(options, adb, io.err);
+    if (const int* code = std::get_if<int>(&chosen)) {
+        return *code;
+    }
+    targets::DeviceTarget target(adb, deviceTargetOptions(options));
+    const auto& devices = std::get<std::vector<RunTarget>>(chosen);
+    std::map<QString, QString> routes;
+    for (const RunTarget& device : devices) {
+        routes[device.serial] = target.routeOf(device.serial);
+    }
+    return play(options, task, target, devices, nullptr, io, std::move(routes),
+                [&target] { target.cancelWaits(); });
+}
+
 }  // namespace
 
-int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QTextStream& out,
-            QTextStream& err, const StopRequest& stopRequested, platform::IWindowControl* windows) {
+int runTask(const RunOptions& options, platform::IDesktopBackend* backend, const RunIo& io) {
     model::TaskDocument task;
-    if (const auto refused = openTask(options, task, err)) {
+    if (const auto refused = openTask(options, task, io.err)) {
         return *refused;
     }
     const model::TaskSettings& settings = task.settings;
+    if (drivesDevices(options, settings)) {
+        return playOnDevices(options, task, io);
+    }
+    if (backend == nullptr) {
+        io.err << "cannot open the X display " << qEnvironmentVariable("DISPLAY") << '\n';
+        return kNoTarget;
+    }
     targets::WindowTarget::Modes modes;
     modes.backgroundInput = options.background.value_or(settings.backAct);
     modes.backgroundCapture = options.background.value_or(settings.backCapture);
     const platform::WindowQuery query = windowQuery(settings.windowInfo, options);
-    targets::WindowTarget target(backend, modes, query);
-    targets::WindowQueryMatcher matcher(backend, query);
+    targets::WindowTarget target(*backend, modes, query);
+    targets::WindowQueryMatcher matcher(*backend, query);
 
-    auto chosen = chooseTarget(drivesWindow(options, settings), settings.windowInfo, backend, query,
-                               matcher, err);
+    auto chosen = chooseTarget(drivesWindow(options, settings), settings.windowInfo, *backend,
+                               query, matcher, io.err);
     if (const int* code = std::get_if<int>(&chosen)) {
         return *code;
     }
     RunTarget runTarget = std::get<RunTarget>(std::move(chosen));
     runTarget.variableOverrides = options.variables;
-
-    const auto ocr = std::make_shared<text::OcrClient>();
-    OcrServiceWatcher ocrService(ocr);
-    if (task.usesScreenText() &&
-        !ocrService.start(QCoreApplication::applicationDirPath(), QDir::currentPath())) {
-        err << "morvane-ocr is neither beside autoscene-run nor in the working directory: "
-               "screen text reads as empty\n";
-    }
-    engine::RuntimeFactory factory;
-    actions::registerAllRuntimeItems(factory, ocr, windows);
-    engine::TaskRunner runner(task, factory, target);
-    runner.setJobRunner([](size_t count, const std::function<void(size_t)>& job) {
-        recognition::DetectionPool::shared().run(count, job);
-    });
-    RunReporter reporter(out, options.json);
-    runner.setSceneObserver(&reporter);
-    runner.setRunObserver(&reporter);
-    runner.setWindowMatcher(&matcher);
-    applyOptions(options, runner);
-
-    const double seconds = drive(runner, runTarget, stopRequested);
-    if (!options.saveFrame.isEmpty() &&
-        !saveFrame(backend, runTarget.window, modes.backgroundCapture, options.saveFrame)) {
-        err << "could not save the last frame to " << options.saveFrame << '\n';
-    }
-    reporter.printSummary({runner.cyclesCompleted(), seconds, endName(runner.runEnd())});
-    return runner.runEnd() == RunEnd::TimeLimit ? kTimeLimit : kRunEnded;
+    return play(options, task, target, {runTarget}, &matcher, io);
 }
 
 }  // namespace autoscene::app

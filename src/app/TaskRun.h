@@ -1,5 +1,5 @@
 #pragma once
-// One headless run of a task folder on a desktop back end: what autoscene-run does
+// One headless run of a task folder on a desktop back end or on devices: what autoscene-run does
 // between parsing its command line and exiting.
 
 #include <QTextStream>
@@ -23,9 +23,15 @@ enum RunExitCode : int {
 // Waits up to the given time for the user's request to stop; true when it came.
 using StopRequest = std::function<bool(std::chrono::milliseconds)>;
 
-// `windows` serves the window methods of the task's scripts; without it they find nothing.
-int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QTextStream& out,
-            QTextStream& err, const StopRequest& stopRequested,
-            platform::IWindowControl* windows = nullptr);
+struct RunIo {
+    QTextStream& out;
+    QTextStream& err;
+    StopRequest stopRequested;
+    // Serves the window methods of the task's scripts; without it they find nothing.
+    platform::IWindowControl* windows = nullptr;
+};
+
+// `backend` is null when the display could not be opened: devices can still be driven.
+int runTask(const RunOptions& options, platform::IDesktopBackend* backend, const RunIo& io);
 
 }  // namespace autoscene::app

@@ -38,12 +38,8 @@ int main(int argc, char* argv[]) {
     }
     const auto backend = autoscene::platform::makeX11Backend(
         nullptr, [](const std::string& line) { qCDebug(lcDesktop).noquote() << line.c_str(); });
-    if (!backend) {
-        err << "cannot open the X display " << qEnvironmentVariable("DISPLAY") << '\n';
-        return autoscene::app::kNoTarget;
-    }
     return autoscene::app::runTask(
-        *parsed.options, *backend, out, err,
-        [&](std::chrono::milliseconds timeout) { return stopSignals.wait(timeout); },
-        windows.get());
+        *parsed.options, backend.get(),
+        {out, err, [&](std::chrono::milliseconds timeout) { return stopSignals.wait(timeout); },
+         windows.get()});
 }

@@ -30,6 +30,13 @@ public:
     // modifier codes or virtual keys.
     virtual void keyGroup(const TaskInfo& task, const std::vector<int>& group) = 0;
     virtual void inputText(const TaskInfo& task, const QString& text) = 0;
+    // The characters of `text` that inputText cannot type on this target.
+    virtual QString untypableText(const TaskInfo&, const QString&) { return {}; }
+    // Starts `package` (its `activity` when one is given) on a device target; an error
+    // text, empty when it started.
+    virtual QString startApp(const TaskInfo&, const QString&, const QString&) {
+        return QStringLiteral("not a device target");
+    }
 };
 
 // Decides whether a top-level window is one of the task's targets.

@@ -33,6 +33,17 @@ size_t appendToString(char* data, size_t size, size_t count, void* userData) {
     return size * count;
 }
 
+size_t appendHeaderLine(char* data, size_t size, size_t count, void* userData) {
+    std::string line(data, size * count);
+    while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) {
+        line.pop_back();
+    }
+    if (!line.empty()) {
+        static_cast<std::vector<std::string>*>(userData)->push_back(std::move(line));
+    }
+    return size * count;
+}
+
 size_t writeToFile(char* data, size_t size, size_t count, void* userData) {
     return std::fwrite(data, size, count, static_cast<std::FILE*>(userData)) * size;
 }
@@ -151,6 +162,24 @@ std::string httpGet(const std::string& url, const HttpHeaders& headers,
     initHttpOnce();
     Request request(url, headers, PeerVerification::Off, timeout);
     return request.performCollectingBody();
+}
+
+HttpResponse httpGetWithHeaders(const std::string& url, const HttpHeaders& headers,
+                                std::chrono::milliseconds timeout) {
+    initHttpOnce();
+    Request request(url, headers, PeerVerification::Off, timeout);
+    HttpResponse response;
+    request.set(CURLOPT_HEADERFUNCTION, appendHeaderLine);
+    request.set(CURLOPT_HEADERDATA, &response.headerLines);
+    request.set(CURLOPT_WRITEFUNCTION, appendToString);
+    request.set(CURLOPT_WRITEDATA, &response.body);
+    response.error = request.performQuietly();
+    if (!response.error.empty()) {
+        std::fprintf(stderr, "curl_easy_perform() failed: %s\n", response.error.c_str());
+    } else if (request.easy() != nullptr) {
+        curl_easy_getinfo(request.easy(), CURLINFO_RESPONSE_CODE, &response.status);
+    }
+    return response;
 }
 
 std::string httpPostForm(const std::string& url, const HttpHeaders& headers,

@@ -10,6 +10,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace autoscene::http {
 
@@ -48,10 +49,15 @@ struct HttpFilePart {
 };
 
 struct HttpResponse {
-    std::string body;   // as far as it arrived
-    long status = 0;    // HTTP status; 0 when no answer came
-    std::string error;  // libcurl's text for a failed transfer; empty on success
+    std::string body;                      // as far as it arrived
+    long status = 0;                       // HTTP status; 0 when no answer came
+    std::string error;                     // libcurl's text for a failed transfer; empty on success
+    std::vector<std::string> headerLines;  // response header lines without CR LF
 };
+
+// GET that keeps the response's header lines; a failure is printed as by httpGet.
+HttpResponse httpGetWithHeaders(const std::string& url, const HttpHeaders& headers,
+                                std::chrono::milliseconds timeout = {});
 
 // multipart/form-data POST of `file` followed by `textFields`.
 HttpResponse httpPostMultipart(const std::string& url, const HttpHeaders& headers,

@@ -82,4 +82,20 @@ void InProcessTarget::inputText(const engine::TaskInfo& task, const QString& tex
     record({RecordedInput::Kind::Text, task.window, {}, 0, 0, text});
 }
 
+QString InProcessTarget::untypableText(const engine::TaskInfo&, const QString& text) {
+    QString untypable;
+    for (const QChar c : text) {
+        if (c.unicode() > 0xff) {
+            untypable += c;
+        }
+    }
+    return untypable;
+}
+
+QString InProcessTarget::startApp(const engine::TaskInfo& task, const QString& package,
+                                  const QString& activity) {
+    record({RecordedInput::Kind::App, task.window, {}, 0, 0, package + "/" + activity});
+    return package == "missing" ? QStringLiteral("no such package") : QString();
+}
+
 }  // namespace autoscene::test

@@ -12,13 +12,13 @@
 namespace autoscene::test {
 
 struct RecordedInput {
-    enum class Kind { Mouse, Wheel, Key, Text };
+    enum class Kind { Mouse, Wheel, Key, Text, App };
     Kind kind = Kind::Mouse;
     platform::WindowHandle window = 0;
     platform::Point point;
     int code = 0;    // mouse op, wheel steps or virtual key
     int detail = 0;  // press ms or key op
-    QString text;
+    QString text;    // typed text, or the app started as package/activity
 };
 
 class InProcessTarget : public engine::ITargetService {
@@ -38,6 +38,11 @@ public:
     // Recorded as the downs and ups it stands for.
     void keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) override;
     void inputText(const engine::TaskInfo& task, const QString& text) override;
+    // Every character outside Latin-1, as a target whose keyboard has no others.
+    QString untypableText(const engine::TaskInfo& task, const QString& text) override;
+    // Recorded; fails for packages named "missing".
+    QString startApp(const engine::TaskInfo& task, const QString& package,
+                     const QString& activity) override;
 
 private:
     void record(RecordedInput input);

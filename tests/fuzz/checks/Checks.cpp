@@ -17,6 +17,7 @@ constexpr struct {
     {"image_file_name", checkImageFileName},
     {"ocr_answer", checkOcrAnswer},
     {"ocr_upload", checkOcrUpload},
+    {"device_output", checkDeviceOutput},
 };
 
 }  // namespace

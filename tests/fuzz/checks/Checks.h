@@ -29,6 +29,10 @@ QString checkOcrAnswer(const QByteArray& input);
 // a JSON error.
 QString checkOcrUpload(const QByteArray& input);
 
+// Bytes from a device: raw screencap output, a device service's frame answer, adb and
+// wm output. Frames come out whole or not at all, with a reason.
+QString checkDeviceOutput(const QByteArray& input);
+
 // The check named as a folder under tests/fuzz/regressions; nullptr for other names.
 Check findCheck(QStringView target);
 

@@ -5,6 +5,7 @@
 
 #include <QJsonArray>
 #include <QRect>
+#include <QStringList>
 #include <thread>
 
 #include "InProcessTarget.h"
@@ -184,6 +185,40 @@ TEST_F(InputActions, MouseUpAndWheelUseTheRememberedOrNoPoint) {
     device.kind = TargetKind::AndroidDevice;
     EXPECT_EQ(wheel->run(device), 0.0f);
     EXPECT_EQ(target.inputs().size(), 2u);
+}
+
+TEST_F(InputActions, InputNamesTheCharactersTheTargetCannotType) {
+    auto input = build(R"({"type": 6, "text": "Zoë 你好"})");
+    input->run(info);
+    EXPECT_EQ(target.inputs().at(0).text, "Zoë 你好");
+    EXPECT_EQ(result(*input)["err"].toString(), "not typed: 你好");
+
+    auto plain = build(R"({"type": 6, "text": "hello"})");
+    plain->run(info);
+    EXPECT_FALSE(result(*plain).contains("err"));
+}
+
+TEST_F(InputActions, AppsStartOnDevicesByPackage) {
+    auto byPath = build(R"({"type": 16, "app_path": "com.example.app"})");
+    info.kind = TargetKind::AndroidDevice;
+    byPath->run(info);
+    EXPECT_EQ(result(*byPath)["err"].toString(), "");
+
+    // The Android app action is not read back from task files, so it is built directly.
+    autoscene::actions::MVADBAppAction named(*context, "com.example.app", nullptr, ".Main",
+                                             nullptr);
+    EXPECT_FLOAT_EQ(named.run(info), 0.0f);
+    autoscene::actions::MVADBAppAction missing(*context, "missing", nullptr, {}, nullptr);
+    missing.run(info);
+    EXPECT_EQ(result(missing)["err"].toString(), "no such package");
+    EXPECT_EQ(result(missing)["package"].toString(), "missing");
+
+    QStringList started;
+    for (const RecordedInput& input : target.inputs()) {
+        EXPECT_EQ(input.kind, Kind::App);
+        started << input.text;
+    }
+    EXPECT_EQ(started, QStringList({"com.example.app/", "com.example.app/.Main", "missing/"}));
 }
 
 TEST_F(InputActions, StartAppReportsWhyAProgramDidNotStart) {

@@ -1,0 +1,40 @@
+#pragma once
+// How one device is driven: by adb alone (AdbRoute) or through its device service
+// (ServiceRoute). Errors are texts, empty for success.
+
+#include <string>
+#include <vector>
+
+#include "desktop/DesktopBackend.h"
+
+namespace autoscene::platform::android {
+
+struct DeviceCapture {
+    BgraFrame frame;  // the frame when it came as pixels
+    std::string png;  // or its PNG bytes, for a device whose raw format is unknown here
+    std::string error;
+};
+
+using AdbError = std::string;
+
+class IDeviceRoute {
+public:
+    virtual ~IDeviceRoute() = default;
+    virtual const char* name() const = 0;  // "adb" or "service"
+
+    virtual DeviceCapture capture() = 0;
+    // A press of `pressMs` (0: a plain tap) at one point.
+    virtual AdbError tap(Point point, int pressMs) = 0;
+    // A swipe along `path` (at least two points) lasting `durationMs`.
+    virtual AdbError swipe(const std::vector<Point>& path, int durationMs) = 0;
+    virtual AdbError key(int androidKeyCode, KeyOp op) = 0;
+    virtual AdbError text(const std::string& utf8) = 0;
+    // The characters of `utf8` that text() cannot type.
+    virtual std::string untypable(const std::string& utf8) const = 0;
+    // The launcher activity of `package`, or `activity` of it when one is given.
+    virtual AdbError startApp(const std::string& package, const std::string& activity) = 0;
+    // Called with a failed capture's error: a route may try to get the device back.
+    virtual void recover(const std::string&) {}
+};
+
+}  // namespace autoscene::platform::android

@@ -1,0 +1,52 @@
+#pragma once
+// Driving one device through its device service: every request asks DeviceServices for
+// the local port first (starting the service when needed) and then speaks HTTP to it.
+
+#include <string>
+#include <vector>
+
+#include "android/DeviceRoute.h"
+#include "android/DeviceServices.h"
+#include "android/ServiceFrame.h"
+
+namespace autoscene::platform::android {
+
+// The touch action that stands for a whole tap (down, hold, up).
+constexpr int kTouchTap = -1;
+
+// The key action value of a key operation: -1 press and release, 0 down, 1 up.
+int keyActionOf(KeyOp op);
+
+// A swipe is one "/slide" of its whole path: "slideTime" the whole time from the first
+// point to the last, "times" 1, "pressTime" 0.
+class ServiceRoute : public IDeviceRoute {
+public:
+    // `portWait` bounds each request's wait for the service's port.
+    ServiceRoute(DeviceServices& services, std::string serial, LogSink log,
+                 std::chrono::milliseconds portWait);
+
+    const char* name() const override { return "service"; }
+    DeviceCapture capture() override;
+    AdbError tap(Point point, int pressMs) override;
+    AdbError swipe(const std::vector<Point>& path, int durationMs) override;
+    AdbError key(int androidKeyCode, KeyOp op) override;
+    // Typed by the device's input method, which takes any text.
+    AdbError text(const std::string& utf8) override;
+    std::string untypable(const std::string&) const override { return {}; }
+    AdbError startApp(const std::string& package, const std::string& activity) override;
+
+private:
+    // "http://127.0.0.1:PORT", or empty when the service did not come up in time.
+    std::string base();
+    AdbError get(const std::string& pathAndQuery, const char* logPrefix);
+
+    DeviceServices& services_;
+    const std::string serial_;
+    const LogSink log_;
+    const std::chrono::milliseconds portWait_;
+};
+
+// `text` percent-encoded for a query value (UTF-8 bytes; unreserved characters as they are).
+std::string percentEncode(const std::string& text);
+
+}  // namespace autoscene::platform::android

@@ -1,0 +1,69 @@
+#include "Checks.h"
+
+#include <string>
+#include <vector>
+
+#include "android/AdbOutput.h"
+#include "android/ScreencapFrame.h"
+#include "android/ServiceFrame.h"
+
+namespace autoscene::fuzz {
+
+using namespace autoscene::platform::android;
+
+namespace {
+
+// A decoded frame is whole and says nothing went wrong; no frame comes with a reason.
+QString frameFailure(const char* what, const DecodedFrame& decoded) {
+    const auto& frame = decoded.frame;
+    if (frame.empty()) {
+        return decoded.error.empty() ? QStringLiteral("%1: no frame and no reason").arg(what)
+                                     : QString();
+    }
+    const bool whole = frame.width > 0 && frame.height > 0 && frame.stride == frame.width * 4 &&
+                       frame.pixels.size() == std::size_t(frame.stride) * std::size_t(frame.height);
+    if (!whole || !decoded.error.empty()) {
+        return QStringLiteral("%1: a %2x%3 frame of stride %4 with %5 bytes, error \"%6\"")
+            .arg(what)
+            .arg(frame.width)
+            .arg(frame.height)
+            .arg(frame.stride)
+            .arg(frame.pixels.size())
+            .arg(QString::fromStdString(decoded.error));
+    }
+    return {};
+}
+
+}  // namespace
+
+QString checkDeviceOutput(const QByteArray& input) {
+    const std::string_view bytes(input.constData(), std::size_t(input.size()));
+    if (QString failure = frameFailure("screencap", decodeScreencap(bytes)); !failure.isEmpty()) {
+        return failure;
+    }
+    // As a device service's answer: header lines, a blank line, the body.
+    const std::size_t blank = bytes.find("\n\n");
+    std::vector<std::string> headerLines;
+    std::string_view rest = bytes.substr(0, blank);
+    while (!rest.empty()) {
+        const std::size_t end = rest.find('\n');
+        headerLines.emplace_back(rest.substr(0, end));
+        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    }
+    const std::string_view body =
+        blank == std::string_view::npos ? std::string_view() : bytes.substr(blank + 2);
+    if (QString failure =
+            frameFailure("request_image", decodeServiceFrame(parseFrameHeaders(headerLines), body));
+        !failure.isEmpty()) {
+        return failure;
+    }
+    // And as text from adb: only that reading it is safe.
+    std::string error;
+    parseDeviceList(bytes);
+    parseWmSize(bytes, error);
+    parseWmDensity(bytes, error);
+    forwardedLocalPort(bytes, "emulator-5554", 10240);
+    return {};
+}
+
+}  // namespace autoscene::fuzz

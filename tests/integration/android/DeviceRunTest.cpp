@@ -1,0 +1,178 @@
+// autoscene-run as a user runs it on devices: the Android demo task on test devices
+// through the real adb, and the ways a device run refuses to start.
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QThread>
+#include <csignal>
+
+#include "TestDevice.h"
+
+using autoscene::testing::PrivateAdb;
+using autoscene::testing::TestDevice;
+
+namespace {
+
+struct RunResult {
+    int exitCode = -1;
+    QString out;
+    QString err;
+
+    std::vector<QJsonObject> lines(const QString& type) const {
+        std::vector<QJsonObject> found;
+        for (const QString& line : out.split('\n', Qt::SkipEmptyParts)) {
+            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
+            if (object["type"].toString() == type) {
+                found.push_back(object);
+            }
+        }
+        return found;
+    }
+};
+
+RunResult run(const QStringList& arguments) {
+    QProcess process;
+    process.start(AUTOSCENE_RUN_PATH, arguments);
+    EXPECT_TRUE(process.waitForFinished(60000));
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+TEST(DeviceRun, TheDemoTaskPlaysOnEveryDeviceInParallel) {
+    PrivateAdb adb;
+    TestDevice first;
+    TestDevice second({"--screencap-header", "12"});
+    ASSERT_TRUE(adb.connect(first));
+    ASSERT_TRUE(adb.connect(second));
+
+    const RunResult result =
+        run({AUTOSCENE_ANDROID_TASK, "--all-devices", "--json", "--time-limit", "30"});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    QStringList serials;
+    for (const QJsonObject& target : result.lines("target")) {
+        EXPECT_EQ(target["kind"].toString(), "device");
+        EXPECT_EQ(target["route"].toString(), "adb");
+        serials << target["serial"].toString();
+    }
+    serials.sort();
+    QStringList expected{first.serial(), second.serial()};
+    expected.sort();
+    EXPECT_EQ(serials, expected);
+    // The stop action of whichever device got there first ends the run for both.
+    EXPECT_TRUE(first.log().contains("screen DONE") || second.log().contains("screen DONE"));
+    for (const TestDevice* device : {&first, &second}) {
+        const QStringList log = device->log();
+        ASSERT_FALSE(log.isEmpty());
+        EXPECT_EQ(log.mid(0, 2), QStringList({"start com.autoscene.testapp", "screen START"}));
+    }
+}
+
+TEST(DeviceRun, ANamedDeviceGetsTypingSwipesAndTaps) {
+    PrivateAdb adb;
+    TestDevice device;
+    TestDevice other;
+    ASSERT_TRUE(adb.connect(device));
+    ASSERT_TRUE(adb.connect(other));
+
+    const RunResult result = run({AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--adb",
+                                  "adb", "--device-route", "adb", "--time-limit", "30"});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_TRUE(result.out.contains("on device " + device.serial() + " (route adb)"));
+    const QStringList log = device.log();
+    ASSERT_EQ(log.size(), 6) << log.join('\n').toStdString();
+    EXPECT_EQ(log[2], "text hello world");
+    EXPECT_TRUE(log[3].startsWith("swipe 100 1000 600 1000 ")) << log[3].toStdString();
+    EXPECT_TRUE(log[4].startsWith("tap ")) << log[4].toStdString();
+    EXPECT_EQ(log[5], "screen DONE");
+    EXPECT_TRUE(other.log().isEmpty());
+}
+
+TEST(DeviceRun, TheDemoTaskPlaysThroughTheDeviceService) {
+    PrivateAdb adb;
+    TestDevice device;
+    ASSERT_TRUE(adb.connect(device));
+    QTemporaryDir folder;
+    QFile service(folder.filePath("localservice.jar"));
+    ASSERT_TRUE(service.open(QIODevice::WriteOnly));
+    service.write("service code");
+    service.close();
+
+    const RunResult result =
+        run({AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--device-service",
+             service.fileName(), "--json", "--time-limit", "30"});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    const auto targets = result.lines("target");
+    ASSERT_EQ(targets.size(), 1u);
+    EXPECT_EQ(targets[0]["route"].toString(), "service");
+    const QStringList log = device.log();
+    EXPECT_TRUE(log.contains("service started"));
+    EXPECT_TRUE(log.contains("text hello world"));
+    EXPECT_TRUE(log.contains("screen DONE"));
+    // The run's input method while it ran, the device's own again after it.
+    EXPECT_EQ(log.filter(QRegularExpression("^ime ")),
+              QStringList({"ime cn.morvane.remoteinput/.EditorIME",
+                           "ime com.android.inputmethod.latin/.LatinIME"}));
+    // The service the run started ended with it, and its forward went with it.
+    EXPECT_TRUE(device.waitForLine("service ended"));
+    EXPECT_FALSE(adb.adb({"forward", "--list"}).contains(device.serial()));
+}
+
+TEST(DeviceRun, CtrlCReachesAWorkerWaitingForTheDeviceService) {
+    PrivateAdb adb;
+    TestDevice device({"--service-broken"});
+    ASSERT_TRUE(adb.connect(device));
+    QTemporaryDir folder;
+    QFile service(folder.filePath("localservice.jar"));
+    ASSERT_TRUE(service.open(QIODevice::WriteOnly));
+    service.write("service code");
+    service.close();
+
+    QProcess process;
+    process.start(AUTOSCENE_RUN_PATH,
+                  {AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--device-route", "service",
+                   "--device-service", service.fileName(), "--json"});
+    ASSERT_TRUE(process.waitForStarted());
+    // Bounded generously: a loaded machine may take seconds to start the run.
+    QByteArray out;
+    for (int wait = 0; wait < 300 && !out.contains("\"target\""); ++wait) {
+        process.waitForReadyRead(100);
+        out += process.readAllStandardOutput();
+    }
+    // The worker now waits for a service that never comes (5 s per request).
+    QThread::msleep(700);
+    ::kill(pid_t(process.processId()), SIGINT);
+    EXPECT_TRUE(process.waitForFinished(4000));
+    out += process.readAllStandardOutput();
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_TRUE(out.contains("\"ended\":\"interrupted\"")) << out.toStdString();
+}
+
+TEST(DeviceRun, RefusesToStartWithoutADevice) {
+    PrivateAdb adb;
+    struct Case {
+        QStringList arguments;
+        int exitCode;
+        const char* message;
+    };
+    const Case cases[] = {
+        {{AUTOSCENE_ANDROID_TASK}, 3, "no ADB device found"},
+        {{AUTOSCENE_ANDROID_TASK, "--device", "127.0.0.1:1"}, 3, "127.0.0.1:1 is not connected"},
+        {{AUTOSCENE_ANDROID_TASK, "--adb", "/nonexistent/adb"}, 3, "adb is not available"},
+        {{AUTOSCENE_ANDROID_TASK, "--device-route", "usb"}, 2, "--device-route"},
+        {{AUTOSCENE_ANDROID_TASK, "--all-devices", "--full-screen"}, 2, "cannot be combined"},
+    };
+    for (const Case& c : cases) {
+        const RunResult result = run(c.arguments);
+        EXPECT_EQ(result.exitCode, c.exitCode) << c.arguments.join(' ').toStdString();
+        EXPECT_TRUE(result.err.contains(c.message)) << result.err.toStdString();
+    }
+}
+
+}  // namespace

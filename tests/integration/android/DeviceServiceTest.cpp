@@ -1,0 +1,175 @@
+// The device-service route through the real adb against the test device's service: the
+// start on first use, the forward reuse, a killed service started again, the input method
+// switched and restored, input through HTTP, and the fall-back to adb alone.
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include "TestDevice.h"
+#include "engine/TaskInfo.h"
+#include "targets/DeviceTarget.h"
+
+using autoscene::engine::TargetKind;
+using autoscene::engine::TaskInfo;
+using autoscene::platform::BgraView;
+using autoscene::platform::KeyOp;
+using autoscene::platform::MouseOp;
+using autoscene::platform::android::AdbClient;
+using autoscene::targets::DeviceTarget;
+using autoscene::testing::PrivateAdb;
+using autoscene::testing::TestDevice;
+
+namespace {
+
+class DeviceServiceTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        QFile file(folder.filePath("localservice.jar"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("service code");
+    }
+
+    void open(const QStringList& options = {}) {
+        device = std::make_unique<TestDevice>(options);
+        ASSERT_TRUE(adb.connect(*device));
+        task.kind = TargetKind::AndroidDevice;
+        task.serial = device->serial();
+    }
+
+    std::unique_ptr<DeviceTarget> makeTarget(
+        DeviceTarget::Route route,
+        autoscene::platform::android::IServiceKeyProvider* keys = nullptr) {
+        DeviceTarget::Options options;
+        options.route = route;
+        options.keys = keys;
+        options.serviceFile = folder.filePath("localservice.jar").toStdString();
+        options.serviceWait = std::chrono::milliseconds(3000);
+        return std::make_unique<DeviceTarget>(AdbClient("adb"), options);
+    }
+
+    int captureWidth(DeviceTarget& target) {
+        int width = 0;
+        target.capture(task, [&](const BgraView& view) { width = view.width; });
+        return width;
+    }
+
+    QStringList serviceForwards() {
+        QStringList lines;
+        for (const QString& line : adb.adb({"forward", "--list"}).split('\n')) {
+            if (line.startsWith(device->serial() + " ") && line.endsWith(" tcp:10240")) {
+                lines << line;
+            }
+        }
+        return lines;
+    }
+
+    QTemporaryDir folder;
+    PrivateAdb adb;
+    std::unique_ptr<TestDevice> device;
+    TaskInfo task;
+};
+
+TEST_F(DeviceServiceTest, FirstCaptureStartsTheServiceAndReusesAnExistingForward) {
+    open();
+    const QString reused = adb.adb({"-s", device->serial(), "forward", "tcp:0", "tcp:10240"});
+    const int port = reused.trimmed().toInt();
+    ASSERT_GT(port, 0) << reused.toStdString();
+
+    auto target = makeTarget(DeviceTarget::Route::Service);
+    EXPECT_EQ(captureWidth(*target), 720);
+    const QStringList log = device->log();
+    ASSERT_GE(log.size(), 3);
+    EXPECT_EQ(log[0], "push /data/local/tmp/localservice.jar 12");
+    EXPECT_EQ(log[1], "service key ");  // no key provider
+    EXPECT_EQ(log[2], "service started");
+    EXPECT_EQ(serviceForwards(),
+              QStringList{QStringLiteral("%1 tcp:%2 tcp:10240").arg(device->serial()).arg(port)});
+}
+
+// A new key for every start, as the service asks.
+class CountingKeys : public autoscene::platform::android::IServiceKeyProvider {
+public:
+    std::string serviceKey() override { return "key-" + std::to_string(++issued); }
+    int issued = 0;
+};
+
+TEST_F(DeviceServiceTest, AKilledServiceIsStartedAgainByTheNextRequest) {
+    open();
+    CountingKeys keys;
+    auto target = makeTarget(DeviceTarget::Route::Service, &keys);
+    ASSERT_EQ(captureWidth(*target), 720);
+    adb.adb({"-s", device->serial(), "shell", "pkill app_process"});
+    ASSERT_TRUE(device->waitForLine("service ended"));
+
+    int width = 0;
+    for (int attempt = 0; attempt < 20 && width == 0; ++attempt) {
+        width = captureWidth(*target);
+    }
+    EXPECT_EQ(width, 720);
+    EXPECT_EQ(device->log().count("service started"), 2);
+    EXPECT_EQ(device->log().filter("service key "),
+              QStringList({"service key key-1", "service key key-2"}));
+    EXPECT_EQ(serviceForwards().size(), 1);
+
+    target.reset();  // ends the service it started, and removes its forward
+    EXPECT_TRUE(serviceForwards().isEmpty());
+}
+
+TEST_F(DeviceServiceTest, InputMethodIsSwitchedForTheRunAndRestoredAfter) {
+    open();
+    auto target = makeTarget(DeviceTarget::Route::Service);
+    target->targetStarted(task);
+    target->targetEnded(task);
+    adb.adb({"-s", device->serial(), "shell", "settings put secure default_input_method null"});
+    target->targetStarted(task);
+    target->targetEnded(task);
+
+    QStringList switches;
+    for (const QString& line : device->log()) {
+        if (line.startsWith("ime ")) {
+            switches << line;
+        }
+    }
+    EXPECT_EQ(switches, QStringList({"ime cn.morvane.remoteinput/.EditorIME",
+                                     "ime com.android.inputmethod.latin/.LatinIME", "ime null",
+                                     "ime cn.morvane.remoteinput/.EditorIME", "ime reset"}));
+}
+
+TEST_F(DeviceServiceTest, InputGoesThroughTheService) {
+    open();
+    auto target = makeTarget(DeviceTarget::Route::Service);
+    ASSERT_EQ(target->startApp(task, "com.autoscene.testapp", {}), QString());
+    target->mouse(task, {10, 20}, MouseOp::LeftDown, 0);
+    target->mouse(task, {100, 20}, MouseOp::Move, 0);
+    target->mouse(task, {400, 30}, MouseOp::LeftUp, 0);
+    target->mouse(task, {300, 600}, MouseOp::RightClick, 0);
+    target->key(task, 27, KeyOp::Down);
+    target->key(task, 27, KeyOp::Up);
+    EXPECT_EQ(target->untypableText(task, "Zoë 你好"), QString());
+    target->inputText(task, "Zoë 你好");
+    target->mouse(task, {300, 600}, MouseOp::LeftClick, 40);
+    EXPECT_FALSE(target->startApp(task, "com.example.missing", {}).isEmpty());
+
+    QStringList log = device->log();
+    log.erase(log.begin(), log.begin() + log.indexOf("service started") + 1);
+    ASSERT_GE(log.size(), 7);
+    EXPECT_EQ(log.mid(0, 2), QStringList({"start com.autoscene.testapp", "screen START"}));
+    EXPECT_TRUE(log[2].startsWith("swipe 10 20 400 30 ")) << log[2].toStdString();
+    EXPECT_EQ(log.mid(3, 4), QStringList({"key 4", "screen HOME", "text Zoë 你好", "tap 300 600"}));
+}
+
+TEST_F(DeviceServiceTest, AutoFallsBackToAdbWhenTheServiceIsMissingOrSilent) {
+    open({"--service-broken"});
+    auto target = makeTarget(DeviceTarget::Route::Auto);
+    EXPECT_EQ(target->routeOf(task.serial), "adb");
+    EXPECT_EQ(captureWidth(*target), 720);
+
+    QFile::remove(folder.filePath("localservice.jar"));
+    auto withoutFile = makeTarget(DeviceTarget::Route::Auto);
+    EXPECT_EQ(withoutFile->routeOf(task.serial), "adb");
+}
+
+}  // namespace

@@ -1,0 +1,74 @@
+#include "TestDevice.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QThread>
+#include <cstdlib>
+
+#include "LoopbackPort.h"
+
+namespace autoscene::testing {
+
+TestDevice::TestDevice(QStringList options, int port) {
+    options << "--port" << QString::number(port) << "--log" << folder_.filePath("device.log");
+    process_.start(AUTOSCENE_TEST_DEVICE_PATH, options);
+    if (!process_.waitForStarted() || !process_.waitForReadyRead(10000)) {
+        return;
+    }
+    const QString first = QString::fromUtf8(process_.readLine()).trimmed();
+    port_ = first.section(':', -1).toInt();
+}
+
+TestDevice::~TestDevice() {
+    kill();
+}
+
+void TestDevice::kill() {
+    if (process_.state() != QProcess::NotRunning) {
+        process_.kill();
+        process_.waitForFinished();
+    }
+}
+
+QStringList TestDevice::log() const {
+    QFile file(folder_.filePath("device.log"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    return QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+}
+
+bool TestDevice::waitForLine(const QString& line, int timeoutMs) const {
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (!log().contains(line)) {
+        if (elapsed.elapsed() > timeoutMs) {
+            return false;
+        }
+        QThread::msleep(20);
+    }
+    return true;
+}
+
+PrivateAdb::PrivateAdb() : port_(test::unusedLoopbackPort()) {
+    ::setenv("ANDROID_ADB_SERVER_PORT", std::to_string(port_).c_str(), 1);
+}
+
+PrivateAdb::~PrivateAdb() {
+    adb({"kill-server"});
+    ::unsetenv("ANDROID_ADB_SERVER_PORT");
+}
+
+QString PrivateAdb::adb(const QStringList& arguments) const {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start("adb", arguments);
+    process.waitForFinished(20000);
+    return QString::fromUtf8(process.readAll());
+}
+
+bool PrivateAdb::connect(const TestDevice& device) const {
+    return device.running() && adb({"connect", device.serial()}).contains("connected to");
+}
+
+}  // namespace autoscene::testing

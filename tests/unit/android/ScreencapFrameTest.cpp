@@ -1,0 +1,88 @@
+// Raw screencap output of old (12-byte header) and new (16-byte header) devices decoded
+// to BGRA, and broken output refused with a reason.
+
+#include <gtest/gtest.h>
+
+#include "android/ScreencapFrame.h"
+
+using namespace autoscene::platform::android;
+
+namespace {
+
+void putU32(std::string& out, std::uint32_t value) {
+    for (int shift = 0; shift < 32; shift += 8) {
+        out.push_back(char((value >> shift) & 0xff));
+    }
+}
+
+std::string header(std::uint32_t width, std::uint32_t height, std::uint32_t format,
+                   bool colourSpace) {
+    std::string out;
+    putU32(out, width);
+    putU32(out, height);
+    putU32(out, format);
+    if (colourSpace) {
+        putU32(out, 1);
+    }
+    return out;
+}
+
+TEST(ScreencapFrame, RgbaOfBothHeaderSizesBecomesBgra) {
+    // 2x1: red, then half-transparent blue.
+    const std::string body("\xff\x00\x00\xff\x00\x00\xff\x80", 8);
+    for (const bool colourSpace : {false, true}) {
+        const DecodedFrame decoded = decodeScreencap(header(2, 1, 1, colourSpace) + body);
+        ASSERT_FALSE(decoded.frame.empty()) << decoded.error;
+        EXPECT_EQ(decoded.frame.width, 2);
+        EXPECT_EQ(decoded.frame.height, 1);
+        EXPECT_EQ(decoded.frame.stride, 8);
+        const std::vector<std::uint8_t> bgra{0, 0, 255, 255, 255, 0, 0, 128};
+        EXPECT_EQ(decoded.frame.pixels, bgra);
+    }
+}
+
+TEST(ScreencapFrame, OtherPixelFormats) {
+    struct Case {
+        std::uint32_t format;
+        std::string pixel;
+        std::vector<std::uint8_t> bgra;
+    };
+    const Case cases[] = {
+        {2, std::string("\x10\x20\x30\x00", 4), {0x30, 0x20, 0x10, 255}},   // RGBX: opaque
+        {5, std::string("\x10\x20\x30\x40", 4), {0x10, 0x20, 0x30, 0x40}},  // BGRA as is
+        {3, std::string("\x10\x20\x30", 3), {0x30, 0x20, 0x10, 255}},       // RGB
+        {4, std::string("\x1f\xf8", 2), {255, 0, 255, 255}},                // 565 magenta
+    };
+    for (const Case& c : cases) {
+        const DecodedFrame decoded = decodeScreencap(header(1, 1, c.format, true) + c.pixel);
+        ASSERT_FALSE(decoded.frame.empty()) << decoded.error;
+        EXPECT_EQ(decoded.frame.pixels, c.bgra) << "format " << c.format;
+    }
+}
+
+TEST(ScreencapFrame, ImpossibleFramesYieldNoFrameAndAReason) {
+    struct Case {
+        const char* name;
+        std::string bytes;
+        bool unknownFormat;
+    };
+    const Case cases[] = {
+        {"empty", "", false},
+        {"short header", std::string(11, '\0'), false},
+        {"zero width", header(0, 10, 1, true), false},
+        {"zero height", header(10, 0, 1, true) + std::string(40, '\0'), false},
+        {"huge", header(0x7fffffff, 0x7fffffff, 1, true), false},
+        {"body short", header(4, 4, 1, true) + std::string(63, '\0'), false},
+        {"body long", header(4, 4, 1, true) + std::string(65, '\0'), false},
+        {"adb error text", "error: device offline\n", false},
+        {"unknown format", header(1, 1, 9, true) + std::string(4, '\0'), true},
+    };
+    for (const Case& c : cases) {
+        const DecodedFrame decoded = decodeScreencap(c.bytes);
+        EXPECT_TRUE(decoded.frame.empty()) << c.name;
+        EXPECT_FALSE(decoded.error.empty()) << c.name;
+        EXPECT_EQ(decoded.unknownFormat, c.unknownFormat) << c.name;
+    }
+}
+
+}  // namespace
