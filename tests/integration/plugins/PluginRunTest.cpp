@@ -9,6 +9,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
@@ -22,7 +23,8 @@ using autoscene::testing::XvfbServer;
 
 namespace {
 
-// Reads the code from the frame and, once it says "go", clicks at the point, types and stops.
+// Reads the code from the frame and, once it says "go", clicks at the point, types, presses
+// Return, turns the wheel there and stops.
 constexpr char kTask[] = R"({
     "task_mode": 2, "loop_interval": 20,
     "window_info": {"class_name": "AutosceneDemo", "title": "Autoscene Demo",
@@ -39,7 +41,9 @@ constexpr char kTask[] = R"({
         {"name": "act", "item_group": {"type": 5, "item_list": [
             {"type": 2, "relation": 1, "variable_id": 1, "compare_value": "go", "state": 0}]},
          "action_list": [{"type": 1, "variable_id": 2, "button": 1, "press_time": 0.01},
-                         {"type": 6, "text": "héllo"}, {"type": 10}]}]}]})";
+                         {"type": 6, "text": "héllo"},
+                         {"type": 11, "key": 13, "event_type": 0},
+                         {"type": 13, "wheel": 2, "point_variable": 2}, {"type": 10}]}]}]})";
 
 struct RunResult {
     int exitCode = -1;
@@ -113,14 +117,20 @@ protected:
 };
 
 TEST_F(PluginRun, CapturesAndActsThroughTheBackgroundPluginAndReadsTheCode) {
-    const RunResult result = run("plugins/file-backend.so", R"(["capture", "mouse", "input"])", 30);
+    const RunResult result =
+        run("plugins/file-backend.so", R"(["capture", "mouse", "input", "key", "wheel"])", 30);
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
     const QString window = QString::number(target.window());
     const QStringList log = inputLog();
     const QString at = pressedNear(log, window, 30, 40);
+    const QStringList wheel =
+        log.filter(QRegularExpression("^wheel " + window + " 240 3[01] 4[01]$"));
+    ASSERT_EQ(wheel.size(), 1) << log.join('|').toStdString();
     EXPECT_EQ(log, (QStringList{"global_init", "init " + window, "move " + window + at,
                                 "down " + window + " 1" + at, "up " + window + " 1",
-                                "text " + window + " héllo", "uninit " + window, "global_uninit"}));
+                                "text " + window + " héllo", "key_down " + window + " 13",
+                                "key_up " + window + " 13", wheel.front(), "uninit " + window,
+                                "global_uninit"}));
     EXPECT_TRUE(target.settledLines("main ButtonPress", 0).empty()) << "the window got nothing";
 }
 
