@@ -120,6 +120,13 @@ TEST_F(PluginRun, CapturesAndActsThroughTheBackgroundPluginAndReadsTheCode) {
     const RunResult result =
         run("plugins/file-backend.so", R"(["capture", "mouse", "input", "key", "wheel"])", 30);
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    bool reported = false;
+    for (const QString& line : result.out.split('\n', Qt::SkipEmptyParts)) {
+        const QJsonObject record = QJsonDocument::fromJson(line.toUtf8())["result"].toObject();
+        reported = reported || (record["action_name"] == "decode_qr" && record["modify"] == "go" &&
+                                record["variable_name"] == "code" && record["error"] == "");
+    }
+    EXPECT_TRUE(reported) << "the run prints what the plug-in action changed";
     const QString window = QString::number(target.window());
     const QStringList log = inputLog();
     const QString at = pressedNear(log, window, 30, 40);
