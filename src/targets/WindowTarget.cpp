@@ -92,6 +92,11 @@ std::pair<platform::WindowHandle, platform::Point> WindowTarget::pluginPoint(
     return inside ? std::pair{target.child, inChild} : std::pair{target.window, point};
 }
 
+platform::WindowHandle WindowTarget::keyWindow(const engine::TaskInfo& task) {
+    const platform::InputTarget target = inputTarget(task);
+    return target.child ? target.child : target.window;
+}
+
 platform::InputTarget WindowTarget::inputTarget(const engine::TaskInfo& task) {
     platform::InputTarget target;
     target.window = task.kind == engine::TargetKind::Window ? task.window.load() : 0;
@@ -135,8 +140,7 @@ void WindowTarget::wheel(const engine::TaskInfo& task, int steps, platform::Poin
 void WindowTarget::key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) {
     if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesKeys)) {
         if (enabled_) {
-            const platform::InputTarget target = inputTarget(task);
-            plugin->key(target.child ? target.child : target.window, virtualKey, op);
+            plugin->key(keyWindow(task), virtualKey, op);
         }
         return;
     }
@@ -153,8 +157,7 @@ void WindowTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>
         return;
     }
     if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesKeys)) {
-        const platform::InputTarget target = inputTarget(task);
-        const platform::WindowHandle window = target.child ? target.child : target.window;
+        const platform::WindowHandle window = keyWindow(task);
         for (int code : group) {
             plugin->key(window, platform::keys::virtualKeyOfGroupEntry(code),
                         platform::KeyOp::Down);
@@ -173,8 +176,7 @@ void WindowTarget::inputText(const engine::TaskInfo& task, const QString& text) 
         return;
     }
     if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesText)) {
-        const platform::InputTarget target = inputTarget(task);
-        plugin->inputText(target.child ? target.child : target.window, text);
+        plugin->inputText(keyWindow(task), text);
         return;
     }
     backend_.inputText(inputTarget(task), text.toStdString());

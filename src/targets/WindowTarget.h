@@ -51,6 +51,8 @@ private:
     platform::InputTarget inputTarget(const engine::TaskInfo& task);
     // The plug-in when it serves this target and offers the service.
     IWindowPlugin* pluginFor(const engine::TaskInfo& task, bool (IWindowPlugin::*offers)() const);
+    // Where a plug-in sends keys and text: the named child window, or the window.
+    platform::WindowHandle keyWindow(const engine::TaskInfo& task);
     // The named child window when the point lies in it, with the point in its client area.
     std::pair<platform::WindowHandle, platform::Point> pluginPoint(const engine::TaskInfo& task,
                                                                    platform::Point point);
