@@ -116,11 +116,18 @@ TEST_F(BackgroundProbe, TickedServicesReachThePlugin) {
                  "wheel 7 -240 3 4\ntext 7 3 units, first 233\n");
 }
 
-TEST_F(BackgroundProbe, UntickedServicesStayWithTheHost) {
-    EXPECT_EQ(plugins::servicesFromJson(R"(["capture", "key", "bogus", 3])").capture, true);
-    const BackgroundServices some = plugins::servicesFromJson(R"(["key", "wheel"])");
-    EXPECT_FALSE(some.capture || some.mouse || some.input);
-    EXPECT_TRUE(some.key && some.wheel);
+TEST_F(BackgroundProbe, EachServiceIsUsedOnlyWhenTicked) {
+    const QStringList names{"capture", "mouse", "key", "wheel", "input"};
+    for (const QString& ticked : names) {
+        auto plugin = load(plugins::servicesFromJson(
+            QStringLiteral(R"(["%1", "bogus", 3])").arg(ticked).toStdString()));
+        const std::vector<bool> offered{plugin->capturesWindows(), plugin->handlesMouse(),
+                                        plugin->handlesKeys(), plugin->handlesWheel(),
+                                        plugin->handlesText()};
+        for (int i = 0; i < names.size(); ++i) {
+            EXPECT_EQ(offered[size_t(i)], names[i] == ticked) << ticked.toStdString() << " ticked";
+        }
+    }
 
     auto plugin = load(plugins::servicesFromJson("[]"));
     EXPECT_FALSE(plugin->capturesWindows() || plugin->handlesMouse() || plugin->handlesKeys() ||
@@ -134,7 +141,7 @@ TEST_F(BackgroundProbe, UntickedServicesStayWithTheHost) {
     EXPECT_EQ(captureCalls(), 0);
 }
 
-TEST_F(BackgroundProbe, LifecycleInOrderAndALibraryThatDoesNotLoadIsAnError) {
+TEST_F(BackgroundProbe, LifecycleInOrderMissingExportsDoNothingAndBadLibrariesAreErrors) {
     {
         auto plugin = load();
         plugin->targetStarted(kWindow);
@@ -142,6 +149,15 @@ TEST_F(BackgroundProbe, LifecycleInOrderAndALibraryThatDoesNotLoadIsAnError) {
     }
     EXPECT_EQ(lifecycle(),
               (QStringList{"mv_global_init", "mv_init 7", "mv_uninit 7", "mv_global_uninit"}));
+
+    // A library without the mv_ exports loads and serves nothing.
+    auto bare = BackgroundPlugin::load(EXAMPLE_PLUGINS "/colour-probe.so", {});
+    ASSERT_TRUE(bare);
+    EXPECT_FALSE(bare->capturesWindows() || bare->handlesMouse() || bare->handlesKeys() ||
+                 bare->handlesWheel() || bare->handlesText());
+    bare->targetStarted(kWindow);
+    bare->mouse(kWindow, {1, 1}, platform::MouseOp::LeftClick, 0);
+    bare->targetEnded(kWindow);
 
     QString error;
     EXPECT_FALSE(BackgroundPlugin::load(folder.filePath("lifecycle.log"), {}, &error));
