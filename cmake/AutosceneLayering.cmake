@@ -66,7 +66,7 @@ endfunction()
 
 function(autoscene_check_layering)
     set(above_engine autoscene_engine autoscene_conditions autoscene_targets autoscene_script
-        autoscene_actions autoscene_app)
+        autoscene_plugins autoscene_actions autoscene_app)
     # Leaves know nothing of the engine or what stands on it.
     foreach(leaf autoscene_model autoscene_system autoscene_http autoscene_desktop autoscene_keys
             autoscene_android autoscene_x11 autoscene_win32 autoscene_recognition autoscene_text)
@@ -83,7 +83,7 @@ function(autoscene_check_layering)
         autoscene_forbid_links(${target} FORBIDDEN opencv_dnn CURL::libcurl autoscene_http
             autoscene_recognition autoscene_text autoscene_conditions autoscene_targets
             autoscene_actions autoscene_app autoscene_x11 autoscene_win32 autoscene_script
-            Qt6::Qml)
+            autoscene_plugins Qt6::Qml)
     endforeach()
     autoscene_forbid_links(autoscene_conditions FORBIDDEN autoscene_targets autoscene_script
         autoscene_actions autoscene_app)
@@ -92,6 +92,9 @@ function(autoscene_check_layering)
     # Scripts reach windows through the desktop contract, never a back end directly.
     autoscene_forbid_links(autoscene_script FORBIDDEN autoscene_targets autoscene_actions
         autoscene_app autoscene_x11 autoscene_win32)
+    # Plug-ins reach windows through the target's plug-in contract, never a back end.
+    autoscene_forbid_links(autoscene_plugins FORBIDDEN autoscene_conditions autoscene_script
+        autoscene_actions autoscene_app autoscene_x11 autoscene_win32)
     autoscene_forbid_links(autoscene_actions FORBIDDEN autoscene_app)
     autoscene_forbid_bare_includes(${PROJECT_SOURCE_DIR}/src)
 endfunction()

@@ -38,7 +38,7 @@ function(autoscene_precompile_headers)
         LINKS Qt6::Core)
     _autoscene_pch_reuse(autoscene_pch_qt
         autoscene_model autoscene_recognition autoscene_text autoscene_engine
-        autoscene_conditions autoscene_targets autoscene_actions autoscene_app)
+        autoscene_conditions autoscene_targets autoscene_plugins autoscene_actions autoscene_app)
 
     if(NOT AUTOSCENE_BUILD_TESTS)
         return()
@@ -54,6 +54,6 @@ function(autoscene_precompile_headers)
         HEADERS ${_autoscene_pch_std} ${_autoscene_pch_qt} <opencv2/core.hpp> <gtest/gtest.h>
         LINKS Qt6::Core opencv_core GTest::gtest)
     _autoscene_pch_reuse(autoscene_pch_tests
-        engine_tests actions_tests matching_tests model_tests autoscene_ocr_tests
+        engine_tests actions_tests plugins_tests matching_tests model_tests autoscene_ocr_tests
         autoscene_system_tests fuzz_replay_tests)
 endfunction()

@@ -2,6 +2,7 @@
 
 #include "actions/ActionGroups.h"
 #include "conditions/ScreenConditions.h"
+#include "plugins/PluginItems.h"
 #include "recognition/LabelDetector.h"
 #include "script/ScriptItems.h"
 
@@ -17,6 +18,7 @@ void registerAllRuntimeItems(engine::RuntimeFactory& factory,
     registerMatchingActions(factory, services);
     registerTextActions(factory, services);
     script::registerScriptItems(factory, windows);
+    plugins::registerPluginItems(factory);
 }
 
 }  // namespace autoscene::actions

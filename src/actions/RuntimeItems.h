@@ -1,7 +1,7 @@
 #pragma once
 // The one place where the kinds beyond the engine's own are registered: the screen
-// conditions, the script condition and every action. A kind registered twice throws
-// std::logic_error.
+// conditions, the script condition and every action, the plug-in action among them. A kind
+// registered twice throws std::logic_error.
 
 #include <memory>
 

@@ -18,6 +18,8 @@
 #include "engine/RuntimeFactory.h"
 #include "engine/TaskRunner.h"
 #include "model/TaskDocument.h"
+#include "plugins/BackgroundPlugin.h"
+#include "plugins/PluginCall.h"
 #include "recognition/DetectionPool.h"
 #include "targets/DeviceTarget.h"
 #include "targets/WindowTarget.h"
@@ -233,6 +235,18 @@ int runTask(const RunOptions& options, platform::IDesktopBackend* backend, const
     const platform::WindowQuery query = windowQuery(settings.windowInfo, options);
     targets::WindowTarget target(*backend, modes, query);
     targets::WindowQueryMatcher matcher(*backend, query);
+    std::unique_ptr<plugins::BackgroundPlugin> plugin;
+    if (!task.funcPluginFile.isEmpty()) {
+        const QString path = plugins::taskFilePath(task.folderPath, task.funcPluginFile);
+        QString error;
+        plugin = plugins::BackgroundPlugin::load(
+            path, plugins::servicesFromJson(task.enabledPluginFunc.text), &error);
+        if (!plugin) {
+            io.err << "the task's background plug-in does not load: " << error << '\n';
+            return kBadArguments;
+        }
+        target.setPlugin(plugin.get());
+    }
 
     auto chosen = chooseTarget(drivesWindow(options, settings), settings.windowInfo, *backend,
                                query, matcher, io.err);

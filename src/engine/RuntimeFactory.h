@@ -61,6 +61,9 @@ public:
     // Called by the runner as each run starts, before its first cycle (a model to load).
     void addRunStartHook(RunStartHook hook) { runStartHooks_.push_back(std::move(hook)); }
     const std::vector<RunStartHook>& runStartHooks() const { return runStartHooks_; }
+    // Called once per run by its last worker as it leaves, before the run counts as idle.
+    void addRunEndHook(std::function<void()> hook) { runEndHooks_.push_back(std::move(hook)); }
+    const std::vector<std::function<void()>>& runEndHooks() const { return runEndHooks_; }
 
     // A kind without a builder becomes an item that never holds (or does nothing)
     // and says so in its status.
@@ -74,6 +77,7 @@ private:
     std::map<int, ConditionBuilder> conditions_;
     std::map<int, ActionBuilder> actions_;
     std::vector<RunStartHook> runStartHooks_;
+    std::vector<std::function<void()>> runEndHooks_;
 };
 
 }  // namespace autoscene::engine

@@ -32,6 +32,7 @@ TaskRunner::TaskRunner(const TaskDocument& task, const RuntimeFactory& factory,
       concurrency_(task.settings.concurrency) {
     buildScenes(factory);
     runStartHooks_ = factory.runStartHooks();
+    runEndHooks_ = factory.runEndHooks();
 }
 
 TaskRunner::~TaskRunner() {
@@ -44,6 +45,12 @@ void TaskRunner::joinWorkers() {
         worker.join();
     }
     workers_.clear();
+}
+
+void TaskRunner::callRunEndHooks() {
+    for (const auto& hook : runEndHooks_) {
+        hook();
+    }
 }
 
 std::unique_ptr<RuntimeEvent> TaskRunner::buildEvent(const EditorEvent& record,
@@ -144,6 +151,7 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
     {
         std::lock_guard lock(liveMutex_);
         liveThreads_ = int(targets.size());
+        threadsBeforeEndHooks_ = int(targets.size());
         activeTargets_ = int(targets.size());
     }
     if (runObserver_) {
@@ -152,6 +160,7 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
     startMs_ = clock_->nowMs();
     if (targets.empty()) {
         endRun(RunEnd::TargetsFinished);
+        callRunEndHooks();
     }
     for (RunTarget& target : targets) {
         auto info = std::make_shared<TaskInfo>();
@@ -322,6 +331,14 @@ void TaskRunner::workerBody(const std::shared_ptr<TaskInfo>& task) {
     }
 
     targets_.targetEnded(*task);
+    bool last = false;
+    {
+        std::lock_guard lock(liveMutex_);
+        last = --threadsBeforeEndHooks_ == 0;
+    }
+    if (last) {
+        callRunEndHooks();
+    }
     std::lock_guard lock(liveMutex_);
     if (--liveThreads_ == 0) {
         idle_.notify_all();

@@ -93,12 +93,14 @@ private:
     // Ends the run; true for the call that ended it.
     bool endRun(RunEnd reason);
     void joinWorkers();
+    void callRunEndHooks();
 
     const model::TaskDocument& task_;
     ITargetService& targets_;
     std::shared_ptr<RunClock> clock_;
     RuntimeDefinitions definitions_;
     std::vector<RuntimeFactory::RunStartHook> runStartHooks_;
+    std::vector<std::function<void()>> runEndHooks_;
     JobRunner jobRunner_;
     RunContext context_;
     std::vector<std::unique_ptr<Scene>> scenes_;
@@ -131,6 +133,9 @@ private:
     // idle never waits for a cycle to end.
     mutable std::mutex liveMutex_;
     int liveThreads_ = 0;
+    // Workers that have not yet passed the end hooks: the last one runs them before it
+    // counts as gone, so a run is idle only after its end hooks.
+    int threadsBeforeEndHooks_ = 0;
     int activeTargets_ = 0;
     std::condition_variable idle_;
 

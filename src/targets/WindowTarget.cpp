@@ -31,6 +31,9 @@ bool WindowTarget::mayDeliver(bool foreground) const {
 }
 
 bool WindowTarget::capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) {
+    if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::capturesWindows)) {
+        return plugin->capture(task.window, consume);
+    }
     switch (task.kind) {
         case engine::TargetKind::Desktop:
             return backend_.captureView(0, false, consume);
@@ -51,14 +54,47 @@ std::vector<platform::WindowHandle> WindowTarget::candidateWindows() {
     return backend_.topLevelWindows();
 }
 
-void WindowTarget::targetStarted(const engine::TaskInfo&) {
-    std::lock_guard lock(threadsMutex_);
-    runnerThreads_.push_back(std::this_thread::get_id());
+void WindowTarget::targetStarted(const engine::TaskInfo& task) {
+    {
+        std::lock_guard lock(threadsMutex_);
+        runnerThreads_.push_back(std::this_thread::get_id());
+    }
+    if (plugin_ && task.kind == engine::TargetKind::Window) {
+        plugin_->targetStarted(task.window);
+    }
 }
 
-void WindowTarget::targetEnded(const engine::TaskInfo&) {
+void WindowTarget::targetEnded(const engine::TaskInfo& task) {
+    if (plugin_ && task.kind == engine::TargetKind::Window) {
+        plugin_->targetEnded(task.window);
+    }
     std::lock_guard lock(threadsMutex_);
     std::erase(runnerThreads_, std::this_thread::get_id());
+}
+
+IWindowPlugin* WindowTarget::pluginFor(const engine::TaskInfo& task,
+                                       bool (IWindowPlugin::*offers)() const) {
+    const bool serves = plugin_ && task.kind == engine::TargetKind::Window && task.window;
+    return serves && (plugin_->*offers)() ? plugin_ : nullptr;
+}
+
+std::pair<platform::WindowHandle, platform::Point> WindowTarget::pluginPoint(
+    const engine::TaskInfo& task, platform::Point point) {
+    const platform::InputTarget target = inputTarget(task);
+    if (!target.child) {
+        return {target.window, point};
+    }
+    const platform::Rect top = backend_.describe(target.window).clientRect;
+    const platform::Rect child = backend_.describe(target.child).clientRect;
+    const platform::Point inChild{point.x + top.x - child.x, point.y + top.y - child.y};
+    const bool inside =
+        inChild.x >= 0 && inChild.y >= 0 && inChild.x <= child.width && inChild.y <= child.height;
+    return inside ? std::pair{target.child, inChild} : std::pair{target.window, point};
+}
+
+platform::WindowHandle WindowTarget::keyWindow(const engine::TaskInfo& task) {
+    const platform::InputTarget target = inputTarget(task);
+    return target.child ? target.child : target.window;
 }
 
 platform::InputTarget WindowTarget::inputTarget(const engine::TaskInfo& task) {
@@ -72,6 +108,13 @@ platform::InputTarget WindowTarget::inputTarget(const engine::TaskInfo& task) {
 
 void WindowTarget::mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op,
                          int pressMs) {
+    if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesMouse)) {
+        if (enabled_) {
+            const auto [window, at] = pluginPoint(task, point);
+            plugin->mouse(window, at, op, pressMs);
+        }
+        return;
+    }
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
     if (!mayDeliver(!background)) {
         return;
@@ -80,6 +123,13 @@ void WindowTarget::mouse(const engine::TaskInfo& task, platform::Point point, pl
 }
 
 void WindowTarget::wheel(const engine::TaskInfo& task, int steps, platform::Point point) {
+    if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesWheel)) {
+        if (enabled_) {
+            const auto [window, at] = pluginPoint(task, point);
+            plugin->wheel(window, steps, at);
+        }
+        return;
+    }
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
     if (!mayDeliver(!background)) {
         return;
@@ -88,6 +138,12 @@ void WindowTarget::wheel(const engine::TaskInfo& task, int steps, platform::Poin
 }
 
 void WindowTarget::key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) {
+    if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesKeys)) {
+        if (enabled_) {
+            plugin->key(keyWindow(task), virtualKey, op);
+        }
+        return;
+    }
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
     if (!mayDeliver(!background)) {
         return;
@@ -100,12 +156,27 @@ void WindowTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>
     if (!mayDeliver(true)) {
         return;
     }
+    if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesKeys)) {
+        const platform::WindowHandle window = keyWindow(task);
+        for (int code : group) {
+            plugin->key(window, platform::keys::virtualKeyOfGroupEntry(code),
+                        platform::KeyOp::Down);
+        }
+        for (auto code = group.rbegin(); code != group.rend(); ++code) {
+            plugin->key(window, platform::keys::virtualKeyOfGroupEntry(*code), platform::KeyOp::Up);
+        }
+        return;
+    }
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
     platform::keys::pressKeyGroup(backend_, inputTarget(task), group, background);
 }
 
 void WindowTarget::inputText(const engine::TaskInfo& task, const QString& text) {
     if (!enabled_) {
+        return;
+    }
+    if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesText)) {
+        plugin->inputText(keyWindow(task), text);
         return;
     }
     backend_.inputText(inputTarget(task), text.toStdString());

@@ -8,10 +8,12 @@
 #include <atomic>
 #include <mutex>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "desktop/DesktopBackend.h"
 #include "engine/TargetService.h"
+#include "targets/WindowPlugin.h"
 
 namespace autoscene::targets {
 
@@ -26,6 +28,9 @@ public:
     WindowTarget(platform::IDesktopBackend& backend, Modes modes, platform::WindowQuery query = {});
 
     void setEnabled(bool enabled) { enabled_ = enabled; }
+    // Window targets capture and take input through the plug-in's services where it offers
+    // them. Set before a run; the plug-in must outlive it.
+    void setPlugin(IWindowPlugin* plugin) { plugin_ = plugin; }
     // Whether the calling thread may use foreground input.
     bool ownsForegroundInput() const;
 
@@ -44,6 +49,13 @@ public:
 
 private:
     platform::InputTarget inputTarget(const engine::TaskInfo& task);
+    // The plug-in when it serves this target and offers the service.
+    IWindowPlugin* pluginFor(const engine::TaskInfo& task, bool (IWindowPlugin::*offers)() const);
+    // Where a plug-in sends keys and text: the named child window, or the window.
+    platform::WindowHandle keyWindow(const engine::TaskInfo& task);
+    // The named child window when the point lies in it, with the point in its client area.
+    std::pair<platform::WindowHandle, platform::Point> pluginPoint(const engine::TaskInfo& task,
+                                                                   platform::Point point);
     // False when the call must be skipped: a disabled target, or foreground input on
     // a thread that does not own it.
     bool mayDeliver(bool foreground) const;
@@ -52,6 +64,7 @@ private:
     const Modes modes_;
     const platform::WindowQuery query_;
     std::atomic<bool> enabled_{true};
+    IWindowPlugin* plugin_ = nullptr;
     mutable std::mutex threadsMutex_;
     std::vector<std::thread::id> runnerThreads_;  // in the order they started
 };

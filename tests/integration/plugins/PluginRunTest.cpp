@@ -1,0 +1,176 @@
+// autoscene-run with the example plug-ins, as a user runs it: the window target captures a
+// QR code from a file and clicks and types through the background plug-in, and a plug-in
+// action reads the code. Unticked services stay with the X11 back end.
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
+#include <opencv2/objdetect.hpp>
+
+#include "DemoTargetProcess.h"
+#include "XvfbServer.h"
+
+using autoscene::testing::DemoTargetProcess;
+using autoscene::testing::XvfbServer;
+
+namespace {
+
+// Reads the code from the frame and, once it says "go", clicks at the point, types, presses
+// Return, turns the wheel there and stops.
+constexpr char kTask[] = R"({
+    "task_mode": 2, "loop_interval": 20,
+    "window_info": {"class_name": "AutosceneDemo", "title": "Autoscene Demo",
+                    "child_class_name": "%3"},
+    "plugin_files": ["mv-plugin/qr-decode.json"],
+    "func_plugin_file": "%1",
+    "enabled_plugin_func": %2,
+    "var_list": [{"type": 1, "id": 1, "name": "code", "value": ""},
+                 {"type": 1, "id": 2, "name": "point", "value": "%4"}],
+    "scene_list": [{"name": "s", "event_list": [
+        {"name": "read", "item_group": {"type": 5, "item_list": []}, "action_list": [
+            {"type": 20, "action_name": "decode_qr", "config_file": "mv-plugin\\qr-decode.json",
+             "action_outputs": [{"action_result": "text", "action_varvalue": 1}]}]},
+        {"name": "act", "item_group": {"type": 5, "item_list": [
+            {"type": 2, "relation": 1, "variable_id": 1, "compare_value": "go", "state": 0}]},
+         "action_list": [{"type": 1, "variable_id": 2, "button": 1, "press_time": 0.01},
+                         {"type": 6, "text": "héllo"},
+                         {"type": 11, "key": 13, "event_type": 0},
+                         {"type": 13, "wheel": 2, "point_variable": 2}, {"type": 10}]}]}]})";
+
+struct RunResult {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+class PluginRun : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_FALSE(server.display().empty());
+        ASSERT_TRUE(target.started());
+        QDir(folder.path()).mkpath("mv-plugin");
+        QDir(folder.path()).mkpath("plugins");
+        ASSERT_TRUE(QFile::copy(QR_PLUGIN, folder.filePath("mv-plugin/qr-decode.so")));
+        ASSERT_TRUE(QFile::copy(QR_DESCRIPTION, folder.filePath("mv-plugin/qr-decode.json")));
+        ASSERT_TRUE(QFile::copy(FILE_BACKEND_PLUGIN, folder.filePath("plugins/file-backend.so")));
+
+        cv::Mat code;
+        cv::QRCodeEncoder::create()->encode("go", code);
+        cv::resize(code, code, code.size() * 6, 0, 0, cv::INTER_NEAREST);
+        cv::Mat picture(code.rows + 40, code.cols + 40, CV_8UC3, cv::Scalar::all(255));
+        cv::cvtColor(code, picture(cv::Rect(20, 20, code.cols, code.rows)), cv::COLOR_GRAY2BGR);
+        ASSERT_TRUE(cv::imwrite(folder.filePath("capture.ppm").toStdString(), picture));
+    }
+
+    RunResult run(const QString& plugin, const QString& services, int timeLimit,
+                  const QString& childClass = "", const QString& point = "30,40") {
+        QFile script(folder.filePath("script.json"));
+        EXPECT_TRUE(script.open(QIODevice::WriteOnly));
+        script.write(QString::fromUtf8(kTask).arg(plugin, services, childClass, point).toUtf8());
+        script.close();
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("DISPLAY", QString::fromStdString(server.display()));
+        environment.insert("FILE_BACKEND_DIR", folder.path());
+        process.setProcessEnvironment(environment);
+        process.start(AUTOSCENE_RUN_PATH, {folder.path(), "--json", "--foreground", "--time-limit",
+                                           QString::number(timeLimit)});
+        EXPECT_TRUE(process.waitForFinished(60000));
+        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+                QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+    }
+
+    // Where the plug-in was told to press: a tap picks a point of its 1x1 rectangle, edges
+    // included, so one more to the right or below is as good.
+    QString pressedNear(const QStringList& log, const QString& window, int x, int y) {
+        for (int dx : {0, 1}) {
+            for (int dy : {0, 1}) {
+                const QString at = QStringLiteral(" %1 %2").arg(x + dx).arg(y + dy);
+                if (log.contains("down " + window + " 1" + at)) {
+                    return at;
+                }
+            }
+        }
+        ADD_FAILURE() << "no press near " << x << "," << y << ": " << log.join('|').toStdString();
+        return {};
+    }
+
+    QStringList inputLog() {
+        QFile file(folder.filePath("input.log"));
+        return file.open(QIODevice::ReadOnly)
+                   ? QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts)
+                   : QStringList();
+    }
+
+    XvfbServer server{640, 480};
+    DemoTargetProcess target{server.display(), {}};
+    QTemporaryDir folder;
+};
+
+TEST_F(PluginRun, CapturesAndActsThroughTheBackgroundPluginAndReadsTheCode) {
+    const RunResult result =
+        run("plugins/file-backend.so", R"(["capture", "mouse", "input", "key", "wheel"])", 30);
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    bool reported = false;
+    for (const QString& line : result.out.split('\n', Qt::SkipEmptyParts)) {
+        const QJsonObject record = QJsonDocument::fromJson(line.toUtf8())["result"].toObject();
+        reported = reported || (record["action_name"] == "decode_qr" && record["modify"] == "go" &&
+                                record["variable_name"] == "code" && record["error"] == "");
+    }
+    EXPECT_TRUE(reported) << "the run prints what the plug-in action changed";
+    const QString window = QString::number(target.window());
+    const QStringList log = inputLog();
+    const QString at = pressedNear(log, window, 30, 40);
+    const QStringList wheel =
+        log.filter(QRegularExpression("^wheel " + window + " 240 3[01] 4[01]$"));
+    ASSERT_EQ(wheel.size(), 1) << log.join('|').toStdString();
+    EXPECT_EQ(log, (QStringList{"global_init", "init " + window, "move " + window + at,
+                                "down " + window + " 1" + at, "up " + window + " 1",
+                                "text " + window + " héllo", "key_down " + window + " 13",
+                                "key_up " + window + " 13", wheel.front(), "uninit " + window,
+                                "global_uninit"}));
+    EXPECT_TRUE(target.settledLines("main ButtonPress", 0).empty()) << "the window got nothing";
+}
+
+TEST_F(PluginRun, APointInTheNamedChildGoesToTheChildInItsOwnCoordinates) {
+    // The demo's panel lies at 440,20 in the window.
+    const RunResult result = run("plugins/file-backend.so", R"(["capture", "mouse", "input"])", 30,
+                                 "AutosceneDemoPanel", "450,30");
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    Display* display = XOpenDisplay(server.display().c_str());
+    ASSERT_NE(display, nullptr);
+    int x = 0;
+    int y = 0;
+    Window child = 0;
+    XTranslateCoordinates(display, target.panel(), target.window(), 0, 0, &x, &y, &child);
+    XCloseDisplay(display);
+    const QString panel = QString::number(target.panel());
+    const QStringList log = inputLog();
+    const QString at = pressedNear(log, panel, 450 - x, 30 - y);
+    EXPECT_TRUE(log.contains("move " + panel + at));
+    EXPECT_TRUE(log.contains("text " + panel + " héllo")) << "text goes to the named child";
+}
+
+TEST_F(PluginRun, UntickedCaptureStaysWithTheDisplayAndAUnloadablePluginIsRefused) {
+    // The demo window shows no code, so nothing is clicked before the time limit.
+    const RunResult result = run("plugins/file-backend.so", R"(["mouse", "input"])", 2);
+    EXPECT_EQ(result.exitCode, 124) << result.err.toStdString();
+    const QString window = QString::number(target.window());
+    EXPECT_EQ(inputLog(),
+              (QStringList{"global_init", "init " + window, "uninit " + window, "global_uninit"}));
+
+    const RunResult refused = run("script.json", "[]", 2);
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_TRUE(refused.err.contains("does not load")) << refused.err.toStdString();
+}
+
+}  // namespace

@@ -1,0 +1,215 @@
+/* A plug-in that misbehaves on request, for the host's tests: both kinds of exports, and
+ * probe_ functions through which a test sets what the capture reports and reads what the
+ * plug-in saw. Lifecycle calls go to the file $PROBE_PLUGIN_LOG, which outlives unloading. */
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+#include "autoscene_plugin.h"
+
+static int info_result = 1;
+static int info_width = 4;
+static int info_height = 3;
+static int info_channels = 3;
+static int capture_calls = 0;
+static char events[8192];
+
+static void note(const char* line) {
+    if (strlen(events) + strlen(line) + 2 < sizeof events) {
+        strcat(events, line);
+        strcat(events, "\n");
+    }
+}
+
+static void log_lifecycle(const char* line) {
+    const char* path = getenv("PROBE_PLUGIN_LOG");
+    FILE* file = path ? fopen(path, "ab") : NULL;
+    if (file) {
+        fprintf(file, "%s\n", line);
+        fclose(file);
+    }
+}
+
+static char* copy(const char* text) {
+    char* out = (char*)malloc(strlen(text) + 1);
+    strcpy(out, text);
+    return out;
+}
+
+static mv_node* node(const char* name, const char* value, mv_node* next) {
+    mv_node* out = (mv_node*)malloc(sizeof(mv_node));
+    out->name = name ? copy(name) : NULL;
+    out->value = value ? copy(value) : NULL;
+    out->next = next;
+    return out;
+}
+
+MV_API void probe_set_capture(int result, int width, int height, int channels) {
+    info_result = result;
+    info_width = width;
+    info_height = height;
+    info_channels = channels;
+    capture_calls = 0;
+    events[0] = '\0';
+}
+
+MV_API int probe_capture_calls(void) {
+    return capture_calls;
+}
+
+MV_API const char* probe_events(void) {
+    return events;
+}
+
+MV_API void plugin_init(void) {
+    log_lifecycle("plugin_init");
+}
+
+MV_API void plugin_uninit(void) {
+    log_lifecycle("plugin_uninit");
+}
+
+/* One result per parameter, named after it, and "order" with the names as they came. */
+MV_API mv_node* echo(const mv_image* image, const mv_node* params) {
+    (void)image;
+    char order[1024] = "";
+    mv_node* results = NULL;
+    for (const mv_node* param = params; param; param = param->next) {
+        results = node(param->name, param->value, results);
+        if (strlen(order) + strlen(param->name) + 2 < sizeof order) {
+            strcat(order, order[0] ? "," : "");
+            strcat(order, param->name);
+        }
+    }
+    return node("order", order, results);
+}
+
+MV_API mv_node* nothing(const mv_image* image, const mv_node* params) {
+    (void)image;
+    (void)params;
+    return NULL;
+}
+
+/* Nodes without name or value around one good node and one nobody asked for. */
+MV_API mv_node* holes(const mv_image* image, const mv_node* params) {
+    (void)image;
+    (void)params;
+    mv_node* chain = node("unasked", "x", NULL);
+    chain = node("out", "good", chain);
+    chain = node(NULL, "no name", chain);
+    return node("out", NULL, chain);
+}
+
+MV_API mv_node* long_chain(const mv_image* image, const mv_node* params) {
+    (void)image;
+    (void)params;
+    mv_node* chain = NULL;
+    char value[16];
+    for (int i = 9999; i >= 0; --i) {
+        snprintf(value, sizeof value, "%d", i);
+        chain = node("out", value, chain);
+    }
+    return chain;
+}
+
+MV_API mv_node* circular(const mv_image* image, const mv_node* params) {
+    (void)image;
+    (void)params;
+    mv_node* last = node("out", "third", NULL);
+    mv_node* first = node("out", "first", node("out", "second", last));
+    last->next = first;
+    return first;
+}
+
+/* "width x height x channels" and the first pixel's bytes. */
+MV_API mv_node* frame_info(const mv_image* image, const mv_node* params) {
+    (void)params;
+    char text[64];
+    snprintf(text, sizeof text, "%dx%dx%d", image->width, image->height, image->channels);
+    char pixel[32] = "";
+    if (image->data) {
+        snprintf(pixel, sizeof pixel, "%d,%d,%d", image->data[0], image->data[1], image->data[2]);
+    }
+    return node("size", text, node("pixel", pixel, NULL));
+}
+
+MV_API void mv_global_init(void) {
+    log_lifecycle("mv_global_init");
+}
+
+MV_API void mv_global_uninit(void) {
+    log_lifecycle("mv_global_uninit");
+}
+
+MV_API void mv_init(mv_handle window) {
+    char line[64];
+    snprintf(line, sizeof line, "mv_init %llu", (unsigned long long)window);
+    log_lifecycle(line);
+}
+
+MV_API void mv_uninit(mv_handle window) {
+    char line[64];
+    snprintf(line, sizeof line, "mv_uninit %llu", (unsigned long long)window);
+    log_lifecycle(line);
+}
+
+MV_API int mv_capture_info(mv_handle window, int* width, int* height, int* channels) {
+    (void)window;
+    *width = info_width;
+    *height = info_height;
+    *channels = info_channels;
+    return info_result;
+}
+
+/* Pixel (x, y) channel c holds x + 10 y + 100 c. */
+MV_API void mv_capture(mv_handle window, unsigned char* buffer, int size) {
+    (void)window;
+    ++capture_calls;
+    const int channels = info_channels;
+    for (int i = 0; i < size; ++i) {
+        const int pixel = i / channels;
+        buffer[i] =
+            (unsigned char)(pixel % info_width + 10 * (pixel / info_width) + 100 * (i % channels));
+    }
+}
+
+static void note_call(const char* format, unsigned long long window, int a, int b, int c) {
+    char line[128];
+    snprintf(line, sizeof line, format, window, a, b, c);
+    note(line);
+}
+
+MV_API void mv_mouse_move(mv_handle window, int x, int y) {
+    note_call("move %llu %d %d", window, x, y, 0);
+}
+
+MV_API void mv_mouse_down(mv_handle window, int button, int x, int y) {
+    note_call("down %llu %d %d %d", window, button, x, y);
+}
+
+MV_API void mv_mouse_up(mv_handle window, int button) {
+    note_call("up %llu %d", window, button, 0, 0);
+}
+
+MV_API void mv_mouse_wheel(mv_handle window, int delta, int x, int y) {
+    note_call("wheel %llu %d %d %d", window, delta, x, y);
+}
+
+MV_API void mv_key_down(mv_handle window, int key) {
+    note_call("key_down %llu %d", window, key, 0, 0);
+}
+
+MV_API void mv_key_up(mv_handle window, int key) {
+    note_call("key_up %llu %d", window, key, 0, 0);
+}
+
+MV_API void mv_input_text(mv_handle window, const mv_char16* text) {
+    char line[128];
+    int length = 0;
+    while (text[length]) {
+        ++length;
+    }
+    snprintf(line, sizeof line, "text %llu %d units, first %u", (unsigned long long)window, length,
+             length ? (unsigned)text[0] : 0u);
+    note(line);
+}
