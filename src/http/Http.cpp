@@ -24,6 +24,56 @@ struct FileDeleter {
 };
 
 using EasyHandle = std::unique_ptr<CURL, EasyDeleter>;
+
+// A multi handle driving one easy handle, detached again before both are released.
+class SingleTransfer {
+public:
+    explicit SingleTransfer(CURL* easy) : multi_(curl_multi_init()), easy_(easy) {
+        if (multi_ != nullptr) {
+            curl_multi_add_handle(multi_, easy_);
+        }
+    }
+    ~SingleTransfer() {
+        if (multi_ != nullptr) {
+            curl_multi_remove_handle(multi_, easy_);
+            curl_multi_cleanup(multi_);
+        }
+    }
+    SingleTransfer(const SingleTransfer&) = delete;
+    SingleTransfer& operator=(const SingleTransfer&) = delete;
+
+    // Empty on success, else why it failed; looks at `stop` between short waits.
+    std::string run(const std::stop_token& stop) {
+        constexpr int kPollMs = 50;
+        if (multi_ == nullptr) {
+            return "curl_multi_init failed";
+        }
+        int running = 1;
+        while (running > 0) {
+            if (curl_multi_perform(multi_, &running) != CURLM_OK) {
+                return "curl_multi_perform failed";
+            }
+            if (running == 0) {
+                break;
+            }
+            if (stop.stop_requested()) {
+                return "stopped";
+            }
+            curl_multi_poll(multi_, nullptr, 0, kPollMs, nullptr);
+        }
+        int queued = 0;
+        while (const CURLMsg* message = curl_multi_info_read(multi_, &queued)) {
+            if (message->msg == CURLMSG_DONE && message->data.result != CURLE_OK) {
+                return curl_easy_strerror(message->data.result);
+            }
+        }
+        return {};
+    }
+
+private:
+    CURLM* multi_;
+    CURL* easy_;
+};
 using HeaderList = std::unique_ptr<curl_slist, HeaderListDeleter>;
 
 enum class PeerVerification { Off, LibraryDefault };
@@ -80,12 +130,24 @@ public:
         }
     }
 
-    // Empty on success, else libcurl's text for the failure.
-    std::string performQuietly() {
+    void setLimits(const HttpLimits& limits) {
+        if (limits.connectTimeout.count() > 0) {
+            set(CURLOPT_CONNECTTIMEOUT_MS, long(limits.connectTimeout.count()));
+        }
+        if (limits.timeout.count() > 0) {
+            set(CURLOPT_TIMEOUT_MS, long(limits.timeout.count()));
+        }
+    }
+
+    // Empty on success, else libcurl's text for the failure ("stopped" when `stop` ended it).
+    std::string performQuietly(const std::stop_token& stop = {}) {
         if (!easy_) {
             return "curl_easy_init failed";
         }
         set(CURLOPT_HTTPHEADER, headerList_.get());
+        if (stop.stop_possible()) {
+            return SingleTransfer(easy_.get()).run(stop);
+        }
         const CURLcode code = curl_easy_perform(easy_.get());
         return code == CURLE_OK ? std::string() : curl_easy_strerror(code);
     }
@@ -173,9 +235,11 @@ std::string httpPostJson(const std::string& url, const HttpHeaders& headers,
 }
 
 HttpResponse httpPostMultipart(const std::string& url, const HttpHeaders& headers,
-                               const HttpFilePart& file, const HttpFields& textFields) {
+                               const HttpFilePart& file, const HttpFields& textFields,
+                               const HttpLimits& limits) {
     initHttpOnce();
     Request request(url, headers, PeerVerification::LibraryDefault);
+    request.setLimits(limits);
     const std::unique_ptr<curl_mime, MimeDeleter> mime(curl_mime_init(request.easy()));
     curl_mimepart* filePart = curl_mime_addpart(mime.get());
     curl_mime_name(filePart, file.fieldName.c_str());
@@ -193,7 +257,7 @@ HttpResponse httpPostMultipart(const std::string& url, const HttpHeaders& header
     HttpResponse response;
     request.set(CURLOPT_WRITEFUNCTION, appendToString);
     request.set(CURLOPT_WRITEDATA, &response.body);
-    response.error = request.performQuietly();
+    response.error = request.performQuietly(limits.stop);
     if (request.easy() != nullptr) {
         curl_easy_getinfo(request.easy(), CURLINFO_RESPONSE_CODE, &response.status);
     }

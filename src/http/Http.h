@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <map>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -53,8 +54,17 @@ struct HttpResponse {
     std::string error;  // libcurl's text for a failed transfer; empty on success
 };
 
+// Bounds of one transfer. Zero time-outs wait as long as it takes; a stop request ends
+// the transfer within about 50 ms, with the error "stopped".
+struct HttpLimits {
+    std::chrono::milliseconds connectTimeout{};
+    std::chrono::milliseconds timeout{};  // the whole transfer, connecting included
+    std::stop_token stop;
+};
+
 // multipart/form-data POST of `file` followed by `textFields`.
 HttpResponse httpPostMultipart(const std::string& url, const HttpHeaders& headers,
-                               const HttpFilePart& file, const HttpFields& textFields = {});
+                               const HttpFilePart& file, const HttpFields& textFields = {},
+                               const HttpLimits& limits = {});
 
 }  // namespace autoscene::http

@@ -77,10 +77,10 @@ TEST_F(CaptureTest, BackgroundCaptureStillSeesACoveredWindow) {
     const BgraFrame uncovered = backend_->capture(target->window(), false);
     // Covered before the first background capture, so the off-screen copy starts covered.
     const auto cover = startDemo({"--geometry", "640x480+300+200", "--title", "Cover"});
-    const BgraFrame covered = backend_->capture(target->window(), false);
-    EXPECT_NE(firstDifference(covered, uncovered), "") << "the cover shows in the foreground";
     EXPECT_EQ(firstDifference(backgroundCaptureMatching(target->window(), uncovered), uncovered),
               "");
+    // The foreground brings the covered window to the front before it reads the screen.
+    EXPECT_EQ(firstDifference(backend_->capture(target->window(), false), uncovered), "");
 
     cover->stop();
     EXPECT_EQ(firstDifference(backgroundCaptureMatching(target->window(), uncovered), uncovered),
