@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -78,6 +79,30 @@ TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
 
     EXPECT_EQ(runTool({"check", dir.filePath("nowhere")}).exitCode, 2);
     EXPECT_EQ(runTool({"frobnicate"}).exitCode, 2);
+}
+
+TEST(TaskTool, CheckSaysAnEmptyFileIsEmptyAndNamesImagesThatDoNotDecode) {
+    QTemporaryDir empty;
+    writeFile(empty.filePath("script.json"), "");
+    const ToolRun nothing = runTool({"check", empty.path()});
+    EXPECT_EQ(nothing.exitCode, 0) << "an empty file opens with defaults";
+    EXPECT_TRUE(nothing.err.contains("script.json is empty")) << nothing.err.toStdString();
+
+    // The first half of a real PNG, as an interrupted copy leaves it.
+    QTemporaryDir dir;
+    QDir(dir.path()).mkpath("image");
+    const QByteArray png = readFile(QStringLiteral(AUTOSCENE_DEMO_IMAGE));
+    ASSERT_GT(png.size(), 100);
+    writeFile(dir.filePath("image/1.png"), png.left(png.size() / 2));
+    writeFile(dir.filePath("image/2.png"), png);
+    writeFile(dir.filePath("script.json"), R"({"image_list": [
+        {"id": 1, "name": "cut", "file": "1.png", "sim": 0.9, "type": 1},
+        {"id": 2, "name": "whole", "file": "2.png", "sim": 0.9, "type": 1}]})");
+    const ToolRun cut = runTool({"check", dir.path()});
+    EXPECT_EQ(cut.exitCode, 0);
+    EXPECT_TRUE(cut.err.contains("image 1: file does not decode")) << cut.err.toStdString();
+    EXPECT_FALSE(cut.err.contains("image 2")) << cut.err.toStdString();
+    EXPECT_FALSE(cut.err.contains("script.json is empty"));
 }
 
 }  // namespace
