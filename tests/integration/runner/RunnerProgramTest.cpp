@@ -16,12 +16,14 @@
 #include <set>
 #include <thread>
 
+#include "ClientProcess.h"
 #include "DemoTargetProcess.h"
 #include "LoopbackPort.h"
 #include "ReferenceScreen.h"
 #include "XvfbServer.h"
 
 using autoscene::test::SilentListener;
+using autoscene::testing::ClientProcess;
 using autoscene::testing::DemoTargetProcess;
 using autoscene::testing::ReferenceScreen;
 using autoscene::testing::XvfbServer;
@@ -107,22 +109,57 @@ TEST_P(DemoTask, PlaysTheDemoTargetToItsFinishScreen) {
     EXPECT_TRUE(QFileInfo(frame).size() > 0);
 }
 
-TEST_F(RunnerProgram, ForegroundModeBringsACoveredWindowForward) {
+// Whether a window manager has announced itself on the display, waiting up to 10 s.
+bool windowManagerRuns(Display* display) {
+    const Atom check = XInternAtom(display, "_NET_SUPPORTING_WM_CHECK", False);
+    for (int wait = 0; wait < 100; ++wait) {
+        Atom type = None;
+        int format = 0;
+        unsigned long count = 0;
+        unsigned long after = 0;
+        unsigned char* data = nullptr;
+        XGetWindowProperty(display, DefaultRootWindow(display), check, 0, 1, False, AnyPropertyType,
+                           &type, &format, &count, &after, &data);
+        if (data != nullptr) {
+            XFree(data);
+        }
+        if (count > 0) {
+            return true;
+        }
+        std::this_thread::sleep_for(100ms);
+    }
+    return false;
+}
+
+class CoveredWindow : public RunnerProgram, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(CoveredWindow, ForegroundModeBringsItForward) {
+    ReferenceScreen screen(server.display());
+    Display* display = screen.display();
+    std::unique_ptr<ClientProcess> windowManager;
+    if (GetParam()) {
+        windowManager = std::make_unique<ClientProcess>(
+            server.display(), std::vector<std::string>{"openbox", "--sm-disable"});
+        ASSERT_TRUE(windowManager->started());
+        ASSERT_TRUE(windowManagerRuns(display));
+    }
     DemoTargetProcess target(server.display(), {});
     ASSERT_TRUE(target.started());
     // Another program's window over the whole screen, as a user leaves one open.
-    ReferenceScreen screen(server.display());
-    Display* display = screen.display();
     const Window cover =
         XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1024, 768, 0, 0, 0x808080);
     XMapRaised(display, cover);
     XSync(display, False);
+    std::this_thread::sleep_for(300ms);  // let a window manager frame and raise it
     const RunResult result =
         run({AUTOSCENE_DEMO_TASK, "--json", "--time-limit", "60", "--foreground"});
     EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
     EXPECT_EQ(result.summary()["ended"].toString(), "stop");
     EXPECT_TRUE(target.waitForLine("screen FINISH", 0, 1000));
 }
+
+INSTANTIATE_TEST_SUITE_P(WithoutAndWithAWindowManager, CoveredWindow,
+                         ::testing::Values(false, true));
 
 INSTANTIATE_TEST_SUITE_P(BothInputModes, DemoTask,
                          ::testing::Values("--foreground", "--background"));
