@@ -65,8 +65,14 @@ public:
 
     int type() const override { return Code; }
 
-    void read(const JsonValue& record, ReadContext&) override {
+    void read(const JsonValue& record, ReadContext& context) override {
         readFields(record, static_cast<Record&>(*this));
+        static const std::vector<std::string_view> known = [] {
+            std::vector<std::string_view> keys = fieldKeys<Record>();
+            keys.emplace_back("type");
+            return keys;
+        }();
+        reportUnknownKeys(record, known, context);
     }
 
     void write(JsonWriter& out) const override {

@@ -81,6 +81,27 @@ TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
     EXPECT_EQ(runTool({"frobnicate"}).exitCode, 2);
 }
 
+TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
+    QTemporaryDir dir;
+    // A misspelt action list leaves an event without actions that fires every cycle.
+    writeFile(dir.filePath("script.json"), R"({"scene_list": [{"name": "s", "scen_event": {},
+        "event_list": [{"name": "e", "actions_list": [{"type": 10}], "item_group": {"type": 5,
+        "relaton": 1, "item_list": [{"type": 2, "variable_id": 1, "compare_valu": "x"}]}}]}]})");
+    const ToolRun run = runTool({"check", dir.path()});
+    EXPECT_EQ(run.exitCode, 0);
+    for (const char* line :
+         {"skipped /scene_list/0: unknown key \"scen_event\"",
+          "skipped /scene_list/0/event_list/0: unknown key \"actions_list\"",
+          "skipped /scene_list/0/event_list/0/item_group: unknown key \"relaton\"",
+          "skipped /scene_list/0/event_list/0/item_group/item_list/0: unknown key "
+          "\"compare_valu\""}) {
+        EXPECT_TRUE(run.err.contains(line)) << line << "\n" << run.err.toStdString();
+    }
+    // The tool's own files have no unknown keys.
+    const ToolRun own = runTool({"check", fixturePath("tasks/every-record")});
+    EXPECT_FALSE(own.err.contains("unknown key")) << own.err.toStdString();
+}
+
 TEST(TaskTool, CheckSaysAnEmptyFileIsEmptyAndNamesImagesThatDoNotDecode) {
     QTemporaryDir empty;
     writeFile(empty.filePath("script.json"), "");
