@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <opencv2/imgcodecs.hpp>
 
+#include "model/DanglingReferences.h"
 #include "model/TaskDocument.h"
 #include "model/TaskImages.h"
 #include "model/TaskSummary.h"
@@ -106,6 +107,9 @@ int check(const QString& folder, QTextStream& out, QTextStream& err) {
         << "colours: " << summary.colors << "\n";
     reportScripts(task, out);
     reportImageFiles(task, err);
+    for (const QString& line : danglingReferences(task)) {
+        err << line << "\n";
+    }
     return kOk;
 }
 

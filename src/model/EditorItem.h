@@ -4,6 +4,7 @@
 // resource-use queries from its field table.
 
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -33,6 +34,8 @@ public:
     virtual ~IResourceUseage() = default;
     virtual bool uses(Ref kind, int id) const = 0;
     virtual void replace(Ref kind, int fromId, int toId) = 0;
+    // Calls `visit` with every id this holds and what kind of thing it names.
+    virtual void forEachReference(const std::function<void(Ref, int)>& /*visit*/) const {}
 
     bool usesDefinition(int id) const { return uses(Ref::Definition, id); }
 };
@@ -88,6 +91,11 @@ public:
             found = found || (ref == kind && value == id);
         });
         return found;
+    }
+
+    void forEachReference(const std::function<void(Ref, int)>& visit) const override {
+        forEachRef(static_cast<const Record&>(*this),
+                   [&](Ref ref, const int& value) { visit(ref, value); });
     }
 
     void replace(Ref kind, int fromId, int toId) override {

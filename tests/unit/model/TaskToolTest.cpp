@@ -97,9 +97,34 @@ TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
           "\"compare_valu\""}) {
         EXPECT_TRUE(run.err.contains(line)) << line << "\n" << run.err.toStdString();
     }
-    // The tool's own files have no unknown keys.
+    // The tool's own files have no unknown keys, nor references to nothing.
     const ToolRun own = runTool({"check", fixturePath("tasks/every-record")});
     EXPECT_FALSE(own.err.contains("unknown key")) << own.err.toStdString();
+    EXPECT_FALSE(own.err.contains("does not exist")) << own.err.toStdString();
+}
+
+TEST(TaskTool, CheckNamesReferencesToWhatTheTaskDoesNotHold) {
+    QTemporaryDir dir;
+    writeFile(dir.filePath("script.json"), R"({
+        "var_list": [{"type": 1, "id": 1, "name": "v", "value": "0"},
+                     {"type": 2, "id": 2, "name": "crop", "ori": 9, "rect": "0,0,1,1"}],
+        "image_list": [{"id": 1, "name": "i", "file": "1.png", "ori": 8, "sim": 0.9, "type": 1}],
+        "scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group": {"type": 5,
+            "item_list": [{"type": 2, "relation": 1, "variable_id": 1, "compare_value": "0"},
+                          {"type": 5, "relation": 1, "item_list": [
+                              {"type": 1, "relation": 1, "image_id": 4, "search_id": 0}]}]},
+            "action_list": [{"type": 21, "color_id": 5, "button": 1},
+                            {"type": 3, "variable_id": 6, "change_value": "x"}]}]}]})");
+    const ToolRun run = runTool({"check", dir.path()});
+    EXPECT_EQ(run.exitCode, 0);
+    for (const char* line : {"definition \"crop\": original image 9 does not exist",
+                             "image 1: original image 8 does not exist",
+                             "scene \"s\", event \"e\": image 4 does not exist",
+                             "scene \"s\", event \"e\": colour 5 does not exist",
+                             "scene \"s\", event \"e\": definition 6 does not exist"}) {
+        EXPECT_TRUE(run.err.contains(line)) << line << "\n" << run.err.toStdString();
+    }
+    EXPECT_FALSE(run.err.contains("definition 1 does not exist"));
 }
 
 TEST(TaskTool, CheckSaysAnEmptyFileIsEmptyAndNamesImagesThatDoNotDecode) {
