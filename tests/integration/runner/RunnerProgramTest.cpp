@@ -139,7 +139,7 @@ TEST_P(CoveredWindow, ForegroundModeBringsItForward) {
     std::unique_ptr<ClientProcess> windowManager;
     if (GetParam()) {
         windowManager = std::make_unique<ClientProcess>(
-            server.display(), std::vector<std::string>{"openbox", "--sm-disable"});
+            server.display(), std::vector<std::string>{"evilwm", "-fn", "fixed"});
         ASSERT_TRUE(windowManager->started());
         ASSERT_TRUE(windowManagerRuns(display));
     }
