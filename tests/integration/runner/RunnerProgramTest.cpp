@@ -451,6 +451,21 @@ TEST_F(RunnerProgram, AllWindowsRunsTheTaskOnThreeDemoWindowsInBothConcurrencyMo
         for (const auto& target : targets) {
             EXPECT_TRUE(target->waitForLine("choice GOLD", 0, 1000));
         }
+        if (!concurrency) {
+            continue;
+        }
+        // Named by id, only that window is driven.
+        const QString second = QString::number(targets[1]->window());
+        const RunResult named =
+            run({folder, "--window-id", second, "--background", "--json", "--time-limit", "60"});
+        EXPECT_EQ(named.exitCode, 0) << named.err.toStdString();
+        for (const QString& line : named.out.split('\n', Qt::SkipEmptyParts)) {
+            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
+            if (object["type"] == "event") {
+                EXPECT_EQ(object["window"].toString(), second);
+            }
+        }
+        EXPECT_EQ(run({folder, "--window-id", "0x1fffffff"}).exitCode, 3);
     }
 }
 
