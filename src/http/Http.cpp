@@ -92,12 +92,10 @@ size_t writeToFile(char* data, size_t size, size_t count, void* userData) {
 class Request {
 public:
     Request(const std::string& url, const HttpHeaders& headers, PeerVerification verification,
-            std::chrono::milliseconds timeout = {})
-        : easy_(curl_easy_init()) {
+            const HttpLimits& limits = {})
+        : easy_(curl_easy_init()), stop_(limits.stop) {
         set(CURLOPT_URL, url.c_str());
-        if (timeout.count() > 0) {
-            set(CURLOPT_TIMEOUT_MS, long(timeout.count()));
-        }
+        setLimits(limits);
         if (verification == PeerVerification::Off) {
             set(CURLOPT_SSL_VERIFYPEER, 0L);
             set(CURLOPT_SSL_VERIFYHOST, 0L);
@@ -140,13 +138,13 @@ public:
     }
 
     // Empty on success, else libcurl's text for the failure ("stopped" when `stop` ended it).
-    std::string performQuietly(const std::stop_token& stop = {}) {
+    std::string performQuietly() {
         if (!easy_) {
             return "curl_easy_init failed";
         }
         set(CURLOPT_HTTPHEADER, headerList_.get());
-        if (stop.stop_possible()) {
-            return SingleTransfer(easy_.get()).run(stop);
+        if (stop_.stop_possible()) {
+            return SingleTransfer(easy_.get()).run(stop_);
         }
         const CURLcode code = curl_easy_perform(easy_.get());
         return code == CURLE_OK ? std::string() : curl_easy_strerror(code);
@@ -172,6 +170,7 @@ public:
 private:
     EasyHandle easy_;
     HeaderList headerList_;
+    std::stop_token stop_;
 };
 
 std::string formBody(const HttpFields& fields) {
@@ -195,40 +194,39 @@ void initHttpOnce() {
 }
 
 bool httpDownloadToFile(const std::string& url, const HttpHeaders& headers,
-                        const std::string& filePath, std::chrono::milliseconds timeout) {
+                        const std::string& filePath, const HttpLimits& limits) {
     initHttpOnce();
     const std::unique_ptr<std::FILE, FileDeleter> file(std::fopen(filePath.c_str(), "wb"));
     if (!file) {
         std::fputs("Failed to open file for writing.\n", stderr);
         return false;
     }
-    Request request(url, headers, PeerVerification::Off, timeout);
+    Request request(url, headers, PeerVerification::Off, limits);
     request.set(CURLOPT_WRITEFUNCTION, writeToFile);
     request.set(CURLOPT_WRITEDATA, file.get());
     return request.perform();
 }
 
-std::string httpGet(const std::string& url, const HttpHeaders& headers,
-                    std::chrono::milliseconds timeout) {
+std::string httpGet(const std::string& url, const HttpHeaders& headers, const HttpLimits& limits) {
     initHttpOnce();
-    Request request(url, headers, PeerVerification::Off, timeout);
+    Request request(url, headers, PeerVerification::Off, limits);
     return request.performCollectingBody();
 }
 
 std::string httpPostForm(const std::string& url, const HttpHeaders& headers,
-                         const HttpFields& fields, std::chrono::milliseconds timeout) {
+                         const HttpFields& fields, const HttpLimits& limits) {
     initHttpOnce();
     const std::string body = formBody(fields);
-    Request request(url, headers, PeerVerification::Off, timeout);
+    Request request(url, headers, PeerVerification::Off, limits);
     request.set(CURLOPT_POST, 1L);
     request.setBody(body);
     return request.performCollectingBody();
 }
 
 std::string httpPostJson(const std::string& url, const HttpHeaders& headers,
-                         const std::string& jsonText, std::chrono::milliseconds timeout) {
+                         const std::string& jsonText, const HttpLimits& limits) {
     initHttpOnce();
-    Request request(url, headers, PeerVerification::LibraryDefault, timeout);
+    Request request(url, headers, PeerVerification::LibraryDefault, limits);
     request.setBody(jsonText);
     request.addHeader("Content-Type: application/json");
     return request.performCollectingBody();
@@ -238,8 +236,7 @@ HttpResponse httpPostMultipart(const std::string& url, const HttpHeaders& header
                                const HttpFilePart& file, const HttpFields& textFields,
                                const HttpLimits& limits) {
     initHttpOnce();
-    Request request(url, headers, PeerVerification::LibraryDefault);
-    request.setLimits(limits);
+    Request request(url, headers, PeerVerification::LibraryDefault, limits);
     const std::unique_ptr<curl_mime, MimeDeleter> mime(curl_mime_init(request.easy()));
     curl_mimepart* filePart = curl_mime_addpart(mime.get());
     curl_mime_name(filePart, file.fieldName.c_str());
@@ -257,7 +254,7 @@ HttpResponse httpPostMultipart(const std::string& url, const HttpHeaders& header
     HttpResponse response;
     request.set(CURLOPT_WRITEFUNCTION, appendToString);
     request.set(CURLOPT_WRITEDATA, &response.body);
-    response.error = request.performQuietly(limits.stop);
+    response.error = request.performQuietly();
     if (request.easy() != nullptr) {
         curl_easy_getinfo(request.easy(), CURLINFO_RESPONSE_CODE, &response.status);
     }
