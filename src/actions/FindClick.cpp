@@ -1,6 +1,8 @@
 #include "actions/FindClick.h"
 
 #include <QJsonArray>
+#include <algorithm>
+#include <cstdint>
 
 #include "engine/RandomPick.h"
 #include "engine/RunClock.h"
@@ -8,9 +10,24 @@
 
 namespace autoscene::actions {
 
+namespace {
+
+// Task rectangles stay within +-2^30 (model/RectText.cpp); a rectangle moved by what was
+// found stays there too, so that no later sum on it leaves the int range.
+int shifted(int value, int by) {
+    constexpr std::int64_t kLimit = (std::int64_t(1) << 30) - 1;
+    return int(std::clamp<std::int64_t>(std::int64_t(value) + by, -kLimit, kLimit));
+}
+
+}  // namespace
+
 QRect clickRect(const std::optional<QRect>& area, QPoint origin, QPoint found,
                 const QRect& fallback) {
-    return area ? area->translated(found - origin) : fallback;
+    if (!area) {
+        return fallback;
+    }
+    const QPoint by = found - origin;
+    return {shifted(area->x(), by.x()), shifted(area->y(), by.y()), area->width(), area->height()};
 }
 
 QJsonObject clickedResult(QJsonObject result, QPoint point) {
@@ -30,6 +47,13 @@ FindClickAction::FindClickAction(int type, engine::RunContext& context,
       timing_(timing) {}
 
 float FindClickAction::click(TaskInfo& task, const QJsonObject& result, QPoint point) {
+    const QString refused = context_.targets.refusesPoint(task, {point.x(), point.y()});
+    if (!refused.isEmpty()) {
+        QJsonObject notSent = result;
+        notSent.insert(QStringLiteral("err"), refused);
+        setResult(notSent);
+        return waitSeconds();
+    }
     setResult(result);
     const int pressMs = engine::pressTimeMs(timing_.pressSeconds);
     const std::int64_t intervalMs = engine::secondsToMs(timing_.intervalSeconds);

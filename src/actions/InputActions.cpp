@@ -3,6 +3,7 @@
 #include <QJsonArray>
 #include <QLoggingCategory>
 #include <QProcess>
+#include <algorithm>
 
 #include "engine/MVVariable.h"
 #include "engine/RandomPick.h"
@@ -50,6 +51,7 @@ TapAction::TapAction(RunContext& context, engine::MVVariable* points, MouseOp op
 
 float TapAction::run(TaskInfo& task) {
     QJsonArray clicked;
+    QString refused;
     const std::vector<QRect> places = placesOf(points_);
     const int count = std::max(1, timing_.clickTimes);
     for (int r = 0; r < count && !places.empty(); ++r) {
@@ -60,6 +62,10 @@ float TapAction::run(TaskInfo& task) {
             const int pressMs = engine::pressTimeMs(timing_.pressSeconds);
             const Point point = randomPoint(place);
             qCDebug(lcActions) << "tapaction point:" << point.x << point.y;
+            if (const QString why = context_.targets.refusesPoint(task, point); !why.isEmpty()) {
+                refused = why;
+                continue;
+            }
             clicked.append(pointJson(point));
             context_.targets.mouse(task, point, op_, pressMs);
             if (pointIntervalSeconds_ > 0) {
@@ -67,7 +73,11 @@ float TapAction::run(TaskInfo& task) {
             }
         }
     }
-    setResult({{"type", type()}, {"points", clicked}});
+    QJsonObject result{{"type", type()}, {"points", clicked}};
+    if (!refused.isEmpty()) {
+        result.insert("err", refused);
+    }
+    setResult(result);
     return waitSeconds();
 }
 
@@ -105,21 +115,31 @@ float MVSlideAction::run(TaskInfo& task) {
             visited.append(pointJson(points.back()));
         }
     }
+    bool cut = false;
     if (!points.empty()) {
         context_.targets.mouse(task, points[0], MouseOp::LeftDown, 0);
-        for (size_t i = 1; i < points.size(); ++i) {
+        for (size_t i = 1; i < points.size() && !cut; ++i) {
             const size_t pair = 2 * (i - 1);
             sleepSeconds(context_, pair < times_.size() ? times_[pair] : 0.0f);
             const int durationMs =
                 pair + 1 < times_.size() ? int(engine::secondsToMs(times_[pair + 1])) : segmentMs_;
             for (const Step& step : segmentSteps(points[0], points[i], durationMs)) {
+                cut = task.stop.stop_requested();
+                if (cut) {
+                    break;
+                }
                 context_.targets.mouse(task, step.point, MouseOp::Move, 0);
                 context_.clock.sleepMs(step.waitMs);
             }
         }
+        // Released also when a stop cut the slide short, so that no button stays held.
         context_.targets.mouse(task, points.back(), MouseOp::LeftUp, 0);
     }
-    setResult({{"type", type()}, {"points", visited}});
+    QJsonObject result{{"type", type()}, {"points", visited}};
+    if (cut) {
+        result.insert("err", QStringLiteral("stopped before the slide ended"));
+    }
+    setResult(result);
     return waitSeconds();
 }
 
@@ -163,12 +183,25 @@ InputAction::InputAction(RunContext& context, QString text, engine::MVVariable* 
     : IAction(6, waitSeconds), context_(context), text_(std::move(text)), variable_(variable) {}
 
 float InputAction::run(TaskInfo& task) {
+    // Typed a few characters at a time, so that a stop cuts a long text short.
+    constexpr qsizetype kChunk = 16;
     const QString text = variable_ ? variable_->value() : text_;
     const QString untypable = context_.targets.untypableText(task, text);
-    context_.targets.inputText(task, text);
+    qsizetype typed = 0;
+    while (typed < text.size() && !task.stop.stop_requested()) {
+        qsizetype end = std::min(text.size(), typed + kChunk);
+        if (end < text.size() && text.at(end - 1).isHighSurrogate()) {
+            ++end;
+        }
+        context_.targets.inputText(task, text.mid(typed, end - typed));
+        typed = end;
+    }
     QJsonObject result{{"type", type()}, {"text", text}};
-    if (!untypable.isEmpty()) {
-        result["err"] = QStringLiteral("not typed: ") + untypable;
+    if (typed < text.size()) {
+        result.insert("err", QStringLiteral("stopped before the whole text was typed"));
+        result.insert("typed", text.left(typed));
+    } else if (!untypable.isEmpty()) {
+        result.insert("err", QStringLiteral("not typed: ") + untypable);
     }
     setResult(result);
     return waitSeconds();

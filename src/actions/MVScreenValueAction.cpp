@@ -21,7 +21,7 @@ float MVScreenValueAction::run(TaskInfo& task) {
         rects.empty() ? std::nullopt : std::optional<QRect>(rects.front());
     qCDebug(lcScreenValue) << "MVScreenValueAction rect:"
                            << rect.value_or(QRect(0, 0, task.frame.cols, task.frame.rows));
-    const QString value = reader_->read(task.frame, rect, task.cycleCount).whole;
+    const QString value = reader_->read(task.frame, rect, task.cycleCount, task.stop).whole;
     bool changed = false;
     if (variable_) {
         changed = variable_->value() != value;

@@ -4,7 +4,9 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QSettings>
+#include <algorithm>
 #include <chrono>
+#include <cstdint>
 
 #include "system/ProcessEnd.h"
 #include "text/OcrClient.h"
@@ -21,9 +23,11 @@ const QString kProgramName = QStringLiteral("morvane-ocr.exe");
 const QString kProgramName = QStringLiteral("morvane-ocr");
 #endif
 
-// A service that ends this soon after starting (a busy port, missing models) is not
-// started again at once, so that a broken install does not spin.
-constexpr auto kMinimumLifetime = std::chrono::seconds(1);
+// A service that ends this soon after starting (a busy port, missing models) counts as a
+// quick end: it is started again ever more slowly, so that a broken install neither spins
+// nor reloads its models every second.
+constexpr auto kSettledLifetime = std::chrono::seconds(10);
+constexpr auto kLongestRestartDelay = std::chrono::seconds(60);
 
 }  // namespace
 
@@ -44,6 +48,29 @@ int readOcrPort(const QString& iniPath) {
     return ok && port > 0 && port <= 65535 ? port : kDefaultOcrPort;
 }
 
+std::chrono::milliseconds restartDelay(int quickEnds) {
+    if (quickEnds <= 0) {
+        return std::chrono::milliseconds(0);
+    }
+    const auto delay = std::chrono::seconds(1) * (std::int64_t(1) << std::min(quickEnds - 1, 6));
+    return std::min<std::chrono::milliseconds>(delay, kLongestRestartDelay);
+}
+
+text::OcrTimeouts readOcrTimeouts(const QString& iniPath) {
+    const QSettings ini(iniPath, QSettings::IniFormat);
+    text::OcrTimeouts timeouts;
+    const auto readMs = [&ini](const char* key, std::chrono::milliseconds& value) {
+        bool ok = false;
+        const int ms = ini.value(QLatin1String(key)).toInt(&ok);
+        if (ok && ms > 0) {
+            value = std::chrono::milliseconds(ms);
+        }
+    };
+    readMs("connect_timeout_ms", timeouts.connect);
+    readMs("request_timeout_ms", timeouts.request);
+    return timeouts;
+}
+
 OcrServiceWatcher::OcrServiceWatcher(std::shared_ptr<text::OcrClient> client)
     : client_(std::move(client)) {}
 
@@ -51,7 +78,8 @@ OcrServiceWatcher::~OcrServiceWatcher() {
     stop();
 }
 
-bool OcrServiceWatcher::start(const QString& programDir, const QString& workingDir) {
+bool OcrServiceWatcher::start(const QString& programDir, const QString& workingDir,
+                              std::optional<int> port) {
     const std::lock_guard lock(mutex_);
     if (thread_.joinable()) {
         return false;
@@ -63,10 +91,12 @@ bool OcrServiceWatcher::start(const QString& programDir, const QString& workingD
                    .arg(kProgramName, programDir, workingDir);
         return false;
     }
-    const int port = readOcrPort(QDir(programDir).filePath(QStringLiteral("ocr.ini")));
-    client_->setUrl(text::ocrServiceUrl(port));
+    const QString ini = QDir(programDir).filePath(QStringLiteral("ocr.ini"));
+    const int servicePort = port.value_or(readOcrPort(ini));
+    client_->setUrl(text::ocrServiceUrl(servicePort));
+    client_->setTimeouts(readOcrTimeouts(ini));
     stopRequested_ = false;
-    const QString commandLine = QStringLiteral("\"%1\" %2").arg(*program).arg(port);
+    const QString commandLine = QStringLiteral("\"%1\" %2").arg(*program).arg(servicePort);
     thread_ = std::thread([this, commandLine] { watch(commandLine); });
     return true;
 }
@@ -74,6 +104,7 @@ bool OcrServiceWatcher::start(const QString& programDir, const QString& workingD
 void OcrServiceWatcher::watch(const QString& commandLine) {
     const std::string command = commandLine.toStdString();
     std::unique_lock lock(mutex_);
+    int quickEnds = 0;
     while (!stopRequested_) {
         current_ = sys::startHiddenProcess(command);
         const auto startedAt = std::chrono::steady_clock::now();
@@ -88,7 +119,18 @@ void OcrServiceWatcher::watch(const QString& commandLine) {
         const int exitCode = sys::releaseProcess(process);
         qCInfo(lcOcrService).noquote() << "waitforsingleObject return...."
                                        << "exit code" << exitCode;
-        stopping_.wait_until(lock, startedAt + kMinimumLifetime, [this] { return stopRequested_; });
+        const bool quick = std::chrono::steady_clock::now() - startedAt < kSettledLifetime;
+        quickEnds = quick ? quickEnds + 1 : 0;
+        const std::chrono::milliseconds delay = restartDelay(quickEnds);
+        if (delay.count() > 0) {
+            qCWarning(lcOcrService).noquote()
+                << QStringLiteral(
+                       "the service ended %1 times in a row soon after starting; "
+                       "starting it again in %2 s")
+                       .arg(quickEnds)
+                       .arg(delay.count() / 1000);
+        }
+        stopping_.wait_for(lock, delay, [this] { return stopRequested_; });
     }
 }
 

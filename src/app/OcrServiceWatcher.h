@@ -3,6 +3,7 @@
 // for the process and starts it again whenever it ends, until stop().
 
 #include <QString>
+#include <chrono>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -10,10 +11,7 @@
 #include <thread>
 
 #include "system/Process.h"
-
-namespace autoscene::text {
-class OcrClient;
-}
+#include "text/OcrClient.h"
 
 namespace autoscene::app {
 
@@ -25,6 +23,14 @@ std::optional<QString> findOcrProgram(const QString& programDir, const QString& 
 // "port" of the INI file; the default when the file, the key or a valid port is missing.
 int readOcrPort(const QString& iniPath);
 
+// "connect_timeout_ms" and "request_timeout_ms" of the INI file; the client's defaults for
+// what is missing or not a positive number.
+text::OcrTimeouts readOcrTimeouts(const QString& iniPath);
+
+// How long the watcher waits before starting the service again after it ended soon after
+// its start `quickEnds` times in a row: a second, doubling each time, at most a minute.
+std::chrono::milliseconds restartDelay(int quickEnds);
+
 class OcrServiceWatcher {
 public:
     explicit OcrServiceWatcher(std::shared_ptr<text::OcrClient> client);
@@ -32,10 +38,11 @@ public:
     OcrServiceWatcher(const OcrServiceWatcher&) = delete;
     OcrServiceWatcher& operator=(const OcrServiceWatcher&) = delete;
 
-    // Finds the program, points the client at the port of "ocr.ini" in `programDir`
-    // and starts watching. False, and nothing started, without a program or when
-    // already watching.
-    bool start(const QString& programDir, const QString& workingDir);
+    // Finds the program, points the client at the port of "ocr.ini" in `programDir` (or
+    // at `port` when given), sets the client's time-outs from that file and starts
+    // watching. False, and nothing started, without a program or when already watching.
+    bool start(const QString& programDir, const QString& workingDir,
+               std::optional<int> port = std::nullopt);
     // Ends the service for good: the program is shutting down.
     void stop();
 

@@ -27,7 +27,8 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
         "whole desktop or Android devices, printing scene changes, fired events and action results "
         "as it goes.\n"
         "Exit codes: 0 the run ended (stop action or Ctrl+C), 124 the time limit ended it, "
-        "2 bad arguments or a task that cannot be opened, 3 no target window or ADB device found.");
+        "2 bad arguments or a task that cannot be opened, 3 no target window or ADB device "
+        "found, 4 the display was lost.");
     parser.addHelpOption();
     parser.addPositionalArgument("TASK_DIR", "The task folder.");
     const QCommandLineOption window("window", "Drive the window whose title is exactly TITLE.",
@@ -64,9 +65,22 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
     const QCommandLineOption deviceService(
         "device-service",
         "The device service's file (default adb/localservice.jar beside the program).", "FILE");
-    parser.addOptions({window, className, fullScreen, background, foreground, timeLimit, loopMode,
-                       loopInterval, variable, json, saveFrame, verbose, device, allDevices, adb,
-                       deviceRoute, deviceService});
+    const QCommandLineOption trace(
+        "trace",
+        "Print, every cycle, the scene chosen and the state of every evaluated condition "
+        "(scores, counts, places, errors), also of scenes that are not recognised.");
+    const QCommandLineOption allWindows(
+        "all-windows", "Drive every window the task matches, one worker thread each.");
+    const QCommandLineOption windowId(
+        "window-id", "Drive the window with this id (decimal or 0x hex; repeatable).", "ID");
+    const QCommandLineOption listTargets(
+        "list-targets", "Print the windows the task would drive, and exit (3: none).");
+    const QCommandLineOption ocrPort(
+        "ocr-port", "Start the text-recognition service on PORT instead of ocr.ini's.", "PORT");
+    parser.addOptions({window,     className,    fullScreen,  background,   foreground,  timeLimit,
+                       loopMode,   loopInterval, variable,    json,         saveFrame,   verbose,
+                       trace,      ocrPort,      allWindows,  windowId,     listTargets, device,
+                       allDevices, adb,          deviceRoute, deviceService});
 
     QStringList withProgram = arguments;
     withProgram.prepend("autoscene-run");
@@ -127,11 +141,30 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
         }
         options.variables[*id] = assignment.mid(equals + 1);
     }
+    if (parser.isSet(ocrPort)) {
+        options.ocrPort = parseInt(parser.value(ocrPort), 1, 65535);
+        if (!options.ocrPort) {
+            return failure("--ocr-port needs a port from 1 to 65535: " + parser.value(ocrPort));
+        }
+    }
+    for (const QString& text : parser.values(windowId)) {
+        bool ok = false;
+        const qulonglong id = text.toULongLong(&ok, 0);
+        if (!ok || id == 0) {
+            return failure("--window-id needs a window id: " + text);
+        }
+        options.windowIds.push_back(id);
+    }
+    options.allWindows = parser.isSet(allWindows);
+    options.listTargets = parser.isSet(listTargets);
+    if (options.fullScreen && (options.allWindows || !options.windowIds.empty())) {
+        return failure("--full-screen cannot be combined with --all-windows or --window-id");
+    }
     options.devices = parser.values(device);
     options.allDevices = parser.isSet(allDevices);
     options.adbProgram = parser.value(adb);
-    if (options.namesDevices() &&
-        (options.fullScreen || options.windowTitle || options.className)) {
+    if (options.namesDevices() && (options.fullScreen || options.windowTitle || options.className ||
+                                   options.allWindows || !options.windowIds.empty())) {
         return failure(
             "--device and --all-devices cannot be combined with a window or the desktop");
     }
@@ -144,6 +177,7 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
     options.deviceService = parser.value(deviceService);
     options.json = parser.isSet(json);
     options.verbose = parser.isSet(verbose);
+    options.trace = parser.isSet(trace);
     options.saveFrame = parser.value(saveFrame);
     return {std::move(options), 0, {}};
 }

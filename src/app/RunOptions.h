@@ -3,8 +3,10 @@
 
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 #include <map>
 #include <optional>
+#include <vector>
 
 namespace autoscene::app {
 
@@ -19,9 +21,14 @@ struct RunOptions {
     std::optional<int> loopIntervalMs;
     std::map<int, QString> variables;  // start values by definition id
     bool json = false;
-    bool verbose = false;  // the diagnostic log on stderr
-    QString saveFrame;     // PNG written with the last frame when the run ends
-    QStringList devices;   // adb serials to run on
+    bool verbose = false;                  // the diagnostic log on stderr
+    bool trace = false;                    // each cycle's scene and condition states on the output
+    QString saveFrame;                     // PNG written with the last frame when the run ends
+    std::optional<int> ocrPort;            // replaces the port of ocr.ini
+    bool allWindows = false;               // every window the task matches, one worker each
+    std::vector<std::uint64_t> windowIds;  // these windows, whatever the task matches
+    bool listTargets = false;              // print what would be driven and exit
+    QStringList devices;                   // adb serials to run on
     bool allDevices = false;
     QString adbProgram;  // empty: adb on the search path, else adb/adb beside the program
     QString deviceRoute = QStringLiteral("auto");  // auto, service or adb

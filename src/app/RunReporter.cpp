@@ -3,11 +3,13 @@
 #include <QJsonDocument>
 
 #include "engine/IAction.h"
+#include "engine/ItemGroup.h"
 #include "engine/Scene.h"
 
 namespace autoscene::app {
 
-RunReporter::RunReporter(QTextStream& out, bool json) : out_(out), json_(json) {}
+RunReporter::RunReporter(QTextStream& out, bool json, bool trace)
+    : out_(out), json_(json), trace_(trace) {}
 
 int RunReporter::targetNumber() {
     const auto [it, added] = targets_.try_emplace(std::this_thread::get_id(), 0);
@@ -19,17 +21,57 @@ int RunReporter::targetNumber() {
 
 void RunReporter::print(const QJsonObject& line, const QString& text) {
     if (json_) {
-        out_ << QJsonDocument(line).toJson(QJsonDocument::Compact) << '\n';
+        QJsonObject withWindow = line;
+        if (const auto it = windows_.find(std::this_thread::get_id()); it != windows_.end()) {
+            withWindow.insert("window", QString::number(it->second));
+        }
+        out_ << QJsonDocument(withWindow).toJson(QJsonDocument::Compact) << '\n';
     } else {
         out_ << text << '\n';
     }
     out_.flush();
 }
 
+void RunReporter::printTrace(const engine::Scene& scene, const QString& what, const QString& name,
+                             const engine::ItemGroup* conditions, bool holds) {
+    const QJsonObject states =
+        conditions ? conditions->describe(std::this_thread::get_id()) : QJsonObject();
+    std::lock_guard lock(mutex_);
+    const int target = targetNumber();
+    print({{"type", "trace"},
+           {"target", target},
+           {"scene", scene.name},
+           {what, name},
+           {"holds", holds},
+           {"conditions", states}},
+          QStringLiteral("[%1]   trace %2 \"%3\" %4: %5")
+              .arg(target)
+              .arg(what, name, holds ? QStringLiteral("holds") : QStringLiteral("does not hold"),
+                   QString::fromUtf8(QJsonDocument(states).toJson(QJsonDocument::Compact))));
+}
+
+void RunReporter::identificationResult(const engine::Scene& scene,
+                                       const engine::ItemGroup* conditions, bool recognised) {
+    if (trace_) {
+        printTrace(scene, QStringLiteral("identification"), scene.name, conditions, recognised);
+    }
+}
+
+void RunReporter::eventEvaluated(const engine::Scene& scene, const engine::RuntimeEvent& event,
+                                 bool fired) {
+    if (trace_) {
+        printTrace(scene, QStringLiteral("event"), event.name, event.conditions.get(), fired);
+    }
+}
+
 void RunReporter::traversalBegins(const cv::Mat&, const engine::Scene& scene) {
     std::lock_guard lock(mutex_);
     const int target = targetNumber();
     const engine::Scene*& current = currentScenes_[target];
+    if (trace_) {
+        print({{"type", "trace"}, {"target", target}, {"scene", scene.name}, {"chosen", true}},
+              QStringLiteral("[%1] trace cycle on scene \"%2\"").arg(target).arg(scene.name));
+    }
     if (current == &scene) {
         return;
     }
@@ -58,9 +100,20 @@ void RunReporter::actionsDone(const engine::Scene&, const engine::RuntimeEvent& 
     }
 }
 
+void RunReporter::frameCaptured(const cv::Mat& frame) {
+    std::lock_guard lock(frameMutex_);
+    lastFrame_ = frame;
+}
+
+cv::Mat RunReporter::lastFrame() {
+    std::lock_guard lock(frameMutex_);
+    return lastFrame_;
+}
+
 void RunReporter::threadStartedOnWindow(platform::WindowHandle window) {
     std::lock_guard lock(mutex_);
     const int target = targetNumber();
+    windows_[std::this_thread::get_id()] = window;
     print({{"type", "target"}, {"target", target}, {"window", QString::number(window)}},
           QStringLiteral("[%1] on window 0x%2").arg(target).arg(window, 0, 16));
 }

@@ -21,33 +21,48 @@ struct RunSummary {
 
 class RunReporter : public engine::IMVSceneEvent, public engine::IRunObserver {
 public:
-    RunReporter(QTextStream& out, bool json);
+    // With `trace`, every cycle also prints the scene chosen and each evaluated event's and
+    // identification's condition states (scores, counts, places, errors).
+    RunReporter(QTextStream& out, bool json, bool trace = false);
 
+    void identificationResult(const engine::Scene& scene, const engine::ItemGroup* conditions,
+                              bool recognised) override;
+    void eventEvaluated(const engine::Scene& scene, const engine::RuntimeEvent& event,
+                        bool fired) override;
     void traversalBegins(const cv::Mat& frame, const engine::Scene& scene) override;
     void eventFired(const engine::Scene& scene, const engine::RuntimeEvent& event) override;
     void actionsDone(const engine::Scene& scene, const engine::RuntimeEvent& event) override;
     void threadStartedOnWindow(platform::WindowHandle window) override;
     void threadStartedOnDevice(const QString& serial) override;
     void captureFailed() override;
+    void frameCaptured(const cv::Mat& frame) override;
 
     int eventsFired() const { return eventsFired_; }
     // How each device is driven ("service" or "adb") by serial, named in its target line.
     void setDeviceRoutes(std::map<QString, QString> routes) { deviceRoutes_ = std::move(routes); }
+    // The last frame any worker captured (empty when none was); call once the run is over.
+    cv::Mat lastFrame();
     void printSummary(const RunSummary& summary);
 
 private:
     // Small stable numbers for the worker threads, in the order they first report.
     int targetNumber();
     void print(const QJsonObject& line, const QString& text);
+    void printTrace(const engine::Scene& scene, const QString& what, const QString& name,
+                    const engine::ItemGroup* conditions, bool holds);
 
     QTextStream& out_;
     const bool json_;
+    const bool trace_;
     std::mutex mutex_;
     std::map<std::thread::id, int> targets_;
+    std::map<std::thread::id, platform::WindowHandle> windows_;
     std::map<int, const engine::Scene*> currentScenes_;
     std::atomic<int> eventsFired_{0};
     std::atomic<bool> captureFailureShown_{false};
     std::map<QString, QString> deviceRoutes_;
+    std::mutex frameMutex_;
+    cv::Mat lastFrame_;  // shares the worker's pixels, which it keeps writing into
 };
 
 }  // namespace autoscene::app

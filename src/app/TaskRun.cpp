@@ -14,13 +14,16 @@
 #include "app/DeviceChoice.h"
 #include "app/OcrServiceWatcher.h"
 #include "app/RunReporter.h"
-#include "engine/BgraConversion.h"
+#include "app/WindowChoice.h"
 #include "engine/RuntimeFactory.h"
 #include "engine/TaskRunner.h"
+#include "model/AtomicFile.h"
 #include "model/TaskDocument.h"
+#include "model/TaskSummary.h"
 #include "plugins/BackgroundPlugin.h"
 #include "plugins/PluginCall.h"
 #include "recognition/DetectionPool.h"
+#include "script/TaskScripts.h"
 #include "targets/DeviceTarget.h"
 #include "targets/WindowTarget.h"
 #include "text/OcrClient.h"
@@ -49,35 +52,34 @@ platform::WindowQuery windowQuery(const model::WindowInfo& info, const RunOption
     return query;
 }
 
-QString describeQuery(const platform::WindowQuery& query) {
-    return QStringLiteral("title \"%1\" (%2) and class \"%3\"")
-        .arg(QString::fromStdString(query.title),
-             query.fullMatchTitle ? QStringLiteral("whole title") : QStringLiteral("contained"),
-             QString::fromStdString(query.className));
-}
-
 QString endName(RunEnd end) {
     switch (end) {
         case RunEnd::TimeLimit:
             return QStringLiteral("time_limit");
         case RunEnd::Stopped:
             return QStringLiteral("interrupted");
+        case RunEnd::DisplayLost:
+            return QStringLiteral("display_lost");
         default:
             return QStringLiteral("stop");
     }
 }
 
-bool saveFrame(engine::ITargetService& targets, const RunTarget& target, const QString& path) {
-    engine::TaskInfo task;
-    task.kind = target.kind;
-    task.window = target.window;
-    task.serial = target.serial;
-    bool saved = false;
-    targets.capture(task, [&](const platform::BgraView& view) {
-        cv::Mat bgr;
-        saved = engine::convertBgraToBgr(view, bgr) && cv::imwrite(path.toStdString(), bgr);
-    });
-    return saved;
+// Saves the frame as PNG whatever the file's name; the reason when it cannot.
+QString saveFrame(const cv::Mat& frame, const QString& path) {
+    if (frame.empty()) {
+        return QStringLiteral("no frame was captured");
+    }
+    std::vector<uchar> png;
+    try {
+        cv::imencode(".png", frame, png);
+    } catch (const cv::Exception& error) {
+        return QString::fromStdString(error.what());
+    }
+    QString error;
+    model::writeFileAtomically(
+        path, QByteArray(reinterpret_cast<const char*>(png.data()), qsizetype(png.size())), &error);
+    return error;
 }
 
 // Opens the task folder; nothing when it cannot run here (said on `err`).
@@ -92,6 +94,12 @@ std::optional<int> openTask(const RunOptions& options, model::TaskDocument& task
         err << "cannot open " << options.taskFolder << ": " << opened.error << '\n';
         return kBadArguments;
     }
+    const model::TaskSummary summary = model::summarise(task);
+    if (summary.events == 0 && summary.conditions == 0 && summary.actions == 0) {
+        err << "the task in " << options.taskFolder
+            << " has nothing to run: no scene has an event, condition or action\n";
+        return kBadArguments;
+    }
     return std::nullopt;
 }
 
@@ -103,33 +111,22 @@ bool drivesDevices(const RunOptions& options, const model::TaskSettings& setting
 
 bool drivesWindow(const RunOptions& options, const model::TaskSettings& settings) {
     return !options.fullScreen &&
-           (options.windowTitle || options.className || settings.taskMode == int(TaskMode::Window));
+           (options.windowTitle || options.className || options.allWindows ||
+            !options.windowIds.empty() || settings.taskMode == int(TaskMode::Window));
 }
 
-// The first window the query accepts, resized as the task asks; the desktop when the run
-// drives the whole screen. Exit code kNoTarget when no window matches.
-std::variant<RunTarget, int> chooseTarget(bool windowMode, const model::WindowInfo& info,
-                                          platform::IDesktopBackend& backend,
-                                          const platform::WindowQuery& query,
-                                          targets::WindowQueryMatcher& matcher, QTextStream& err) {
-    RunTarget target{TargetKind::Desktop};
+// What --list-targets prints: the windows the task would drive, or the desktop.
+int listTargets(bool windowMode, platform::IDesktopBackend& backend,
+                targets::WindowQueryMatcher& matcher, QTextStream& out) {
     if (!windowMode) {
-        return target;
+        out << "desktop\n";
+        return kRunEnded;
     }
-    const auto windows = backend.topLevelWindows();
-    const auto found = std::find_if(windows.begin(), windows.end(),
-                                    [&](platform::WindowHandle w) { return matcher.accepts(w); });
-    if (found == windows.end()) {
-        err << "no window found with " << describeQuery(query) << '\n';
-        return kNoTarget;
+    const std::vector<platform::WindowHandle> windows = matchingWindows(backend, matcher);
+    for (const platform::WindowHandle window : windows) {
+        out << describeWindow(backend, window) << '\n';
     }
-    target.kind = TargetKind::Window;
-    target.window = *found;
-    target.child = backend.findChild(*found, query);
-    if (info.modifySize && !backend.resizeClient(*found, info.width, info.height)) {
-        err << "could not resize the window to " << info.width << "x" << info.height << '\n';
-    }
-    return target;
+    return windows.empty() ? kNoTarget : kRunEnded;
 }
 
 void applyOptions(const RunOptions& options, engine::TaskRunner& runner) {
@@ -144,15 +141,25 @@ void applyOptions(const RunOptions& options, engine::TaskRunner& runner) {
 
 // Runs until the run ends or the user asks it to stop; the seconds it took. `ending` is
 // called once as soon as the run is ending, to cut short what the targets wait for.
+// `serveScripts`: the task has scripts, whose clipboard calls this thread serves.
 double drive(engine::TaskRunner& runner, const std::vector<RunTarget>& targets,
-             const StopRequest& stopRequested, const std::function<void()>& ending) {
+             const StopRequest& stopRequested, engine::ITargetService& service, bool serveScripts,
+             const std::function<void()>& ending) {
     QElapsedTimer elapsed;
     elapsed.start();
     runner.start(targets);
     bool endingTold = false;
+    bool displayLost = false;
     while (!runner.idle()) {
         // Serves what scripts on the workers ask of the application's thread (the clipboard).
-        QCoreApplication::processEvents();
+        // Only for scripts, and not once the display is gone: Qt's own connection ends the
+        // program when it finds the server gone, before the workers can say so.
+        if (serveScripts) {
+            displayLost = displayLost || service.displayLost();
+            if (!displayLost) {
+                QCoreApplication::processEvents();
+            }
+        }
         if (stopRequested(std::chrono::milliseconds(100))) {
             runner.stop();
         }
@@ -172,8 +179,8 @@ int play(const RunOptions& options, const model::TaskDocument& task,
          std::map<QString, QString> deviceRoutes = {}, const std::function<void()>& ending = {}) {
     const auto ocr = std::make_shared<text::OcrClient>();
     OcrServiceWatcher ocrService(ocr);
-    if (task.usesScreenText() &&
-        !ocrService.start(QCoreApplication::applicationDirPath(), QDir::currentPath())) {
+    if (task.usesScreenText() && !ocrService.start(QCoreApplication::applicationDirPath(),
+                                                   QDir::currentPath(), options.ocrPort)) {
         io.err << "morvane-ocr is neither beside autoscene-run nor in the working directory: "
                   "screen text reads as empty\n";
     }
@@ -183,23 +190,36 @@ int play(const RunOptions& options, const model::TaskDocument& task,
     runner.setJobRunner([](size_t count, const std::function<void(size_t)>& job) {
         recognition::DetectionPool::shared().run(count, job);
     });
-    RunReporter reporter(io.out, options.json);
+    RunReporter reporter(io.out, options.json, options.trace);
     reporter.setDeviceRoutes(std::move(deviceRoutes));
     runner.setSceneObserver(&reporter);
     runner.setRunObserver(&reporter);
     runner.setWindowMatcher(matcher);
     applyOptions(options, runner);
 
-    const double seconds = drive(runner, targets, io.stopRequested, ending);
-    if (!options.saveFrame.isEmpty() && !saveFrame(service, targets.front(), options.saveFrame)) {
-        io.err << "could not save the last frame to " << options.saveFrame << '\n';
+    const double seconds = drive(runner, targets, io.stopRequested, service,
+                                 !script::taskScripts(task).empty(), ending);
+    if (!options.saveFrame.isEmpty()) {
+        if (const QString error = saveFrame(reporter.lastFrame(), options.saveFrame);
+            !error.isEmpty()) {
+            io.err << "could not save the last frame to " << options.saveFrame << ": " << error
+                   << '\n';
+        }
     }
     reporter.printSummary({runner.cyclesCompleted(), seconds, endName(runner.runEnd())});
+    if (runner.runEnd() == RunEnd::DisplayLost) {
+        io.err << "the display " << qEnvironmentVariable("DISPLAY")
+               << " was lost (the X server went away); the run ended\n";
+        return kDisplayLost;
+    }
     return runner.runEnd() == RunEnd::TimeLimit ? kTimeLimit : kRunEnded;
 }
 
 int playOnDevices(const RunOptions& options, const model::TaskDocument& task, const RunIo& io) {
     const platform::android::AdbClient adb = adbClientFor(options);
+    if (options.listTargets) {
+        return printDeviceTargets(adb, options.json, io.out, io.err) ? kRunEnded : kNoTarget;
+    }
     auto chosen = chooseDevices(options, adb, io.err);
     if (const int* code = std::get_if<int>(&chosen)) {
         return *code;
@@ -215,6 +235,11 @@ int playOnDevices(const RunOptions& options, const model::TaskDocument& task, co
 }
 
 }  // namespace
+
+bool taskHasScripts(const QString& folder) {
+    model::TaskDocument task;
+    return task.openFolder(folder).ok && !script::taskScripts(task).empty();
+}
 
 int runTask(const RunOptions& options, platform::IDesktopBackend* backend, const RunIo& io) {
     model::TaskDocument task;
@@ -248,14 +273,19 @@ int runTask(const RunOptions& options, platform::IDesktopBackend* backend, const
         target.setPlugin(plugin.get());
     }
 
-    auto chosen = chooseTarget(drivesWindow(options, settings), settings.windowInfo, *backend,
-                               query, matcher, io.err);
-    if (const int* code = std::get_if<int>(&chosen)) {
-        return *code;
+    if (options.listTargets) {
+        return listTargets(drivesWindow(options, settings), *backend, matcher, io.out);
     }
-    RunTarget runTarget = std::get<RunTarget>(std::move(chosen));
-    runTarget.variableOverrides = options.variables;
-    return play(options, task, target, {runTarget}, &matcher, io);
+    std::vector<RunTarget> runTargets{RunTarget{TargetKind::Desktop}};
+    runTargets.front().variableOverrides = options.variables;
+    if (drivesWindow(options, settings)) {
+        auto chosen = chooseWindows(options, settings.windowInfo, *backend, query, matcher, io.err);
+        if (const int* code = std::get_if<int>(&chosen)) {
+            return *code;
+        }
+        runTargets = std::get<std::vector<RunTarget>>(std::move(chosen));
+    }
+    return play(options, task, target, runTargets, &matcher, io);
 }
 
 }  // namespace autoscene::app

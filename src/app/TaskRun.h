@@ -17,11 +17,15 @@ enum RunExitCode : int {
     kRunEnded = 0,
     kBadArguments = 2,
     kNoTarget = 3,
+    kDisplayLost = 4,
     kTimeLimit = 124,
 };
 
 // Waits up to the given time for the user's request to stop; true when it came.
 using StopRequest = std::function<bool(std::chrono::milliseconds)>;
+
+// Whether the task in `folder` has scripts (false when it cannot be opened).
+bool taskHasScripts(const QString& folder);
 
 struct RunIo {
     QTextStream& out;

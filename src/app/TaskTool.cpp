@@ -1,8 +1,11 @@
 #include "app/TaskTool.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <opencv2/imgcodecs.hpp>
 
+#include "model/DanglingReferences.h"
 #include "model/TaskDocument.h"
 #include "model/TaskImages.h"
 #include "model/TaskSummary.h"
@@ -62,6 +65,9 @@ void reportImageFiles(const TaskDocument& task, QTextStream& err) {
             err << "image " << image.id << ": refused file name \"" << image.file << "\"\n";
         } else if (!QFileInfo(*path).isFile()) {
             err << "image " << image.id << ": missing file " << *path << "\n";
+        } else if (cv::imread(QFile::encodeName(*path).toStdString(), cv::IMREAD_UNCHANGED)
+                       .empty()) {
+            err << "image " << image.id << ": file does not decode as an image: " << *path << "\n";
         }
     }
 }
@@ -84,6 +90,11 @@ int check(const QString& folder, QTextStream& out, QTextStream& err) {
     if (!openTask(folder, task, err)) {
         return kBadInput;
     }
+    QFile script(QDir(folder).filePath(QStringLiteral("script.json")));
+    if (script.open(QIODevice::ReadOnly) && script.readAll().trimmed().isEmpty()) {
+        err << "script.json is empty: the task opens with default settings and has nothing "
+               "to run\n";
+    }
     const TaskSummary summary = summarise(task);
     out << "task: " << task.name << "\n"
         << "task mode: " << taskModeText(task.settings.taskMode) << "\n"
@@ -96,6 +107,9 @@ int check(const QString& folder, QTextStream& out, QTextStream& err) {
         << "colours: " << summary.colors << "\n";
     reportScripts(task, out);
     reportImageFiles(task, err);
+    for (const QString& line : danglingReferences(task)) {
+        err << line << "\n";
+    }
     return kOk;
 }
 

@@ -16,19 +16,24 @@ int main(int argc, char* argv[]) {
     autoscene::sys::installCrashHandler();
     // Before any thread exists, so that only the waiting main thread sees Ctrl+C.
     autoscene::sys::StopSignals stopSignals;
-    // Where the display opens the runner is a GUI application, so that scripts have the
-    // desktop's clipboard (QClipboard needs one); elsewhere a missing display still ends
-    // with its own exit code below.
-    const auto windows = autoscene::platform::makeX11WindowControl(nullptr);
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments << QString::fromLocal8Bit(argv[i]);
+    }
+    const autoscene::app::ParsedRunOptions parsed = autoscene::app::parseRunOptions(arguments);
+    // A task with scripts runs in a GUI application where the display opens, so that its
+    // scripts have the desktop's clipboard (QClipboard needs one). Other tasks do without:
+    // Qt's own connection to the display ends the program when the server goes away,
+    // before the run can say that the display was lost.
+    const bool scripts =
+        parsed.options && autoscene::app::taskHasScripts(parsed.options->taskFolder);
+    const auto windows = scripts ? autoscene::platform::makeX11WindowControl(nullptr) : nullptr;
     const std::unique_ptr<QCoreApplication> app =
         windows ? std::make_unique<QGuiApplication>(argc, argv)
                 : std::make_unique<QCoreApplication>(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    QStringList arguments = QCoreApplication::arguments();
-    arguments.removeFirst();
 
-    const autoscene::app::ParsedRunOptions parsed = autoscene::app::parseRunOptions(arguments);
     if (!parsed.options) {
         (parsed.exitCode == 0 ? out : err) << parsed.message << '\n';
         return parsed.exitCode;

@@ -1,5 +1,7 @@
 #include "conditions/ImageCondition.h"
 
+#include "engine/RectList.h"
+
 namespace autoscene::conditions {
 
 ImageCondition::ImageCondition(int relation, Settings settings, const engine::RunClock& clock,
@@ -32,6 +34,7 @@ QJsonObject ImageCondition::describe(std::thread::id thread) const {
     status.insert(QStringLiteral("name"), imageName_);
     status.insert(QStringLiteral("err"), recognition::matchStatusText(current.status));
     status.insert(QStringLiteral("sim"), double(current.score));
+    status.insert(QStringLiteral("rect"), engine::formatRectList({current.match}));
     status.insert(QStringLiteral("requirement_sim"), double(matcher_->settings().similarity));
     return status;
 }

@@ -23,7 +23,10 @@ std::vector<text::TextBox> TextSearch::find(const engine::TaskInfo& task) const 
     }
     std::vector<text::TextBox> found;
     for (const std::optional<QRect>& rect : rects) {
-        text::RecognisedText text = reader_->read(task.frame, rect, task.cycleCount);
+        if (task.stop.stop_requested()) {
+            break;
+        }
+        text::RecognisedText text = reader_->read(task.frame, rect, task.cycleCount, task.stop);
         for (text::TextBox& box : text.boxes) {
             if (matcher_.matches(box.text)) {
                 found.push_back(std::move(box));

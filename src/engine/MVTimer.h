@@ -27,7 +27,9 @@ public:
     // The run view's text: "未启动", "已停止", "待触发" or "剩余时间:N秒".
     QString statusText();
 
-    void startThread() override {}
+    // A variable action's reset on a timer is how a task starts it (a timer that starts
+    // switched off has no other way to run).
+    void startThread() override { start(); }
     QString valueFor(std::thread::id thread) const override;
     void setValue(const QString& text) override;
     void setDefaultValue(const QString& text) override;

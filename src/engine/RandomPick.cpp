@@ -18,7 +18,14 @@ std::int64_t randomUpTo(std::int64_t n) {
 }
 
 QPoint randomPointIn(const QRect& rect) {
-    return {int(rect.x() + randomUpTo(rect.width())), int(rect.y() + randomUpTo(rect.height()))};
+    // In 64 bits and clamped, so that a rectangle at the edge of the int range gives a point
+    // at that edge rather than one wrapped to the other side.
+    const auto pick = [](int origin, int size) {
+        const std::int64_t value = std::int64_t(origin) + randomUpTo(size);
+        return int(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(),
+                                            std::numeric_limits<int>::max()));
+    };
+    return {pick(rect.x(), rect.width()), pick(rect.y(), rect.height())};
 }
 
 int pressTimeMs(float pressSeconds) {

@@ -31,6 +31,8 @@ public:
     virtual void threadStartedOnWindow(platform::WindowHandle) {}
     virtual void threadStartedOnDevice(const QString&) {}
     virtual void captureFailed() {}
+    // The frame just captured; the worker writes its next capture into the same pixels.
+    virtual void frameCaptured(const cv::Mat&) {}
 };
 
 class ITaskFinishListener {

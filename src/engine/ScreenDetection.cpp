@@ -36,6 +36,9 @@ void prepareScreenItems(const std::vector<std::shared_ptr<RuntimeEvent>>& events
     }
     // Helper threads see their own thread_local, so the list goes by reference.
     const std::function<void(size_t)> job = [&task, &list = items](size_t i) {
+        if (task.stop.stop_requested()) {
+            return;
+        }
         try {
             list[i]->prepare(task);
         } catch (const std::exception& e) {

@@ -1,7 +1,8 @@
 #pragma once
 // The detection step that precedes each traversal: every screen item of a scene's
 // events detects once, side by side on the run's job runner. The results land in the
-// calling worker's per-thread records, as if it had detected them one by one.
+// calling worker's per-thread records, as if it had detected them one by one. Once the
+// run's stop is set, the detections not yet begun are skipped.
 
 #include <functional>
 #include <memory>

@@ -19,9 +19,15 @@ public:
     virtual bool isWindow(platform::WindowHandle window) = 0;
     // Visible top-level windows of other processes, foreground first, then z-order.
     virtual std::vector<platform::WindowHandle> candidateWindows() = 0;
+    // True once the display or device connection is gone for good; the run then ends.
+    virtual bool displayLost() { return false; }
     virtual void targetStarted(const TaskInfo&) {}
     virtual void targetEnded(const TaskInfo&) {}
 
+    // Why mouse input at `point` must not be sent to the task's target (it would reach
+    // another program); empty when it may.
+    virtual QString refusesPoint(const TaskInfo&, platform::Point) { return {}; }
+    // Input at a refused point is dropped.
     virtual void mouse(const TaskInfo& task, platform::Point point, platform::MouseOp op,
                        int pressMs) = 0;
     virtual void wheel(const TaskInfo& task, int steps, platform::Point point) = 0;

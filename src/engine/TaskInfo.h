@@ -9,6 +9,7 @@
 #include <map>
 #include <mutex>
 #include <opencv2/core/mat.hpp>
+#include <stop_token>
 
 #include "desktop/DesktopBackend.h"
 
@@ -44,6 +45,9 @@ struct TaskInfo {
     std::atomic<bool> suspended{false};
     std::atomic<bool> running{true};
     std::atomic<std::int64_t> cycleCount{0};
+    // The run's stop: set when it is stopped, its time is up or a stop action fires. Work
+    // that can take long (typing, slides, detections, requests) gives up once it is set.
+    std::stop_token stop;
 };
 
 }  // namespace autoscene::engine

@@ -45,6 +45,9 @@ void TaskRunner::joinWorkers() {
         worker.join();
     }
     workers_.clear();
+    if (timeLimitWatch_.joinable()) {
+        timeLimitWatch_.join();
+    }
 }
 
 void TaskRunner::callRunEndHooks() {
@@ -120,8 +123,15 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
         tasks_.clear();
     }
     {
+        // The windows the run starts on are taken: a worker whose window goes never picks
+        // another worker's.
         std::lock_guard lock(claimedMutex_);
         claimedWindows_.clear();
+        for (const RunTarget& target : targets) {
+            if (target.window != 0) {
+                claimedWindows_.push_back(target.window);
+            }
+        }
     }
     {
         // A script that locked and never unlocked held only the run that has ended.
@@ -144,6 +154,7 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
             }
         }
     }
+    stopSource_ = std::stop_source();
     running_ = true;
     suspended_ = false;
     runEnd_ = RunEnd::Running;
@@ -161,6 +172,8 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
     if (targets.empty()) {
         endRun(RunEnd::TargetsFinished);
         callRunEndHooks();
+    } else if (runTimeLimitSeconds_ >= 0) {
+        timeLimitWatch_ = std::thread(&TaskRunner::watchTimeLimit, this);
     }
     for (RunTarget& target : targets) {
         auto info = std::make_shared<TaskInfo>();
@@ -170,6 +183,7 @@ bool TaskRunner::start(std::vector<RunTarget> targets) {
         info->child = target.child;
         info->serial = target.serial;
         info->variableOverrides = std::move(target.variableOverrides);
+        info->stop = stopSource_.get_token();
         workers_.emplace_back(&TaskRunner::workerBody, this, std::move(info));
     }
     return true;
@@ -179,8 +193,11 @@ bool TaskRunner::endRun(RunEnd reason) {
     RunEnd expected = RunEnd::Running;
     const bool first = runEnd_.compare_exchange_strong(expected, reason);
     running_ = false;
+    stopSource_.request_stop();
     clock_->stop();
     wake_.notify_all();
+    { std::lock_guard lock(timeLimitMutex_); }
+    timeLimitWake_.notify_all();
     std::lock_guard lock(tasksMutex_);
     for (auto& [id, task] : tasks_) {
         task->wake.notify_all();
@@ -222,7 +239,26 @@ bool TaskRunner::idle() const {
 
 bool TaskRunner::timeLimitPassed() const {
     const int limit = runTimeLimitSeconds_;
-    return limit >= 0 && (clock_->nowMs() - startMs_) / 1000 > limit;
+    return limit >= 0 && clock_->nowMs() - startMs_ >= std::int64_t(limit) * 1000;
+}
+
+void TaskRunner::watchTimeLimit() {
+    // Polls the run clock rather than waiting for a fixed moment, so that a test clock
+    // that jumps ahead ends the run too.
+    constexpr std::int64_t kMaxWaitMs = 50;
+    std::unique_lock lock(timeLimitMutex_);
+    while (running_) {
+        const std::int64_t leftMs =
+            std::int64_t(runTimeLimitSeconds_.load()) * 1000 - (clock_->nowMs() - startMs_);
+        if (leftMs <= 0) {
+            lock.unlock();
+            if (endRun(RunEnd::TimeLimit) && finishListener_) {
+                finishListener_->finished(1);
+            }
+            return;
+        }
+        timeLimitWake_.wait_for(lock, std::chrono::milliseconds(std::min(leftMs, kMaxWaitMs)));
+    }
 }
 
 bool TaskRunner::stopRequested() const {
@@ -382,9 +418,14 @@ void TaskRunner::capture(TaskInfo& task) {
     if (capturable) {
         targets_.capture(task, convert);
     }
+    if (usable && runObserver_) {
+        runObserver_->frameCaptured(task.frame);
+    }
     if (!usable) {
         task.frame.release();
-        if (runObserver_) {
+        if (targets_.displayLost()) {
+            endRun(RunEnd::DisplayLost);
+        } else if (runObserver_) {
             runObserver_->captureFailed();
         }
     }
@@ -401,6 +442,9 @@ bool TaskRunner::runCycle(TaskInfo& task) {
         return false;
     }
     capture(task);
+    if (!running_) {
+        return false;
+    }
     bool keep = false;
     if (task.currentScene) {
         keep = evaluateScene(*task.currentScene, task);
@@ -508,7 +552,7 @@ void TaskRunner::runActions(const RuntimeEvent& event, TaskInfo& task) {
         actions.push_back(action.get());
     }
     for (IAction* action : actions) {
-        if (!running_ || !task.running) {
+        if (task.stop.stop_requested() || !task.running) {
             break;
         }
         if (action->needsPreparation()) {

@@ -8,6 +8,7 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <stop_token>
 #include <thread>
 #include <unordered_map>
 #include <vector>
@@ -29,7 +30,14 @@ class EditorEvent;
 namespace autoscene::engine {
 
 // Why the last run ended.
-enum class RunEnd : int { Running = 0, Stopped, StopAction, TimeLimit, TargetsFinished };
+enum class RunEnd : int {
+    Running = 0,
+    Stopped,
+    StopAction,
+    TimeLimit,
+    TargetsFinished,
+    DisplayLost,  // the display or device connection is gone for good
+};
 
 class TaskRunner : public IRunControl {
 public:
@@ -90,6 +98,8 @@ private:
     bool waitForTurn(TaskInfo& task, std::unique_lock<std::mutex>& lock);
     bool excludedByExclusiveQueue();
     bool timeLimitPassed() const;
+    // Ends the run when its time is up, wherever its workers are.
+    void watchTimeLimit();
     // Ends the run; true for the call that ended it.
     bool endRun(RunEnd reason);
     void joinWorkers();
@@ -126,6 +136,10 @@ private:
     // is entered. Shared by the run's workers, on purpose.
     std::atomic<bool> unidentifiedReset_{false};
     std::vector<std::thread> workers_;
+    std::thread timeLimitWatch_;
+    std::stop_source stopSource_;  // one per run; endRun() sets it
+    std::mutex timeLimitMutex_;
+    std::condition_variable timeLimitWake_;
 
     std::mutex mutex_;  // the queue mode's cycle lock
     std::condition_variable wake_;

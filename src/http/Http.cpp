@@ -24,6 +24,56 @@ struct FileDeleter {
 };
 
 using EasyHandle = std::unique_ptr<CURL, EasyDeleter>;
+
+// A multi handle driving one easy handle, detached again before both are released.
+class SingleTransfer {
+public:
+    explicit SingleTransfer(CURL* easy) : multi_(curl_multi_init()), easy_(easy) {
+        if (multi_ != nullptr) {
+            curl_multi_add_handle(multi_, easy_);
+        }
+    }
+    ~SingleTransfer() {
+        if (multi_ != nullptr) {
+            curl_multi_remove_handle(multi_, easy_);
+            curl_multi_cleanup(multi_);
+        }
+    }
+    SingleTransfer(const SingleTransfer&) = delete;
+    SingleTransfer& operator=(const SingleTransfer&) = delete;
+
+    // Empty on success, else why it failed; looks at `stop` between short waits.
+    std::string run(const std::stop_token& stop) {
+        constexpr int kPollMs = 50;
+        if (multi_ == nullptr) {
+            return "curl_multi_init failed";
+        }
+        int running = 1;
+        while (running > 0) {
+            if (curl_multi_perform(multi_, &running) != CURLM_OK) {
+                return "curl_multi_perform failed";
+            }
+            if (running == 0) {
+                break;
+            }
+            if (stop.stop_requested()) {
+                return "stopped";
+            }
+            curl_multi_poll(multi_, nullptr, 0, kPollMs, nullptr);
+        }
+        int queued = 0;
+        while (const CURLMsg* message = curl_multi_info_read(multi_, &queued)) {
+            if (message->msg == CURLMSG_DONE && message->data.result != CURLE_OK) {
+                return curl_easy_strerror(message->data.result);
+            }
+        }
+        return {};
+    }
+
+private:
+    CURLM* multi_;
+    CURL* easy_;
+};
 using HeaderList = std::unique_ptr<curl_slist, HeaderListDeleter>;
 
 enum class PeerVerification { Off, LibraryDefault };
@@ -53,12 +103,10 @@ size_t writeToFile(char* data, size_t size, size_t count, void* userData) {
 class Request {
 public:
     Request(const std::string& url, const HttpHeaders& headers, PeerVerification verification,
-            std::chrono::milliseconds timeout = {})
-        : easy_(curl_easy_init()) {
+            const HttpLimits& limits = {})
+        : easy_(curl_easy_init()), stop_(limits.stop) {
         set(CURLOPT_URL, url.c_str());
-        if (timeout.count() > 0) {
-            set(CURLOPT_TIMEOUT_MS, long(timeout.count()));
-        }
+        setLimits(limits);
         if (verification == PeerVerification::Off) {
             set(CURLOPT_SSL_VERIFYPEER, 0L);
             set(CURLOPT_SSL_VERIFYHOST, 0L);
@@ -91,12 +139,24 @@ public:
         }
     }
 
-    // Empty on success, else libcurl's text for the failure.
+    void setLimits(const HttpLimits& limits) {
+        if (limits.connectTimeout.count() > 0) {
+            set(CURLOPT_CONNECTTIMEOUT_MS, long(limits.connectTimeout.count()));
+        }
+        if (limits.timeout.count() > 0) {
+            set(CURLOPT_TIMEOUT_MS, long(limits.timeout.count()));
+        }
+    }
+
+    // Empty on success, else libcurl's text for the failure ("stopped" when `stop` ended it).
     std::string performQuietly() {
         if (!easy_) {
             return "curl_easy_init failed";
         }
         set(CURLOPT_HTTPHEADER, headerList_.get());
+        if (stop_.stop_possible()) {
+            return SingleTransfer(easy_.get()).run(stop_);
+        }
         const CURLcode code = curl_easy_perform(easy_.get());
         return code == CURLE_OK ? std::string() : curl_easy_strerror(code);
     }
@@ -121,6 +181,7 @@ public:
 private:
     EasyHandle easy_;
     HeaderList headerList_;
+    std::stop_token stop_;
 };
 
 std::string formBody(const HttpFields& fields) {
@@ -144,23 +205,22 @@ void initHttpOnce() {
 }
 
 bool httpDownloadToFile(const std::string& url, const HttpHeaders& headers,
-                        const std::string& filePath, std::chrono::milliseconds timeout) {
+                        const std::string& filePath, const HttpLimits& limits) {
     initHttpOnce();
     const std::unique_ptr<std::FILE, FileDeleter> file(std::fopen(filePath.c_str(), "wb"));
     if (!file) {
         std::fputs("Failed to open file for writing.\n", stderr);
         return false;
     }
-    Request request(url, headers, PeerVerification::Off, timeout);
+    Request request(url, headers, PeerVerification::Off, limits);
     request.set(CURLOPT_WRITEFUNCTION, writeToFile);
     request.set(CURLOPT_WRITEDATA, file.get());
     return request.perform();
 }
 
-std::string httpGet(const std::string& url, const HttpHeaders& headers,
-                    std::chrono::milliseconds timeout) {
+std::string httpGet(const std::string& url, const HttpHeaders& headers, const HttpLimits& limits) {
     initHttpOnce();
-    Request request(url, headers, PeerVerification::Off, timeout);
+    Request request(url, headers, PeerVerification::Off, limits);
     return request.performCollectingBody();
 }
 
@@ -183,28 +243,29 @@ HttpResponse httpGetWithHeaders(const std::string& url, const HttpHeaders& heade
 }
 
 std::string httpPostForm(const std::string& url, const HttpHeaders& headers,
-                         const HttpFields& fields, std::chrono::milliseconds timeout) {
+                         const HttpFields& fields, const HttpLimits& limits) {
     initHttpOnce();
     const std::string body = formBody(fields);
-    Request request(url, headers, PeerVerification::Off, timeout);
+    Request request(url, headers, PeerVerification::Off, limits);
     request.set(CURLOPT_POST, 1L);
     request.setBody(body);
     return request.performCollectingBody();
 }
 
 std::string httpPostJson(const std::string& url, const HttpHeaders& headers,
-                         const std::string& jsonText, std::chrono::milliseconds timeout) {
+                         const std::string& jsonText, const HttpLimits& limits) {
     initHttpOnce();
-    Request request(url, headers, PeerVerification::LibraryDefault, timeout);
+    Request request(url, headers, PeerVerification::LibraryDefault, limits);
     request.setBody(jsonText);
     request.addHeader("Content-Type: application/json");
     return request.performCollectingBody();
 }
 
 HttpResponse httpPostMultipart(const std::string& url, const HttpHeaders& headers,
-                               const HttpFilePart& file, const HttpFields& textFields) {
+                               const HttpFilePart& file, const HttpFields& textFields,
+                               const HttpLimits& limits) {
     initHttpOnce();
-    Request request(url, headers, PeerVerification::LibraryDefault);
+    Request request(url, headers, PeerVerification::LibraryDefault, limits);
     const std::unique_ptr<curl_mime, MimeDeleter> mime(curl_mime_init(request.easy()));
     curl_mimepart* filePart = curl_mime_addpart(mime.get());
     curl_mime_name(filePart, file.fieldName.c_str());

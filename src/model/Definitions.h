@@ -114,6 +114,9 @@ public:
     ScreenInfo screenInfo;
 
     bool uses(Ref kind, int id) const override { return kind == Ref::Original && ori == id; }
+    void forEachReference(const std::function<void(Ref, int)>& visit) const override {
+        visit(Ref::Original, ori);
+    }
     void replace(Ref kind, int fromId, int toId) override;
 
     static constexpr auto fields() {

@@ -30,6 +30,7 @@ std::unique_ptr<IEditorCondition> EditorGroupCondition::take(size_t index) {
 }
 
 void EditorGroupCondition::read(const JsonValue& record, ReadContext& context) {
+    reportUnknownKeys(record, {"type", "id", "relation", "item_list"}, context);
     readMember(record, "id", id_);
     readMember(record, "relation", relation_);
     items_.clear();

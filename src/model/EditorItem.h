@@ -4,6 +4,7 @@
 // resource-use queries from its field table.
 
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -33,6 +34,8 @@ public:
     virtual ~IResourceUseage() = default;
     virtual bool uses(Ref kind, int id) const = 0;
     virtual void replace(Ref kind, int fromId, int toId) = 0;
+    // Calls `visit` with every id this holds and what kind of thing it names.
+    virtual void forEachReference(const std::function<void(Ref, int)>& /*visit*/) const {}
 
     bool usesDefinition(int id) const { return uses(Ref::Definition, id); }
 };
@@ -65,8 +68,14 @@ public:
 
     int type() const override { return Code; }
 
-    void read(const JsonValue& record, ReadContext&) override {
+    void read(const JsonValue& record, ReadContext& context) override {
         readFields(record, static_cast<Record&>(*this));
+        static const std::vector<std::string_view> known = [] {
+            std::vector<std::string_view> keys = fieldKeys<Record>();
+            keys.emplace_back("type");
+            return keys;
+        }();
+        reportUnknownKeys(record, known, context);
     }
 
     void write(JsonWriter& out) const override {
@@ -82,6 +91,11 @@ public:
             found = found || (ref == kind && value == id);
         });
         return found;
+    }
+
+    void forEachReference(const std::function<void(Ref, int)>& visit) const override {
+        forEachRef(static_cast<const Record&>(*this),
+                   [&](Ref ref, const int& value) { visit(ref, value); });
     }
 
     void replace(Ref kind, int fromId, int toId) override {

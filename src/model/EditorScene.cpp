@@ -19,6 +19,7 @@ EditorEvent& EditorEvent::operator=(const EditorEvent& other) {
 }
 
 void EditorEvent::read(const JsonValue& record, ReadContext& context) {
+    reportUnknownKeys(record, {"name", "id", "disabled", "item_group", "action_list"}, context);
     readMember(record, "name", name);
     readMember(record, "id", id);
     readMember(record, "disabled", disabled);
@@ -95,6 +96,7 @@ std::vector<EditorEvent*> EditorScene::allEvents() {
 }
 
 void EditorScene::read(const JsonValue& record, ReadContext& context) {
+    reportUnknownKeys(record, {"name", "scene_event", "event_list"}, context);
     readMember(record, "name", name);
     if (const JsonValue* event = findMember(record, "scene_event"); event && event->IsObject()) {
         ReadContext::Scope scope(context, QStringLiteral("scene_event"));

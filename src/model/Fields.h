@@ -3,6 +3,7 @@
 // that holds the value and what the value refers to. Reading, writing and the
 // resource-use queries all walk the same table.
 
+#include <string_view>
 #include <tuple>
 #include <type_traits>
 #include <vector>
@@ -118,6 +119,25 @@ void readFields(const JsonValue& in, T& record) {
              ...);
         },
         T::fields());
+}
+
+// Every key a record's fields are read or written under: a file written here knows no others.
+template <HasFields T>
+std::vector<std::string_view> fieldKeys() {
+    std::vector<std::string_view> keys;
+    std::apply(
+        [&](const auto&... f) {
+            (([&] {
+                 for (const char* key : {f.key, f.keyForReading()}) {
+                     if (*key) {
+                         keys.emplace_back(key);
+                     }
+                 }
+             }()),
+             ...);
+        },
+        T::fields());
+    return keys;
 }
 
 // Calls fn(ref, id&) for every id-holding member of the record, nested ones included.

@@ -325,6 +325,20 @@ bool readJson(const JsonValue& v, RawJson& out) {
     return true;
 }
 
+void reportUnknownKeys(const JsonValue& object, const std::vector<std::string_view>& known,
+                       ReadContext& context) {
+    if (!object.IsObject()) {
+        return;
+    }
+    for (auto member = object.MemberBegin(); member != object.MemberEnd(); ++member) {
+        const std::string_view key(member->name.GetString(), member->name.GetStringLength());
+        if (std::find(known.begin(), known.end(), key) == known.end()) {
+            context.skip(QStringLiteral("unknown key \"%1\"")
+                             .arg(QString::fromUtf8(key.data(), qsizetype(key.size()))));
+        }
+    }
+}
+
 bool parseJson(const char* text, size_t length, rapidjson::Document& doc, QString& error) {
     // Iterative parsing keeps a deeply nested file from exhausting the stack; invalid
     // UTF-8 is refused rather than silently replaced, so nothing of the file is lost.

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/RawJson.h"
@@ -78,5 +79,10 @@ void readMember(const JsonValue& object, const char* key, T& out) {
 // Parses task-file text. On failure returns false with a message naming what and
 // where (byte offset).
 bool parseJson(const char* text, size_t length, rapidjson::Document& doc, QString& error);
+
+// Reports each member of `object` whose key is not `known` (as "unknown key "actions_list""),
+// so that a misspelt key, whose member then keeps its default, does not pass unnoticed.
+void reportUnknownKeys(const JsonValue& object, const std::vector<std::string_view>& known,
+                       ReadContext& context);
 
 }  // namespace autoscene::model

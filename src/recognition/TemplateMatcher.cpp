@@ -1,13 +1,12 @@
 #include "recognition/TemplateMatcher.h"
 
-#include <QFile>
 #include <QLoggingCategory>
 #include <algorithm>
 #include <cmath>
-#include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
 #include "recognition/ColorSearch.h"
+#include "recognition/TemplateImage.h"
 
 namespace autoscene::recognition {
 
@@ -54,11 +53,7 @@ void TemplateMatcher::ensureLoaded() {
         return;
     }
     // A failed load leaves loaded_ clear, so the next use tries again.
-    cv::Mat image;
-    if (!settings_.filePath.isEmpty()) {
-        image =
-            cv::imread(QFile::encodeName(settings_.filePath).toStdString(), cv::IMREAD_UNCHANGED);
-    }
+    cv::Mat image = readTemplateImage(settings_.filePath, settings_.imageType);
     if (image.empty()) {
         qCDebug(lcMatcher) << "template not readable:" << settings_.filePath;
         return;

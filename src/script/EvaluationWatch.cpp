@@ -28,6 +28,7 @@ void EvaluationWatch::poll(QJSEngine& engine, const std::function<bool()>& stopR
     std::unique_lock lock(mutex_);
     while (!wake_.wait_for(lock, kPollInterval, [this] { return done_; })) {
         if (stopRequested()) {
+            stop_.request_stop();
             engine.setInterrupted(true);
             return;
         }

@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <functional>
 #include <mutex>
+#include <stop_token>
 #include <thread>
 
 class QJSEngine;
@@ -13,11 +14,14 @@ namespace autoscene::script {
 
 class EvaluationWatch {
 public:
-    // Polls `stopRequested` until destroyed; once it holds, interrupts `engine`.
+    // Polls `stopRequested` until destroyed; once it holds, interrupts `engine` and sets
+    // the stop token, which ends the script's transfers under way.
     EvaluationWatch(QJSEngine& engine, std::function<bool()> stopRequested);
     ~EvaluationWatch();
     EvaluationWatch(const EvaluationWatch&) = delete;
     EvaluationWatch& operator=(const EvaluationWatch&) = delete;
+
+    std::stop_token stopToken() const { return stop_.get_token(); }
 
 private:
     void poll(QJSEngine& engine, const std::function<bool()>& stopRequested);
@@ -25,7 +29,8 @@ private:
     std::mutex mutex_;
     std::condition_variable wake_;
     bool done_ = false;
-    std::thread thread_;
+    std::stop_source stop_;
+    std::thread thread_;  // last: it uses the members above
 };
 
 }  // namespace autoscene::script

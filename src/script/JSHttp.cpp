@@ -33,8 +33,15 @@ QString fromBody(const std::string& body) {
 
 }  // namespace
 
+http::HttpLimits JSHttp::limits() const {
+    http::HttpLimits limits;
+    limits.timeout = kScriptHttpTimeout;
+    limits.stop = stop_;
+    return limits;
+}
+
 QString JSHttp::get(const QString& url) {
-    QString body = fromBody(http::httpGet(url.toStdString(), {}, kScriptHttpTimeout));
+    QString body = fromBody(http::httpGet(url.toStdString(), {}, limits()));
     qCDebug(lcScriptHttp).noquote() << "get result:" << body.left(1000);
     return body;
 }
@@ -48,7 +55,7 @@ QString JSHttp::post(const QString& url, const QJSValue& data) {
             fields[member.name().toStdString()] = formValue(member.value());
         }
     }
-    return fromBody(http::httpPostForm(url.toStdString(), {}, fields, kScriptHttpTimeout));
+    return fromBody(http::httpPostForm(url.toStdString(), {}, fields, limits()));
 }
 
 QString JSHttp::postJson(const QString& url, const QJSValue& data) {
@@ -66,8 +73,8 @@ QString JSHttp::postJson(const QString& url, const QJSValue& data) {
         qCDebug(lcScriptHttp) << "postJson: the data has no JSON form";
         return {};
     }
-    return fromBody(http::httpPostJson(url.toStdString(), {}, json.toString().toStdString(),
-                                       kScriptHttpTimeout));
+    return fromBody(
+        http::httpPostJson(url.toStdString(), {}, json.toString().toStdString(), limits()));
 }
 
 QString JSHttp::download(const QString& url, const QString& file) {
@@ -78,8 +85,8 @@ QString JSHttp::download(const QString& url, const QString& file) {
     if (!QDir().mkpath(target.absolutePath())) {
         return {};
     }
-    const bool ok = http::httpDownloadToFile(
-        url.toStdString(), {}, QFile::encodeName(file).toStdString(), kScriptHttpTimeout);
+    const bool ok = http::httpDownloadToFile(url.toStdString(), {},
+                                             QFile::encodeName(file).toStdString(), limits());
     return ok ? file : QString();
 }
 

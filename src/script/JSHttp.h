@@ -4,6 +4,9 @@
 #include <QJSValue>
 #include <QObject>
 #include <chrono>
+#include <stop_token>
+
+#include "http/Http.h"
 
 namespace autoscene::script {
 
@@ -15,6 +18,9 @@ class JSHttp : public QObject {
 public:
     using QObject::QObject;
 
+    // The stop of the run the script evaluates in; a transfer under way ends when it is set.
+    void setStop(std::stop_token stop) { stop_ = std::move(stop); }
+
     // The response body; empty when nothing came.
     Q_INVOKABLE QString get(const QString& url);
     // `data`'s members as form fields (strings as they are, numbers in %g form, booleans
@@ -25,6 +31,11 @@ public:
     Q_INVOKABLE QString postJson(const QString& url, const QJSValue& data);
     // Writes the body to `file`, creating its folder; the file's path, or empty on failure.
     Q_INVOKABLE QString download(const QString& url, const QString& file);
+
+private:
+    http::HttpLimits limits() const;
+
+    std::stop_token stop_;
 };
 
 }  // namespace autoscene::script

@@ -24,7 +24,8 @@ void ScriptEngineHolder::addGlobals(const ScriptContext& context) {
     QJSValue global = engine_->globalObject();
     // Parented to the engine, so they go with it.
     QJSEngine* engine = engine_.get();
-    global.setProperty(QStringLiteral("http"), engine->newQObject(new JSHttp(engine)));
+    http_ = new JSHttp(engine);
+    global.setProperty(QStringLiteral("http"), engine->newQObject(http_));
     global.setProperty(QStringLiteral("auto"), engine->newQObject(new JSMorvane(context, engine)));
     global.setProperty(QStringLiteral("image"), engine->newQObject(new JSImage(context, engine)));
     global.setProperty(QStringLiteral("file"), engine->newQObject(new JSFile(engine)));
@@ -64,6 +65,9 @@ ScriptResult ScriptEngineHolder::evaluate(const QString& code) {
         if (context_ && context_->control) {
             engine::IRunControl* control = context_->control;
             watch.emplace(*engine_, [control] { return control->stopRequested(); });
+        }
+        if (http_) {
+            http_->setStop(watch ? watch->stopToken() : std::stop_token());
         }
         last_ = engine_->evaluate(code, QStringLiteral("script"), 1, &stack);
     }

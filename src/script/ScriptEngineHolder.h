@@ -20,6 +20,8 @@ struct ScriptResult {
     bool interrupted = false;  // a stop of the run ended it
 };
 
+class JSHttp;
+
 class ScriptEngineHolder {
 public:
     ScriptEngineHolder();
@@ -42,6 +44,7 @@ private:
     void publishVariable(const QString& name, const QString& value);
 
     std::unique_ptr<QJSEngine> engine_;
+    JSHttp* http_ = nullptr;  // owned by the engine
     QJSValue last_;
     std::optional<ScriptContext> context_;
 };

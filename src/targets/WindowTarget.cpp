@@ -26,8 +26,11 @@ bool WindowTarget::ownsForegroundInput() const {
     return !runnerThreads_.empty() && runnerThreads_.front() == std::this_thread::get_id();
 }
 
-bool WindowTarget::mayDeliver(bool foreground) const {
-    return enabled_ && (!foreground || ownsForegroundInput());
+bool WindowTarget::mayDeliver(const engine::TaskInfo& task, bool foreground) const {
+    // A window target whose window went has nowhere to send input: sent with no window it
+    // would reach the desktop.
+    const bool windowGone = task.kind == engine::TargetKind::Window && task.window == 0;
+    return enabled_ && !windowGone && (!foreground || ownsForegroundInput());
 }
 
 bool WindowTarget::capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) {
@@ -106,6 +109,25 @@ platform::InputTarget WindowTarget::inputTarget(const engine::TaskInfo& task) {
     return target;
 }
 
+QString WindowTarget::refusesPoint(const engine::TaskInfo& task, platform::Point point) {
+    const platform::WindowHandle window = task.window;
+    if (task.kind != engine::TargetKind::Window) {
+        return {};
+    }
+    if (window == 0) {
+        return QStringLiteral("the target window is gone; not sent");
+    }
+    const platform::Rect client = backend_.describe(window).clientRect;
+    if (point.x >= 0 && point.y >= 0 && point.x < client.width && point.y < client.height) {
+        return {};
+    }
+    return QStringLiteral("point %1,%2 is outside the window's %3x%4 client area; not sent")
+        .arg(point.x)
+        .arg(point.y)
+        .arg(client.width)
+        .arg(client.height);
+}
+
 void WindowTarget::mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op,
                          int pressMs) {
     if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesMouse)) {
@@ -116,7 +138,14 @@ void WindowTarget::mouse(const engine::TaskInfo& task, platform::Point point, pl
         return;
     }
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
-    if (!mayDeliver(!background)) {
+    if (!mayDeliver(task, !background)) {
+        return;
+    }
+    // A button up without a point (-1, -1) goes where the button went down.
+    const bool placed = point.x != -1 || point.y != -1 || op == platform::MouseOp::Move;
+    if (placed && !refusesPoint(task, point).isEmpty()) {
+        qCWarning(lcWindowTarget) << "mouse input outside the target window dropped:" << point.x
+                                  << point.y;
         return;
     }
     backend_.mouse(inputTarget(task), point, op, pressMs, background);
@@ -131,7 +160,7 @@ void WindowTarget::wheel(const engine::TaskInfo& task, int steps, platform::Poin
         return;
     }
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
-    if (!mayDeliver(!background)) {
+    if (!mayDeliver(task, !background)) {
         return;
     }
     backend_.wheel(inputTarget(task), steps, point, background);
@@ -145,7 +174,7 @@ void WindowTarget::key(const engine::TaskInfo& task, int virtualKey, platform::K
         return;
     }
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
-    if (!mayDeliver(!background)) {
+    if (!mayDeliver(task, !background)) {
         return;
     }
     backend_.key(inputTarget(task), virtualKey, op, background);
@@ -153,7 +182,7 @@ void WindowTarget::key(const engine::TaskInfo& task, int virtualKey, platform::K
 
 void WindowTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
     // A group is pressed only by the thread that owns foreground input, whatever the mode.
-    if (!mayDeliver(true)) {
+    if (!mayDeliver(task, true)) {
         return;
     }
     if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesKeys)) {
@@ -172,7 +201,7 @@ void WindowTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>
 }
 
 void WindowTarget::inputText(const engine::TaskInfo& task, const QString& text) {
-    if (!enabled_) {
+    if (!mayDeliver(task, false)) {
         return;
     }
     if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesText)) {

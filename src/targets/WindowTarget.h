@@ -37,9 +37,12 @@ public:
     bool capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) override;
     bool isWindow(platform::WindowHandle window) override;
     std::vector<platform::WindowHandle> candidateWindows() override;
+    bool displayLost() override { return backend_.displayLost(); }
     void targetStarted(const engine::TaskInfo& task) override;
     void targetEnded(const engine::TaskInfo& task) override;
 
+    // A window target refuses points outside the window's client area.
+    QString refusesPoint(const engine::TaskInfo& task, platform::Point point) override;
     void mouse(const engine::TaskInfo& task, platform::Point point, platform::MouseOp op,
                int pressMs) override;
     void wheel(const engine::TaskInfo& task, int steps, platform::Point point) override;
@@ -56,9 +59,9 @@ private:
     // The named child window when the point lies in it, with the point in its client area.
     std::pair<platform::WindowHandle, platform::Point> pluginPoint(const engine::TaskInfo& task,
                                                                    platform::Point point);
-    // False when the call must be skipped: a disabled target, or foreground input on
-    // a thread that does not own it.
-    bool mayDeliver(bool foreground) const;
+    // False when the call must be skipped: a disabled target, a window target whose
+    // window is gone, or foreground input on a thread that does not own it.
+    bool mayDeliver(const engine::TaskInfo& task, bool foreground) const;
 
     platform::IDesktopBackend& backend_;
     const Modes modes_;

@@ -20,8 +20,20 @@ std::string OcrClient::url() const {
     return url_;
 }
 
-RecognisedText OcrClient::recognise(const cv::Mat& image, OcrEngine engine) const {
-    const std::string address = url();
+void OcrClient::setTimeouts(OcrTimeouts timeouts) {
+    const std::lock_guard lock(mutex_);
+    timeouts_ = timeouts;
+}
+
+RecognisedText OcrClient::recognise(const cv::Mat& image, OcrEngine engine,
+                                    const std::stop_token& stop) const {
+    std::string address;
+    http::HttpLimits limits;
+    {
+        const std::lock_guard lock(mutex_);
+        address = url_;
+        limits = {timeouts_.connect, timeouts_.request, stop};
+    }
     if (address.empty() || image.empty()) {
         return {};
     }
@@ -33,9 +45,12 @@ RecognisedText OcrClient::recognise(const cv::Mat& image, OcrEngine engine) cons
         return {};
     }
     const std::string_view content(reinterpret_cast<const char*>(png.data()), png.size());
-    const http::HttpResponse response =
-        http::httpPostMultipart(address, {}, {"image", "image.png", "image/png", content},
-                                {{"engine", engine == OcrEngine::Fast ? "fast" : "accurate"}});
+    const http::HttpResponse response = http::httpPostMultipart(
+        address, {}, {"image", "image.png", "image/png", content},
+        {{"engine", engine == OcrEngine::Fast ? "fast" : "accurate"}}, limits);
+    if (stop.stop_requested()) {
+        return {};
+    }
     if (!response.error.empty()) {
         qCWarning(lcOcrClient).noquote().nospace()
             << "curl_easy_perform() failed: " << QString::fromStdString(response.error);

@@ -3,8 +3,10 @@
 // thread; each call makes its own transfer. The address is set by whoever starts the
 // service; with none set, nothing is recognised.
 
+#include <chrono>
 #include <mutex>
 #include <opencv2/core/mat.hpp>
+#include <stop_token>
 #include <string>
 
 #include "text/RecognisedText.h"
@@ -14,6 +16,12 @@ namespace autoscene::text {
 // The service's engines: PP-OCR networks (accurate) or Tesseract (fast).
 enum class OcrEngine { Invalid = 0, Accurate, Fast };
 
+// How long a request may take: a service that hangs must not hold a run.
+struct OcrTimeouts {
+    std::chrono::milliseconds connect{3000};
+    std::chrono::milliseconds request{20000};  // the whole request, connecting included
+};
+
 class OcrClient {
 public:
     OcrClient() = default;
@@ -21,14 +29,18 @@ public:
 
     void setUrl(std::string url);
     std::string url() const;
+    void setTimeouts(OcrTimeouts timeouts);
 
     // The text of a BGR or grey image read by `engine`; empty when the service cannot be
-    // reached or answers with anything but a recognition (each failure is logged).
-    RecognisedText recognise(const cv::Mat& image, OcrEngine engine = OcrEngine::Accurate) const;
+    // reached in time or answers with anything but a recognition (each failure is logged
+    // once), and when `stop` ends the request.
+    RecognisedText recognise(const cv::Mat& image, OcrEngine engine = OcrEngine::Accurate,
+                             const std::stop_token& stop = {}) const;
 
 private:
     mutable std::mutex mutex_;
     std::string url_;
+    OcrTimeouts timeouts_;
 };
 
 // "http://127.0.0.1:<port>/ocr_detect"

@@ -36,7 +36,7 @@ TextRegionReader::TextRegionReader(std::shared_ptr<const OcrClient> client,
     : client_(std::move(client)), preparation_(preparation) {}
 
 RecognisedText TextRegionReader::read(const cv::Mat& frame, const std::optional<QRect>& rect,
-                                      std::int64_t cycleId) {
+                                      std::int64_t cycleId, const std::stop_token& stop) {
     const QRect whole(0, 0, frame.cols, frame.rows);
     const QRect area = rect ? rect->intersected(whole) : whole;
     if (frame.empty() || area.isEmpty()) {
@@ -54,7 +54,10 @@ RecognisedText TextRegionReader::read(const cv::Mat& frame, const std::optional<
     }
     const cv::Mat region = frame(cv::Rect(area.x(), area.y(), area.width(), area.height()));
     RecognisedText text = client_->recognise(prepareTextRegion(region, preparation_),
-                                             ocrEngineFor(preparation_.imageType));
+                                             ocrEngineFor(preparation_.imageType), stop);
+    if (stop.stop_requested()) {
+        return {};
+    }
     for (TextBox& box : text.boxes) {
         box.rect.translate(area.topLeft());
     }

@@ -8,6 +8,7 @@
 #include <memory>
 #include <opencv2/core/mat.hpp>
 #include <optional>
+#include <stop_token>
 #include <utility>
 #include <vector>
 
@@ -39,9 +40,10 @@ public:
     TextRegionReader(std::shared_ptr<const OcrClient> client, TextPreparation preparation);
 
     // The text in `rect` (nothing: the whole frame), clipped to the frame, with its boxes
-    // in frame pixels. Empty for an empty frame or a rectangle outside it.
+    // in frame pixels. Empty for an empty frame or a rectangle outside it, and when `stop`
+    // ends the request (not kept for the cycle then).
     RecognisedText read(const cv::Mat& frame, const std::optional<QRect>& rect,
-                        std::int64_t cycleId);
+                        std::int64_t cycleId, const std::stop_token& stop = {});
     void clearThreadState() { cache_.clear(); }
 
 private:

@@ -33,7 +33,7 @@ std::vector<RecordedInput> InProcessTarget::inputs() const {
 
 bool InProcessTarget::capture(const engine::TaskInfo&, const platform::FrameConsumer& consume) {
     std::lock_guard lock(mutex_);
-    if (frames_.empty()) {
+    if (frames_.empty() || displayLost_) {
         return false;
     }
     const platform::BgraFrame& frame = frames_[next_++ % frames_.size()];
@@ -51,9 +51,21 @@ std::vector<platform::WindowHandle> InProcessTarget::candidateWindows() {
     return windows_;
 }
 
-void InProcessTarget::record(RecordedInput input) {
+void InProcessTarget::setInputHook(std::function<void(const RecordedInput&)> hook) {
     std::lock_guard lock(mutex_);
-    inputs_.push_back(std::move(input));
+    hook_ = std::move(hook);
+}
+
+void InProcessTarget::record(RecordedInput input) {
+    std::function<void(const RecordedInput&)> hook;
+    {
+        std::lock_guard lock(mutex_);
+        inputs_.push_back(input);
+        hook = hook_;
+    }
+    if (hook) {
+        hook(input);
+    }
 }
 
 void InProcessTarget::mouse(const engine::TaskInfo& task, platform::Point point,

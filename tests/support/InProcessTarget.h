@@ -3,6 +3,8 @@
 // every input it receives, so whole runs can be driven without a display.
 
 #include <QString>
+#include <atomic>
+#include <functional>
 #include <mutex>
 #include <opencv2/core/mat.hpp>
 #include <vector>
@@ -27,6 +29,11 @@ public:
     void setFrames(std::vector<cv::Mat> bgr);
     void setWindows(std::vector<platform::WindowHandle> windows);
     std::vector<RecordedInput> inputs() const;
+    // From now on nothing can be captured and the display counts as gone.
+    void loseDisplay() { displayLost_ = true; }
+    bool displayLost() override { return displayLost_; }
+    // Called after each input is recorded, outside the target's lock.
+    void setInputHook(std::function<void(const RecordedInput&)> hook);
 
     bool capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) override;
     bool isWindow(platform::WindowHandle window) override;
@@ -52,6 +59,8 @@ private:
     size_t next_ = 0;
     std::vector<platform::WindowHandle> windows_;
     std::vector<RecordedInput> inputs_;
+    std::function<void(const RecordedInput&)> hook_;
+    std::atomic<bool> displayLost_{false};
 };
 
 }  // namespace autoscene::test

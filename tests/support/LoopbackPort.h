@@ -20,4 +20,29 @@ inline int unusedLoopbackPort() {
     return ntohs(address.sin_port);
 }
 
+// A loopback port that takes connections and never answers: a hung service. The kernel
+// completes each connection from the backlog; nothing ever reads or writes.
+class SilentListener {
+public:
+    SilentListener() : fd_(::socket(AF_INET, SOCK_STREAM, 0)) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof address;
+        ::bind(fd_, reinterpret_cast<sockaddr*>(&address), sizeof address);
+        ::listen(fd_, 16);
+        ::getsockname(fd_, reinterpret_cast<sockaddr*>(&address), &length);
+        port_ = ntohs(address.sin_port);
+    }
+    ~SilentListener() { ::close(fd_); }
+    SilentListener(const SilentListener&) = delete;
+    SilentListener& operator=(const SilentListener&) = delete;
+
+    int port() const { return port_; }
+
+private:
+    int fd_;
+    int port_ = 0;
+};
+
 }  // namespace autoscene::test

@@ -1,11 +1,17 @@
 #include "OcrServer.h"
 
+#include <netinet/in.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <opencv2/imgproc.hpp>
 
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
 #include <exception>
 #include <optional>
+#include <string>
 
 #include "EngineChoice.h"
 #include "OcrAnswer.h"
@@ -20,6 +26,30 @@ constexpr int kPayloadTooLarge = 413;
 constexpr int kServerError = 500;
 // Room for the multipart boundaries and part headers around a largest allowed image.
 constexpr std::size_t kMultipartOverheadBytes = 64u * 1024u;
+// Threads for connections, whatever the number of engines: requests beyond the engines wait
+// for one in the pool, while slow or idle clients each hold only their own thread.
+constexpr std::size_t kConnectionThreads = 32;
+constexpr time_t kReadTimeoutSeconds = 2;
+constexpr time_t kKeepAliveSeconds = 2;
+
+// Why 127.0.0.1:`port` cannot be bound, tried with a plain socket for the system's reason.
+std::string bindProblem(int port) {
+    const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    const int yes = 1;
+    ::setsockopt(fd, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    const bool bound = ::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+    const int error = errno;
+    ::close(fd);
+    if (bound) {
+        return "the port could not be bound";
+    }
+    return error == EADDRINUSE ? "the port is already in use by another program"
+                               : std::strerror(error);
+}
 
 void answerError(httplib::Response& response, int status, std::string_view message) {
     response.status = status;
@@ -28,10 +58,10 @@ void answerError(httplib::Response& response, int status, std::string_view messa
 
 }  // namespace
 
-OcrServer::OcrServer(RecogniserPool& pool) : pool_(pool) {
-    // Connections beyond the engines wait in the pool, so they need threads of their own.
-    const std::size_t threadCount = static_cast<std::size_t>(pool_.size()) * 2;
-    server_.new_task_queue = [threadCount] { return new httplib::ThreadPool(threadCount); };
+OcrServer::OcrServer() {
+    server_.new_task_queue = [] { return new httplib::ThreadPool(kConnectionThreads); };
+    server_.set_read_timeout(kReadTimeoutSeconds, 0);
+    server_.set_keep_alive_timeout(kKeepAliveSeconds);
     // httplib's default adds SO_REUSEPORT, which would let a second service share the port.
     server_.set_socket_options([](socket_t socket) {
         const int yes = 1;
@@ -50,14 +80,17 @@ OcrServer::OcrServer(RecogniserPool& pool) : pool_(pool) {
     });
 }
 
-int OcrServer::bind(int port) {
-    if (port == 0) {
-        return server_.bind_to_any_port("127.0.0.1");
+int OcrServer::bind(int port, std::string& error) {
+    const int bound = port == 0 ? server_.bind_to_any_port("127.0.0.1")
+                                : (server_.bind_to_port("127.0.0.1", port) ? port : -1);
+    if (bound < 0) {
+        error = bindProblem(port);
     }
-    return server_.bind_to_port("127.0.0.1", port) ? port : -1;
+    return bound;
 }
 
-bool OcrServer::serve() {
+bool OcrServer::serve(RecogniserPool& pool) {
+    pool_ = &pool;
     return server_.listen_after_bind();
 }
 
@@ -84,7 +117,7 @@ void OcrServer::detect(const httplib::Request& request, httplib::Response& respo
         return;
     }
     try {
-        const RecogniserPool::Lease engines = pool_.acquire();
+        const RecogniserPool::Lease engines = pool_->acquire();
         // Without its models the accurate engine is absent; the answer names the stand-in.
         const Engine used =
             wanted == Engine::Accurate && engines->accurate ? Engine::Accurate : Engine::Fast;
@@ -93,7 +126,7 @@ void OcrServer::detect(const httplib::Request& request, httplib::Response& respo
             const FoundLines found = engines->accurate->find(upload.bgr);
             // An idle set reads half of the lines; a busy service reads them alone.
             const std::optional<RecogniserPool::Lease> partner =
-                found.crops.size() > 1 ? pool_.tryAcquire() : std::nullopt;
+                found.crops.size() > 1 ? pool_->tryAcquire() : std::nullopt;
             lines = engines->accurate->read(found, partner ? (*partner)->accurate.get() : nullptr);
         } else {
             cv::Mat gray;

@@ -1,7 +1,7 @@
 // morvane-ocr PORT [ENGINES [MODELS]]: the local text-recognition service.
 // PORT 0 picks a free port. MODELS is the accurate engine's model folder (default:
 // ocr-models beside the program); without usable models the fast engine serves every
-// request. Once the models are loaded and the port is bound, one line
+// request. The port is bound first; once the models are loaded too, one line
 // "morvane-ocr listening on 127.0.0.1:<port>" goes to standard output.
 
 #include <opencv2/core/utils/logger.hpp>
@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <exception>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <thread>
 
@@ -74,18 +75,21 @@ int main(int argc, char** argv) {
     // OpenCV's own lines would repeat each model failure; the one line above says it.
     cv::utils::logging::setLogLevel(cv::utils::logging::LOG_LEVEL_SILENT);
     try {
+        // The port first: a busy port is said at once, without loading the models first.
+        autoscene::ocr::OcrServer server;
+        std::string bindError;
+        const int boundPort = server.bind(port, bindError);
+        if (boundPort < 0) {
+            std::fprintf(stderr, "morvane-ocr: cannot listen on 127.0.0.1:%d: %s\n", port,
+                         bindError.c_str());
+            return 1;
+        }
         const std::unique_ptr<autoscene::ocr::AccurateModels> models = loadAccurateModels(
             argc == 4 ? std::filesystem::path(argv[3]) : autoscene::ocr::defaultModelFolder());
         autoscene::ocr::RecogniserPool pool(engines, "chi_sim+eng", models.get());
-        autoscene::ocr::OcrServer server(pool);
-        const int boundPort = server.bind(port);
-        if (boundPort < 0) {
-            std::fprintf(stderr, "morvane-ocr: cannot listen on 127.0.0.1:%d\n", port);
-            return 1;
-        }
         std::printf("morvane-ocr listening on 127.0.0.1:%d\n", boundPort);
         std::fflush(stdout);
-        return server.serve() ? 0 : 1;
+        return server.serve(pool) ? 0 : 1;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "morvane-ocr: %s\n", error.what());
         return 1;

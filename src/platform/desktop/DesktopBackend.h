@@ -120,6 +120,9 @@ public:
 
     // Resizes the window's client area; false when the window is gone.
     virtual bool resizeClient(WindowHandle window, int width, int height) = 0;
+
+    // True once the display server has gone away and cannot be reached again.
+    virtual bool displayLost() { return false; }
 };
 
 }  // namespace autoscene::platform

@@ -65,11 +65,13 @@ bool captureComposited(Connection& connection, Window window, const FrameConsume
         return false;
     }
     // Naming fails without a reply for a window that was never redirected (an id reused
-    // by a new window); the read below then fails on the bad pixmap.
+    // by a new window); the read below then fails on the bad pixmap. The pixmap holds the
+    // border around the client area: read inside it, as the screen shows the client area.
     const NamedPixmap pixmap(display, window);
-    const bool ok =
-        connection.transfer().read(pixmap.get(), attributes.visual, attributes.depth,
-                                   Rect{0, 0, attributes.width, attributes.height}, consume);
+    const int border = attributes.border_width;
+    const bool ok = connection.transfer().read(
+        pixmap.get(), attributes.visual, attributes.depth,
+        Rect{border, border, attributes.width, attributes.height}, consume);
     if (!ok) {
         connection.redirected().erase(window);
     }

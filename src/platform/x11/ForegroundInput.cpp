@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "system/Utf8.h"
+#include "x11/Activation.h"
 #include "x11/ErrorTrap.h"
 #include "x11/Input.h"
 #include "x11/InputTiming.h"
@@ -17,28 +18,6 @@ constexpr unsigned int kWheelUpButton = 4;
 constexpr unsigned int kWheelDownButton = 5;
 constexpr int kSettleAfterActivationMs = 5;
 constexpr int kPauseBetweenCharactersMs = 10;
-
-// Asks a window manager, if one runs, to activate the window, then raises and focuses it
-// directly for a bare server. False when the window cannot take the focus (gone, unmapped).
-bool activate(Connection& connection, Window window) {
-    Display* display = connection.display();
-    if (!isViewable(connection, window)) {
-        return false;
-    }
-    XEvent request{};
-    request.xclient.type = ClientMessage;
-    request.xclient.window = window;
-    request.xclient.message_type = connection.atoms().netActiveWindow;
-    request.xclient.format = 32;
-    request.xclient.data.l[0] = 2;  // source: a pager, which window managers always obey
-    request.xclient.data.l[1] = CurrentTime;
-    ErrorTrap trap(display);
-    XSendEvent(display, connection.root(), False, SubstructureRedirectMask | SubstructureNotifyMask,
-               &request);
-    XRaiseWindow(display, window);
-    XSetInputFocus(display, window, RevertToParent, CurrentTime);
-    return !trap.failed();
-}
 
 // The point on the screen, after activating the target window; nothing when the target
 // names a window that cannot be activated.

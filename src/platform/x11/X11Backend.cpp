@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <mutex>
 
+#include "x11/Activation.h"
 #include "x11/Capture.h"
 #include "x11/Connection.h"
 #include "x11/ErrorTrap.h"
 #include "x11/ImageTransfer.h"
 #include "x11/Input.h"
+#include "x11/InputTiming.h"
 #include "x11/VirtualKeys.h"
 #include "x11/WindowMatch.h"
 #include "x11/WindowTree.h"
@@ -27,6 +29,7 @@ bool plausibleWindow(WindowHandle handle) {
 
 constexpr int kMaxWindowSide = 32767;
 constexpr int kMaxWheelSteps = 1000;
+constexpr int kRepaintAfterRaiseMs = 100;
 
 // The protocol carries 16-bit coordinates; clamping keeps the arithmetic on them in range.
 Point protocolPoint(Point point) {
@@ -111,8 +114,18 @@ public:
         if (c == nullptr || (window != 0 && !plausibleWindow(window))) {
             return false;
         }
-        return background && window != 0 ? captureComposited(*c, toWindow(window), consume)
-                                         : captureScreen(*c, toWindow(window), log_, consume);
+        if (background && window != 0) {
+            return captureComposited(*c, toWindow(window), consume);
+        }
+        if (window != 0 && coveredByAnother(*c, toWindow(window))) {
+            // A screen capture shows what is on top: bring the window forward first, and give
+            // it a moment to paint what was hidden.
+            std::lock_guard lock(inputMutex_);
+            activate(*c, toWindow(window));
+            XSync(c->display(), False);
+            sleepMs(kRepaintAfterRaiseMs);
+        }
+        return captureScreen(*c, toWindow(window), log_, consume);
     }
 
     void mouse(const InputTarget& target, Point point, MouseOp op, int pressMs,
@@ -171,6 +184,17 @@ public:
         XResizeWindow(c->display(), toWindow(window), static_cast<unsigned>(width),
                       static_cast<unsigned>(height));
         return !trap.failed();
+    }
+
+    bool displayLost() override {
+        // A round trip finds a server that went away; a lost connection is opened again
+        // once, in case the server came back.
+        Connection* c = connection();
+        if (c == nullptr) {
+            return true;
+        }
+        XSync(c->display(), False);
+        return c->lost() && connection() == nullptr;
     }
 
 private:

@@ -21,9 +21,9 @@ constexpr time_t kReadTimeoutSeconds = 120;
 // English engine: uploads, not recognition, are under test. Started once.
 class LoopbackService {
 public:
-    LoopbackService() : pool_(1, "eng"), server_(pool_), port_(server_.bind(0)) {
+    LoopbackService() : pool_(1, "eng"), port_(server_.bind(0, bindError_)) {
         if (port_ > 0) {
-            serving_ = std::thread([this] { server_.serve(); });
+            serving_ = std::thread([this] { server_.serve(pool_); });
         }
     }
     ~LoopbackService() {
@@ -37,6 +37,7 @@ public:
 private:
     ocr::RecogniserPool pool_;
     ocr::OcrServer server_;
+    std::string bindError_;
     int port_;
     std::thread serving_;
 };

@@ -6,16 +6,28 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <chrono>
+#include <memory>
+#include <set>
+#include <thread>
 
+#include "ClientProcess.h"
 #include "DemoTargetProcess.h"
+#include "LoopbackPort.h"
+#include "ReferenceScreen.h"
 #include "XvfbServer.h"
 
+using autoscene::test::SilentListener;
+using autoscene::testing::ClientProcess;
 using autoscene::testing::DemoTargetProcess;
+using autoscene::testing::ReferenceScreen;
 using autoscene::testing::XvfbServer;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -97,6 +109,58 @@ TEST_P(DemoTask, PlaysTheDemoTargetToItsFinishScreen) {
     EXPECT_TRUE(QFileInfo(frame).size() > 0);
 }
 
+// Whether a window manager has announced itself on the display, waiting up to 10 s.
+bool windowManagerRuns(Display* display) {
+    const Atom check = XInternAtom(display, "_NET_SUPPORTING_WM_CHECK", False);
+    for (int wait = 0; wait < 100; ++wait) {
+        Atom type = None;
+        int format = 0;
+        unsigned long count = 0;
+        unsigned long after = 0;
+        unsigned char* data = nullptr;
+        XGetWindowProperty(display, DefaultRootWindow(display), check, 0, 1, False, AnyPropertyType,
+                           &type, &format, &count, &after, &data);
+        if (data != nullptr) {
+            XFree(data);
+        }
+        if (count > 0) {
+            return true;
+        }
+        std::this_thread::sleep_for(100ms);
+    }
+    return false;
+}
+
+class CoveredWindow : public RunnerProgram, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(CoveredWindow, ForegroundModeBringsItForward) {
+    ReferenceScreen screen(server.display());
+    Display* display = screen.display();
+    std::unique_ptr<ClientProcess> windowManager;
+    if (GetParam()) {
+        windowManager = std::make_unique<ClientProcess>(
+            server.display(), std::vector<std::string>{"evilwm", "-fn", "fixed"});
+        ASSERT_TRUE(windowManager->started());
+        ASSERT_TRUE(windowManagerRuns(display));
+    }
+    DemoTargetProcess target(server.display(), {});
+    ASSERT_TRUE(target.started());
+    // Another program's window over the whole screen, as a user leaves one open.
+    const Window cover =
+        XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1024, 768, 0, 0, 0x808080);
+    XMapRaised(display, cover);
+    XSync(display, False);
+    std::this_thread::sleep_for(300ms);  // let a window manager frame and raise it
+    const RunResult result =
+        run({AUTOSCENE_DEMO_TASK, "--json", "--time-limit", "60", "--foreground"});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.summary()["ended"].toString(), "stop");
+    EXPECT_TRUE(target.waitForLine("screen FINISH", 0, 1000));
+}
+
+INSTANTIATE_TEST_SUITE_P(WithoutAndWithAWindowManager, CoveredWindow,
+                         ::testing::Values(false, true));
+
 INSTANTIATE_TEST_SUITE_P(BothInputModes, DemoTask,
                          ::testing::Values("--foreground", "--background"));
 
@@ -113,10 +177,18 @@ TEST_F(RunnerProgram, MissingWindowExitsWithThreeBadInputWithTwo) {
     const RunResult broken = run({task(R"({"scene_list": [)")});
     EXPECT_EQ(broken.exitCode, 2);
     EXPECT_FALSE(broken.err.isEmpty());
+    // An empty file opens with defaults, but a task with nothing in it is not run.
+    for (const QByteArray& empty :
+         {QByteArray(), QByteArray("{}"), QByteArray(R"({"scene_list": []})")}) {
+        const RunResult nothing = run({task(empty), "--full-screen", "--time-limit", "5"});
+        EXPECT_EQ(nothing.exitCode, 2) << empty.toStdString();
+        EXPECT_TRUE(nothing.err.contains("nothing to run")) << nothing.err.toStdString();
+    }
 }
 
 TEST_F(RunnerProgram, InterruptStopsTheRunCleanlyAndACrashLeavesAReport) {
-    const QString idle = task(R"({"scene_list": []})");
+    const QString idle =
+        task(R"({"scene_list": [{"name": "s", "event_list": [{"name": "idle"}]}]})");
     for (int signal : {SIGINT, SIGTERM, SIGSEGV}) {
         QTemporaryDir workingDirectory;
         QProcess process;
@@ -209,6 +281,192 @@ TEST_F(RunnerProgram, ScriptsHaveTheDesktopClipboard) {
     const RunResult result = run({folder, "--full-screen", "--json", "--time-limit", "20"});
     EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
     EXPECT_EQ(result.summary()["ended"].toString(), "stop");
+}
+
+// One event that runs `actions` every cycle, under `conditions`.
+QByteArray everyCycle(const QString& conditions, const QString& actions,
+                      const QString& resources = {}) {
+    return QStringLiteral(R"({%1 "scene_list": [{"name": "s", "event_list": [{"name": "e",
+        "item_group": {"type": 5, "item_list": [%2]}, "action_list": [%3]}]}]})")
+        .arg(resources, conditions, actions)
+        .toUtf8();
+}
+
+TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingManyImageChecksAndAHungTextService) {
+    const QString typing = task(
+        everyCycle({}, QStringLiteral(R"({"type": 6, "text": "%1"})").arg(QString(10000, 'a'))));
+
+    // Thousands of image checks a cycle, each of them real matching work.
+    QStringList images;
+    for (int i = 0; i < 4000; ++i) {
+        images << QStringLiteral(R"({"type": 1, "relation": 1, "image_id": 1, "state": 1})");
+    }
+    const QString matching = task(everyCycle(images.join(','), {}, R"("image_list": [{"id": 1,
+        "name": "start", "file": "1.png", "sim": 0.9, "type": 1}],)"));
+    QDir(matching).mkpath("image");
+    ASSERT_TRUE(QFile::copy(AUTOSCENE_DEMO_TASK "/image/1.png", matching + "/image/1.png"));
+
+    // A service that takes the request and never answers, as when it is stopped.
+    const SilentListener hung;
+    const QString reading = task(everyCycle(
+        R"({"type": 6, "relation": 1, "text_info": {"value": "Start", "state": 1}})", {}));
+
+    const struct {
+        const char* name;
+        QString folder;
+        QStringList options;
+    } cases[] = {{"typing", typing, {}},
+                 {"image checks", matching, {}},
+                 {"hung text service", reading, {"--ocr-port", QString::number(hung.port())}}};
+    for (const auto& c : cases) {
+        for (const bool byTimeLimit : {true, false}) {
+            SCOPED_TRACE(std::string(c.name) + (byTimeLimit ? ", time limit" : ", Ctrl+C"));
+            QStringList arguments{c.folder, "--full-screen", "--json"};
+            arguments << c.options;
+            if (byTimeLimit) {
+                arguments << "--time-limit"
+                          << "1";
+            }
+            QProcess process;
+            start(process, arguments);
+            if (!byTimeLimit) {
+                std::this_thread::sleep_for(1500ms);
+                ::kill(pid_t(process.processId()), SIGINT);
+            }
+            // Each would hold the run for a minute or more if nothing looked at the stop.
+            const RunResult result = finish(process, 10000);
+            EXPECT_EQ(result.exitCode, byTimeLimit ? 124 : 0) << result.err.toStdString();
+            EXPECT_EQ(result.summary()["ended"].toString(),
+                      byTimeLimit ? "time_limit" : "interrupted");
+        }
+    }
+}
+
+TEST_F(RunnerProgram, LosingTheDisplayEndsTheRunWithFourAndSaysSo) {
+    QProcess process;
+    start(process, {task(everyCycle({}, {})), "--full-screen", "--json"});
+    std::this_thread::sleep_for(1500ms);
+    server.stop();
+    const RunResult result = finish(process, 10000);
+    EXPECT_EQ(result.exitCode, 4) << result.err.toStdString();
+    EXPECT_TRUE(result.err.contains("display") && result.err.contains("lost"))
+        << result.err.toStdString();
+    EXPECT_EQ(result.summary()["ended"].toString(), "display_lost");
+}
+
+TEST_F(RunnerProgram, AClickOutsideTheWindowIsNotSentAndTheLastFrameOutlivesTheWindow) {
+    DemoTargetProcess target(server.display(), {});
+    ASSERT_TRUE(target.started());
+    // Taps far to the right of the demo window, where the root window would take it.
+    const QString folder = task(R"({"task_mode": 2, "window_info": {"class_name": "AutosceneDemo",
+        "title": "Autoscene Demo", "is_fullmatch_title": true},
+        "var_list": [{"type": 1, "id": 1, "name": "outside", "value": "5000,10,0,0"}],
+        "scene_list": [{"name": "s", "event_list": [{"name": "tap",
+        "action_list": [{"type": 1, "variable_id": 1, "postpone": 0.2}]}]}]})");
+    const QString frame = tasks.filePath("last-frame");  // no .png: saved as PNG all the same
+    QProcess process;
+    start(process, {folder, "--json", "--foreground", "--time-limit", "4", "--save-frame", frame});
+    QByteArray seen;
+    for (int wait = 0; wait < 100 && !seen.contains("outside"); ++wait) {
+        process.waitForReadyRead(100);
+        seen += process.readAllStandardOutput();
+    }
+    target.stop();
+    RunResult result = finish(process);
+    result.out.prepend(QString::fromUtf8(seen));
+    EXPECT_EQ(result.exitCode, 124) << result.err.toStdString();
+    EXPECT_TRUE(result.out.contains("is outside the window")) << result.out.toStdString();
+    EXPECT_FALSE(result.out.contains(R"("points":[{)")) << "no point was clicked";
+    QFile saved(frame);
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly)) << result.err.toStdString();
+    EXPECT_TRUE(saved.readAll().startsWith("\x89PNG"));
+}
+
+TEST_F(RunnerProgram, TraceExplainsASceneThatIsNeverRecognised) {
+    const QString folder = task(R"({"image_list": [{"id": 1, "name": "start", "file": "1.png",
+        "sim": 0.9, "type": 1}], "scene_list": [{"name": "start screen", "scene_event": {
+        "name": "id", "item_group": {"type": 5, "item_list": [{"type": 1, "relation": 1,
+        "image_id": 1, "state": 1}]}}, "event_list": [{"name": "e"}]}]})");
+    QDir(folder).mkpath("image");
+    ASSERT_TRUE(QFile::copy(AUTOSCENE_DEMO_TASK "/image/1.png", folder + "/image/1.png"));
+    const RunResult result =
+        run({folder, "--full-screen", "--json", "--trace", "--time-limit", "1"});
+    EXPECT_EQ(result.exitCode, 124) << result.err.toStdString();
+    int explained = 0;
+    for (const QString& line : result.out.split('\n', Qt::SkipEmptyParts)) {
+        const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
+        if (object["type"] != "trace" || object["identification"] != "start screen") {
+            continue;
+        }
+        EXPECT_FALSE(object["holds"].toBool());
+        const QJsonObject image =
+            object["conditions"].toObject()["item_state"].toArray().at(0).toObject();
+        EXPECT_EQ(image["name"].toString(), "start");
+        EXPECT_LT(image["sim"].toDouble(), 0.9);
+        EXPECT_TRUE(image.contains("rect"));
+        ++explained;
+    }
+    EXPECT_GT(explained, 0) << result.out.toStdString();
+}
+
+TEST_F(RunnerProgram, AllWindowsRunsTheTaskOnThreeDemoWindowsInBothConcurrencyModes) {
+    QFile demo(AUTOSCENE_DEMO_TASK "/script.json");
+    ASSERT_TRUE(demo.open(QIODevice::ReadOnly));
+    const QByteArray demoTask = demo.readAll();
+    for (const bool concurrency : {true, false}) {
+        SCOPED_TRACE(concurrency ? "side by side" : "in turn");
+        std::vector<std::unique_ptr<DemoTargetProcess>> targets;
+        for (int i = 0; i < 3; ++i) {
+            const std::string place =
+                "640x400+" + std::to_string(i * 150) + "+" + std::to_string(i * 100);
+            targets.push_back(std::make_unique<DemoTargetProcess>(
+                server.display(), std::vector<std::string>{"--geometry", place}));
+            ASSERT_TRUE(targets.back()->started());
+        }
+        QByteArray json = demoTask;
+        json.replace(0, 1,
+                     concurrency ? R"({"concurrency": true, )" : R"({"concurrency": false, )");
+        const QString folder = task(json);
+        QDir(folder).mkpath("image");
+        for (const QString& image : QDir(AUTOSCENE_DEMO_TASK "/image").entryList(QDir::Files)) {
+            QFile::copy(AUTOSCENE_DEMO_TASK "/image/" + image, folder + "/image/" + image);
+        }
+
+        const RunResult listed = run({folder, "--list-targets"});
+        EXPECT_EQ(listed.exitCode, 0) << listed.err.toStdString();
+        EXPECT_EQ(listed.out.count("window 0x"), 3) << listed.out.toStdString();
+
+        const RunResult result =
+            run({folder, "--all-windows", "--background", "--json", "--time-limit", "90"});
+        EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+        std::set<QString> windows;
+        for (const QString& line : result.out.split('\n', Qt::SkipEmptyParts)) {
+            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
+            if (object["type"] == "event") {
+                windows.insert(object["window"].toString());
+            }
+        }
+        EXPECT_EQ(windows.size(), 3u) << "every window's events carry it";
+        // The first window to finish stops the run; by then every one has made its choice.
+        for (const auto& target : targets) {
+            EXPECT_TRUE(target->waitForLine("choice GOLD", 0, 1000));
+        }
+        if (!concurrency) {
+            continue;
+        }
+        // Named by id, only that window is driven.
+        const QString second = QString::number(targets[1]->window());
+        const RunResult named =
+            run({folder, "--window-id", second, "--background", "--json", "--time-limit", "60"});
+        EXPECT_EQ(named.exitCode, 0) << named.err.toStdString();
+        for (const QString& line : named.out.split('\n', Qt::SkipEmptyParts)) {
+            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
+            if (object["type"] == "event") {
+                EXPECT_EQ(object["window"].toString(), second);
+            }
+        }
+        EXPECT_EQ(run({folder, "--window-id", "0x1fffffff"}).exitCode, 3);
+    }
 }
 
 }  // namespace

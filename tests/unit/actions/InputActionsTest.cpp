@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stop_token>
+
 #include <QJsonArray>
 #include <QRect>
 #include <QStringList>
@@ -166,6 +168,33 @@ TEST_F(InputActions, TextComesFromItsVariableWhenOneIsNamed) {
     ASSERT_EQ(inputs.size(), 1u);
     EXPECT_EQ(inputs[0].text, QStringLiteral("名字"));
     EXPECT_EQ(result(*fromVariable)["text"].toString(), QStringLiteral("名字"));
+}
+
+TEST_F(InputActions, AStopCutsTypingAndSlidesShortAndTheirResultsSaySo) {
+    std::stop_source stop;
+    info.stop = stop.get_token();
+    target.setInputHook([&stop](const RecordedInput&) { stop.request_stop(); });
+
+    // A character outside the BMP on the chunk's edge goes out whole.
+    const QString text = QString(15, 'a') + QStringLiteral("😀") + QString(300, 'b');
+    auto typing = build(QStringLiteral(R"({"type": 6, "text": "%1"})").arg(text));
+    typing->run(info);
+    ASSERT_EQ(target.inputs().size(), 1u);
+    EXPECT_EQ(target.inputs()[0].text, QString(15, 'a') + QStringLiteral("😀"));
+    EXPECT_EQ(result(*typing)["typed"].toString(), target.inputs()[0].text);
+    EXPECT_FALSE(result(*typing)["err"].toString().isEmpty());
+
+    stop = std::stop_source();
+    info.stop = stop.get_token();
+    auto slide =
+        build(R"({"type": 7, "var_list": [1, 2], "slide_time": 60000})", {"0,0,0,0", "400,0,0,0"});
+    slide->run(info);
+    const auto inputs = target.inputs();
+    // Down, then the stop: no moves, but the button is released.
+    ASSERT_EQ(inputs.size(), 3u);
+    EXPECT_EQ(inputs[1].code, int(MouseOp::LeftDown));
+    EXPECT_EQ(inputs[2].code, int(MouseOp::LeftUp));
+    EXPECT_FALSE(result(*slide)["err"].toString().isEmpty());
 }
 
 TEST_F(InputActions, MouseUpAndWheelUseTheRememberedOrNoPoint) {

@@ -8,10 +8,12 @@
 #include <functional>
 #include <opencv2/core.hpp>
 #include <set>
+#include <thread>
 
 #include "InProcessTarget.h"
 #include "ManualClock.h"
 #include "engine/RuntimeFactory.h"
+#include "engine/ScreenItem.h"
 #include "engine/TaskRunner.h"
 #include "model/EditorActions.h"
 #include "model/TaskDocument.h"
@@ -42,14 +44,15 @@ struct ProbeLog {
 // Stands in for a tap: records itself and acts on the target, so it ends a traversal.
 class Probe : public IAction {
 public:
-    Probe(int id, ProbeLog& log) : IAction(1, 0.0f), id_(id), log_(log) {}
+    Probe(int id, ProbeLog& log, float waitSeconds = 0.0f)
+        : IAction(1, waitSeconds), id_(id), log_(log) {}
     float run(TaskInfo& task) override {
         std::lock_guard lock(log_.mutex);
         log_.runs.emplace_back(id_, task.window.load());
         if (log_.onRun) {
             log_.onRun(id_, task);
         }
-        return 0.0f;
+        return waitSeconds();
     }
 
 private:
@@ -91,8 +94,8 @@ class Runner : public ::testing::Test {
 protected:
     void SetUp() override {
         factory.addAction(EditorTapAction::kType, [this](const IEditorAction& record, RunContext&) {
-            return std::make_unique<Probe>(static_cast<const EditorTapAction&>(record).variableId,
-                                           log);
+            const auto& tap = static_cast<const EditorTapAction&>(record);
+            return std::make_unique<Probe>(tap.variableId, log, tap.postpone);
         });
         target.setFrames({cv::Mat(4, 6, CV_8UC3, cv::Scalar(1, 2, 3))});
     }
@@ -240,8 +243,82 @@ TEST_F(Runner, TimeLimitEndsTheRunWithCodeOne) {
     EXPECT_EQ(runner->runEnd(), RunEnd::TimeLimit);
     EXPECT_EQ(listener.code, 1);
     EXPECT_EQ(listener.calls, 1);
-    // Cycles run until more than one whole second has passed: at 250 ms, 2000 ms ends it.
-    EXPECT_EQ(runner->cyclesCompleted(), 7);
+    // At 250 ms a cycle, the one due at 1000 ms finds the time up.
+    EXPECT_EQ(runner->cyclesCompleted(), 3);
+}
+
+TEST_F(Runner, TheTimeLimitAndAStopEndARunInTheMiddleOfALongPause) {
+    const struct {
+        const char* name;
+        int loopIntervalMs;
+        QString actions;
+    } pauses[] = {
+        {"loop interval", 60000, probe(1)},
+        {"delay action", 0, R"({"type": 14, "min": 60, "max": 60})"},
+        {"action wait", 0, R"({"type": 1, "variable_id": 1, "postpone": 60})"},
+    };
+    for (const auto& pause : pauses) {
+        for (const bool byStop : {false, true}) {
+            SCOPED_TRACE(std::string(pause.name) + (byStop ? ", stopped" : ", time limit"));
+            open(QStringLiteral(R"({"var_list": [{"type": 1, "id": 1, "value": "0"}],
+                "scene_list": [%1]})")
+                     .arg(scene("s", "", {event("e", "", {pause.actions})})));
+            runner->setLoopIntervalMs(pause.loopIntervalMs);
+            runner->setRunTimeLimitSeconds(byStop ? -1 : 1);
+            ASSERT_TRUE(runner->start({{TargetKind::Desktop}}));
+            if (byStop) {
+                std::this_thread::sleep_for(300ms);
+                runner->stop();
+            }
+            EXPECT_TRUE(runner->waitUntilIdle(5s));
+            EXPECT_EQ(runner->runEnd(), byStop ? RunEnd::Stopped : RunEnd::TimeLimit);
+        }
+    }
+}
+
+// Detects once per cycle and stops the run on its first detection.
+class StoppingDetection : public ScreenItem {
+public:
+    StoppingDetection(const RunClock& clock, TaskRunner*& runner, std::atomic<int>& detections)
+        : ScreenItem(1, 1, {}, clock), runner_(runner), detections_(detections) {}
+    QString typeWord() const override { return QStringLiteral("image"); }
+
+protected:
+    int detect(TaskInfo&) override {
+        ++detections_;
+        runner_->stop();
+        return kFound;
+    }
+
+private:
+    TaskRunner*& runner_;
+    std::atomic<int>& detections_;
+};
+
+TEST_F(Runner, AStopSkipsTheDetectionsNotYetBegun) {
+    std::atomic<int> detections{0};
+    TaskRunner* current = nullptr;
+    factory.addCondition(1, [&](const IEditorCondition&, RunContext& context) {
+        return std::make_unique<StoppingDetection>(context.clock, current, detections);
+    });
+    QStringList images;
+    for (int i = 0; i < 200; ++i) {
+        images << QStringLiteral(R"({"type": 1, "relation": 1})");
+    }
+    open(QStringLiteral(R"({"scene_list": [%1]})")
+             .arg(scene("s", "", {event("e", images.join(','), {probe(1)})})));
+    current = runner.get();
+    runToEnd();
+    EXPECT_EQ(detections, 1);
+    EXPECT_TRUE(log.probes().empty());
+}
+
+TEST_F(Runner, ALostDisplayEndsTheRun) {
+    open(threeEventTask(2));
+    target.loseDisplay();
+    runToEnd();
+    EXPECT_EQ(runner->runEnd(), RunEnd::DisplayLost);
+    EXPECT_TRUE(log.probes().empty());
 }
 
 TEST_F(Runner, EveryTargetRunsInBothMultiTargetModesWithItsOwnStartValues) {

@@ -95,6 +95,15 @@ TEST(Timers, DelayOnlyTimerFiresOnceAndADefaultClosedOneWaitsForItsStart) {
     EXPECT_TRUE(closed.fire());
     closed.reset();
     EXPECT_FALSE(closed.running());
+
+    // A task starts it with a variable action's reset.
+    MVTimer switchedOff(2, "off", {}, {3, 0, true}, clock);
+    TaskInfo task;
+    VariableAction(VariableAction::Kind::Reset, &switchedOff, {}, nullptr).run(task);
+    EXPECT_TRUE(switchedOff.running());
+    EXPECT_FALSE(switchedOff.fire());
+    clock.advanceMs(3000);
+    EXPECT_TRUE(switchedOff.fire());
 }
 
 TEST(Timers, PeriodRepeatsAndValuesSplitAtTheColon) {

@@ -13,10 +13,12 @@
 #include "InProcessTarget.h"
 #include "ManualClock.h"
 #include "MatchingTestKit.h"
+#include "actions/FindClick.h"
 #include "actions/ImageAction.h"
 #include "actions/MVClickColorAction.h"
 #include "actions/MVSaveCoordAction.h"
 #include "conditions/ScreenConditions.h"
+#include "engine/RandomPick.h"
 #include "engine/RuntimeDefinitions.h"
 #include "model/TaskDocument.h"
 
@@ -122,6 +124,19 @@ TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchAsOftenAsAskedAndMoves
     EXPECT_EQ(clicks().size(), 4u);
     EXPECT_TRUE(none.state(std::this_thread::get_id())["clicked"].toBool());
     EXPECT_EQ(none.state(std::this_thread::get_id())["points"].toArray().size(), 1);
+}
+
+TEST(ClickArea, AnAreaMovedPastTheIntRangeStaysAtItsEdge) {
+    // The largest area a task can hold, drawn where the target sat far to the left.
+    constexpr int kLimit = (1 << 30) - 1;
+    const QRect area(kLimit - 10, kLimit - 10, 10, 10);
+    const QRect moved =
+        autoscene::actions::clickRect(area, QPoint(-kLimit, -kLimit), QPoint(500, 400), QRect());
+    for (int pick = 0; pick < 20; ++pick) {
+        const QPoint point = autoscene::engine::randomPointIn(moved);
+        EXPECT_GE(point.x(), kLimit - 10) << "not wrapped to the other side";
+        EXPECT_GE(point.y(), kLimit - 10);
+    }
 }
 
 TEST_F(MatchingActionTest, ImageActionClicksNothingWhenTheImageIsAbsentOrBroken) {

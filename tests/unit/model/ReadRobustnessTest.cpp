@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <sys/resource.h>
@@ -199,9 +201,25 @@ TEST(ReadRobustness, FailedSavesReportAndLeaveThePreviousFileIntact) {
     signal(SIGXFSZ, oldHandler);
 
     EXPECT_FALSE(saved);
-    EXPECT_FALSE(error.isEmpty());
+    EXPECT_TRUE(error.contains("File too large")) << "the system's reason: " << error.toStdString();
     EXPECT_EQ(readFile(dir.filePath("script.json")), before);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{"script.json"});
+}
+
+TEST(ReadRobustness, SavingKeepsTheModeOfTheFileItReplaces) {
+    QTemporaryDir dir;
+    TaskDocument task;
+    openOrFail(task, "{}");
+    ASSERT_TRUE(task.saveTo(dir.path()));
+    const QString script = dir.filePath("script.json");
+    EXPECT_TRUE(QFileInfo(script).permissions().testFlag(QFileDevice::ReadOther))
+        << "a new file is readable by others, as files usually are";
+    const auto mode = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser |
+                      QFileDevice::WriteUser | QFileDevice::ReadGroup | QFileDevice::WriteGroup;
+    ASSERT_TRUE(QFile::setPermissions(script, mode));
+    task.name = QStringLiteral("again");
+    ASSERT_TRUE(task.saveTo(dir.path()));
+    EXPECT_EQ(QFileInfo(script).permissions(), mode);
 }
 
 }  // namespace

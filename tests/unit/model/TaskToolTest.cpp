@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -78,6 +79,76 @@ TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
 
     EXPECT_EQ(runTool({"check", dir.filePath("nowhere")}).exitCode, 2);
     EXPECT_EQ(runTool({"frobnicate"}).exitCode, 2);
+}
+
+TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
+    QTemporaryDir dir;
+    // A misspelt action list leaves an event without actions that fires every cycle.
+    writeFile(dir.filePath("script.json"), R"({"scene_list": [{"name": "s", "scen_event": {},
+        "event_list": [{"name": "e", "actions_list": [{"type": 10}], "item_group": {"type": 5,
+        "relaton": 1, "item_list": [{"type": 2, "variable_id": 1, "compare_valu": "x"}]}}]}]})");
+    const ToolRun run = runTool({"check", dir.path()});
+    EXPECT_EQ(run.exitCode, 0);
+    for (const char* line :
+         {"skipped /scene_list/0: unknown key \"scen_event\"",
+          "skipped /scene_list/0/event_list/0: unknown key \"actions_list\"",
+          "skipped /scene_list/0/event_list/0/item_group: unknown key \"relaton\"",
+          "skipped /scene_list/0/event_list/0/item_group/item_list/0: unknown key "
+          "\"compare_valu\""}) {
+        EXPECT_TRUE(run.err.contains(line)) << line << "\n" << run.err.toStdString();
+    }
+    // The tool's own files have no unknown keys, nor references to nothing.
+    const ToolRun own = runTool({"check", fixturePath("tasks/every-record")});
+    EXPECT_FALSE(own.err.contains("unknown key")) << own.err.toStdString();
+    EXPECT_FALSE(own.err.contains("does not exist")) << own.err.toStdString();
+}
+
+TEST(TaskTool, CheckNamesReferencesToWhatTheTaskDoesNotHold) {
+    QTemporaryDir dir;
+    writeFile(dir.filePath("script.json"), R"({
+        "var_list": [{"type": 1, "id": 1, "name": "v", "value": "0"},
+                     {"type": 2, "id": 2, "name": "crop", "ori": 9, "rect": "0,0,1,1"}],
+        "image_list": [{"id": 1, "name": "i", "file": "1.png", "ori": 8, "sim": 0.9, "type": 1}],
+        "scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group": {"type": 5,
+            "item_list": [{"type": 2, "relation": 1, "variable_id": 1, "compare_value": "0"},
+                          {"type": 5, "relation": 1, "item_list": [
+                              {"type": 1, "relation": 1, "image_id": 4, "search_id": 0}]}]},
+            "action_list": [{"type": 21, "color_id": 5, "button": 1},
+                            {"type": 3, "variable_id": 6, "change_value": "x"}]}]}]})");
+    const ToolRun run = runTool({"check", dir.path()});
+    EXPECT_EQ(run.exitCode, 0);
+    for (const char* line : {"definition \"crop\": original image 9 does not exist",
+                             "image 1: original image 8 does not exist",
+                             "scene \"s\", event \"e\": image 4 does not exist",
+                             "scene \"s\", event \"e\": colour 5 does not exist",
+                             "scene \"s\", event \"e\": definition 6 does not exist"}) {
+        EXPECT_TRUE(run.err.contains(line)) << line << "\n" << run.err.toStdString();
+    }
+    EXPECT_FALSE(run.err.contains("definition 1 does not exist"));
+}
+
+TEST(TaskTool, CheckSaysAnEmptyFileIsEmptyAndNamesImagesThatDoNotDecode) {
+    QTemporaryDir empty;
+    writeFile(empty.filePath("script.json"), "");
+    const ToolRun nothing = runTool({"check", empty.path()});
+    EXPECT_EQ(nothing.exitCode, 0) << "an empty file opens with defaults";
+    EXPECT_TRUE(nothing.err.contains("script.json is empty")) << nothing.err.toStdString();
+
+    // The first half of a real PNG, as an interrupted copy leaves it.
+    QTemporaryDir dir;
+    QDir(dir.path()).mkpath("image");
+    const QByteArray png = readFile(QStringLiteral(AUTOSCENE_DEMO_IMAGE));
+    ASSERT_GT(png.size(), 100);
+    writeFile(dir.filePath("image/1.png"), png.left(png.size() / 2));
+    writeFile(dir.filePath("image/2.png"), png);
+    writeFile(dir.filePath("script.json"), R"({"image_list": [
+        {"id": 1, "name": "cut", "file": "1.png", "sim": 0.9, "type": 1},
+        {"id": 2, "name": "whole", "file": "2.png", "sim": 0.9, "type": 1}]})");
+    const ToolRun cut = runTool({"check", dir.path()});
+    EXPECT_EQ(cut.exitCode, 0);
+    EXPECT_TRUE(cut.err.contains("image 1: file does not decode")) << cut.err.toStdString();
+    EXPECT_FALSE(cut.err.contains("image 2")) << cut.err.toStdString();
+    EXPECT_FALSE(cut.err.contains("script.json is empty"));
 }
 
 }  // namespace

@@ -5,8 +5,11 @@
 #include <httplib.h>
 
 #include <atomic>
+#include <chrono>
+#include <future>
 #include <memory>
 #include <opencv2/imgcodecs.hpp>
+#include <stop_token>
 #include <thread>
 
 #include "LogCapture.h"
@@ -22,6 +25,7 @@ using autoscene::ocr::testkit::LogCapture;
 using autoscene::ocr::testkit::renderTextPng;
 using autoscene::ocr::testkit::sharedOcrService;
 using autoscene::ocr::testkit::TextLabel;
+using autoscene::test::SilentListener;
 using autoscene::test::unusedLoopbackPort;
 
 namespace {
@@ -161,4 +165,31 @@ TEST(OcrClient, NoServiceGivesEmptyResultAndLogsTheFailure) {
     // No address yet: the service was never started, and nothing is tried.
     EXPECT_EQ(OcrClient().recognise(image), RecognisedText{});
     EXPECT_EQ(log.count(QStringLiteral("curl_easy_perform")), 1);
+}
+
+TEST(OcrClient, AHungServiceEndsAtTheTimeOutOrTheStopWithOneLogLine) {
+    using namespace std::chrono_literals;
+    const SilentListener hung;
+    const cv::Mat image(20, 40, CV_8UC3, cv::Scalar(255, 255, 255));
+    OcrClient client(ocrServiceUrl(hung.port()));
+    {
+        client.setTimeouts({1000ms, 300ms});
+        const LogCapture log;
+        const auto started = std::chrono::steady_clock::now();
+        EXPECT_EQ(client.recognise(image), RecognisedText{});
+        EXPECT_LT(std::chrono::steady_clock::now() - started, 10s);
+        EXPECT_EQ(log.count(QStringLiteral("Timeout was reached")), 1) << log.all().toStdString();
+    }
+    // Without a stop the default time-outs would hold the caller for many seconds.
+    client.setTimeouts({});
+    std::stop_source stop;
+    const LogCapture log;
+    auto reading = std::async(std::launch::async, [&] {
+        return client.recognise(image, OcrEngine::Fast, stop.get_token());
+    });
+    EXPECT_EQ(reading.wait_for(300ms), std::future_status::timeout);
+    stop.request_stop();
+    ASSERT_EQ(reading.wait_for(5s), std::future_status::ready);
+    EXPECT_EQ(reading.get(), RecognisedText{});
+    EXPECT_EQ(log.count(QStringLiteral("curl_easy_perform")), 0) << "a stop is no failure";
 }

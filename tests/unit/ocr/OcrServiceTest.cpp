@@ -2,8 +2,14 @@
 // its command line.
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
+#include <chrono>
+#include <cstdint>
 #include <future>
+#include <string>
 #include <vector>
 
 #include "RenderedText.h"
@@ -15,6 +21,35 @@
 using namespace autoscene::ocr::testkit;
 
 namespace {
+
+// Connections that send the start of a request and then nothing, held open.
+class SilentClients {
+public:
+    SilentClients(int port, int count) {
+        for (int i = 0; i < count; ++i) {
+            const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
+            sockaddr_in address{};
+            address.sin_family = AF_INET;
+            address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+            address.sin_port = htons(static_cast<std::uint16_t>(port));
+            if (::connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) {
+                const std::string start = "POST /ocr_detect HTTP/1.1\r\nHost: 127.0.0.1\r\n";
+                ::send(fd, start.data(), start.size(), 0);
+            }
+            fds_.push_back(fd);
+        }
+    }
+    ~SilentClients() {
+        for (const int fd : fds_) {
+            ::close(fd);
+        }
+    }
+    SilentClients(const SilentClients&) = delete;
+    SilentClients& operator=(const SilentClients&) = delete;
+
+private:
+    std::vector<int> fds_;
+};
 
 ServiceAnswer detect(const std::string& png, const std::string& field = "image") {
     return readServiceAnswer(sharedOcrService().detect(png, {}, field));
@@ -88,7 +123,24 @@ TEST(OcrService, ProgramRefusesBadArgumentsAndABusyPort) {
         const std::string output = autoscene::sys::runCommandCapture(program + arguments);
         EXPECT_NE(output.find("usage: morvane-ocr PORT"), std::string::npos) << arguments;
     }
+    // The port is tried before the models load: a folder that holds none is never reached.
     const std::string port = std::to_string(sharedOcrService().port());
-    const std::string busy = autoscene::sys::runCommandCapture(program + " " + port + " 1");
-    EXPECT_NE(busy.find("cannot listen on 127.0.0.1:" + port), std::string::npos) << busy;
+    const std::string busy =
+        autoscene::sys::runCommandCapture(program + " " + port + " 1 /nonexistent-models");
+    EXPECT_NE(busy.find("cannot listen on 127.0.0.1:" + port + ": the port is already in use"),
+              std::string::npos)
+        << busy;
+    EXPECT_EQ(busy.find("accurate engine unavailable"), std::string::npos) << busy;
+}
+
+TEST(OcrService, ClientsThatSendHalfARequestHoldNobodyElseBack) {
+    const SilentClients slow(sharedOcrService().port(), 8);
+    const std::string png = renderTextPng({200, 60}, {{"OK", {10, 10}, 32}});
+    autoscene::http::HttpLimits limits;
+    limits.timeout = std::chrono::seconds(4);  // well below the half-sent requests' patience
+    const autoscene::http::HttpResponse answer = autoscene::http::httpPostMultipart(
+        sharedOcrService().url(), {}, {"image", "ok.png", "image/png", png}, {{"engine", "fast"}},
+        limits);
+    EXPECT_EQ(answer.error, "");
+    EXPECT_EQ(readServiceAnswer(answer.body).lines(), std::vector<std::string>{"OK"});
 }

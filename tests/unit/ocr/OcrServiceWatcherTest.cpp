@@ -73,6 +73,46 @@ TEST(OcrServiceSettings, PortComesFromTheIniFileOrDefaultsTo8080) {
     }
 }
 
+TEST(OcrServiceSettings, TimeOutsComeFromTheIniFileAndAGivenPortReplacesItsPort) {
+    QTemporaryDir dir;
+    const OcrTimeouts defaults;
+    const struct {
+        const char* content;
+        std::chrono::milliseconds connect;
+        std::chrono::milliseconds request;
+    } cases[] = {
+        {"connect_timeout_ms=250\nrequest_timeout_ms=4000\n", 250ms, 4000ms},
+        {"request_timeout_ms=1500\n", defaults.connect, 1500ms},
+        {"connect_timeout_ms=0\nrequest_timeout_ms=-3\n", defaults.connect, defaults.request},
+        {"connect_timeout_ms=soon\n", defaults.connect, defaults.request},
+    };
+    int index = 0;
+    for (const auto& c : cases) {
+        const QString file = dir.filePath(QStringLiteral("timeouts%1.ini").arg(index++));
+        writeFile(file, c.content);
+        const OcrTimeouts read = readOcrTimeouts(file);
+        EXPECT_EQ(read.connect, c.connect) << c.content;
+        EXPECT_EQ(read.request, c.request) << c.content;
+    }
+
+    installProgram(QDir(dir.path()));
+    writeFile(dir.filePath(QStringLiteral("ocr.ini")), "port=9\n");
+    const int port = unusedLoopbackPort();
+    const auto client = std::make_shared<OcrClient>();
+    OcrServiceWatcher watcher(client);
+    ASSERT_TRUE(watcher.start(dir.path(), QString(), port));
+    EXPECT_EQ(client->url(), ocrServiceUrl(port));
+}
+
+TEST(OcrServiceSettings, AServiceThatKeepsEndingIsStartedAgainEverMoreSlowly) {
+    const std::pair<int, std::chrono::milliseconds> delays[] = {
+        {0, 0ms},     {1, 1000ms},  {2, 2000ms},   {3, 4000ms},
+        {6, 32000ms}, {7, 60000ms}, {500, 60000ms}};
+    for (const auto& [quickEnds, delay] : delays) {
+        EXPECT_EQ(restartDelay(quickEnds), delay) << quickEnds;
+    }
+}
+
 TEST(OcrServiceSettings, ProgramIsLookedForBesideTheProgramThenInTheWorkingDirectory) {
     QTemporaryDir programDir;
     QTemporaryDir workingDir;

@@ -27,13 +27,12 @@ protected:
         const std::string folder = dir.filePath("image/").toStdString();
         cv::imwrite(folder + "patch.png", frame(cv::Rect(30, 40, 24, 16)));
         cv::imwrite(folder + "corner.png", frame(cv::Rect(150, 80, 10, 10)));
-        cv::Mat gray;
-        cv::cvtColor(frame(cv::Rect(0, 0, 8, 8)), gray, cv::COLOR_BGR2GRAY);
-        cv::imwrite(folder + "gray.png", gray);
+        // A colour image stored for a thresholded (one-channel) find cannot be matched.
+        cv::imwrite(folder + "colour.png", frame(cv::Rect(0, 0, 8, 8)));
         ASSERT_TRUE(task.openText(R"({"image_list": [
             {"id": 1, "name": "patch", "file": "patch.png", "type": 1, "sim": 0.95},
             {"id": 2, "name": "corner", "file": "corner.png", "type": 1, "sim": 0.95},
-            {"id": 3, "name": "gray", "file": "gray.png", "type": 1, "sim": 0.95},
+            {"id": 3, "name": "colour", "file": "colour.png", "type": 2, "sim": 0.95},
             {"id": 4, "name": "gone", "file": "gone.png", "type": 1, "sim": 0.95}]})")
                         .ok);
         task.folderPath = dir.path() + "/";
@@ -55,7 +54,7 @@ TEST_F(Image, FindReportsEveryNamedImageFound) {
 }
 
 TEST_F(Image, FindThatCannotRunSaysWhy) {
-    EXPECT_EQ(text("JSON.stringify(image.find('gray'))"),
+    EXPECT_EQ(text("JSON.stringify(image.find('colour'))"),
               R"({"code":-1,"msg":"图片格式错误，请重新添加","rects":[]})");
     EXPECT_EQ(text("var r = image.find('gone'); r.code + r.msg"), "-2图片不存在，请重新添加");
     EXPECT_EQ(text("var r = image.find('no such name'); r.code + r.msg"),

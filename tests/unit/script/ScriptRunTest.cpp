@@ -12,6 +12,7 @@
 #include <set>
 
 #include "InProcessTarget.h"
+#include "LoopbackPort.h"
 #include "engine/RuntimeFactory.h"
 #include "engine/TaskRunner.h"
 #include "model/TaskDocument.h"
@@ -164,6 +165,16 @@ TEST_F(ScriptRun, StopAndTimeLimitInterruptAStuckScript) {
     ASSERT_TRUE(runner->start({{TargetKind::Desktop, 1}}));
     ASSERT_TRUE(runner->waitUntilIdle(20s));
     EXPECT_EQ(runner->runEnd(), RunEnd::TimeLimit);
+}
+
+TEST_F(ScriptRun, AStopEndsARequestToAServerThatNeverAnswers) {
+    const autoscene::test::SilentListener hung;
+    open(QStringLiteral("http.get('http://127.0.0.1:%1/')").arg(hung.port()));
+    ASSERT_TRUE(runner->start({{TargetKind::Desktop, 1}}));
+    std::this_thread::sleep_for(300ms);
+    runner->stop();
+    // Well before the request's own 30 s time-out.
+    EXPECT_TRUE(runner->waitUntilIdle(5s));
 }
 
 }  // namespace
