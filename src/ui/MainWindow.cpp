@@ -1,0 +1,173 @@
+#include "ui/MainWindow.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QSplitter>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "ui/AccessibleNames.h"
+#include "ui/EventTree.h"
+#include "ui/Prompts.h"
+#include "ui/SceneListView.h"
+#include "ui/TaskBackups.h"
+
+namespace autoscene::ui {
+
+namespace {
+
+QWidget* titled(const QString& title, QWidget* content) {
+    auto* box = new QWidget;
+    auto* layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new QLabel(title));
+    layout->addWidget(content);
+    return box;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(AppConfig config, QWidget* parent)
+    : QMainWindow(parent), config_(std::move(config)) {
+    setObjectName(QStringLiteral("MainWindow"));
+    sceneList_ = new SceneListView(editor_);
+    eventTree_ = new EventTree;
+    connect(sceneList_, &SceneListView::sceneSelected, this,
+            [this](int row) { eventTree_->showScene(editor_.sceneAt(row), editor_.document()); });
+
+    auto* splitter = new QSplitter;
+    splitter->addWidget(titled(tr("界面"), sceneList_));
+    splitter->addWidget(titled(tr("事件"), eventTree_));
+    splitter->setStretchFactor(1, 3);
+
+    targetButton_ = new QPushButton(tr("目标"));
+    targetButton_->setObjectName(QStringLiteral("pushButton_select_window"));
+    targetLabel_ = new QLabel;
+    targetLabel_->setObjectName(QStringLiteral("label_wintitle"));
+    auto* targetRow = new QHBoxLayout;
+    targetRow->addWidget(targetButton_);
+    targetRow->addWidget(targetLabel_, 1);
+
+    auto* central = new QWidget;
+    auto* layout = new QVBoxLayout(central);
+    layout->addLayout(targetRow);
+    layout->addWidget(splitter, 1);
+    setCentralWidget(central);
+
+    buildToolBar();
+    buildTargetMenu();
+    showTarget();
+    resize(config_.mainWindowSize().value_or(QSize(960, 640)));
+}
+
+void MainWindow::buildToolBar() {
+    QToolBar* bar = addToolBar(tr("工具栏"));
+    bar->setObjectName(QStringLiteral("toolBar"));
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    struct Entry {
+        const char* objectName;
+        QString text;
+        QKeySequence shortcut;
+    };
+    // The editors and tools behind most entries are not part of the window yet; their
+    // actions stay disabled until they are.
+    const Entry entries[] = {
+        {"action_ori_image", tr("原图"), {}},
+        {"action_crop_image", tr("截图"), {}},
+        {"action_variable", tr("变量"), {}},
+        {"action_range", tr("范围"), {}},
+        {"action_run", tr("运行"), {}},
+        {"action_stop", tr("停止"), {}},
+        {"action_save", tr("保存"), QKeySequence(Qt::CTRL | Qt::Key_S)},
+        {"action_settings", tr("设置"), {}},
+        {"playback", tr("回放"), {}},
+        {"action_logviewer", tr("日志"), QKeySequence(Qt::Key_F7)},
+        {"action_color", tr("颜色"), {}},
+        {"action_config", tr("配置"), {}},
+        {"action_model", tr("模型"), {}},
+    };
+    for (const Entry& entry : entries) {
+        QAction* action = bar->addAction(entry.text);
+        action->setObjectName(QString::fromLatin1(entry.objectName));
+        action->setShortcut(entry.shortcut);
+        action->setEnabled(false);
+    }
+    QAction* saveAction = findChild<QAction*>(QStringLiteral("action_save"));
+    saveAction->setEnabled(true);
+    connect(saveAction, &QAction::triggered, this, &MainWindow::save);
+}
+
+void MainWindow::buildTargetMenu() {
+    auto* menu = new QMenu(targetButton_);
+    menu->addAction(tr("全屏模式"), this, [this] {
+        editor_.document().settings.taskMode = int(model::TaskMode::FullScreen);
+        showTarget();
+    });
+    targetButton_->setMenu(menu);
+}
+
+void MainWindow::showTarget() {
+    const model::TaskSettings& settings = editor_.document().settings;
+    QString text = tr("未选择目标窗口");
+    if (settings.taskMode == int(model::TaskMode::FullScreen)) {
+        text = tr("全屏模式");
+    } else if (settings.taskMode == int(model::TaskMode::AndroidDevice)) {
+        text = tr("ADB模式");
+    } else if (settings.taskMode == int(model::TaskMode::Window) &&
+               !settings.windowInfo.title.isEmpty()) {
+        text = settings.windowInfo.title;
+    }
+    targetLabel_->setText(text);
+    targetLabel_->setAccessibleName(text);
+}
+
+bool MainWindow::openTask(const QString& folder, QString* error) {
+    if (!QFileInfo(QDir(folder).filePath(QStringLiteral("script.json"))).isFile()) {
+        *error = tr("文件夹中没有 script.json");
+        return false;
+    }
+    folder_ = QFileInfo(folder).absoluteFilePath();
+    backUpScript(QDir(folder_).filePath(QStringLiteral("script.json")), backupFolder());
+    const model::OpenResult opened = editor_.open(folder_);
+    if (!opened) {
+        *error = opened.error;
+        return false;
+    }
+    const QString name = editor_.document().name;
+    setWindowTitle(tr("Autoscene - %1").arg(name.isEmpty() ? QDir(folder_).dirName() : name));
+    showTarget();
+    sceneList_->selectRow(0);
+    nameControlsAfterText(*this);
+    return true;
+}
+
+QString MainWindow::backupFolder() const {
+    return QDir(folder_).filePath(QStringLiteral("backup"));
+}
+
+void MainWindow::save() {
+    QString error;
+    if (!editor_.save(&error)) {
+        showNotice(this, tr("保存失败: %1").arg(error));
+    }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (editor_.saveFailed() &&
+        !askToConfirm(this, tr("任务可能保存失败,关闭后将导致任务异常,请确认是否关闭?"))) {
+        event->ignore();
+        return;
+    }
+    config_.setMainWindowSize(size());
+    if (!folder_.isEmpty()) {
+        pruneBackups(backupFolder());
+    }
+    event->accept();
+}
+
+}  // namespace autoscene::ui

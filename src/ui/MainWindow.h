@@ -1,0 +1,51 @@
+#pragma once
+// The editor's main window over one open task: scene list, event list, toolbar and the
+// target button. Opening backs the task file up; closing prunes the backups.
+
+#include <QMainWindow>
+
+#include "ui/AppConfig.h"
+#include "ui/TaskEditor.h"
+
+class QLabel;
+class QPushButton;
+
+namespace autoscene::ui {
+
+class EventTree;
+class SceneListView;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit MainWindow(AppConfig config, QWidget* parent = nullptr);
+
+    // Opens the task folder and backs its script file up; false with `error` set when the
+    // folder holds no readable task.
+    bool openTask(const QString& folder, QString* error);
+    // Where the copies of the task file go.
+    QString backupFolder() const;
+
+    TaskEditor& editor() { return editor_; }
+    SceneListView& sceneList() { return *sceneList_; }
+    EventTree& eventTree() { return *eventTree_; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildToolBar();
+    void buildTargetMenu();
+    void showTarget();
+    void save();
+
+    AppConfig config_;
+    TaskEditor editor_;
+    QString folder_;
+    SceneListView* sceneList_ = nullptr;
+    EventTree* eventTree_ = nullptr;
+    QPushButton* targetButton_ = nullptr;
+    QLabel* targetLabel_ = nullptr;
+};
+
+}  // namespace autoscene::ui

@@ -1,0 +1,25 @@
+#include <QApplication>
+#include <QIcon>
+#include <QLocale>
+
+#include "http/Http.h"
+#include "system/CrashHandler.h"
+#include "ui/AutoRunner.h"
+#include "ui/Translations.h"
+
+// autoscene [TASK_DIR]: the welcome window, or the task's main window straight away.
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/image/ic_auto_logo.ico")));
+    autoscene::sys::installCrashHandler();
+    autoscene::http::initHttpOnce();
+    autoscene::ui::installTranslation(app, QLocale::system());
+
+    autoscene::ui::AutoRunner welcome{autoscene::ui::AppConfig()};
+    const QStringList arguments = QApplication::arguments();
+    // With a task folder the welcome window shows only when the task cannot be opened.
+    if (arguments.size() < 2 || !welcome.openTask(arguments.at(1))) {
+        welcome.show();
+    }
+    return QApplication::exec();
+}

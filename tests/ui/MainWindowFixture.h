@@ -1,0 +1,36 @@
+#pragma once
+// A main window on a fresh copy of the demo task, with a config.ini of its own.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "TestTask.h"
+#include "ui/MainWindow.h"
+#include "ui/SceneListView.h"
+
+namespace autoscene::testing {
+
+class MainWindowTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()));
+        QString error;
+        ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
+        window_->show();
+    }
+
+    QStringList sceneNames() const {
+        QStringList names;
+        auto* model = window_->sceneList().model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            names << model->index(row, 0).data().toString();
+        }
+        return names;
+    }
+
+    TestTask task_;
+    std::unique_ptr<ui::MainWindow> window_;
+};
+
+}  // namespace autoscene::testing
