@@ -1,7 +1,5 @@
 #include "app/TaskRun.h"
 
-#include "actions/RuntimeItems.h"
-
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -11,15 +9,12 @@
 #include <optional>
 #include <variant>
 
-#include "app/OcrServiceWatcher.h"
 #include "app/RunReporter.h"
+#include "app/RunSession.h"
 #include "engine/BgraConversion.h"
-#include "engine/RuntimeFactory.h"
 #include "engine/TaskRunner.h"
 #include "model/TaskDocument.h"
-#include "recognition/DetectionPool.h"
 #include "targets/WindowTarget.h"
-#include "text/OcrClient.h"
 
 namespace autoscene::app {
 
@@ -31,12 +26,7 @@ using model::TaskMode;
 namespace {
 
 platform::WindowQuery windowQuery(const model::WindowInfo& info, const RunOptions& options) {
-    platform::WindowQuery query;
-    query.title = info.title.toStdString();
-    query.fullMatchTitle = info.isFullmatchTitle;
-    query.className = info.className.toStdString();
-    query.childTitle = info.childTitle.toStdString();
-    query.childClassName = info.childClassName.toStdString();
+    platform::WindowQuery query = windowQueryOf(info);
     if (options.windowTitle || options.className) {
         query.title = options.windowTitle.value_or(QString()).toStdString();
         query.fullMatchTitle = options.windowTitle.has_value();
@@ -166,34 +156,24 @@ int runTask(const RunOptions& options, platform::IDesktopBackend& backend, QText
     modes.backgroundInput = options.background.value_or(settings.backAct);
     modes.backgroundCapture = options.background.value_or(settings.backCapture);
     const platform::WindowQuery query = windowQuery(settings.windowInfo, options);
-    targets::WindowTarget target(backend, modes, query);
-    targets::WindowQueryMatcher matcher(backend, query);
+    RunSession session(task, backend, modes, query, windows);
 
     auto chosen = chooseTarget(drivesWindow(options, settings), settings.windowInfo, backend, query,
-                               matcher, err);
+                               session.matcher(), err);
     if (const int* code = std::get_if<int>(&chosen)) {
         return *code;
     }
     RunTarget runTarget = std::get<RunTarget>(std::move(chosen));
     runTarget.variableOverrides = options.variables;
 
-    const auto ocr = std::make_shared<text::OcrClient>();
-    OcrServiceWatcher ocrService(ocr);
-    if (task.usesScreenText() &&
-        !ocrService.start(QCoreApplication::applicationDirPath(), QDir::currentPath())) {
+    if (!session.startOcrService()) {
         err << "morvane-ocr is neither beside autoscene-run nor in the working directory: "
                "screen text reads as empty\n";
     }
-    engine::RuntimeFactory factory;
-    actions::registerAllRuntimeItems(factory, ocr, windows);
-    engine::TaskRunner runner(task, factory, target);
-    runner.setJobRunner([](size_t count, const std::function<void(size_t)>& job) {
-        recognition::DetectionPool::shared().run(count, job);
-    });
+    engine::TaskRunner& runner = session.runner();
     RunReporter reporter(out, options.json);
     runner.setSceneObserver(&reporter);
     runner.setRunObserver(&reporter);
-    runner.setWindowMatcher(&matcher);
     applyOptions(options, runner);
 
     const double seconds = drive(runner, runTarget, stopRequested);
