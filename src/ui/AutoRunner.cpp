@@ -15,8 +15,8 @@
 
 namespace autoscene::ui {
 
-AutoRunner::AutoRunner(AppConfig config, QWidget* parent)
-    : QWidget(parent), config_(std::move(config)) {
+AutoRunner::AutoRunner(AppConfig config, Desktop desktop, QWidget* parent)
+    : QWidget(parent), config_(std::move(config)), desktop_(desktop) {
     setObjectName(QStringLiteral("AutoRunner"));
     setWindowTitle(tr("欢迎使用"));
     auto* heading = new QLabel(tr("欢迎使用"));
@@ -69,7 +69,7 @@ void AutoRunner::fillRecent() {
 }
 
 MainWindow* AutoRunner::openTask(const QString& folder) {
-    auto window = std::make_unique<MainWindow>(config_);
+    auto window = std::make_unique<MainWindow>(config_, desktop_);
     window->setAttribute(Qt::WA_DeleteOnClose);
     QString error;
     if (!window->openTask(folder, &error)) {

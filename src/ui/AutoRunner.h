@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include "ui/AppConfig.h"
+#include "ui/Desktop.h"
 
 class QListWidget;
 
@@ -15,7 +16,7 @@ class MainWindow;
 class AutoRunner : public QWidget {
     Q_OBJECT
 public:
-    explicit AutoRunner(AppConfig config, QWidget* parent = nullptr);
+    AutoRunner(AppConfig config, Desktop desktop, QWidget* parent = nullptr);
 
     // Opens the task in a main window and closes this one; on failure says why and stays.
     MainWindow* openTask(const QString& folder);
@@ -29,6 +30,7 @@ private:
     void fillRecent();
 
     AppConfig config_;
+    Desktop desktop_;
     QListWidget* recent_ = nullptr;
 };
 

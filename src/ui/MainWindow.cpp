@@ -2,17 +2,21 @@
 
 #include <QCloseEvent>
 #include <QDir>
+#include <QDockWidget>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
 #include <QSplitter>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include "engine/TaskRunner.h"
 #include "ui/AccessibleNames.h"
 #include "ui/EventTree.h"
 #include "ui/Prompts.h"
+#include "ui/RunView.h"
 #include "ui/SceneListView.h"
 #include "ui/TaskBackups.h"
 
@@ -31,9 +35,10 @@ QWidget* titled(const QString& title, QWidget* content) {
 
 }  // namespace
 
-MainWindow::MainWindow(AppConfig config, QWidget* parent)
+MainWindow::MainWindow(AppConfig config, Desktop desktop, QWidget* parent)
     : QMainWindow(parent), config_(std::move(config)) {
     setObjectName(QStringLiteral("MainWindow"));
+    run_ = new RunControl(editor_, config_, desktop, this);
     sceneList_ = new SceneListView(editor_);
     eventTree_ = new EventTree;
     connect(sceneList_, &SceneListView::sceneSelected, this,
@@ -60,6 +65,7 @@ MainWindow::MainWindow(AppConfig config, QWidget* parent)
 
     buildToolBar();
     buildTargetMenu();
+    buildRunView();
     showTarget();
     resize(config_.mainWindowSize().value_or(QSize(960, 640)));
 }
@@ -68,13 +74,13 @@ void MainWindow::buildToolBar() {
     QToolBar* bar = addToolBar(tr("工具栏"));
     bar->setObjectName(QStringLiteral("toolBar"));
     bar->setMovable(false);
-    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     struct Entry {
         const char* objectName;
         QString text;
         QKeySequence shortcut;
     };
-    // The editors and tools behind most entries are not part of the window yet; their
+    // The editors and tools behind the other entries are not part of the window yet; their
     // actions stay disabled until they are.
     const Entry entries[] = {
         {"action_ori_image", tr("原图"), {}},
@@ -97,9 +103,73 @@ void MainWindow::buildToolBar() {
         action->setShortcut(entry.shortcut);
         action->setEnabled(false);
     }
-    QAction* saveAction = findChild<QAction*>(QStringLiteral("action_save"));
-    saveAction->setEnabled(true);
-    connect(saveAction, &QAction::triggered, this, &MainWindow::save);
+    const auto wire = [this](const char* name, auto slot) {
+        QAction* action = findChild<QAction*>(QString::fromLatin1(name));
+        action->setEnabled(true);
+        connect(action, &QAction::triggered, this, slot);
+        return action;
+    };
+    wire("action_save", &MainWindow::save);
+    wire("action_run", &MainWindow::runClicked)->setIcon(QIcon(QStringLiteral(":/image/run.png")));
+    wire("action_stop", [this] {
+        run_->stop();
+    })->setIcon(QIcon(QStringLiteral(":/image/stop.png")));
+}
+
+void MainWindow::buildRunView() {
+    runView_ = new RunView;
+    auto* dock = new QDockWidget(tr("运行状态"), this);
+    dock->setObjectName(QStringLiteral("dockWidget_run"));
+    dock->setWidget(runView_);
+    dock->hide();
+    addDockWidget(Qt::RightDockWidgetArea, dock);
+    // Values change on every cycle; reading them a few times a second is what a reader
+    // can follow and costs the run nothing.
+    definitionsRefresh_ = new QTimer(this);
+    definitionsRefresh_->setInterval(250);
+    connect(definitionsRefresh_, &QTimer::timeout, this, [this] {
+        if (engine::TaskRunner* runner = run_->runner()) {
+            runView_->showDefinitions(runner->definitions());
+        }
+    });
+    connect(&run_->feed(), &RunFeed::notesReady, this, &MainWindow::showRunNotes,
+            Qt::QueuedConnection);
+    connect(run_, &RunControl::stateChanged, this, &MainWindow::showRunState);
+    connect(run_, &RunControl::windowChoiceRequested, this, [this] { targetButton_->showMenu(); });
+}
+
+void MainWindow::runClicked() {
+    if (run_->state() != RunControl::State::Idle) {
+        run_->togglePause();
+        return;
+    }
+    run_->start();
+}
+
+void MainWindow::showRunNotes() {
+    runView_->addNotes(run_->feed().take());
+}
+
+void MainWindow::showRunState(RunControl::State state) {
+    static const char* const icons[] = {":/image/run.png", ":/image/pause.png",
+                                        ":/image/ic_continue.png"};
+    findChild<QAction*>(QStringLiteral("action_run"))
+        ->setIcon(QIcon(QString::fromLatin1(icons[int(state)])));
+    const bool idle = state == RunControl::State::Idle;
+    if (shownRunState_ == RunControl::State::Idle && !idle) {
+        runView_->clear();
+        findChild<QDockWidget*>(QStringLiteral("dockWidget_run"))->show();
+    }
+    shownRunState_ = state;
+    // The run reads the document: no edits and no other target until it ends.
+    sceneList_->setEditingLocked(!idle);
+    targetButton_->setEnabled(idle);
+    if (idle) {
+        definitionsRefresh_->stop();
+        showRunNotes();
+    } else {
+        definitionsRefresh_->start();
+    }
 }
 
 void MainWindow::buildTargetMenu() {
@@ -158,6 +228,11 @@ void MainWindow::save() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    if (run_->state() != RunControl::State::Idle) {
+        showNotice(this, tr("任务正在运行中,请停止后任务再关闭"));
+        event->ignore();
+        return;
+    }
     if (editor_.saveFailed() &&
         !askToConfirm(this, tr("任务可能保存失败,关闭后将导致任务异常,请确认是否关闭?"))) {
         event->ignore();

@@ -5,6 +5,8 @@
 #include <QMainWindow>
 
 #include "ui/AppConfig.h"
+#include "ui/Desktop.h"
+#include "ui/RunControl.h"
 #include "ui/TaskEditor.h"
 
 class QLabel;
@@ -13,12 +15,13 @@ class QPushButton;
 namespace autoscene::ui {
 
 class EventTree;
+class RunView;
 class SceneListView;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
-    explicit MainWindow(AppConfig config, QWidget* parent = nullptr);
+    MainWindow(AppConfig config, Desktop desktop, QWidget* parent = nullptr);
 
     // Opens the task folder and backs its script file up; false with `error` set when the
     // folder holds no readable task.
@@ -29,6 +32,8 @@ public:
     TaskEditor& editor() { return editor_; }
     SceneListView& sceneList() { return *sceneList_; }
     EventTree& eventTree() { return *eventTree_; }
+    RunControl& runControl() { return *run_; }
+    RunView& runView() { return *runView_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -38,6 +43,10 @@ private:
     void buildTargetMenu();
     void showTarget();
     void save();
+    void buildRunView();
+    void runClicked();
+    void showRunState(RunControl::State state);
+    void showRunNotes();
 
     AppConfig config_;
     TaskEditor editor_;
@@ -46,6 +55,10 @@ private:
     EventTree* eventTree_ = nullptr;
     QPushButton* targetButton_ = nullptr;
     QLabel* targetLabel_ = nullptr;
+    RunControl* run_ = nullptr;
+    RunView* runView_ = nullptr;
+    RunControl::State shownRunState_ = RunControl::State::Idle;
+    QTimer* definitionsRefresh_ = nullptr;
 };
 
 }  // namespace autoscene::ui

@@ -26,8 +26,9 @@ QString cancelText() {
 
 }  // namespace
 
-void showNotice(QWidget* parent, const QString& text) {
-    QMessageBox box(QMessageBox::Information, title(), text, QMessageBox::NoButton, parent);
+void showNotice(QWidget* parent, const QString& text, const QString& boxTitle) {
+    QMessageBox box(QMessageBox::Information, boxTitle.isEmpty() ? title() : boxTitle, text,
+                    QMessageBox::NoButton, parent);
     box.addButton(okText(), QMessageBox::AcceptRole);
     nameControlsAfterText(box);
     box.exec();
@@ -40,6 +41,24 @@ bool askToConfirm(QWidget* parent, const QString& text) {
     nameControlsAfterText(box);
     box.exec();
     return box.clickedButton() == yes;
+}
+
+int askChoice(QWidget* parent, const QString& boxTitle, const QString& text,
+              const QStringList& buttons) {
+    QMessageBox box(QMessageBox::Question, boxTitle, text, QMessageBox::NoButton, parent);
+    QList<QAbstractButton*> added;
+    for (const QString& button : buttons) {
+        added << box.addButton(button, QMessageBox::ActionRole);
+    }
+    nameControlsAfterText(box);
+    box.exec();
+    return int(added.indexOf(box.clickedButton()));
+}
+
+bool askYesNo(QWidget* parent, const QString& text) {
+    return askChoice(parent, title(), text,
+                     {QCoreApplication::translate("Prompts", "是"),
+                      QCoreApplication::translate("Prompts", "否")}) == 0;
 }
 
 std::optional<QString> askForText(QWidget* parent, const QString& prompt, const QString& initial) {

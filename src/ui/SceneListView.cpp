@@ -37,7 +37,7 @@ void SceneListView::contextMenuEvent(QContextMenuEvent* event) {
         return;
     }
     QMenu menu(this);
-    const bool own = !TaskEditor::isFixedRow(row);
+    const bool own = !TaskEditor::isFixedRow(row) && !editingLocked_;
     menu.addAction(tr("复制"), this, [this, row] { copyRow(row); })->setEnabled(own);
     menu.addAction(tr("重命名"), this, [this, row] { renameRow(row); })->setEnabled(own);
     menu.addAction(tr("删除"), this, [this, row] { deleteRow(row); })->setEnabled(own);
@@ -45,6 +45,9 @@ void SceneListView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void SceneListView::copyRow(int row) {
+    if (editingLocked_) {
+        return;
+    }
     const int copy = editor_.copyScene(row);
     if (copy >= 0) {
         selectRow(copy);
@@ -53,7 +56,7 @@ void SceneListView::copyRow(int row) {
 
 void SceneListView::renameRow(int row) {
     const model::EditorScene* scene = editor_.sceneAt(row);
-    if (!scene || TaskEditor::isFixedRow(row)) {
+    if (!scene || TaskEditor::isFixedRow(row) || editingLocked_) {
         return;
     }
     const auto name = askForText(this, tr("请输入新名称"), scene->name);
@@ -68,7 +71,7 @@ void SceneListView::renameRow(int row) {
 }
 
 void SceneListView::deleteRow(int row) {
-    if (TaskEditor::isFixedRow(row) || !editor_.sceneAt(row)) {
+    if (TaskEditor::isFixedRow(row) || !editor_.sceneAt(row) || editingLocked_) {
         return;
     }
     if (askToConfirm(this, tr("是否删除界面"))) {

@@ -17,6 +17,9 @@ public:
     int currentRow() const;
     void selectRow(int row);
 
+    // While a run reads the document, the context menu changes nothing.
+    void setEditingLocked(bool locked) { editingLocked_ = locked; }
+
     // The context menu's operations on a row, prompts included.
     void copyRow(int row);
     void renameRow(int row);
@@ -30,6 +33,7 @@ protected:
 
 private:
     TaskEditor& editor_;
+    bool editingLocked_ = false;
 };
 
 }  // namespace autoscene::ui

@@ -1,5 +1,6 @@
 #pragma once
-// A main window on a fresh copy of the demo task, with a config.ini of its own.
+// A main window on a fresh copy of the demo task, with a config.ini of its own, driving the
+// test's display.
 
 #include <gtest/gtest.h>
 
@@ -8,13 +9,14 @@
 #include "TestTask.h"
 #include "ui/MainWindow.h"
 #include "ui/SceneListView.h"
+#include "x11/X11Backend.h"
 
 namespace autoscene::testing {
 
 class MainWindowTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()));
+        window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()), desktop());
         QString error;
         ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
         window_->show();
@@ -29,7 +31,14 @@ protected:
         return names;
     }
 
+    // Before the window that uses it.
+    ui::Desktop desktop() {
+        backend_ = platform::makeX11Backend(nullptr);
+        return {backend_.get(), nullptr};
+    }
+
     TestTask task_;
+    std::unique_ptr<platform::IDesktopBackend> backend_;
     std::unique_ptr<ui::MainWindow> window_;
 };
 

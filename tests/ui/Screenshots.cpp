@@ -1,11 +1,16 @@
 // Renders every window and dialog of the application to PNG on a private Xvfb, so that
 // whoever changes one can look at it: screenshots FOLDER.
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDir>
+#include <QJsonArray>
 #include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <QTranslator>
 #include <cstdio>
@@ -15,8 +20,13 @@
 #include "XvfbServer.h"
 #include "ui/AutoRunner.h"
 #include "ui/MainWindow.h"
+#include "ui/RunControl.h"
 #include "ui/SceneListView.h"
 #include "ui/Translations.h"
+#include "x11/X11Backend.h"
+
+// Xlib's macros (Bool, None) after everything else.
+#include "DemoTargetProcess.h"
 
 namespace {
 
@@ -37,18 +47,42 @@ public:
         std::printf("%s\n", qPrintable(path));
     }
 
-    // Renders the modal dialog that `trigger` opens, then closes it.
-    void saveModal(const QString& name, const std::function<void()>& trigger) {
-        QTimer::singleShot(200, [this, name] {
-            if (QWidget* dialog = QApplication::activeModalWidget()) {
-                save(*dialog, name);
-                dialog->close();
-            } else {
-                std::fprintf(stderr, "no dialog for %s\n", qPrintable(name));
-                failed_ = true;
+    // Renders the modal dialogs that `trigger` opens one after another, closing message
+    // boxes (or clicking the first button of those that cannot be closed) and accepting
+    // other dialogs.
+    void saveModals(const QStringList& names, const std::function<void()>& trigger) {
+        qsizetype next = 0;
+        QPointer<QWidget> shot;
+        QTimer poll;
+        poll.setInterval(200);
+        QObject::connect(&poll, &QTimer::timeout, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (!dialog || dialog == shot.data() || next >= names.size()) {
+                return;
+            }
+            shot = dialog;
+            save(*dialog, names[next++]);
+            if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
+                // A box without an escape button ignores closing: click its first button.
+                if (box->escapeButton()) {
+                    box->close();
+                } else {
+                    box->buttons().constFirst()->click();
+                }
+            } else if (auto* other = qobject_cast<QDialog*>(dialog)) {
+                other->accept();
             }
         });
+        poll.start();
         trigger();
+        if (next < names.size()) {
+            std::fprintf(stderr, "no dialog for %s\n", qPrintable(names[next]));
+            failed_ = true;
+        }
+    }
+
+    void saveModal(const QString& name, const std::function<void()>& trigger) {
+        saveModals({name}, trigger);
     }
 
     void saveContextMenu(SceneListView& view, int row, const QString& name) {
@@ -71,9 +105,49 @@ private:
     bool failed_ = false;
 };
 
+void shootRun(Shooter& shooter, const QString& suffix) {
+    TestTask task;
+    // Without its stop action the task waits on the last screen until stopped.
+    task.edit([](QJsonObject& root) {
+        QJsonArray scenes = root["scene_list"].toArray();
+        QJsonObject finish = scenes.last().toObject();
+        finish["event_list"] = QJsonArray();
+        scenes.replace(scenes.size() - 1, finish);
+        root["scene_list"] = scenes;
+    });
+    AppConfig(task.configPath()).setLoopMode(2);
+    const auto backend = autoscene::platform::makeX11Backend(nullptr);
+    MainWindow window{AppConfig(task.configPath()), {backend.get(), nullptr}};
+    QString error;
+    if (!window.openTask(task.path(), &error)) {
+        return;
+    }
+    window.setGeometry(0, 0, 1180, 700);
+    window.show();
+    autoscene::testing::DemoTargetProcess demo(qgetenv("DISPLAY").toStdString(),
+                                               {"--geometry", "800x600+1200+0"});
+    const auto stop = [&] {
+        window.runControl().stop();
+        if (!QTest::qWaitFor(
+                [&] { return window.runControl().state() == RunControl::State::Idle; })) {
+            std::fprintf(stderr, "the run did not stop\n");
+        }
+    };
+    // Answered "不修改": the run starts.
+    shooter.saveModal("run-mode-changed" + suffix, [&] { window.runControl().start(); });
+    QTest::qWait(3000);
+    shooter.save(window, "main-window-running" + suffix);
+    stop();
+    AppConfig(task.configPath()).setLoopMode(0);
+    shooter.saveModals({"run-mode-unset" + suffix, "loop-mode-dialog" + suffix},
+                       [&] { window.runControl().start(); });
+    stop();
+}
+
 void shootMainWindow(Shooter& shooter, const QString& suffix) {
     TestTask task;
-    AutoRunner welcome{AppConfig(task.configPath())};
+    AppConfig(task.configPath()).addRecentTask(task.path());
+    AutoRunner welcome{AppConfig(task.configPath()), {}};
     welcome.show();
     shooter.save(welcome, "welcome" + suffix);
     MainWindow* window = welcome.openTask(task.path());
@@ -109,7 +183,7 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
         return 2;
     }
-    autoscene::testing::XvfbServer server(1280, 800);
+    autoscene::testing::XvfbServer server(2048, 800);
     if (server.display().empty()) {
         std::fprintf(stderr, "Xvfb did not start\n");
         return 1;
@@ -118,8 +192,10 @@ int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     Shooter shooter(QString::fromLocal8Bit(argv[1]));
     shootMainWindow(shooter, "");
+    shootRun(shooter, "");
     if (QTranslator* english = installTranslation(app, QLocale(QLocale::English))) {
         shootMainWindow(shooter, "-en");
+        shootRun(shooter, "-en");
         QApplication::removeTranslator(english);
     }
     return shooter.failed() ? 1 : 0;

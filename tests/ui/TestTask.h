@@ -3,7 +3,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTemporaryDir>
+#include <functional>
 
 namespace autoscene::testing {
 
@@ -18,6 +21,16 @@ public:
         }
     }
     QDir folder() const { return QDir(dir_.path()); }
+    // Changes script.json's top-level object.
+    void edit(const std::function<void(QJsonObject&)>& change) const {
+        QFile file(folder().filePath("script.json"));
+        file.open(QIODevice::ReadOnly);
+        QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
+        file.close();
+        change(root);
+        file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+        file.write(QJsonDocument(root).toJson());
+    }
     QString path() const { return dir_.path(); }
     QString configPath() const { return config_.filePath("config.ini"); }
 

@@ -24,7 +24,7 @@ protected:
 };
 
 TEST_F(Welcome, OpensATaskInItsMainWindowAndRemembersIt) {
-    ui::AutoRunner welcome(config());
+    ui::AutoRunner welcome(config(), {});
     welcome.show();
     EXPECT_EQ(welcome.windowTitle(), "欢迎使用");
     std::unique_ptr<ui::MainWindow> window(welcome.openTask(task_.path()));
@@ -33,7 +33,7 @@ TEST_F(Welcome, OpensATaskInItsMainWindowAndRemembersIt) {
     EXPECT_FALSE(welcome.isVisible());
     EXPECT_EQ(config().recentTasks(), QStringList(QFileInfo(task_.path()).absoluteFilePath()));
 
-    ui::AutoRunner again(config());
+    ui::AutoRunner again(config(), {});
     auto* recent = again.findChild<QListWidget*>("listWidget_recent");
     ASSERT_TRUE(recent);
     ASSERT_EQ(recent->count(), 1);
@@ -41,7 +41,7 @@ TEST_F(Welcome, OpensATaskInItsMainWindowAndRemembersIt) {
 }
 
 TEST_F(Welcome, SaysWhyAFolderDoesNotOpenAndStays) {
-    ui::AutoRunner welcome(config());
+    ui::AutoRunner welcome(config(), {});
     welcome.show();
     QTemporaryDir empty;
     ui::MainWindow* opened = nullptr;
@@ -54,7 +54,7 @@ TEST_F(Welcome, SaysWhyAFolderDoesNotOpenAndStays) {
 }
 
 TEST_F(Welcome, NewTaskWritesAnEmptyTaskAndOpensIt) {
-    ui::AutoRunner welcome(config());
+    ui::AutoRunner welcome(config(), {});
     QTemporaryDir parent;
     const QString folder = parent.filePath("new/task");
     std::unique_ptr<ui::MainWindow> window(welcome.createTask(folder));
@@ -70,7 +70,7 @@ TEST(Translation, OtherLocalesGetEnglishChineseKeepsItsTexts) {
     QTranslator* english = ui::installTranslation(app, QLocale(QLocale::German));
     ASSERT_TRUE(english);
     TestTask task;
-    ui::MainWindow window{ui::AppConfig(task.configPath())};
+    ui::MainWindow window{ui::AppConfig(task.configPath()), {}};
     QString error;
     ASSERT_TRUE(window.openTask(task.path(), &error));
     QApplication::removeTranslator(english);

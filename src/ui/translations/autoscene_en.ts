@@ -40,6 +40,29 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::LoopModeDialog</name>
+    <message>
+        <source>选择运行模式</source>
+        <translation>Choose the run mode</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>顺序模式</source>
+        <translation>Sequential mode</translation>
+    </message>
+    <message>
+        <source>单事件模式</source>
+        <translation>Single-event mode</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::MainWindow</name>
     <message>
         <source>界面</source>
@@ -137,6 +160,14 @@
         <source>任务可能保存失败,关闭后将导致任务异常,请确认是否关闭?</source>
         <translation>The task may not have been saved; closing now may leave it broken. Close anyway?</translation>
     </message>
+    <message>
+        <source>运行状态</source>
+        <translation>Run</translation>
+    </message>
+    <message>
+        <source>任务正在运行中,请停止后任务再关闭</source>
+        <translation>The task is running; stop it before closing.</translation>
+    </message>
 </context>
 <context>
     <name>Prompts</name>
@@ -151,6 +182,104 @@
     <message>
         <source>取消</source>
         <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>No</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::RunControl</name>
+    <message>
+        <source>未发现指定窗口,是否重新选择</source>
+        <translation>The window was not found. Choose again?</translation>
+    </message>
+    <message>
+        <source>发现多个目标窗口,需要先选择窗口</source>
+        <translation>Several target windows were found; choose one first.</translation>
+    </message>
+    <message>
+        <source>当前窗口大小与选择窗口时大小不一致，可能会导致脚本运行时识别不准备，是否调整窗口大小！</source>
+        <translation>The window's size differs from when it was chosen, which may make recognition inaccurate. Resize the window?</translation>
+    </message>
+    <message>
+        <source>此版本还不能在ADB设备上运行任务</source>
+        <translation>This version cannot run tasks on ADB devices yet.</translation>
+    </message>
+    <message>
+        <source>需要先选择目标窗口</source>
+        <translation>Choose a target window first.</translation>
+    </message>
+    <message>
+        <source>检测到你还未设置自动化任务的运行模式，请先设置运行模式后再编辑脚本</source>
+        <translation>You have not set the run mode of automation tasks yet; set it before editing the task.</translation>
+    </message>
+    <message>
+        <source>运行模式选择提示</source>
+        <translation>Choose the run mode</translation>
+    </message>
+    <message>
+        <source>运行模式修改提示</source>
+        <translation>Run mode changed</translation>
+    </message>
+    <message>
+        <source>检测到你的运行模式已修改，当前脚本的运行模式为%1，是否修改成%2执行</source>
+        <translation>Your run mode has changed: this task runs in %1. Run it in %2 instead?</translation>
+    </message>
+    <message>
+        <source>不修改</source>
+        <translation>Keep</translation>
+    </message>
+    <message>
+        <source>修改后执行</source>
+        <translation>Change and run</translation>
+    </message>
+    <message>
+        <source>截图失败！</source>
+        <translation>Screenshot failed!</translation>
+    </message>
+    <message>
+        <source>文字识别服务异常,请重启任务或手动开启文字识别服务</source>
+        <translation>The text recognition service failed; restart the task or start the service by hand.</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::RunView</name>
+    <message>
+        <source>目标</source>
+        <translation>Target</translation>
+    </message>
+    <message>
+        <source>当前界面</source>
+        <translation>Scene</translation>
+    </message>
+    <message>
+        <source>已触发事件</source>
+        <translation>Events fired</translation>
+    </message>
+    <message>
+        <source>变量</source>
+        <translation>Variables</translation>
+    </message>
+    <message>
+        <source>值</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>运行目标</source>
+        <translation>Targets</translation>
+    </message>
+    <message>
+        <source>目标%1</source>
+        <translation>Target %1</translation>
+    </message>
+    <message>
+        <source>%1: 截图失败</source>
+        <translation>%1: screenshot failed</translation>
     </message>
 </context>
 <context>
