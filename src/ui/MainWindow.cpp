@@ -1,20 +1,25 @@
 #include "ui/MainWindow.h"
 
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QDir>
 #include <QDockWidget>
 #include <QHBoxLayout>
+#include <QImage>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
 #include <QSplitter>
+#include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include "app/RunSession.h"
 #include "engine/TaskRunner.h"
 #include "ui/AccessibleNames.h"
 #include "ui/EventTree.h"
+#include "ui/HotKeyRegistrar.h"
 #include "ui/Prompts.h"
 #include "ui/RunView.h"
 #include "ui/SceneListView.h"
@@ -36,7 +41,7 @@ QWidget* titled(const QString& title, QWidget* content) {
 }  // namespace
 
 MainWindow::MainWindow(AppConfig config, Desktop desktop, QWidget* parent)
-    : QMainWindow(parent), config_(std::move(config)) {
+    : QMainWindow(parent), config_(std::move(config)), desktop_(desktop) {
     setObjectName(QStringLiteral("MainWindow"));
     run_ = new RunControl(editor_, config_, desktop, this);
     sceneList_ = new SceneListView(editor_);
@@ -66,6 +71,7 @@ MainWindow::MainWindow(AppConfig config, Desktop desktop, QWidget* parent)
     buildToolBar();
     buildTargetMenu();
     buildRunView();
+    buildHotKeys();
     showTarget();
     resize(config_.mainWindowSize().value_or(QSize(960, 640)));
 }
@@ -136,6 +142,49 @@ void MainWindow::buildRunView() {
             Qt::QueuedConnection);
     connect(run_, &RunControl::stateChanged, this, &MainWindow::showRunState);
     connect(run_, &RunControl::windowChoiceRequested, this, [this] { targetButton_->showMenu(); });
+}
+
+void MainWindow::buildHotKeys() {
+    if (!desktop_.hotKeys) {
+        return;
+    }
+    hotKeys_ = new HotKeyRegistrar(*desktop_.hotKeys, config_, this);
+    connect(hotKeys_, &HotKeyRegistrar::startRequested, this, [this] {
+        if (run_->state() == RunControl::State::Idle) {
+            run_->start();
+        }
+    });
+    connect(hotKeys_, &HotKeyRegistrar::stopRequested, run_, &RunControl::stop);
+    connect(hotKeys_, &HotKeyRegistrar::captureRequested, this, &MainWindow::saveScreenshot);
+}
+
+void MainWindow::saveScreenshot() {
+    if (!desktop_.backend) {
+        return;
+    }
+    platform::IDesktopBackend& backend = *desktop_.backend;
+    const model::TaskSettings& settings = editor_.document().settings;
+    platform::WindowHandle window = 0;
+    if (settings.taskMode == int(model::TaskMode::Window)) {
+        const platform::WindowQuery query = app::windowQueryOf(settings.windowInfo);
+        const auto windows = backend.topLevelWindows();
+        const auto found = std::find_if(windows.begin(), windows.end(),
+                                        [&](auto w) { return backend.matches(w, query); });
+        window = found == windows.end() ? 0 : *found;
+    }
+    const platform::BgraFrame frame = backend.capture(window, settings.backCapture);
+    const QDir folder(QDir(folder_).filePath(QStringLiteral("screenshots")));
+    const QString path = folder.filePath(
+        QStringLiteral("screenshot_%1.png")
+            .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd_HHmmss_zzz"))));
+    // BGRA in memory is what QImage calls ARGB32 on the little-endian machines we run on.
+    const QImage image(frame.pixels.data(), frame.width, frame.height, frame.stride,
+                       QImage::Format_ARGB32);
+    if (frame.empty() || !folder.mkpath(QStringLiteral(".")) || !image.save(path)) {
+        showNotice(this, tr("截图失败！"));
+        return;
+    }
+    statusBar()->showMessage(tr("截图已保存: %1").arg(path));
 }
 
 void MainWindow::runClicked() {
@@ -213,6 +262,9 @@ bool MainWindow::openTask(const QString& folder, QString* error) {
     showTarget();
     sceneList_->selectRow(0);
     nameControlsAfterText(*this);
+    if (hotKeys_) {
+        hotKeys_->registerAll();
+    }
     return true;
 }
 

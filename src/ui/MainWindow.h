@@ -15,6 +15,7 @@ class QPushButton;
 namespace autoscene::ui {
 
 class EventTree;
+class HotKeyRegistrar;
 class RunView;
 class SceneListView;
 
@@ -47,8 +48,12 @@ private:
     void runClicked();
     void showRunState(RunControl::State state);
     void showRunNotes();
+    void buildHotKeys();
+    // Saves a picture of the target into the task's screenshots/ folder.
+    void saveScreenshot();
 
     AppConfig config_;
+    Desktop desktop_;
     TaskEditor editor_;
     QString folder_;
     SceneListView* sceneList_ = nullptr;
@@ -59,6 +64,7 @@ private:
     RunView* runView_ = nullptr;
     RunControl::State shownRunState_ = RunControl::State::Idle;
     QTimer* definitionsRefresh_ = nullptr;
+    HotKeyRegistrar* hotKeys_ = nullptr;
 };
 
 }  // namespace autoscene::ui

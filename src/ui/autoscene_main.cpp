@@ -8,6 +8,7 @@
 #include "ui/AutoRunner.h"
 #include "ui/Translations.h"
 #include "x11/X11Backend.h"
+#include "x11/X11HotKeys.h"
 #include "x11/X11WindowControl.h"
 
 Q_LOGGING_CATEGORY(lcDesktop, "autoscene.targets.x11")
@@ -23,7 +24,9 @@ int main(int argc, char* argv[]) {
     const auto backend = autoscene::platform::makeX11Backend(
         nullptr, [](const std::string& line) { qCDebug(lcDesktop).noquote() << line.c_str(); });
     const auto windows = autoscene::platform::makeX11WindowControl(nullptr);
-    autoscene::ui::AutoRunner welcome{autoscene::ui::AppConfig(), {backend.get(), windows.get()}};
+    const auto hotKeys = autoscene::platform::makeX11HotKeys(nullptr);
+    autoscene::ui::AutoRunner welcome{autoscene::ui::AppConfig(),
+                                      {backend.get(), windows.get(), hotKeys.get()}};
     const QStringList arguments = QApplication::arguments();
     // With a task folder the welcome window shows only when the task cannot be opened.
     if (arguments.size() < 2 || !welcome.openTask(arguments.at(1))) {

@@ -10,6 +10,7 @@
 #include "ui/MainWindow.h"
 #include "ui/SceneListView.h"
 #include "x11/X11Backend.h"
+#include "x11/X11HotKeys.h"
 
 namespace autoscene::testing {
 
@@ -19,6 +20,8 @@ protected:
         window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()), desktop());
         QString error;
         ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
+        // Right of where the tests put the demo target, which must not be covered.
+        window_->move(820, 0);
         window_->show();
     }
 
@@ -34,11 +37,13 @@ protected:
     // Before the window that uses it.
     ui::Desktop desktop() {
         backend_ = platform::makeX11Backend(nullptr);
-        return {backend_.get(), nullptr};
+        hotKeys_ = platform::makeX11HotKeys(nullptr);
+        return {backend_.get(), nullptr, hotKeys_.get()};
     }
 
     TestTask task_;
     std::unique_ptr<platform::IDesktopBackend> backend_;
+    std::unique_ptr<platform::IGlobalHotKeys> hotKeys_;
     std::unique_ptr<ui::MainWindow> window_;
 };
 

@@ -40,6 +40,25 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::HotKeyRegistrar</name>
+    <message>
+        <source>截图热键</source>
+        <translation>Screenshot hot key</translation>
+    </message>
+    <message>
+        <source>启动热键</source>
+        <translation>Start hot key</translation>
+    </message>
+    <message>
+        <source>停止热键</source>
+        <translation>Stop hot key</translation>
+    </message>
+    <message>
+        <source>注册失败</source>
+        <translation> could not be registered</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::LoopModeDialog</name>
     <message>
         <source>选择运行模式</source>
@@ -168,6 +187,14 @@
         <source>任务正在运行中,请停止后任务再关闭</source>
         <translation>The task is running; stop it before closing.</translation>
     </message>
+    <message>
+        <source>截图失败！</source>
+        <translation>Screenshot failed!</translation>
+    </message>
+    <message>
+        <source>截图已保存: %1</source>
+        <translation>Screenshot saved: %1</translation>
+    </message>
 </context>
 <context>
     <name>Prompts</name>
@@ -204,7 +231,7 @@
     </message>
     <message>
         <source>当前窗口大小与选择窗口时大小不一致，可能会导致脚本运行时识别不准备，是否调整窗口大小！</source>
-        <translation>The window's size differs from when it was chosen, which may make recognition inaccurate. Resize the window?</translation>
+        <translation>The window&apos;s size differs from when it was chosen, which may make recognition inaccurate. Resize the window?</translation>
     </message>
     <message>
         <source>此版本还不能在ADB设备上运行任务</source>

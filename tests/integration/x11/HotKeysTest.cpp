@@ -5,12 +5,11 @@
 #include <thread>
 #include <vector>
 
+#include "FakeKeys.h"
 #include "XvfbServer.h"
 #include "keys/HotKeyText.h"
 #include "x11/X11HotKeys.h"
 
-#include <X11/Xlib.h>
-#include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
 
 namespace autoscene::testing {
@@ -39,16 +38,7 @@ protected:
 
     static platform::HotKey key(const char* text) { return *platform::keys::parseHotKey(text); }
 
-    // Holds the keysyms down in order and lets them go in reverse, as a user would.
-    void press(const std::vector<KeySym>& keysyms) {
-        for (const KeySym keysym : keysyms) {
-            XTestFakeKeyEvent(keyboard_, XKeysymToKeycode(keyboard_, keysym), True, 0);
-        }
-        for (auto it = keysyms.rbegin(); it != keysyms.rend(); ++it) {
-            XTestFakeKeyEvent(keyboard_, XKeysymToKeycode(keyboard_, *it), False, 0);
-        }
-        XSync(keyboard_, False);
-    }
+    void press(const std::vector<KeySym>& keysyms) { pressKeys(keyboard_, keysyms); }
 
     // The ids dispatched within a short while.
     static std::vector<int> pressedIds(IGlobalHotKeys& keys) {
