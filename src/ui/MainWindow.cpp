@@ -24,6 +24,7 @@
 #include "ui/RunView.h"
 #include "ui/SceneListView.h"
 #include "ui/TaskBackups.h"
+#include "ui/WindowListDialog.h"
 
 namespace autoscene::ui {
 
@@ -223,11 +224,35 @@ void MainWindow::showRunState(RunControl::State state) {
 
 void MainWindow::buildTargetMenu() {
     auto* menu = new QMenu(targetButton_);
+    menu->addAction(tr("选择窗口"), this, &MainWindow::chooseWindow);
     menu->addAction(tr("全屏模式"), this, [this] {
         editor_.document().settings.taskMode = int(model::TaskMode::FullScreen);
         showTarget();
     });
     targetButton_->setMenu(menu);
+}
+
+void MainWindow::chooseWindow() {
+    if (!desktop_.backend) {
+        return;
+    }
+    WindowListDialog dialog(*desktop_.backend, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    const std::optional<platform::WindowInfo> chosen = dialog.chosen();
+    if (!chosen) {
+        return;
+    }
+    model::TaskSettings& settings = editor_.document().settings;
+    settings.taskMode = int(model::TaskMode::Window);
+    settings.windowInfo.title = QString::fromStdString(chosen->title);
+    settings.windowInfo.className = QString::fromStdString(chosen->className);
+    settings.windowInfo.isFullmatchTitle = true;
+    settings.windowInfo.width = chosen->clientRect.width;
+    settings.windowInfo.height = chosen->clientRect.height;
+    run_->setChosenWindow(chosen->window);
+    showTarget();
 }
 
 void MainWindow::showTarget() {

@@ -42,6 +42,7 @@ protected:
 private:
     void buildToolBar();
     void buildTargetMenu();
+    void chooseWindow();
     void showTarget();
     void save();
     void buildRunView();

@@ -58,9 +58,12 @@ TEST_F(MainWindowRules, TargetLabelNamesTheTarget) {
 
     auto* button = window_->findChild<QPushButton*>("pushButton_select_window");
     ASSERT_TRUE(button && button->menu());
-    QAction* fullScreen = button->menu()->actions().value(0);
-    ASSERT_TRUE(fullScreen);
-    EXPECT_EQ(fullScreen->text(), "全屏模式");
+    QStringList entries;
+    for (QAction* entry : button->menu()->actions()) {
+        entries << entry->text();
+    }
+    EXPECT_EQ(entries, QStringList({"选择窗口", "全屏模式"}));
+    QAction* fullScreen = button->menu()->actions().value(1);
     fullScreen->trigger();
     EXPECT_EQ(label->text(), "全屏模式");
     EXPECT_EQ(window_->editor().document().settings.taskMode, 1);

@@ -1,8 +1,14 @@
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QJsonArray>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
@@ -130,6 +136,40 @@ TEST_F(RunFromWindow, SeveralWindowsNeedAChoice) {
     EXPECT_EQ(run().state(), State::Idle);
 
     run().setChosenWindow(second->window());
+    clickRun({});
+    ASSERT_EQ(run().state(), State::Running);
+    EXPECT_TRUE(second->waitForLine("screen MENU", 0, 5000));
+    EXPECT_FALSE(first->waitForLine("screen MENU", 0, 200));
+    run().stop();
+    EXPECT_TRUE(waitUntilIdle());
+}
+
+TEST_F(RunFromWindow, WindowChosenFromTheListBecomesTheTarget) {
+    const auto first = startDemo();
+    const auto second = startDemo({"--title", "Second Demo"});
+    QAction* choose =
+        window_->findChild<QPushButton*>("pushButton_select_window")->menu()->actions().value(0);
+    ASSERT_TRUE(choose);
+    QString listed;
+    QTimer::singleShot(100, [&] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(dialog);
+        auto* list = dialog->findChild<QListWidget*>("listWidget_windows");
+        for (int row = 0; row < list->count(); ++row) {
+            if (list->item(row)->text().startsWith("Second Demo")) {
+                listed = list->item(row)->text();
+                list->setCurrentRow(row);
+            }
+        }
+        dialog->accept();
+    });
+    choose->trigger();
+    EXPECT_EQ(listed, "Second Demo  [AutosceneDemo]  800x600");
+    EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Second Demo");
+    const model::WindowInfo& info = window_->editor().document().settings.windowInfo;
+    EXPECT_EQ(info.title, "Second Demo");
+    EXPECT_TRUE(info.isFullmatchTitle);
+
     clickRun({});
     ASSERT_EQ(run().state(), State::Running);
     EXPECT_TRUE(second->waitForLine("screen MENU", 0, 5000));

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -126,6 +127,9 @@ void shootRun(Shooter& shooter, const QString& suffix) {
     window.show();
     autoscene::testing::DemoTargetProcess demo(qgetenv("DISPLAY").toStdString(),
                                                {"--geometry", "800x600+1200+0"});
+    shooter.saveModal("window-list" + suffix, [&] {
+        window.findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[0]->trigger();
+    });
     const auto stop = [&] {
         window.runControl().stop();
         if (!QTest::qWaitFor(

@@ -195,6 +195,10 @@
         <source>截图已保存: %1</source>
         <translation>Screenshot saved: %1</translation>
     </message>
+    <message>
+        <source>选择窗口</source>
+        <translation>Choose window</translation>
+    </message>
 </context>
 <context>
     <name>Prompts</name>
@@ -338,6 +342,29 @@
     <message>
         <source>是否删除界面</source>
         <translation>Delete the scene?</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::WindowListDialog</name>
+    <message>
+        <source>选择窗口</source>
+        <translation>Choose window</translation>
+    </message>
+    <message>
+        <source>窗口</source>
+        <translation>Windows</translation>
+    </message>
+    <message>
+        <source>%1  [%2]  %3x%4</source>
+        <translation>%1  [%2]  %3x%4</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
     </message>
 </context>
 </TS>
