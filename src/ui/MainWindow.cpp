@@ -23,6 +23,7 @@
 #include "ui/Prompts.h"
 #include "ui/RunView.h"
 #include "ui/SceneListView.h"
+#include "ui/SettingView.h"
 #include "ui/TaskBackups.h"
 #include "ui/WindowListDialog.h"
 
@@ -117,6 +118,7 @@ void MainWindow::buildToolBar() {
         return action;
     };
     wire("action_save", &MainWindow::save);
+    wire("action_settings", &MainWindow::openSettings);
     wire("action_run", &MainWindow::runClicked)->setIcon(QIcon(QStringLiteral(":/image/run.png")));
     wire("action_stop", [this] {
         run_->stop();
@@ -186,6 +188,18 @@ void MainWindow::saveScreenshot() {
         return;
     }
     statusBar()->showMessage(tr("截图已保存: %1").arg(path));
+}
+
+void MainWindow::openSettings() {
+    SettingView view(editor_.document().settings, config_, this);
+    if (view.exec() != QDialog::Accepted) {
+        return;
+    }
+    view.applyTo(editor_.document().settings);
+    view.saveHotKeys();
+    if (hotKeys_) {
+        hotKeys_->registerAll();
+    }
 }
 
 void MainWindow::runClicked() {

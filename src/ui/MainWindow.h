@@ -45,6 +45,7 @@ private:
     void chooseWindow();
     void showTarget();
     void save();
+    void openSettings();
     void buildRunView();
     void runClicked();
     void showRunState(RunControl::State state);

@@ -1,6 +1,13 @@
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
 #include <QDir>
 #include <QJsonArray>
+#include <QLineEdit>
+#include <QRadioButton>
 #include <QTest>
+#include <QTimer>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
@@ -94,6 +101,36 @@ TEST_F(HotKeys, KeysComeFromTheConfigFile) {
     press({XK_Control_L, XK_F3});
     ASSERT_TRUE(waitFor(State::Running));
     press({XK_Control_L, XK_F4});
+    EXPECT_TRUE(waitFor(State::Idle));
+}
+
+TEST_F(HotKeys, SettingsViewTakesPressedKeysAndRegistersThemAtOnce) {
+    QTimer::singleShot(100, [&] {
+        auto* view = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(view);
+        EXPECT_EQ(view->windowTitle(), "设置");
+        auto* start = view->findChild<QLineEdit*>("lineEdit_start_key");
+        ASSERT_TRUE(start);
+        EXPECT_EQ(start->text(), "F8");
+        QTest::keyClick(start, Qt::Key_F6, Qt::ControlModifier);
+        EXPECT_EQ(start->text(), "Ctrl+F6");
+        view->findChild<QCheckBox*>("checkBox_back_capture")->setChecked(true);
+        view->findChild<QRadioButton*>("radioButton_concurrency")->setChecked(true);
+        view->accept();
+    });
+    window_->findChild<QAction*>("action_settings")->trigger();
+    EXPECT_EQ(ui::AppConfig(task_.configPath()).startKey(), "Ctrl+F6");
+    EXPECT_TRUE(window_->editor().document().settings.backCapture);
+    EXPECT_TRUE(window_->editor().document().settings.concurrency);
+    EXPECT_EQ(window_->editor().document().settings.loopInterval, 100)
+        << "the demo's interval lies between the slider's steps and the slider was not moved";
+
+    press({XK_F8});
+    QTest::qWait(300);
+    EXPECT_EQ(run().state(), State::Idle) << "F8 was given up";
+    press({XK_Control_L, XK_F6});
+    ASSERT_TRUE(waitFor(State::Running));
+    press({XK_F10});
     EXPECT_TRUE(waitFor(State::Idle));
 }
 

@@ -162,6 +162,8 @@ void shootMainWindow(Shooter& shooter, const QString& suffix) {
     window->sceneList().selectRow(3);
     shooter.save(*window, "main-window" + suffix);
     shooter.saveContextMenu(window->sceneList(), 4, "scene-menu" + suffix);
+    shooter.saveModal("settings" + suffix,
+                      [&] { window->findChild<QAction*>("action_settings")->trigger(); });
     shooter.saveModal("rename-prompt" + suffix, [&] { window->sceneList().renameRow(4); });
     shooter.saveModal("delete-question" + suffix, [&] { window->sceneList().deleteRow(4); });
     QMenu* targets = window->findChild<QMenu*>();

@@ -345,6 +345,89 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::SettingView</name>
+    <message>
+        <source>设置</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>扩大默认搜索范围</source>
+        <translation>Enlarge the default search range</translation>
+    </message>
+    <message>
+        <source>并行</source>
+        <translation>Parallel</translation>
+    </message>
+    <message>
+        <source>串行</source>
+        <translation>One after another</translation>
+    </message>
+    <message>
+        <source>注:并行运行速度快、占用资源高，串行运行效率慢、占用资源少</source>
+        <translation>Note: parallel runs fast and uses more resources; one after another runs slower and uses fewer.</translation>
+    </message>
+    <message>
+        <source>运行速度</source>
+        <translation>Run speed</translation>
+    </message>
+    <message>
+        <source>极速</source>
+        <translation>Fastest</translation>
+    </message>
+    <message>
+        <source>中等</source>
+        <translation>Medium</translation>
+    </message>
+    <message>
+        <source>偏慢</source>
+        <translation>Slow</translation>
+    </message>
+    <message>
+        <source>龟速</source>
+        <translation>Very slow</translation>
+    </message>
+    <message>
+        <source>后台截图</source>
+        <translation>Background capture</translation>
+    </message>
+    <message>
+        <source>后台键鼠</source>
+        <translation>Background keyboard and mouse</translation>
+    </message>
+    <message>
+        <source>任务</source>
+        <translation>Task</translation>
+    </message>
+    <message>
+        <source>多窗口</source>
+        <translation>Several windows</translation>
+    </message>
+    <message>
+        <source>热键</source>
+        <translation>Hot keys</translation>
+    </message>
+    <message>
+        <source>截图热键</source>
+        <translation>Screenshot hot key</translation>
+    </message>
+    <message>
+        <source>启动热键</source>
+        <translation>Start hot key</translation>
+    </message>
+    <message>
+        <source>停止热键</source>
+        <translation>Stop hot key</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::WindowListDialog</name>
     <message>
         <source>选择窗口</source>
