@@ -32,7 +32,7 @@ model::EditorScene* TaskEditor::ownScene(int row) {
 
 QString TaskEditor::freeCopyName(const QString& name) const {
     for (int n = 1;; ++n) {
-        const QString candidate = QStringLiteral("%1(%2)").arg(name).arg(n);
+        QString candidate = QStringLiteral("%1(%2)").arg(name).arg(n);
         if (document_.isSceneNameFree(candidate)) {
             return candidate;
         }
