@@ -1,7 +1,5 @@
 #include "app/TaskRun.h"
 
-#include "actions/RuntimeItems.h"
-
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -12,21 +10,18 @@
 #include <variant>
 
 #include "app/DeviceChoice.h"
-#include "app/OcrServiceWatcher.h"
 #include "app/RunReporter.h"
+#include "app/RunSession.h"
 #include "app/WindowChoice.h"
-#include "engine/RuntimeFactory.h"
 #include "engine/TaskRunner.h"
 #include "model/AtomicFile.h"
 #include "model/TaskDocument.h"
 #include "model/TaskSummary.h"
 #include "plugins/BackgroundPlugin.h"
 #include "plugins/PluginCall.h"
-#include "recognition/DetectionPool.h"
 #include "script/TaskScripts.h"
 #include "targets/DeviceTarget.h"
 #include "targets/WindowTarget.h"
-#include "text/OcrClient.h"
 
 namespace autoscene::app {
 
@@ -38,12 +33,7 @@ using model::TaskMode;
 namespace {
 
 platform::WindowQuery windowQuery(const model::WindowInfo& info, const RunOptions& options) {
-    platform::WindowQuery query;
-    query.title = info.title.toStdString();
-    query.fullMatchTitle = info.isFullmatchTitle;
-    query.className = info.className.toStdString();
-    query.childTitle = info.childTitle.toStdString();
-    query.childClassName = info.childClassName.toStdString();
+    platform::WindowQuery query = windowQueryOf(info);
     if (options.windowTitle || options.className) {
         query.title = options.windowTitle.value_or(QString()).toStdString();
         query.fullMatchTitle = options.windowTitle.has_value();
@@ -177,19 +167,12 @@ int play(const RunOptions& options, const model::TaskDocument& task,
          engine::ITargetService& service, const std::vector<RunTarget>& targets,
          engine::IWindowMatcher* matcher, const RunIo& io,
          std::map<QString, QString> deviceRoutes = {}, const std::function<void()>& ending = {}) {
-    const auto ocr = std::make_shared<text::OcrClient>();
-    OcrServiceWatcher ocrService(ocr);
-    if (task.usesScreenText() && !ocrService.start(QCoreApplication::applicationDirPath(),
-                                                   QDir::currentPath(), options.ocrPort)) {
+    RunSession session(task, service, io.windows);
+    if (!session.startOcrService(options.ocrPort)) {
         io.err << "morvane-ocr is neither beside autoscene-run nor in the working directory: "
                   "screen text reads as empty\n";
     }
-    engine::RuntimeFactory factory;
-    actions::registerAllRuntimeItems(factory, ocr, io.windows);
-    engine::TaskRunner runner(task, factory, service);
-    runner.setJobRunner([](size_t count, const std::function<void(size_t)>& job) {
-        recognition::DetectionPool::shared().run(count, job);
-    });
+    engine::TaskRunner& runner = session.runner();
     RunReporter reporter(io.out, options.json, options.trace);
     reporter.setDeviceRoutes(std::move(deviceRoutes));
     runner.setSceneObserver(&reporter);

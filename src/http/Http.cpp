@@ -225,9 +225,9 @@ std::string httpGet(const std::string& url, const HttpHeaders& headers, const Ht
 }
 
 HttpResponse httpGetWithHeaders(const std::string& url, const HttpHeaders& headers,
-                                std::chrono::milliseconds timeout) {
+                                const HttpLimits& limits) {
     initHttpOnce();
-    Request request(url, headers, PeerVerification::Off, timeout);
+    Request request(url, headers, PeerVerification::Off, limits);
     HttpResponse response;
     request.set(CURLOPT_HEADERFUNCTION, appendHeaderLine);
     request.set(CURLOPT_HEADERDATA, &response.headerLines);

@@ -66,7 +66,7 @@ struct HttpResponse {
 
 // GET that keeps the response's header lines; a failure is printed as by httpGet.
 HttpResponse httpGetWithHeaders(const std::string& url, const HttpHeaders& headers,
-                                std::chrono::milliseconds timeout = {});
+                                const HttpLimits& limits = {});
 
 // multipart/form-data POST of `file` followed by `textFields`.
 HttpResponse httpPostMultipart(const std::string& url, const HttpHeaders& headers,

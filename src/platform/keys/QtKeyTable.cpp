@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 
 namespace autoscene::platform::keys {
 namespace {
@@ -168,6 +169,15 @@ bool isQtModifierKey(int qtKey) {
 int virtualKeyFromQtKey(int qtKey) {
     const KeyRow* row = findRow(qtKey);
     return row ? row->virtualKey : 0;
+}
+
+int virtualKeyFromName(std::string_view name) {
+    const auto row = std::find_if(kRows.begin(), kRows.end(), [name](const KeyRow& r) {
+        const bool letter = name.size() == 1 && std::isalpha(static_cast<unsigned char>(name[0]));
+        return r.name == name || (letter && r.name.size() == 1 &&
+                                  r.name[0] == std::toupper(static_cast<unsigned char>(name[0])));
+    });
+    return row == kRows.end() ? 0 : row->virtualKey;
 }
 
 std::string_view qtKeyName(int qtKey) {

@@ -25,6 +25,9 @@ bool isQtModifierKey(int qtKey);
 // The Windows virtual-key code of a Qt key; 0 when the table has no row for it.
 int virtualKeyFromQtKey(int qtKey);
 
+// The virtual-key code of the key shown as `name` (letters in either case); 0 when none is.
+int virtualKeyFromName(std::string_view name);
+
 // The name shown for a Qt key ("A", "F5", "PgUp", ","); empty when unknown.
 std::string_view qtKeyName(int qtKey);
 

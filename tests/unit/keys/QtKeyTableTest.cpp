@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "keys/HotKeyText.h"
 #include "keys/QtKeyTable.h"
 
 using namespace autoscene::platform::keys;
@@ -44,3 +45,38 @@ TEST(KeyGroup, ModifierQtCodesThenMainVirtualKey) {
     EXPECT_EQ(keyGroupLogText({kQtKeyControl, 0x43}), "group keys:16777249, 67");
     EXPECT_EQ(keyGroupLogText({}), "group keys:");
 }
+
+namespace {
+
+using autoscene::platform::keys::parseHotKey;
+
+TEST(HotKeyText, ReadsModifiersAndOneKey) {
+    const struct {
+        const char* text;
+        bool control, alt, shift, win;
+        int virtualKey;
+    } cases[] = {
+        {"Alt+Shift+S", false, true, true, false, 0x53},
+        {"F8", false, false, false, false, 0x77},
+        {"F10", false, false, false, false, 0x79},
+        {"Ctrl+Win+a", true, false, false, true, 0x41},
+        {"Ctrl++", true, false, false, false, 0xBB},
+    };
+    for (const auto& c : cases) {
+        const auto key = parseHotKey(c.text);
+        ASSERT_TRUE(key) << c.text;
+        EXPECT_EQ(key->control, c.control) << c.text;
+        EXPECT_EQ(key->alt, c.alt) << c.text;
+        EXPECT_EQ(key->shift, c.shift) << c.text;
+        EXPECT_EQ(key->win, c.win) << c.text;
+        EXPECT_EQ(key->virtualKey, c.virtualKey) << c.text;
+    }
+}
+
+TEST(HotKeyText, RefusesWhatNamesNoSingleKey) {
+    for (const char* text : {"", "Alt+Shift", "F8+F10", "Hyper+S", "Alt+", "S+Alt+Q"}) {
+        EXPECT_FALSE(parseHotKey(text)) << text;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,339 @@
+#include "ui/MainWindow.h"
+
+#include <QCloseEvent>
+#include <QDateTime>
+#include <QDir>
+#include <QDockWidget>
+#include <QHBoxLayout>
+#include <QImage>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "app/RunSession.h"
+#include "engine/TaskRunner.h"
+#include "ui/AccessibleNames.h"
+#include "ui/EventTree.h"
+#include "ui/HotKeyRegistrar.h"
+#include "ui/Prompts.h"
+#include "ui/RunView.h"
+#include "ui/SceneListView.h"
+#include "ui/SettingView.h"
+#include "ui/TaskBackups.h"
+#include "ui/WindowListDialog.h"
+
+namespace autoscene::ui {
+
+namespace {
+
+QWidget* titled(const QString& title, QWidget* content) {
+    auto* box = new QWidget;
+    auto* layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new QLabel(title));
+    layout->addWidget(content);
+    return box;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(AppConfig config, Desktop desktop, QWidget* parent)
+    : QMainWindow(parent), config_(std::move(config)), desktop_(desktop) {
+    setObjectName(QStringLiteral("MainWindow"));
+    run_ = new RunControl(editor_, config_, desktop, this);
+    sceneList_ = new SceneListView(editor_);
+    eventTree_ = new EventTree;
+    connect(sceneList_, &SceneListView::sceneSelected, this,
+            [this](int row) { eventTree_->showScene(editor_.sceneAt(row), editor_.document()); });
+
+    auto* splitter = new QSplitter;
+    splitter->addWidget(titled(tr("界面"), sceneList_));
+    splitter->addWidget(titled(tr("事件"), eventTree_));
+    splitter->setStretchFactor(1, 3);
+
+    targetButton_ = new QPushButton(tr("目标"));
+    targetButton_->setObjectName(QStringLiteral("pushButton_select_window"));
+    targetLabel_ = new QLabel;
+    targetLabel_->setObjectName(QStringLiteral("label_wintitle"));
+    auto* targetRow = new QHBoxLayout;
+    targetRow->addWidget(targetButton_);
+    targetRow->addWidget(targetLabel_, 1);
+
+    auto* central = new QWidget;
+    auto* layout = new QVBoxLayout(central);
+    layout->addLayout(targetRow);
+    layout->addWidget(splitter, 1);
+    setCentralWidget(central);
+
+    buildToolBar();
+    buildTargetMenu();
+    buildRunView();
+    buildHotKeys();
+    showTarget();
+    resize(config_.mainWindowSize().value_or(QSize(960, 640)));
+}
+
+void MainWindow::buildToolBar() {
+    QToolBar* bar = addToolBar(tr("工具栏"));
+    bar->setObjectName(QStringLiteral("toolBar"));
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    struct Entry {
+        const char* objectName;
+        QString text;
+        QKeySequence shortcut;
+    };
+    // The editors and tools behind the other entries are not part of the window yet; their
+    // actions stay disabled until they are.
+    const Entry entries[] = {
+        {"action_ori_image", tr("原图"), {}},
+        {"action_crop_image", tr("截图"), {}},
+        {"action_variable", tr("变量"), {}},
+        {"action_range", tr("范围"), {}},
+        {"action_run", tr("运行"), {}},
+        {"action_stop", tr("停止"), {}},
+        {"action_save", tr("保存"), QKeySequence(Qt::CTRL | Qt::Key_S)},
+        {"action_settings", tr("设置"), {}},
+        {"playback", tr("回放"), {}},
+        {"action_logviewer", tr("日志"), QKeySequence(Qt::Key_F7)},
+        {"action_color", tr("颜色"), {}},
+        {"action_config", tr("配置"), {}},
+        {"action_model", tr("模型"), {}},
+    };
+    for (const Entry& entry : entries) {
+        QAction* action = bar->addAction(entry.text);
+        action->setObjectName(QString::fromLatin1(entry.objectName));
+        action->setShortcut(entry.shortcut);
+        action->setEnabled(false);
+    }
+    const auto wire = [this](const char* name, auto slot) {
+        QAction* action = findChild<QAction*>(QString::fromLatin1(name));
+        action->setEnabled(true);
+        connect(action, &QAction::triggered, this, slot);
+        return action;
+    };
+    wire("action_save", &MainWindow::save);
+    wire("action_settings", &MainWindow::openSettings);
+    wire("action_run", &MainWindow::runClicked)->setIcon(QIcon(QStringLiteral(":/image/run.png")));
+    wire("action_stop", [this] {
+        run_->stop();
+    })->setIcon(QIcon(QStringLiteral(":/image/stop.png")));
+}
+
+void MainWindow::buildRunView() {
+    runView_ = new RunView;
+    auto* dock = new QDockWidget(tr("运行状态"), this);
+    dock->setObjectName(QStringLiteral("dockWidget_run"));
+    dock->setWidget(runView_);
+    dock->hide();
+    addDockWidget(Qt::RightDockWidgetArea, dock);
+    // Values change on every cycle; reading them a few times a second is what a reader
+    // can follow and costs the run nothing.
+    definitionsRefresh_ = new QTimer(this);
+    definitionsRefresh_->setInterval(250);
+    connect(definitionsRefresh_, &QTimer::timeout, this, [this] {
+        if (engine::TaskRunner* runner = run_->runner()) {
+            runView_->showDefinitions(runner->definitions());
+        }
+    });
+    connect(&run_->feed(), &RunFeed::notesReady, this, &MainWindow::showRunNotes,
+            Qt::QueuedConnection);
+    connect(run_, &RunControl::stateChanged, this, &MainWindow::showRunState);
+    connect(run_, &RunControl::windowChoiceRequested, this, [this] { targetButton_->showMenu(); });
+}
+
+void MainWindow::buildHotKeys() {
+    if (!desktop_.hotKeys) {
+        return;
+    }
+    hotKeys_ = new HotKeyRegistrar(*desktop_.hotKeys, config_, this);
+    connect(hotKeys_, &HotKeyRegistrar::startRequested, this, [this] {
+        if (run_->state() == RunControl::State::Idle) {
+            run_->start();
+        }
+    });
+    connect(hotKeys_, &HotKeyRegistrar::stopRequested, run_, &RunControl::stop);
+    connect(hotKeys_, &HotKeyRegistrar::captureRequested, this, &MainWindow::saveScreenshot);
+}
+
+void MainWindow::saveScreenshot() {
+    if (!desktop_.backend) {
+        return;
+    }
+    platform::IDesktopBackend& backend = *desktop_.backend;
+    const model::TaskSettings& settings = editor_.document().settings;
+    platform::WindowHandle window = 0;
+    if (settings.taskMode == int(model::TaskMode::Window)) {
+        const platform::WindowQuery query = app::windowQueryOf(settings.windowInfo);
+        const auto windows = backend.topLevelWindows();
+        const auto found = std::find_if(windows.begin(), windows.end(),
+                                        [&](auto w) { return backend.matches(w, query); });
+        window = found == windows.end() ? 0 : *found;
+    }
+    const platform::BgraFrame frame = backend.capture(window, settings.backCapture);
+    const QDir folder(QDir(folder_).filePath(QStringLiteral("screenshots")));
+    const QString path = folder.filePath(
+        QStringLiteral("screenshot_%1.png")
+            .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd_HHmmss_zzz"))));
+    // BGRA in memory is what QImage calls ARGB32 on the little-endian machines we run on.
+    const QImage image(frame.pixels.data(), frame.width, frame.height, frame.stride,
+                       QImage::Format_ARGB32);
+    if (frame.empty() || !folder.mkpath(QStringLiteral(".")) || !image.save(path)) {
+        showNotice(this, tr("截图失败！"));
+        return;
+    }
+    statusBar()->showMessage(tr("截图已保存: %1").arg(path));
+}
+
+void MainWindow::openSettings() {
+    SettingView view(editor_.document().settings, config_, this);
+    if (view.exec() != QDialog::Accepted) {
+        return;
+    }
+    view.applyTo(editor_.document().settings);
+    view.saveHotKeys();
+    if (hotKeys_) {
+        hotKeys_->registerAll();
+    }
+}
+
+void MainWindow::runClicked() {
+    if (run_->state() != RunControl::State::Idle) {
+        run_->togglePause();
+        return;
+    }
+    run_->start();
+}
+
+void MainWindow::showRunNotes() {
+    runView_->addNotes(run_->feed().take());
+}
+
+void MainWindow::showRunState(RunControl::State state) {
+    static const char* const icons[] = {":/image/run.png", ":/image/pause.png",
+                                        ":/image/ic_continue.png"};
+    findChild<QAction*>(QStringLiteral("action_run"))
+        ->setIcon(QIcon(QString::fromLatin1(icons[int(state)])));
+    const bool idle = state == RunControl::State::Idle;
+    if (shownRunState_ == RunControl::State::Idle && !idle) {
+        runView_->clear();
+        findChild<QDockWidget*>(QStringLiteral("dockWidget_run"))->show();
+    }
+    shownRunState_ = state;
+    // The run reads the document: no edits and no other target until it ends.
+    sceneList_->setEditingLocked(!idle);
+    targetButton_->setEnabled(idle);
+    if (idle) {
+        definitionsRefresh_->stop();
+        showRunNotes();
+    } else {
+        definitionsRefresh_->start();
+    }
+}
+
+void MainWindow::buildTargetMenu() {
+    auto* menu = new QMenu(targetButton_);
+    menu->addAction(tr("选择窗口"), this, &MainWindow::chooseWindow);
+    menu->addAction(tr("全屏模式"), this, [this] {
+        editor_.document().settings.taskMode = int(model::TaskMode::FullScreen);
+        showTarget();
+    });
+    targetButton_->setMenu(menu);
+}
+
+void MainWindow::chooseWindow() {
+    if (!desktop_.backend) {
+        return;
+    }
+    WindowListDialog dialog(*desktop_.backend, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    const std::optional<platform::WindowInfo> chosen = dialog.chosen();
+    if (!chosen) {
+        return;
+    }
+    model::TaskSettings& settings = editor_.document().settings;
+    settings.taskMode = int(model::TaskMode::Window);
+    settings.windowInfo.title = QString::fromStdString(chosen->title);
+    settings.windowInfo.className = QString::fromStdString(chosen->className);
+    settings.windowInfo.isFullmatchTitle = true;
+    settings.windowInfo.width = chosen->clientRect.width;
+    settings.windowInfo.height = chosen->clientRect.height;
+    run_->setChosenWindow(chosen->window);
+    showTarget();
+}
+
+void MainWindow::showTarget() {
+    const model::TaskSettings& settings = editor_.document().settings;
+    QString text = tr("未选择目标窗口");
+    if (settings.taskMode == int(model::TaskMode::FullScreen)) {
+        text = tr("全屏模式");
+    } else if (settings.taskMode == int(model::TaskMode::AndroidDevice)) {
+        text = tr("ADB模式");
+    } else if (settings.taskMode == int(model::TaskMode::Window) &&
+               !settings.windowInfo.title.isEmpty()) {
+        text = settings.windowInfo.title;
+    }
+    targetLabel_->setText(text);
+    targetLabel_->setAccessibleName(text);
+}
+
+bool MainWindow::openTask(const QString& folder, QString* error) {
+    if (!QFileInfo(QDir(folder).filePath(QStringLiteral("script.json"))).isFile()) {
+        *error = tr("文件夹中没有 script.json");
+        return false;
+    }
+    folder_ = QFileInfo(folder).absoluteFilePath();
+    backUpScript(QDir(folder_).filePath(QStringLiteral("script.json")), backupFolder());
+    const model::OpenResult opened = editor_.open(folder_);
+    if (!opened) {
+        *error = opened.error;
+        return false;
+    }
+    const QString name = editor_.document().name;
+    setWindowTitle(tr("Autoscene - %1").arg(name.isEmpty() ? QDir(folder_).dirName() : name));
+    showTarget();
+    sceneList_->selectRow(0);
+    nameControlsAfterText(*this);
+    if (hotKeys_) {
+        hotKeys_->registerAll();
+    }
+    return true;
+}
+
+QString MainWindow::backupFolder() const {
+    return QDir(folder_).filePath(QStringLiteral("backup"));
+}
+
+void MainWindow::save() {
+    QString error;
+    if (!editor_.save(&error)) {
+        showNotice(this, tr("保存失败: %1").arg(error));
+    }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (run_->state() != RunControl::State::Idle) {
+        showNotice(this, tr("任务正在运行中,请停止后任务再关闭"));
+        event->ignore();
+        return;
+    }
+    if (editor_.saveFailed() &&
+        !askToConfirm(this, tr("任务可能保存失败,关闭后将导致任务异常,请确认是否关闭?"))) {
+        event->ignore();
+        return;
+    }
+    config_.setMainWindowSize(size());
+    if (!folder_.isEmpty()) {
+        pruneBackups(backupFolder());
+    }
+    event->accept();
+}
+
+}  // namespace autoscene::ui

@@ -1,0 +1,72 @@
+#pragma once
+// The editor's main window over one open task: scene list, event list, toolbar and the
+// target button. Opening backs the task file up; closing prunes the backups.
+
+#include <QMainWindow>
+
+#include "ui/AppConfig.h"
+#include "ui/Desktop.h"
+#include "ui/RunControl.h"
+#include "ui/TaskEditor.h"
+
+class QLabel;
+class QPushButton;
+
+namespace autoscene::ui {
+
+class EventTree;
+class HotKeyRegistrar;
+class RunView;
+class SceneListView;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    MainWindow(AppConfig config, Desktop desktop, QWidget* parent = nullptr);
+
+    // Opens the task folder and backs its script file up; false with `error` set when the
+    // folder holds no readable task.
+    bool openTask(const QString& folder, QString* error);
+    // Where the copies of the task file go.
+    QString backupFolder() const;
+
+    TaskEditor& editor() { return editor_; }
+    SceneListView& sceneList() { return *sceneList_; }
+    EventTree& eventTree() { return *eventTree_; }
+    RunControl& runControl() { return *run_; }
+    RunView& runView() { return *runView_; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildToolBar();
+    void buildTargetMenu();
+    void chooseWindow();
+    void showTarget();
+    void save();
+    void openSettings();
+    void buildRunView();
+    void runClicked();
+    void showRunState(RunControl::State state);
+    void showRunNotes();
+    void buildHotKeys();
+    // Saves a picture of the target into the task's screenshots/ folder.
+    void saveScreenshot();
+
+    AppConfig config_;
+    Desktop desktop_;
+    TaskEditor editor_;
+    QString folder_;
+    SceneListView* sceneList_ = nullptr;
+    EventTree* eventTree_ = nullptr;
+    QPushButton* targetButton_ = nullptr;
+    QLabel* targetLabel_ = nullptr;
+    RunControl* run_ = nullptr;
+    RunView* runView_ = nullptr;
+    RunControl::State shownRunState_ = RunControl::State::Idle;
+    QTimer* definitionsRefresh_ = nullptr;
+    HotKeyRegistrar* hotKeys_ = nullptr;
+};
+
+}  // namespace autoscene::ui

@@ -1,0 +1,209 @@
+#include "ui/RunControl.h"
+
+#include <QLoggingCategory>
+#include <algorithm>
+
+#include "app/RunSession.h"
+#include "engine/TaskRunner.h"
+#include "targets/WindowTarget.h"
+#include "ui/LoopModeDialog.h"
+#include "ui/Prompts.h"
+#include "ui/TaskEditor.h"
+
+Q_LOGGING_CATEGORY(lcRun, "autoscene.ui.run")
+
+namespace autoscene::ui {
+
+using engine::RunTarget;
+using engine::TargetKind;
+using model::TaskMode;
+
+namespace {
+
+// How often the window looks whether the run's workers have left.
+constexpr int kFinishPollMs = 50;
+
+}  // namespace
+
+RunControl::RunControl(TaskEditor& editor, AppConfig config, Desktop desktop, QWidget* window)
+    : editor_(editor), config_(std::move(config)), desktop_(desktop), window_(window) {
+    finishPoll_.setInterval(kFinishPollMs);
+    connect(&finishPoll_, &QTimer::timeout, this, &RunControl::checkFinished);
+}
+
+RunControl::~RunControl() = default;
+
+engine::TaskRunner* RunControl::runner() {
+    return session_ ? &session_->runner() : nullptr;
+}
+
+std::optional<RunTarget> RunControl::chooseWindow() {
+    platform::IDesktopBackend& backend = *desktop_.backend;
+    const platform::WindowQuery query = app::windowQueryOf(editor_.document().settings.windowInfo);
+    std::vector<platform::WindowHandle> matching = backend.topLevelWindows();
+    std::erase_if(matching, [&](platform::WindowHandle w) { return !backend.matches(w, query); });
+    if (matching.empty()) {
+        if (askYesNo(window_, tr("未发现指定窗口,是否重新选择"))) {
+            emit windowChoiceRequested();
+        }
+        return std::nullopt;
+    }
+    platform::WindowHandle window = matching.front();
+    if (matching.size() > 1) {
+        if (std::find(matching.begin(), matching.end(), chosenWindow_) == matching.end()) {
+            showNotice(window_, tr("发现多个目标窗口,需要先选择窗口"));
+            return std::nullopt;
+        }
+        window = chosenWindow_;
+    }
+    const model::WindowInfo& info = editor_.document().settings.windowInfo;
+    const platform::Rect client = backend.describe(window).clientRect;
+    if ((client.width != info.width || client.height != info.height) &&
+        askYesNo(window_, tr("当前窗口大小与选择窗口时大小不一致，可能会导致脚本运行时识别"
+                             "不准备，是否调整窗口大小！"))) {
+        backend.resizeClient(window, info.width, info.height);
+    }
+    return RunTarget{TargetKind::Window, window, backend.findChild(window, query), {}, {}};
+}
+
+std::optional<RunTarget> RunControl::chooseTarget() {
+    const model::TaskSettings& settings = editor_.document().settings;
+    const bool namesWindow =
+        !settings.windowInfo.title.isEmpty() || !settings.windowInfo.className.isEmpty();
+    switch (TaskMode(settings.taskMode)) {
+        case TaskMode::FullScreen:
+            return RunTarget{TargetKind::Desktop, 0, 0, {}, {}};
+        case TaskMode::Window:
+            if (namesWindow) {
+                return chooseWindow();
+            }
+            break;
+        case TaskMode::AndroidDevice:
+            showNotice(window_, tr("此版本还不能在ADB设备上运行任务"));
+            return std::nullopt;
+        default:
+            break;
+    }
+    showNotice(window_, tr("需要先选择目标窗口"));
+    return std::nullopt;
+}
+
+std::optional<int> RunControl::chooseLoopMode() {
+    int global = config_.loopMode();
+    if (global == int(model::LoopMode::Invalid)) {
+        showNotice(window_,
+                   tr("检测到你还未设置自动化任务的运行模式，请先设置运行模式后再编辑脚本"),
+                   tr("运行模式选择提示"));
+        LoopModeDialog dialog(window_);
+        if (dialog.exec() != QDialog::Accepted) {
+            return std::nullopt;
+        }
+        global = dialog.mode();
+        config_.setLoopMode(global);
+    }
+    int& script = editor_.document().settings.loopMode;
+    qCDebug(lcRun) << "gloabal loopMode:" << global;
+    qCDebug(lcRun) << " script loop mode:" << script;
+    if (global == script) {
+        return script;
+    }
+    const int choice =
+        askChoice(window_, tr("运行模式修改提示"),
+                  tr("检测到你的运行模式已修改，当前脚本的运行模式为%1，是否修改成%2执行")
+                      .arg(LoopModeDialog::modeName(script), LoopModeDialog::modeName(global)),
+                  {tr("不修改"), tr("修改后执行")});
+    if (choice < 0) {
+        return std::nullopt;
+    }
+    if (choice == 1) {
+        script = global;
+    }
+    return script;
+}
+
+bool RunControl::captures(const RunTarget& target) {
+    const bool background = editor_.document().settings.backCapture;
+    if (desktop_.backend->capture(target.window, background).empty()) {
+        showNotice(window_, tr("截图失败！"));
+        return false;
+    }
+    return true;
+}
+
+bool RunControl::start() {
+    if (state_ != State::Idle) {
+        return false;
+    }
+    if (!desktop_.backend) {
+        showNotice(window_, tr("截图失败！"));
+        return false;
+    }
+    const std::optional<RunTarget> target = chooseTarget();
+    if (!target) {
+        return false;
+    }
+    const std::optional<int> loopMode = chooseLoopMode();
+    if (!loopMode || !captures(*target)) {
+        return false;
+    }
+    const model::TaskDocument& task = editor_.document();
+    targets::WindowTarget::Modes modes;
+    modes.backgroundInput = task.settings.backAct;
+    modes.backgroundCapture = task.settings.backCapture;
+    const platform::WindowQuery query = app::windowQueryOf(task.settings.windowInfo);
+    session_.reset();
+    target_ = std::make_unique<targets::WindowTarget>(*desktop_.backend, modes, query);
+    matcher_ = std::make_unique<targets::WindowQueryMatcher>(*desktop_.backend, query);
+    session_ = std::make_unique<app::RunSession>(task, *target_, desktop_.windows);
+    if (!session_->startOcrService()) {
+        showNotice(window_, tr("文字识别服务异常,请重启任务或手动开启文字识别服务"));
+    }
+    engine::TaskRunner& runner = session_->runner();
+    runner.setWindowMatcher(matcher_.get());
+    runner.setSceneObserver(&feed_);
+    runner.setRunObserver(&feed_);
+    runner.setLoopMode(*loopMode);
+    feed_.take();
+    if (!runner.start({*target})) {
+        session_.reset();
+        return false;
+    }
+    finishPoll_.start();
+    setState(State::Running);
+    return true;
+}
+
+void RunControl::togglePause() {
+    if (state_ == State::Running) {
+        session_->runner().suspend();
+        setState(State::Paused);
+    } else if (state_ == State::Paused) {
+        session_->runner().resume();
+        setState(State::Running);
+    }
+}
+
+void RunControl::stop() {
+    if (session_) {
+        session_->runner().stop();
+    }
+}
+
+void RunControl::checkFinished() {
+    if (!session_ || !session_->runner().idle()) {
+        return;
+    }
+    finishPoll_.stop();
+    // The workers have left: joining them and unloading what the run used is quick.
+    session_.reset();
+    setState(State::Idle);
+}
+
+void RunControl::setState(State state) {
+    if (state_ != state) {
+        state_ = state;
+        emit stateChanged(state);
+    }
+}
+
+}  // namespace autoscene::ui

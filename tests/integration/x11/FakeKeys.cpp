@@ -1,0 +1,17 @@
+#include "FakeKeys.h"
+
+#include <X11/extensions/XTest.h>
+
+namespace autoscene::testing {
+
+void pressKeys(Display* display, const std::vector<KeySym>& keysyms) {
+    for (const KeySym keysym : keysyms) {
+        XTestFakeKeyEvent(display, XKeysymToKeycode(display, keysym), True, 0);
+    }
+    for (auto it = keysyms.rbegin(); it != keysyms.rend(); ++it) {
+        XTestFakeKeyEvent(display, XKeysymToKeycode(display, *it), False, 0);
+    }
+    XSync(display, False);
+}
+
+}  // namespace autoscene::testing

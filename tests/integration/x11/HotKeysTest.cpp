@@ -1,0 +1,115 @@
+// Global hot keys grabbed on a private Xvfb and pressed through XTest by another client.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+#include <vector>
+
+#include "FakeKeys.h"
+#include "XvfbServer.h"
+#include "keys/HotKeyText.h"
+#include "x11/X11HotKeys.h"
+
+#include <X11/keysym.h>
+
+namespace autoscene::testing {
+namespace {
+
+using platform::IGlobalHotKeys;
+
+class HotKeysTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_FALSE(server_.display().empty());
+        keyboard_ = XOpenDisplay(server_.display().c_str());
+        ASSERT_TRUE(keyboard_);
+    }
+    void TearDown() override {
+        if (keyboard_) {
+            XCloseDisplay(keyboard_);
+        }
+    }
+
+    std::unique_ptr<IGlobalHotKeys> open() {
+        auto keys = platform::makeX11HotKeys(server_.display().c_str());
+        EXPECT_TRUE(keys);
+        return keys;
+    }
+
+    static platform::HotKey key(const char* text) { return *platform::keys::parseHotKey(text); }
+
+    void press(const std::vector<KeySym>& keysyms) { pressKeys(keyboard_, keysyms); }
+
+    // The ids dispatched within a short while.
+    static std::vector<int> pressedIds(IGlobalHotKeys& keys) {
+        std::vector<int> ids;
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+        while (std::chrono::steady_clock::now() < deadline) {
+            keys.dispatch([&](int id) { ids.push_back(id); });
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return ids;
+    }
+
+    XvfbServer server_{640, 480};
+    Display* keyboard_ = nullptr;
+};
+
+TEST_F(HotKeysTest, GrabbedKeysArriveWithTheirIdWhateverTheLockKeys) {
+    const auto keys = open();
+    ASSERT_TRUE(keys->registerKey(1, key("Alt+Shift+S")));
+    ASSERT_TRUE(keys->registerKey(2, key("F8")));
+
+    press({XK_Alt_L, XK_Shift_L, XK_s});
+    EXPECT_EQ(pressedIds(*keys), std::vector<int>{1});
+    press({XK_F8});
+    EXPECT_EQ(pressedIds(*keys), std::vector<int>{2});
+    press({XK_Shift_L, XK_F8});
+    press({XK_s});
+    EXPECT_TRUE(pressedIds(*keys).empty()) << "other modifiers are other keys";
+
+    press({XK_Caps_Lock});  // on
+    press({XK_Num_Lock});
+    press({XK_F8});
+    press({XK_Alt_L, XK_Shift_L, XK_s});
+    EXPECT_EQ(pressedIds(*keys), (std::vector<int>{2, 1}));
+    press({XK_Caps_Lock});
+    press({XK_Num_Lock});
+}
+
+TEST_F(HotKeysTest, KeyHeldByAnotherClientFailsAndLeavesTheOthersWorking) {
+    const auto other = open();
+    ASSERT_TRUE(other->registerKey(7, key("F8")));
+
+    const auto keys = open();
+    EXPECT_TRUE(keys->registerKey(1, key("Alt+Shift+S")));
+    EXPECT_FALSE(keys->registerKey(2, key("F8")));
+    EXPECT_TRUE(keys->registerKey(3, key("F10")));
+
+    press({XK_F8});
+    press({XK_F10});
+    press({XK_Alt_L, XK_Shift_L, XK_s});
+    EXPECT_EQ(pressedIds(*keys), (std::vector<int>{3, 1}));
+    EXPECT_EQ(pressedIds(*other), std::vector<int>{7});
+
+    other.get()->unregisterKey(7);
+    EXPECT_TRUE(keys->registerKey(2, key("F8"))) << "free again";
+    press({XK_F8});
+    EXPECT_EQ(pressedIds(*keys), std::vector<int>{2});
+}
+
+TEST_F(HotKeysTest, RegisteringAgainReplacesAndUnregisteringReleases) {
+    const auto keys = open();
+    ASSERT_TRUE(keys->registerKey(1, key("F8")));
+    ASSERT_TRUE(keys->registerKey(1, key("Ctrl+F9")));
+    press({XK_F8});
+    press({XK_Control_L, XK_F9});
+    EXPECT_EQ(pressedIds(*keys), std::vector<int>{1});
+
+    keys->unregisterKey(1);
+    const auto other = open();
+    EXPECT_TRUE(other->registerKey(5, key("Ctrl+F9"))) << "the grab was released";
+}
+
+}  // namespace
+}  // namespace autoscene::testing

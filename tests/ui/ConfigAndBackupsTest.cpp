@@ -1,0 +1,149 @@
+#include <gtest/gtest.h>
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "ui/AppConfig.h"
+#include "ui/TaskBackups.h"
+
+using autoscene::ui::AppConfig;
+
+namespace {
+
+TEST(AppConfig, EmptyFileGivesTheDefaults) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath("config.ini");
+    QFile(path).open(QIODevice::WriteOnly);
+    const AppConfig config(path);
+    EXPECT_EQ(config.captureKey(), "Alt+Shift+S");
+    EXPECT_EQ(config.startKey(), "F8");
+    EXPECT_EQ(config.stopKey(), "F10");
+    EXPECT_EQ(config.loopMode(), 0);
+    EXPECT_TRUE(config.playback());
+    EXPECT_FALSE(config.mainWindowSize());
+    EXPECT_FALSE(config.launcherSize());
+    EXPECT_TRUE(config.recentTasks().isEmpty());
+}
+
+TEST(AppConfig, WritesAtOnceAndReadsBackInAnotherInstance) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath("sub/config.ini");
+    AppConfig(path).setHotKeys("Ctrl+F1", "F5", "Shift+F6");
+    AppConfig(path).setLoopMode(2);
+    AppConfig(path).setPlayback(false);
+    AppConfig(path).setMainWindowSize(QSize(1024, 700));
+
+    const AppConfig reader(path);
+    EXPECT_EQ(reader.captureKey(), "Ctrl+F1");
+    EXPECT_EQ(reader.startKey(), "F5");
+    EXPECT_EQ(reader.stopKey(), "Shift+F6");
+    EXPECT_EQ(reader.loopMode(), 2);
+    EXPECT_FALSE(reader.playback());
+    EXPECT_EQ(reader.mainWindowSize(), QSize(1024, 700));
+
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll();
+    EXPECT_TRUE(text.contains("mainwindow_size=1024x700")) << text.constData();
+    // QSettings files ungrouped keys under [General].
+    EXPECT_TRUE(text.startsWith("[General]\n")) << text.constData();
+}
+
+TEST(AppConfig, UnreadableSizesAreIgnored) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath("config.ini");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("mainwindow_size=wide\nlauncher_size=0x300\n");
+    file.close();
+    EXPECT_FALSE(AppConfig(path).mainWindowSize());
+    EXPECT_FALSE(AppConfig(path).launcherSize());
+}
+
+TEST(AppConfig, RecentTasksKeepTheLatestFirstOnce) {
+    QTemporaryDir dir;
+    AppConfig config(dir.filePath("config.ini"));
+    config.addRecentTask("/a");
+    config.addRecentTask("/b");
+    config.addRecentTask("/a");
+    EXPECT_EQ(config.recentTasks(), QStringList({"/a", "/b"}));
+}
+
+class Backups : public ::testing::Test {
+protected:
+    void SetUp() override {
+        QFile script(task_.filePath("script.json"));
+        ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+        script.write("{\"name\": \"first\"}");
+    }
+
+    // Backups named a minute apart from the `first`th minute on, each modified a minute
+    // earlier than the one named before it: pruning must go by the files' times.
+    void fillBackups(int count, int first = 0) {
+        const QDateTime start = QDateTime::currentDateTime().addDays(-1);
+        for (int i = first; i < first + count; ++i) {
+            const QString copy =
+                autoscene::ui::backUpScript(script(), folder(), start.addSecs(60 * i));
+            ASSERT_FALSE(copy.isEmpty());
+            QFile file(copy);
+            ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+            ASSERT_TRUE(
+                file.setFileTime(start.addSecs(-60 * i), QFileDevice::FileModificationTime));
+        }
+    }
+
+    QStringList backups() const {
+        return QDir(folder()).entryList({"*.json"}, QDir::Files, QDir::Name);
+    }
+
+    QString script() const { return task_.filePath("script.json"); }
+    QString folder() const { return task_.filePath("backup"); }
+
+    QTemporaryDir task_;
+};
+
+TEST_F(Backups, CopyIsNamedAfterTheLocalTime) {
+    const QDateTime when(QDate(2024, 3, 5), QTime(7, 8, 9));
+    const QString copy = autoscene::ui::backUpScript(script(), folder(), when);
+    EXPECT_EQ(QFileInfo(copy).fileName(), "script_20240305_070809.json");
+    QFile file(copy);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "{\"name\": \"first\"}");
+}
+
+TEST_F(Backups, SecondCopyInTheSameSecondKeepsTheFirst) {
+    const QDateTime when(QDate(2024, 3, 5), QTime(7, 8, 9));
+    ASSERT_FALSE(autoscene::ui::backUpScript(script(), folder(), when).isEmpty());
+    QFile changed(script());
+    ASSERT_TRUE(changed.open(QIODevice::WriteOnly));
+    changed.write("{\"name\": \"second\"}");
+    changed.close();
+
+    EXPECT_TRUE(autoscene::ui::backUpScript(script(), folder(), when).isEmpty());
+    QFile copy(QDir(folder()).filePath("script_20240305_070809.json"));
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), "{\"name\": \"first\"}");
+}
+
+TEST_F(Backups, NoScriptNoCopy) {
+    EXPECT_TRUE(autoscene::ui::backUpScript(task_.filePath("missing.json"), folder()).isEmpty());
+}
+
+TEST_F(Backups, PruningWaitsForFiftyThenKeepsTheThirtyNewest) {
+    fillBackups(49);
+    EXPECT_EQ(autoscene::ui::pruneBackups(folder()), 0);
+    EXPECT_EQ(backups().size(), 49);
+
+    fillBackups(1, 49);
+    const QStringList before = backups();
+    ASSERT_EQ(before.size(), 50);
+    EXPECT_EQ(autoscene::ui::pruneBackups(folder()), 20);
+    // Modification times run against the names: the newest thirty are the first names.
+    EXPECT_EQ(backups(), before.mid(0, 30));
+    // Thirty is below the threshold again.
+    EXPECT_EQ(autoscene::ui::pruneBackups(folder()), 0);
+}
+
+}  // namespace

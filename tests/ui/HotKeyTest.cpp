@@ -1,0 +1,146 @@
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
+#include <QDir>
+#include <QJsonArray>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QTest>
+#include <QTimer>
+
+#include "MainWindowFixture.h"
+#include "ModalAnswer.h"
+#include "keys/HotKeyText.h"
+
+// Xlib's macros (None, Bool) after everything else.
+#include <X11/keysym.h>
+
+#include "DemoTargetProcess.h"
+#include "FakeKeys.h"
+
+namespace autoscene::testing {
+namespace {
+
+using State = ui::RunControl::State;
+
+class HotKeys : public MainWindowTest {
+protected:
+    void SetUp() override {
+        ui::AppConfig(task_.configPath()).setLoopMode(1);
+        // Without its stop action the task waits on the last screen until stopped.
+        task_.edit([](QJsonObject& root) {
+            QJsonArray scenes = root["scene_list"].toArray();
+            QJsonObject finish = scenes.last().toObject();
+            finish["event_list"] = QJsonArray();
+            scenes.replace(scenes.size() - 1, finish);
+            root["scene_list"] = scenes;
+        });
+        MainWindowTest::SetUp();
+        keyboard_ = XOpenDisplay(nullptr);
+        ASSERT_TRUE(keyboard_);
+    }
+
+    void TearDown() override {
+        if (keyboard_) {
+            XCloseDisplay(keyboard_);
+        }
+    }
+
+    void press(const std::vector<KeySym>& keysyms) { pressKeys(keyboard_, keysyms); }
+
+    ui::RunControl& run() { return window_->runControl(); }
+    bool waitFor(State state) {
+        return QTest::qWaitFor([&] { return run().state() == state; }, 5000);
+    }
+
+    DemoTargetProcess demo_{qEnvironmentVariable("DISPLAY").toStdString(),
+                            {"--geometry", "800x600+0+0"}};
+    Display* keyboard_ = nullptr;
+};
+
+TEST_F(HotKeys, StartAndStopARunFromAnyWindow) {
+    press({XK_F8});
+    ASSERT_TRUE(waitFor(State::Running));
+    EXPECT_TRUE(demo_.waitForLine("screen FINISH", 0, 5000));
+    press({XK_F10});
+    EXPECT_TRUE(waitFor(State::Idle));
+}
+
+TEST_F(HotKeys, KeyHeldByAnotherProgramIsNamedAndTheOthersStillWork) {
+    window_.reset();
+    const auto other = platform::makeX11HotKeys(nullptr);
+    ASSERT_TRUE(other->registerKey(1, *platform::keys::parseHotKey("F8")));
+    window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()), desktop());
+    QString error;
+    const ModalSeen box =
+        answerModal([&] { ASSERT_TRUE(window_->openTask(task_.path(), &error)); }, "确定");
+    EXPECT_EQ(box.title, "提示");
+    EXPECT_EQ(box.text, "启动热键注册失败");
+
+    press({XK_F8});
+    QTest::qWait(300);
+    EXPECT_EQ(run().state(), State::Idle) << "F8 belongs to the other program";
+
+    press({XK_Alt_L, XK_Shift_L, XK_s});
+    const QDir shots(task_.folder().filePath("screenshots"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shots.entryList({"*.png"}).size() == 1; }, 3000));
+
+    ASSERT_TRUE(run().start());
+    press({XK_F10});
+    EXPECT_TRUE(waitFor(State::Idle));
+}
+
+TEST_F(HotKeys, KeysComeFromTheConfigFile) {
+    ui::AppConfig(task_.configPath()).setHotKeys("Ctrl+F2", "Ctrl+F3", "Ctrl+F4");
+    QString error;
+    ASSERT_TRUE(window_->openTask(task_.path(), &error));
+    press({XK_F8});
+    QTest::qWait(300);
+    EXPECT_EQ(run().state(), State::Idle) << "F8 is no longer the start key";
+    press({XK_Control_L, XK_F3});
+    ASSERT_TRUE(waitFor(State::Running));
+    press({XK_Control_L, XK_F4});
+    EXPECT_TRUE(waitFor(State::Idle));
+}
+
+TEST_F(HotKeys, SettingsViewTakesPressedKeysAndRegistersThemAtOnce) {
+    QTimer::singleShot(100, [&] {
+        auto* view = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(view);
+        EXPECT_EQ(view->windowTitle(), "设置");
+        auto* start = view->findChild<QLineEdit*>("lineEdit_start_key");
+        ASSERT_TRUE(start);
+        EXPECT_EQ(start->text(), "F8");
+        QTest::keyClick(start, Qt::Key_F6, Qt::ControlModifier);
+        EXPECT_EQ(start->text(), "Ctrl+F6");
+        view->findChild<QCheckBox*>("checkBox_back_capture")->setChecked(true);
+        view->findChild<QRadioButton*>("radioButton_concurrency")->setChecked(true);
+        view->accept();
+    });
+    window_->findChild<QAction*>("action_settings")->trigger();
+    EXPECT_EQ(ui::AppConfig(task_.configPath()).startKey(), "Ctrl+F6");
+    EXPECT_TRUE(window_->editor().document().settings.backCapture);
+    EXPECT_TRUE(window_->editor().document().settings.concurrency);
+    EXPECT_EQ(window_->editor().document().settings.loopInterval, 100)
+        << "the demo's interval lies between the slider's steps and the slider was not moved";
+
+    press({XK_F8});
+    QTest::qWait(300);
+    EXPECT_EQ(run().state(), State::Idle) << "F8 was given up";
+    press({XK_Control_L, XK_F6});
+    ASSERT_TRUE(waitFor(State::Running));
+    press({XK_F10});
+    EXPECT_TRUE(waitFor(State::Idle));
+}
+
+TEST_F(HotKeys, UnreadableKeyTextFailsLikeAHeldKey) {
+    ui::AppConfig(task_.configPath()).setHotKeys("Alt+Shift+S", "F8", "Shift+Hyper");
+    QString error;
+    const ModalSeen box =
+        answerModal([&] { ASSERT_TRUE(window_->openTask(task_.path(), &error)); }, "确定");
+    EXPECT_EQ(box.text, "停止热键注册失败");
+}
+
+}  // namespace
+}  // namespace autoscene::testing

@@ -1,0 +1,50 @@
+#pragma once
+// A main window on a fresh copy of the demo task, with a config.ini of its own, driving the
+// test's display.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "TestTask.h"
+#include "ui/MainWindow.h"
+#include "ui/SceneListView.h"
+#include "x11/X11Backend.h"
+#include "x11/X11HotKeys.h"
+
+namespace autoscene::testing {
+
+class MainWindowTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()), desktop());
+        QString error;
+        ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
+        // Right of where the tests put the demo target, which must not be covered.
+        window_->move(820, 0);
+        window_->show();
+    }
+
+    QStringList sceneNames() const {
+        QStringList names;
+        auto* model = window_->sceneList().model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            names << model->index(row, 0).data().toString();
+        }
+        return names;
+    }
+
+    // Before the window that uses it.
+    ui::Desktop desktop() {
+        backend_ = platform::makeX11Backend(nullptr);
+        hotKeys_ = platform::makeX11HotKeys(nullptr);
+        return {backend_.get(), nullptr, hotKeys_.get()};
+    }
+
+    TestTask task_;
+    std::unique_ptr<platform::IDesktopBackend> backend_;
+    std::unique_ptr<platform::IGlobalHotKeys> hotKeys_;
+    std::unique_ptr<ui::MainWindow> window_;
+};
+
+}  // namespace autoscene::testing

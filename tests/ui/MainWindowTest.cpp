@@ -1,0 +1,147 @@
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+
+#include "MainWindowFixture.h"
+#include "ModalAnswer.h"
+#include "ui/TaskBackups.h"
+
+namespace autoscene::testing {
+namespace {
+
+using MainWindowRules = MainWindowTest;
+
+TEST_F(MainWindowRules, ToolbarActionsCarryTheirNamesTextsAndShortcuts) {
+    const struct {
+        const char* objectName;
+        const char* text;
+        QKeySequence shortcut;
+    } expected[] = {
+        {"action_ori_image", "原图", {}},
+        {"action_crop_image", "截图", {}},
+        {"action_variable", "变量", {}},
+        {"action_range", "范围", {}},
+        {"action_run", "运行", {}},
+        {"action_stop", "停止", {}},
+        {"action_save", "保存", QKeySequence("Ctrl+S")},
+        {"action_settings", "设置", {}},
+        {"playback", "回放", {}},
+        {"action_logviewer", "日志", QKeySequence("F7")},
+        {"action_color", "颜色", {}},
+        {"action_config", "配置", {}},
+        {"action_model", "模型", {}},
+    };
+    for (const auto& entry : expected) {
+        auto* action = window_->findChild<QAction*>(entry.objectName);
+        ASSERT_TRUE(action) << entry.objectName;
+        EXPECT_EQ(action->text(), QString::fromUtf8(entry.text)) << entry.objectName;
+        EXPECT_EQ(action->shortcut(), entry.shortcut) << entry.objectName;
+    }
+}
+
+TEST_F(MainWindowRules, TargetLabelNamesTheTarget) {
+    auto* label = window_->findChild<QLabel*>("label_wintitle");
+    ASSERT_TRUE(label);
+    EXPECT_EQ(label->text(), "Autoscene Demo");
+
+    task_.folder().remove("script.json");
+    QFile script(task_.folder().filePath("script.json"));
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    script.write(R"({"task_mode": 2, "window_info": {"title": ""}})");
+    script.close();
+    QString error;
+    ASSERT_TRUE(window_->openTask(task_.path(), &error));
+    EXPECT_EQ(label->text(), "未选择目标窗口");
+
+    auto* button = window_->findChild<QPushButton*>("pushButton_select_window");
+    ASSERT_TRUE(button && button->menu());
+    QStringList entries;
+    for (QAction* entry : button->menu()->actions()) {
+        entries << entry->text();
+    }
+    EXPECT_EQ(entries, QStringList({"选择窗口", "全屏模式"}));
+    QAction* fullScreen = button->menu()->actions().value(1);
+    fullScreen->trigger();
+    EXPECT_EQ(label->text(), "全屏模式");
+    EXPECT_EQ(window_->editor().document().settings.taskMode, 1);
+}
+
+TEST_F(MainWindowRules, EveryControlIsNamedAfterItsText) {
+    for (QWidget* widget : window_->findChildren<QWidget*>()) {
+        if (!widget->isVisible()) {
+            continue;
+        }
+        QString shown;
+        if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+            shown = button->text();
+        } else if (auto* label = qobject_cast<QLabel*>(widget)) {
+            shown = label->text();
+        }
+        if (!shown.isEmpty()) {
+            EXPECT_EQ(widget->accessibleName(), shown) << widget->metaObject()->className();
+        }
+    }
+    EXPECT_FALSE(window_->findChild<QWidget*>("listView_scene")->accessibleName().isEmpty());
+    EXPECT_FALSE(window_->findChild<QWidget*>("treeWidget_event")->accessibleName().isEmpty());
+}
+
+TEST_F(MainWindowRules, OpeningBacksTheTaskFileUp) {
+    const QStringList copies = QDir(window_->backupFolder()).entryList({"script_*.json"});
+    ASSERT_EQ(copies.size(), 1);
+    QFile copy(QDir(window_->backupFolder()).filePath(copies[0]));
+    QFile original(task_.folder().filePath("script.json"));
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly) && original.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), original.readAll());
+}
+
+TEST_F(MainWindowRules, SavesWithCtrlS) {
+    window_->editor().copyScene(3);
+    window_->activateWindow();
+    QAction* save = window_->findChild<QAction*>("action_save");
+    save->trigger();
+    EXPECT_FALSE(window_->editor().saveFailed());
+    model::TaskDocument reread;
+    ASSERT_TRUE(reread.openFolder(task_.path()));
+    EXPECT_EQ(reread.scenes.size(), 5u);
+}
+
+TEST_F(MainWindowRules, ClosingAfterAFailedSaveAsks) {
+    // A file where the task folder was: no save can succeed, not even as root.
+    QDir folder = task_.folder();
+    ASSERT_TRUE(folder.removeRecursively());
+    QFile blocker(task_.path());
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+
+    const ModalSeen failure =
+        answerModal([&] { window_->findChild<QAction*>("action_save")->trigger(); }, "确定");
+    EXPECT_EQ(failure.title, "提示");
+    EXPECT_TRUE(failure.text.startsWith("保存失败")) << failure.text.toStdString();
+
+    const ModalSeen kept = answerModal([&] { window_->close(); }, "取消");
+    EXPECT_EQ(kept.text, "任务可能保存失败,关闭后将导致任务异常,请确认是否关闭?");
+    EXPECT_TRUE(window_->isVisible());
+
+    answerModal([&] { window_->close(); }, "确定");
+    EXPECT_FALSE(window_->isVisible());
+    QFile::remove(task_.path());
+}
+
+TEST_F(MainWindowRules, ClosingPrunesBackupsAndKeepsTheSize) {
+    const QDateTime start = QDateTime::currentDateTime().addDays(-2);
+    for (int i = 0; i < 55; ++i) {
+        ui::backUpScript(task_.folder().filePath("script.json"), window_->backupFolder(),
+                         start.addSecs(i));
+    }
+    window_->resize(900, 620);
+    EXPECT_FALSE(answerModal([&] { window_->close(); }, "确定").shown);
+    EXPECT_FALSE(window_->isVisible());
+    EXPECT_EQ(QDir(window_->backupFolder()).entryList({"*.json"}).size(), 30);
+    EXPECT_EQ(ui::AppConfig(task_.configPath()).mainWindowSize(), window_->size());
+}
+
+}  // namespace
+}  // namespace autoscene::testing

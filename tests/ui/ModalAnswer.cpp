@@ -1,0 +1,57 @@
+#include "ModalAnswer.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTimer>
+
+namespace autoscene::testing {
+
+namespace {
+
+ModalSeen answer(QWidget& dialog, const ModalAnswer& with) {
+    ModalSeen seen{true, dialog.windowTitle(), {}};
+    if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+        seen.text = box->text();
+    } else if (auto* prompt = qobject_cast<QInputDialog*>(&dialog)) {
+        seen.text = prompt->labelText();
+        prompt->setTextValue(with.input);
+    }
+    for (QAbstractButton* candidate : dialog.findChildren<QAbstractButton*>()) {
+        if (candidate->text() == with.button) {
+            candidate->click();
+            return seen;
+        }
+    }
+    // No such button: leave the test's expectation to fail, not the test to hang.
+    dialog.close();
+    return seen;
+}
+
+}  // namespace
+
+std::vector<ModalSeen> answerModals(const std::function<void()>& trigger,
+                                    const std::vector<ModalAnswer>& answers) {
+    std::vector<ModalSeen> seen(answers.size());
+    size_t next = 0;
+    QPointer<QWidget> answered;
+    QTimer poll;
+    poll.setInterval(10);
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        // An answered dialog stays up until its event loop has ended.
+        if (!dialog || dialog == answered.data() || next >= answers.size()) {
+            return;
+        }
+        answered = dialog;
+        seen[next] = answer(*dialog, answers[next]);
+        ++next;
+    });
+    poll.start();
+    trigger();
+    return seen;
+}
+
+}  // namespace autoscene::testing

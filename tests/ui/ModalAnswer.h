@@ -1,0 +1,31 @@
+#pragma once
+// Answers the modal dialogs that an action opens, as a user would, and tells what they said.
+
+#include <QString>
+#include <functional>
+#include <vector>
+
+namespace autoscene::testing {
+
+struct ModalSeen {
+    bool shown = false;
+    QString title;
+    QString text;  // a message box's text or an input dialog's prompt
+};
+
+struct ModalAnswer {
+    QString button;  // the text of the button to click
+    QString input;   // typed into an input dialog first
+};
+
+// Runs `trigger` and answers the dialogs it opens one after another, in order; one entry
+// per answer, `shown` false for the dialogs that never came.
+std::vector<ModalSeen> answerModals(const std::function<void()>& trigger,
+                                    const std::vector<ModalAnswer>& answers);
+
+inline ModalSeen answerModal(const std::function<void()>& trigger, const QString& button,
+                             const QString& input = {}) {
+    return answerModals(trigger, {{button, input}}).front();
+}
+
+}  // namespace autoscene::testing

@@ -1,0 +1,238 @@
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QJsonArray>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+#include "MainWindowFixture.h"
+#include "ModalAnswer.h"
+#include "ui/RunView.h"
+
+// Xlib's macros (None) after gtest's names.
+#include "DemoTargetProcess.h"
+
+namespace autoscene::testing {
+namespace {
+
+using State = ui::RunControl::State;
+
+class RunFromWindow : public MainWindowTest {
+protected:
+    void SetUp() override {
+        ui::AppConfig(task_.configPath()).setLoopMode(1);
+        MainWindowTest::SetUp();
+    }
+
+    // A demo target the size the task was saved with, so that no size question comes.
+    std::unique_ptr<DemoTargetProcess> startDemo(std::vector<std::string> arguments = {}) {
+        arguments.insert(arguments.begin(), {"--geometry", "800x600+0+0"});
+        auto demo = std::make_unique<DemoTargetProcess>(display(), arguments);
+        EXPECT_TRUE(demo->started());
+        return demo;
+    }
+
+    static std::string display() { return qEnvironmentVariable("DISPLAY").toStdString(); }
+
+    void reopen(const std::function<void(QJsonObject&)>& change) {
+        task_.edit(change);
+        QString error;
+        ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
+    }
+
+    QAction& action(const char* name) { return *window_->findChild<QAction*>(name); }
+    ui::RunControl& run() { return window_->runControl(); }
+
+    // Clicks run and answers the boxes that come, in order.
+    std::vector<ModalSeen> clickRun(const std::vector<ModalAnswer>& answers) {
+        return answerModals([&] { action("action_run").trigger(); }, answers);
+    }
+
+    bool waitUntilIdle() {
+        return QTest::qWaitFor([&] { return run().state() == State::Idle; }, 5000);
+    }
+};
+
+TEST_F(RunFromWindow, RunsTheDemoToItsStopAction) {
+    const auto demo = startDemo();
+    EXPECT_FALSE(clickRun({{"确定"}})[0].shown) << "no check should have stopped the start";
+    EXPECT_EQ(run().state(), State::Running);
+    EXPECT_TRUE(waitUntilIdle());
+    EXPECT_TRUE(demo->waitForLine("screen FINISH", 0, 0));
+    EXPECT_EQ(window_->runView().targetCount(), 1);
+    EXPECT_GE(window_->runView().firedCount(0), 5) << "start, menu, form (3), finish";
+}
+
+TEST_F(RunFromWindow, StartsPausesAndStopsAgainstTheDemoTarget) {
+    // Without its stop action the task waits on the last screen until stopped.
+    reopen([](QJsonObject& root) {
+        QJsonArray scenes = root["scene_list"].toArray();
+        QJsonObject finish = scenes.last().toObject();
+        finish["event_list"] = QJsonArray();
+        scenes.replace(scenes.size() - 1, finish);
+        root["scene_list"] = scenes;
+    });
+    const auto demo = startDemo();
+    clickRun({});
+    ASSERT_EQ(run().state(), State::Running);
+    EXPECT_TRUE(demo->waitForLine("screen FINISH", 0, 5000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window_->runView().targetCount() == 1; }, 3000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window_->runView().firedCount(0) > 0; }, 3000));
+
+    action("action_run").trigger();
+    EXPECT_EQ(run().state(), State::Paused);
+    action("action_run").trigger();
+    EXPECT_EQ(run().state(), State::Running);
+
+    const ModalSeen refused = answerModal([&] { window_->close(); }, "确定");
+    EXPECT_EQ(refused.text, "任务正在运行中,请停止后任务再关闭");
+    EXPECT_TRUE(window_->isVisible());
+
+    action("action_stop").trigger();
+    EXPECT_TRUE(waitUntilIdle());
+    EXPECT_FALSE(run().runner());
+}
+
+TEST_F(RunFromWindow, StopsWhilePaused) {
+    const auto demo = startDemo();
+    clickRun({});
+    ASSERT_EQ(run().state(), State::Running);
+    action("action_run").trigger();
+    ASSERT_EQ(run().state(), State::Paused);
+    action("action_stop").trigger();
+    EXPECT_TRUE(waitUntilIdle());
+}
+
+TEST_F(RunFromWindow, NoTargetChosen) {
+    reopen([](QJsonObject& root) { root["window_info"] = QJsonObject{}; });
+    const ModalSeen box = clickRun({{"确定"}})[0];
+    EXPECT_EQ(box.title, "提示");
+    EXPECT_EQ(box.text, "需要先选择目标窗口");
+    EXPECT_EQ(run().state(), State::Idle);
+}
+
+TEST_F(RunFromWindow, WindowNotFoundOffersToChooseAgain) {
+    // The window would open the target menu, which waits for a click.
+    QObject::disconnect(&run(), &ui::RunControl::windowChoiceRequested, window_.get(), nullptr);
+    QSignalSpy choose(&run(), &ui::RunControl::windowChoiceRequested);
+    const ModalSeen box = answerModal([&] { run().start(); }, "否");
+    EXPECT_EQ(box.text, "未发现指定窗口,是否重新选择");
+    EXPECT_EQ(choose.count(), 0);
+    answerModal([&] { run().start(); }, "是");
+    EXPECT_EQ(choose.count(), 1);
+    EXPECT_EQ(run().state(), State::Idle);
+}
+
+TEST_F(RunFromWindow, SeveralWindowsNeedAChoice) {
+    const auto first = startDemo();
+    const auto second = startDemo();
+    const ModalSeen box = clickRun({{"确定"}})[0];
+    EXPECT_EQ(box.text, "发现多个目标窗口,需要先选择窗口");
+    EXPECT_EQ(run().state(), State::Idle);
+
+    run().setChosenWindow(second->window());
+    clickRun({});
+    ASSERT_EQ(run().state(), State::Running);
+    EXPECT_TRUE(second->waitForLine("screen MENU", 0, 5000));
+    EXPECT_FALSE(first->waitForLine("screen MENU", 0, 200));
+    run().stop();
+    EXPECT_TRUE(waitUntilIdle());
+}
+
+TEST_F(RunFromWindow, WindowChosenFromTheListBecomesTheTarget) {
+    const auto first = startDemo();
+    const auto second = startDemo({"--title", "Second Demo"});
+    QAction* choose =
+        window_->findChild<QPushButton*>("pushButton_select_window")->menu()->actions().value(0);
+    ASSERT_TRUE(choose);
+    QString listed;
+    QTimer::singleShot(100, [&] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(dialog);
+        auto* list = dialog->findChild<QListWidget*>("listWidget_windows");
+        for (int row = 0; row < list->count(); ++row) {
+            if (list->item(row)->text().startsWith("Second Demo")) {
+                listed = list->item(row)->text();
+                list->setCurrentRow(row);
+            }
+        }
+        dialog->accept();
+    });
+    choose->trigger();
+    EXPECT_EQ(listed, "Second Demo  [AutosceneDemo]  800x600");
+    EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Second Demo");
+    const model::WindowInfo& info = window_->editor().document().settings.windowInfo;
+    EXPECT_EQ(info.title, "Second Demo");
+    EXPECT_TRUE(info.isFullmatchTitle);
+
+    clickRun({});
+    ASSERT_EQ(run().state(), State::Running);
+    EXPECT_TRUE(second->waitForLine("screen MENU", 0, 5000));
+    EXPECT_FALSE(first->waitForLine("screen MENU", 0, 200));
+    run().stop();
+    EXPECT_TRUE(waitUntilIdle());
+}
+
+TEST_F(RunFromWindow, WindowOfAnotherSizeMayBeResized) {
+    const auto demo = std::make_unique<DemoTargetProcess>(
+        display(), std::vector<std::string>{"--geometry", "640x480+0+0"});
+    const ModalSeen kept = clickRun({{"否"}})[0];
+    EXPECT_EQ(kept.text,
+              "当前窗口大小与选择窗口时大小不一致，可能会导致脚本运行时识别不准备，是否调整窗口大小"
+              "！");
+    ASSERT_EQ(run().state(), State::Running);
+    EXPECT_EQ(backend_->describe(demo->window()).clientRect.width, 640);
+    run().stop();
+    ASSERT_TRUE(waitUntilIdle());
+
+    clickRun({{"是"}});
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return backend_->describe(demo->window()).clientRect.width == 800; }, 3000));
+    EXPECT_EQ(backend_->describe(demo->window()).clientRect.height, 600);
+    run().stop();
+    EXPECT_TRUE(waitUntilIdle());
+}
+
+TEST_F(RunFromWindow, UnsetRunModeIsAskedForFirst) {
+    const auto demo = startDemo();
+    ui::AppConfig(task_.configPath()).setLoopMode(0);
+    const auto seen = clickRun({{"确定"}, {"取消"}});
+    EXPECT_EQ(seen[0].title, "运行模式选择提示");
+    EXPECT_EQ(seen[0].text, "检测到你还未设置自动化任务的运行模式，请先设置运行模式后再编辑脚本");
+    EXPECT_EQ(seen[1].title, "选择运行模式");
+    EXPECT_EQ(run().state(), State::Idle);
+    EXPECT_EQ(ui::AppConfig(task_.configPath()).loopMode(), 0) << "cancelled: nothing chosen";
+
+    clickRun({{"确定"}, {"确定"}});
+    EXPECT_EQ(ui::AppConfig(task_.configPath()).loopMode(), 1);
+    EXPECT_EQ(run().state(), State::Running);
+    run().stop();
+    EXPECT_TRUE(waitUntilIdle());
+}
+
+TEST_F(RunFromWindow, ChangedRunModeAsksWhichToUse) {
+    const auto demo = startDemo();
+    ui::AppConfig(task_.configPath()).setLoopMode(2);
+    const ModalSeen kept = clickRun({{"不修改"}})[0];
+    EXPECT_EQ(kept.title, "运行模式修改提示");
+    EXPECT_EQ(kept.text,
+              "检测到你的运行模式已修改，当前脚本的运行模式为顺序模式，是否修改成单事件模式执行");
+    EXPECT_EQ(window_->editor().document().settings.loopMode, 1);
+    ASSERT_EQ(run().state(), State::Running);
+    run().stop();
+    ASSERT_TRUE(waitUntilIdle());
+
+    clickRun({{"修改后执行"}});
+    EXPECT_EQ(window_->editor().document().settings.loopMode, 2);
+    EXPECT_EQ(run().state(), State::Running);
+    run().stop();
+    EXPECT_TRUE(waitUntilIdle());
+}
+
+}  // namespace
+}  // namespace autoscene::testing

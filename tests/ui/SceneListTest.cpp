@@ -1,0 +1,121 @@
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include "MainWindowFixture.h"
+#include "ModalAnswer.h"
+#include "ui/EventTree.h"
+#include "ui/SceneListView.h"
+
+namespace autoscene::testing {
+namespace {
+
+using SceneList = MainWindowTest;
+
+const QStringList kDemoScenes = {"通用事件", "通用事件(低)", "默认界面", "start",
+                                 "menu",     "form",         "finish"};
+
+// The texts and enabled states of the context menu opened on `row`.
+QMap<QString, bool> contextMenu(ui::SceneListView& view, int row) {
+    QMap<QString, bool> entries;
+    QTimer::singleShot(0, [&] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu) {
+            return;
+        }
+        for (QAction* action : menu->actions()) {
+            entries[action->text()] = action->isEnabled();
+        }
+        menu->close();
+    });
+    const QRect cell = view.visualRect(view.model()->index(row, 0));
+    QContextMenuEvent event(QContextMenuEvent::Mouse, cell.center(),
+                            view.viewport()->mapToGlobal(cell.center()));
+    QApplication::sendEvent(view.viewport(), &event);
+    return entries;
+}
+
+TEST_F(SceneList, FixedScenesComeFirst) {
+    EXPECT_EQ(sceneNames(), kDemoScenes);
+}
+
+TEST_F(SceneList, ContextMenuOffersItsOperationsOnlyOnTheTasksOwnScenes) {
+    const QMap<QString, bool> fixed = contextMenu(window_->sceneList(), 1);
+    EXPECT_EQ(fixed, (QMap<QString, bool>{{"复制", false}, {"重命名", false}, {"删除", false}}));
+    const QMap<QString, bool> own = contextMenu(window_->sceneList(), 4);
+    EXPECT_EQ(own, (QMap<QString, bool>{{"复制", true}, {"重命名", true}, {"删除", true}}));
+}
+
+TEST_F(SceneList, CopyGoesAfterTheOriginalUnderAFreeName) {
+    window_->sceneList().copyRow(3);
+    window_->sceneList().copyRow(3);
+    EXPECT_EQ(sceneNames().mid(3, 3), QStringList({"start", "start(2)", "start(1)"}));
+    EXPECT_EQ(window_->sceneList().currentRow(), 4);
+    const auto& copy = window_->editor().document().scenes[1];
+    EXPECT_EQ(copy.events.size(), window_->editor().document().scenes[0].events.size());
+}
+
+TEST_F(SceneList, RenameAsksForTheNewName) {
+    ui::SceneListView& view = window_->sceneList();
+    const ModalSeen prompt = answerModal([&] { view.renameRow(4); }, "确定", "菜单");
+    EXPECT_EQ(prompt.title, "提示");
+    EXPECT_EQ(prompt.text, "请输入新名称");
+    EXPECT_EQ(sceneNames()[4], "菜单");
+
+    const ModalSeen cancelled = answerModal([&] { view.renameRow(4); }, "取消", "other");
+    EXPECT_TRUE(cancelled.shown);
+    EXPECT_EQ(sceneNames()[4], "菜单");
+}
+
+TEST_F(SceneList, RenameRefusesTakenAndEmptyNames) {
+    ui::SceneListView& view = window_->sceneList();
+    for (const QString& name : {QString("form"), QString("默认界面"), QString("  ")}) {
+        const auto seen = answerModals([&] { view.renameRow(4); }, {{"确定", name}, {"确定"}});
+        EXPECT_EQ(seen[1].text, "界面名称为空或已存在") << name.toStdString();
+        EXPECT_EQ(sceneNames(), kDemoScenes) << name.toStdString();
+    }
+}
+
+TEST_F(SceneList, DeleteAsksFirst) {
+    ui::SceneListView& view = window_->sceneList();
+    const ModalSeen kept = answerModal([&] { view.deleteRow(4); }, "取消");
+    EXPECT_EQ(kept.title, "提示");
+    EXPECT_EQ(kept.text, "是否删除界面");
+    EXPECT_EQ(sceneNames(), kDemoScenes);
+
+    answerModal([&] { view.deleteRow(4); }, "确定");
+    QStringList expected = kDemoScenes;
+    expected.removeAt(4);
+    EXPECT_EQ(sceneNames(), expected);
+    EXPECT_EQ(window_->editor().document().scenes.size(), 3u);
+}
+
+TEST_F(SceneList, FixedScenesCannotBeChanged) {
+    ui::SceneListView& view = window_->sceneList();
+    for (int row = 0; row < 3; ++row) {
+        view.copyRow(row);
+        EXPECT_FALSE(answerModal([&] { view.renameRow(row); }, "确定", "x").shown);
+        EXPECT_FALSE(answerModal([&] { view.deleteRow(row); }, "确定").shown);
+    }
+    EXPECT_EQ(sceneNames(), kDemoScenes);
+}
+
+TEST_F(SceneList, EventTreeShowsTheSelectedScenesEventsWithTheirItems) {
+    window_->sceneList().selectRow(3);
+    QTreeWidget& tree = window_->eventTree();
+    ASSERT_EQ(tree.topLevelItemCount(), 2);
+    EXPECT_EQ(tree.topLevelItem(0)->text(0), "start button shown");
+    EXPECT_EQ(tree.topLevelItem(1)->text(0), "press start");
+    ASSERT_EQ(tree.topLevelItem(0)->childCount(), 1);
+    ASSERT_EQ(tree.topLevelItem(1)->childCount(), 1);
+    EXPECT_FALSE(tree.topLevelItem(1)->child(0)->text(0).isEmpty());
+
+    window_->sceneList().selectRow(0);
+    ASSERT_EQ(tree.topLevelItemCount(), 1);  // the identification event only
+    EXPECT_EQ(tree.topLevelItem(0)->text(0), "界面标识");
+}
+
+}  // namespace
+}  // namespace autoscene::testing

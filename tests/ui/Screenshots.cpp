@@ -1,0 +1,208 @@
+// Renders every window and dialog of the application to PNG on a private Xvfb, so that
+// whoever changes one can look at it: screenshots FOLDER.
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDir>
+#include <QJsonArray>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QTranslator>
+#include <cstdio>
+#include <functional>
+
+#include "TestTask.h"
+#include "XvfbServer.h"
+#include "ui/AutoRunner.h"
+#include "ui/MainWindow.h"
+#include "ui/RunControl.h"
+#include "ui/SceneListView.h"
+#include "ui/Translations.h"
+#include "x11/X11Backend.h"
+
+// Xlib's macros (Bool, None) after everything else.
+#include "DemoTargetProcess.h"
+
+namespace {
+
+using autoscene::testing::TestTask;
+using namespace autoscene::ui;
+
+class Shooter {
+public:
+    explicit Shooter(QString folder) : folder_(std::move(folder)) { QDir().mkpath(folder_); }
+
+    void save(QWidget& widget, const QString& name) {
+        QApplication::processEvents();
+        const QString path = QDir(folder_).filePath(name + ".png");
+        if (!widget.grab().save(path)) {
+            std::fprintf(stderr, "could not write %s\n", qPrintable(path));
+            failed_ = true;
+        }
+        std::printf("%s\n", qPrintable(path));
+    }
+
+    // Renders the modal dialogs that `trigger` opens one after another, closing message
+    // boxes (or clicking the first button of those that cannot be closed) and accepting
+    // other dialogs.
+    void saveModals(const QStringList& names, const std::function<void()>& trigger) {
+        qsizetype next = 0;
+        QPointer<QWidget> shot;
+        QTimer poll;
+        poll.setInterval(200);
+        QObject::connect(&poll, &QTimer::timeout, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (!dialog || dialog == shot.data() || next >= names.size()) {
+                return;
+            }
+            shot = dialog;
+            save(*dialog, names[next++]);
+            if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
+                // A box without an escape button ignores closing: click its first button.
+                if (box->escapeButton()) {
+                    box->close();
+                } else {
+                    box->buttons().constFirst()->click();
+                }
+            } else if (auto* other = qobject_cast<QDialog*>(dialog)) {
+                other->accept();
+            }
+        });
+        poll.start();
+        trigger();
+        if (next < names.size()) {
+            std::fprintf(stderr, "no dialog for %s\n", qPrintable(names[next]));
+            failed_ = true;
+        }
+    }
+
+    void saveModal(const QString& name, const std::function<void()>& trigger) {
+        saveModals({name}, trigger);
+    }
+
+    void saveContextMenu(SceneListView& view, int row, const QString& name) {
+        QTimer::singleShot(200, [this, name] {
+            if (QWidget* menu = QApplication::activePopupWidget()) {
+                save(*menu, name);
+                menu->close();
+            }
+        });
+        const QRect cell = view.visualRect(view.model()->index(row, 0));
+        QContextMenuEvent event(QContextMenuEvent::Mouse, cell.center(),
+                                view.viewport()->mapToGlobal(cell.center()));
+        QApplication::sendEvent(view.viewport(), &event);
+    }
+
+    bool failed() const { return failed_; }
+
+private:
+    QString folder_;
+    bool failed_ = false;
+};
+
+void shootRun(Shooter& shooter, const QString& suffix) {
+    TestTask task;
+    // Without its stop action the task waits on the last screen until stopped.
+    task.edit([](QJsonObject& root) {
+        QJsonArray scenes = root["scene_list"].toArray();
+        QJsonObject finish = scenes.last().toObject();
+        finish["event_list"] = QJsonArray();
+        scenes.replace(scenes.size() - 1, finish);
+        root["scene_list"] = scenes;
+    });
+    AppConfig(task.configPath()).setLoopMode(2);
+    const auto backend = autoscene::platform::makeX11Backend(nullptr);
+    MainWindow window{AppConfig(task.configPath()), {backend.get(), nullptr}};
+    QString error;
+    if (!window.openTask(task.path(), &error)) {
+        return;
+    }
+    window.setGeometry(0, 0, 1180, 700);
+    window.show();
+    autoscene::testing::DemoTargetProcess demo(qgetenv("DISPLAY").toStdString(),
+                                               {"--geometry", "800x600+1200+0"});
+    shooter.saveModal("window-list" + suffix, [&] {
+        window.findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[0]->trigger();
+    });
+    const auto stop = [&] {
+        window.runControl().stop();
+        if (!QTest::qWaitFor(
+                [&] { return window.runControl().state() == RunControl::State::Idle; })) {
+            std::fprintf(stderr, "the run did not stop\n");
+        }
+    };
+    // Answered "不修改": the run starts.
+    shooter.saveModal("run-mode-changed" + suffix, [&] { window.runControl().start(); });
+    QTest::qWait(3000);
+    shooter.save(window, "main-window-running" + suffix);
+    stop();
+    AppConfig(task.configPath()).setLoopMode(0);
+    shooter.saveModals({"run-mode-unset" + suffix, "loop-mode-dialog" + suffix},
+                       [&] { window.runControl().start(); });
+    stop();
+}
+
+void shootMainWindow(Shooter& shooter, const QString& suffix) {
+    TestTask task;
+    AppConfig(task.configPath()).addRecentTask(task.path());
+    AutoRunner welcome{AppConfig(task.configPath()), {}};
+    welcome.show();
+    shooter.save(welcome, "welcome" + suffix);
+    MainWindow* window = welcome.openTask(task.path());
+    if (!window) {
+        return;
+    }
+    window->resize(960, 640);
+    window->sceneList().selectRow(3);
+    shooter.save(*window, "main-window" + suffix);
+    shooter.saveContextMenu(window->sceneList(), 4, "scene-menu" + suffix);
+    shooter.saveModal("settings" + suffix,
+                      [&] { window->findChild<QAction*>("action_settings")->trigger(); });
+    shooter.saveModal("rename-prompt" + suffix, [&] { window->sceneList().renameRow(4); });
+    shooter.saveModal("delete-question" + suffix, [&] { window->sceneList().deleteRow(4); });
+    QMenu* targets = window->findChild<QMenu*>();
+    if (targets) {
+        targets->popup(window->mapToGlobal(QPoint(10, 60)));
+        shooter.save(*targets, "target-menu" + suffix);
+        targets->close();
+    }
+    // A file where the task folder was makes the save fail.
+    task.folder().removeRecursively();
+    QFile(task.path()).open(QIODevice::WriteOnly);
+    shooter.saveModal("save-failed" + suffix,
+                      [&] { window->findChild<QAction*>("action_save")->trigger(); });
+    shooter.saveModal("close-question" + suffix, [&] { window->close(); });
+    QFile::remove(task.path());
+    delete window;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
+        return 2;
+    }
+    autoscene::testing::XvfbServer server(2048, 800);
+    if (server.display().empty()) {
+        std::fprintf(stderr, "Xvfb did not start\n");
+        return 1;
+    }
+    setenv("DISPLAY", server.display().c_str(), 1);
+    QApplication app(argc, argv);
+    Shooter shooter(QString::fromLocal8Bit(argv[1]));
+    shootMainWindow(shooter, "");
+    shootRun(shooter, "");
+    if (QTranslator* english = installTranslation(app, QLocale(QLocale::English))) {
+        shootMainWindow(shooter, "-en");
+        shootRun(shooter, "-en");
+        QApplication::removeTranslator(english);
+    }
+    return shooter.failed() ? 1 : 0;
+}

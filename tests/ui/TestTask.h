@@ -1,0 +1,42 @@
+#pragma once
+// A copy of the demo task in a folder of its own, for tests that change or save it.
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <functional>
+
+namespace autoscene::testing {
+
+class TestTask {
+public:
+    TestTask() {
+        const QDir source(QStringLiteral(AUTOSCENE_DEMO_TASK));
+        QFile::copy(source.filePath("script.json"), folder().filePath("script.json"));
+        folder().mkdir("image");
+        for (const QString& image : QDir(source.filePath("image")).entryList(QDir::Files)) {
+            QFile::copy(source.filePath("image/" + image), folder().filePath("image/" + image));
+        }
+    }
+    QDir folder() const { return QDir(dir_.path()); }
+    // Changes script.json's top-level object.
+    void edit(const std::function<void(QJsonObject&)>& change) const {
+        QFile file(folder().filePath("script.json"));
+        file.open(QIODevice::ReadOnly);
+        QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
+        file.close();
+        change(root);
+        file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+        file.write(QJsonDocument(root).toJson());
+    }
+    QString path() const { return dir_.path(); }
+    QString configPath() const { return config_.filePath("config.ini"); }
+
+private:
+    QTemporaryDir dir_;
+    QTemporaryDir config_;
+};
+
+}  // namespace autoscene::testing

@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QListWidget>
+#include <QLocale>
+#include <QTranslator>
+
+#include "ModalAnswer.h"
+#include "TestTask.h"
+#include "ui/AutoRunner.h"
+#include "ui/MainWindow.h"
+#include "ui/SceneListView.h"
+#include "ui/Translations.h"
+
+namespace autoscene::testing {
+namespace {
+
+class Welcome : public ::testing::Test {
+protected:
+    ui::AppConfig config() const { return ui::AppConfig(task_.configPath()); }
+
+    TestTask task_;
+};
+
+TEST_F(Welcome, OpensATaskInItsMainWindowAndRemembersIt) {
+    ui::AutoRunner welcome(config(), {});
+    welcome.show();
+    EXPECT_EQ(welcome.windowTitle(), "欢迎使用");
+    std::unique_ptr<ui::MainWindow> window(welcome.openTask(task_.path()));
+    ASSERT_TRUE(window);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(welcome.isVisible());
+    EXPECT_EQ(config().recentTasks(), QStringList(QFileInfo(task_.path()).absoluteFilePath()));
+
+    ui::AutoRunner again(config(), {});
+    auto* recent = again.findChild<QListWidget*>("listWidget_recent");
+    ASSERT_TRUE(recent);
+    ASSERT_EQ(recent->count(), 1);
+    EXPECT_EQ(recent->item(0)->text(), QFileInfo(task_.path()).absoluteFilePath());
+}
+
+TEST_F(Welcome, SaysWhyAFolderDoesNotOpenAndStays) {
+    ui::AutoRunner welcome(config(), {});
+    welcome.show();
+    QTemporaryDir empty;
+    ui::MainWindow* opened = nullptr;
+    const ModalSeen notice = answerModal([&] { opened = welcome.openTask(empty.path()); }, "确定");
+    EXPECT_FALSE(opened);
+    EXPECT_EQ(notice.title, "提示");
+    EXPECT_TRUE(notice.text.contains(empty.path())) << notice.text.toStdString();
+    EXPECT_TRUE(welcome.isVisible());
+    EXPECT_TRUE(config().recentTasks().isEmpty());
+}
+
+TEST_F(Welcome, NewTaskWritesAnEmptyTaskAndOpensIt) {
+    ui::AutoRunner welcome(config(), {});
+    QTemporaryDir parent;
+    const QString folder = parent.filePath("new/task");
+    std::unique_ptr<ui::MainWindow> window(welcome.createTask(folder));
+    ASSERT_TRUE(window);
+    EXPECT_TRUE(QFileInfo(folder + "/script.json").isFile());
+    EXPECT_EQ(window->editor().sceneRows(), 3);
+}
+
+TEST(Translation, OtherLocalesGetEnglishChineseKeepsItsTexts) {
+    auto& app = *qobject_cast<QApplication*>(QCoreApplication::instance());
+    EXPECT_FALSE(ui::installTranslation(app, QLocale(QLocale::Chinese, QLocale::China)));
+
+    QTranslator* english = ui::installTranslation(app, QLocale(QLocale::German));
+    ASSERT_TRUE(english);
+    TestTask task;
+    ui::MainWindow window{ui::AppConfig(task.configPath()), {}};
+    QString error;
+    ASSERT_TRUE(window.openTask(task.path(), &error));
+    QApplication::removeTranslator(english);
+    delete english;
+
+    EXPECT_EQ(window.findChild<QAction*>("action_run")->text(), "Run");
+    EXPECT_EQ(window.findChild<QAction*>("action_save")->text(), "Save");
+    EXPECT_EQ(window.findChild<QWidget*>("label_wintitle")->accessibleName(), "Autoscene Demo");
+    EXPECT_EQ(window.sceneList().model()->index(0, 0).data().toString(), "通用事件")
+        << "scene names are the task's own, never translated";
+}
+
+}  // namespace
+}  // namespace autoscene::testing
