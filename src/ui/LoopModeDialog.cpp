@@ -7,6 +7,7 @@
 
 #include "model/TaskSettings.h"
 #include "ui/AccessibleNames.h"
+#include "ui/Prompts.h"
 
 namespace autoscene::ui {
 
@@ -19,11 +20,7 @@ LoopModeDialog::LoopModeDialog(QWidget* parent) : QDialog(parent) {
     single_->setObjectName(QStringLiteral("radioButton_single"));
     order_->setChecked(true);
 
-    auto* buttons = new QDialogButtonBox;
-    buttons->addButton(tr("确定"), QDialogButtonBox::AcceptRole);
-    buttons->addButton(tr("取消"), QDialogButtonBox::RejectRole);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    QDialogButtonBox* buttons = okCancelButtons(*this);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(order_);

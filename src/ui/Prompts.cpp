@@ -1,6 +1,8 @@
 #include "ui/Prompts.h"
 
 #include <QCoreApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -25,6 +27,15 @@ QString cancelText() {
 }
 
 }  // namespace
+
+QDialogButtonBox* okCancelButtons(QDialog& dialog) {
+    auto* buttons = new QDialogButtonBox;
+    buttons->addButton(okText(), QDialogButtonBox::AcceptRole);
+    buttons->addButton(cancelText(), QDialogButtonBox::RejectRole);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    return buttons;
+}
 
 void showNotice(QWidget* parent, const QString& text, const QString& boxTitle) {
     QMessageBox box(QMessageBox::Information, boxTitle.isEmpty() ? title() : boxTitle, text,

@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <optional>
 
+class QDialog;
+class QDialogButtonBox;
 class QWidget;
 
 namespace autoscene::ui {
@@ -19,6 +21,8 @@ bool askYesNo(QWidget* parent, const QString& text);
 // The index of the button the user clicked among `buttons`; -1 when the box was closed.
 int askChoice(QWidget* parent, const QString& title, const QString& text,
               const QStringList& buttons);
+// "确定" and "取消" for `dialog`, accepting and rejecting it; the caller lays it out.
+QDialogButtonBox* okCancelButtons(QDialog& dialog);
 // The text entered; nothing when the user cancels.
 std::optional<QString> askForText(QWidget* parent, const QString& prompt, const QString& initial);
 

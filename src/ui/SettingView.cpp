@@ -16,6 +16,7 @@
 
 #include "ui/AccessibleNames.h"
 #include "ui/HotKeyEdit.h"
+#include "ui/Prompts.h"
 
 namespace autoscene::ui {
 
@@ -112,11 +113,7 @@ SettingView::SettingView(const model::TaskSettings& settings, AppConfig config, 
     startKey_->setAccessibleName(tr("启动热键"));
     stopKey_->setAccessibleName(tr("停止热键"));
 
-    auto* buttons = new QDialogButtonBox;
-    buttons->addButton(tr("确定"), QDialogButtonBox::AcceptRole);
-    buttons->addButton(tr("取消"), QDialogButtonBox::RejectRole);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    QDialogButtonBox* buttons = okCancelButtons(*this);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(task);

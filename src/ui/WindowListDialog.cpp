@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "ui/AccessibleNames.h"
+#include "ui/Prompts.h"
 
 namespace autoscene::ui {
 
@@ -29,11 +30,7 @@ WindowListDialog::WindowListDialog(platform::IDesktopBackend& backend, QWidget* 
     }
     list_->setCurrentRow(0);
 
-    auto* buttons = new QDialogButtonBox;
-    buttons->addButton(tr("确定"), QDialogButtonBox::AcceptRole);
-    buttons->addButton(tr("取消"), QDialogButtonBox::RejectRole);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    QDialogButtonBox* buttons = okCancelButtons(*this);
     connect(list_, &QListWidget::itemActivated, this, &QDialog::accept);
 
     auto* layout = new QVBoxLayout(this);

@@ -65,14 +65,6 @@
         <translation>Choose the run mode</translation>
     </message>
     <message>
-        <source>确定</source>
-        <translation>OK</translation>
-    </message>
-    <message>
-        <source>取消</source>
-        <translation>Cancel</translation>
-    </message>
-    <message>
         <source>顺序模式</source>
         <translation>Sequential mode</translation>
     </message>
@@ -418,14 +410,6 @@
         <source>停止热键</source>
         <translation>Stop hot key</translation>
     </message>
-    <message>
-        <source>确定</source>
-        <translation>OK</translation>
-    </message>
-    <message>
-        <source>取消</source>
-        <translation>Cancel</translation>
-    </message>
 </context>
 <context>
     <name>autoscene::ui::WindowListDialog</name>
@@ -440,14 +424,6 @@
     <message>
         <source>%1  [%2]  %3x%4</source>
         <translation>%1  [%2]  %3x%4</translation>
-    </message>
-    <message>
-        <source>确定</source>
-        <translation>OK</translation>
-    </message>
-    <message>
-        <source>取消</source>
-        <translation>Cancel</translation>
     </message>
 </context>
 </TS>
