@@ -13,6 +13,7 @@
 #include <thread>
 #include <vector>
 
+#include "recognition/TemplateSearch.h"
 #include "system/PerThread.h"
 
 namespace autoscene::recognition {
@@ -48,7 +49,7 @@ struct MatchRecord {
     // buffers for the next one.
     std::vector<MatchResult> results;
     size_t resultCount = 0;
-    cv::Mat scores;  // scratch for the correlation map
+    SearchScratch search;
 
     const MatchResult* resultFor(const QRect& searched) const;
 };
@@ -64,6 +65,9 @@ public:
         std::int64_t filterColor = 0;  // 0xRRGGBB
         float filterSimilarity = 0.9f;
         int expandSizePx = 0;
+        // Score every position instead of searching coarse to fine; the two give the
+        // same results, this one far more slowly (kept as the reference).
+        bool exhaustiveSearch = false;
     };
 
     explicit TemplateMatcher(Settings settings);
