@@ -24,8 +24,12 @@ constexpr double kMinContrastKept = 0.3;
 constexpr double kMinReducedContrast = 2.0;
 // Reduced positions within this much of the best reduced score are followed up at full
 // size; more of them than kMaxCandidates means a repetitive or featureless screen.
-constexpr float kCandidateMargin = 0.1f;
+constexpr float kCandidateMargin = 0.25f;
 constexpr size_t kMaxCandidates = 64;
+// A best match weaker than this is one of many weak, alike peaks that the reduced
+// scores do not tell apart (inverted or look-alike pieces on real screens); the full
+// search decides among them.
+constexpr double kMinConfirmedScore = 0.45;
 // OpenCV correlates in single precision over blocks that depend on the region's size,
 // so a score computed over part of the region differs from the full search's in the
 // last digits. The difference grows with how far the pixel values sit from zero
@@ -59,6 +63,16 @@ BestMatch bestOf(const cv::Mat& scores, SearchRoute route) {
     return {at, best, route};
 }
 
+// Averages over cells of `factor` pixels, then blurs across neighbouring cells: a match
+// whose offset is no multiple of the factor straddles cells, and the blur keeps its
+// reduced score close to that of an aligned one.
+void reduce(const cv::Mat& image, cv::Size factor, cv::Mat& reduced) {
+    const cv::Size size(image.cols / factor.width, image.rows / factor.height);
+    cv::resize(image(cv::Rect(0, 0, size.width * factor.width, size.height * factor.height)),
+               reduced, size, 0, 0, cv::INTER_AREA);
+    cv::GaussianBlur(reduced, reduced, cv::Size(3, 3), 0);
+}
+
 // The reduction factors for the template, or nothing when no reduced copy keeps enough
 // of it; the reduced template is left in `reduced`.
 std::optional<cv::Size> reductionFor(const cv::Mat& templ, cv::Mat& reduced) {
@@ -67,8 +81,7 @@ std::optional<cv::Size> reductionFor(const cv::Mat& templ, cv::Mat& reduced) {
     int fy = std::clamp(templ.rows / kMinReducedSide, 1, kMaxFactor);
     while (fx * fy >= 4) {
         const cv::Size size(templ.cols / fx, templ.rows / fy);
-        cv::resize(templ(cv::Rect(0, 0, size.width * fx, size.height * fy)), reduced, size, 0, 0,
-                   cv::INTER_AREA);
+        reduce(templ, cv::Size(fx, fy), reduced);
         const double kept = std::sqrt(stats(reduced).spread);
         if (kept >= kMinReducedContrast && kept >= kMinContrastKept * contrast) {
             return cv::Size(fx, fy);
@@ -191,10 +204,7 @@ BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, Search
     if (!factor) {
         return searchExhaustive(region, templ, scratch);
     }
-    const cv::Size reduced(region.cols / factor->width, region.rows / factor->height);
-    cv::resize(
-        region(cv::Rect(0, 0, reduced.width * factor->width, reduced.height * factor->height)),
-        scratch.coarseRegion, reduced, 0, 0, cv::INTER_AREA);
+    reduce(region, *factor, scratch.coarseRegion);
     cv::matchTemplate(scratch.coarseRegion, scratch.coarseTemplate, scratch.coarseScores,
                       cv::TM_CCOEFF_NORMED);
     const std::optional<std::vector<Peak>> peaks = candidates(scratch.coarseScores, scratch.peaks);
@@ -204,7 +214,8 @@ BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, Search
     const Confirmed confirmed = confirm(region, templ, *peaks, *factor, scratch.scores);
     const std::optional<double> noise = scoreNoise(region, templ, confirmed.best.at);
     // A rival within the noise could be the full search's first maximum instead.
-    if (!noise || confirmed.runnerUp >= confirmed.best.score - 2.0 * *noise ||
+    if (!noise || confirmed.best.score < kMinConfirmedScore ||
+        confirmed.runnerUp >= confirmed.best.score - 2.0 * *noise ||
         nearRoundingBoundary(confirmed.best.score, *noise)) {
         return searchExhaustive(region, templ, scratch);
     }
