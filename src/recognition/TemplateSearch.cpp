@@ -13,7 +13,7 @@ namespace {
 
 // A reduced template keeps at least this many pixels a side; reducing by more than
 // the largest factor loses the shapes that tell controls apart.
-constexpr int kMinReducedSide = 8;
+constexpr int kMinReducedSide = 6;
 constexpr int kMaxFactor = 4;
 // Below this many template areas in the region, one full search costs about what the
 // reduced search and the follow-ups cost.
@@ -24,7 +24,7 @@ constexpr double kMinContrastKept = 0.3;
 constexpr double kMinReducedContrast = 2.0;
 // Reduced positions within this much of the best reduced score are followed up at full
 // size; more of them than kMaxCandidates means a repetitive or featureless screen.
-constexpr float kCandidateMargin = 0.25f;
+constexpr float kCandidateMargin = 0.15f;
 constexpr size_t kMaxCandidates = 64;
 // A best match weaker than this is one of many weak, alike peaks that the reduced
 // scores do not tell apart (inverted or look-alike pieces on real screens); the full
