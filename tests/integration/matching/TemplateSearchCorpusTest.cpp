@@ -121,7 +121,12 @@ INSTANTIATE_TEST_SUITE_P(Screens, XScreenCorpusTest,
                          ::testing::Values(XScreenCase{640, 480, "start"},
                                            XScreenCase{800, 600, "menu"},
                                            XScreenCase{1024, 768, "form"},
-                                           XScreenCase{720, 540, "finish"}));
+                                           XScreenCase{720, 540, "finish"}),
+                         [](const ::testing::TestParamInfo<XScreenCase>& info) {
+                             return std::string(info.param.demoScreen) + "_" +
+                                    std::to_string(info.param.width) + "x" +
+                                    std::to_string(info.param.height);
+                         });
 
 TEST(OcrFrameCorpusTest, CoarseToFineFindsWhatTheExhaustiveSearchFinds) {
     const Screen screen = ocrFrame();
