@@ -7,6 +7,8 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include "recognition/TemplateTiles.h"
+
 namespace autoscene::recognition {
 
 namespace {
@@ -34,7 +36,8 @@ constexpr double kMinConfirmedScore = 0.45;
 // so a score computed over part of the region differs from the full search's in the
 // last digits. The difference grows with how far the pixel values sit from zero
 // compared with their spread; measured at below 3e-7 times that ratio, kept with a
-// wide margin.
+// wide margin. Near ties and rounding boundaries within it are settled by rescoring the
+// whole search's tiles.
 constexpr double kScoreNoisePerRatio = 4e-6;
 
 struct Stats {
@@ -126,50 +129,83 @@ bool apart(cv::Point a, cv::Point b) {
     return std::abs(a.x - b.x) > 1 || std::abs(a.y - b.y) > 1;
 }
 
+// Whether `a` is the one minMaxLoc would report of the two.
+bool before(const BestMatch& a, const BestMatch& b) {
+    return a.score > b.score ||
+           (a.score == b.score && (a.at.y < b.at.y || (a.at.y == b.at.y && a.at.x < b.at.x)));
+}
+
+// The full-size positions around one reduced peak and the best of them.
+struct Neighbourhood {
+    cv::Rect positions;
+    BestMatch best;
+};
+
 // Full-size scores around each candidate: the best of all, and the best position more
 // than a pixel away from it.
 struct Confirmed {
     BestMatch best;
     double runnerUp = -2.0;
+    std::vector<Neighbourhood> neighbourhoods;
 };
 
 Confirmed confirm(const cv::Mat& region, const cv::Mat& templ, const std::vector<Peak>& peaks,
                   cv::Size factor, cv::Mat& scores) {
     const int lastX = region.cols - templ.cols;
     const int lastY = region.rows - templ.rows;
-    std::vector<Peak> tops;
+    Confirmed confirmed;
+    std::vector<BestMatch> tops;
     for (const Peak& peak : peaks) {
         // A reduced position covers `factor` full positions; one reduced step either
         // side allows for the shapes the reduction blurred across its cells.
-        const int x0 = std::clamp((peak.at.x - 1) * factor.width, 0, lastX);
-        const int y0 = std::clamp((peak.at.y - 1) * factor.height, 0, lastY);
-        const int x1 = std::clamp((peak.at.x + 2) * factor.width - 1, 0, lastX);
-        const int y1 = std::clamp((peak.at.y + 2) * factor.height - 1, 0, lastY);
-        const cv::Rect area(x0, y0, x1 - x0 + templ.cols, y1 - y0 + templ.rows);
-        cv::matchTemplate(region(area), templ, scores, cv::TM_CCOEFF_NORMED);
-        const BestMatch local = bestOf(scores, SearchRoute::CoarseToFine);
-        tops.push_back({float(local.score), local.at + area.tl()});
+        const cv::Point first(std::clamp((peak.at.x - 1) * factor.width, 0, lastX),
+                              std::clamp((peak.at.y - 1) * factor.height, 0, lastY));
+        const cv::Point last(std::clamp((peak.at.x + 2) * factor.width - 1, 0, lastX),
+                             std::clamp((peak.at.y + 2) * factor.height - 1, 0, lastY));
+        const cv::Rect positions(first, last + cv::Point(1, 1));
+        cv::matchTemplate(region(cv::Rect(first, positions.size() + templ.size() - cv::Size(1, 1))),
+                          templ, scores, cv::TM_CCOEFF_NORMED);
+        BestMatch local = bestOf(scores, SearchRoute::CoarseToFine);
         // The next best in this neighbourhood, away from its best.
         const cv::Rect around = cv::Rect(local.at - cv::Point(1, 1), cv::Size(3, 3)) &
                                 cv::Rect(0, 0, scores.cols, scores.rows);
         scores(around).setTo(-2.0f);
-        const BestMatch next = bestOf(scores, SearchRoute::CoarseToFine);
+        BestMatch next = bestOf(scores, SearchRoute::CoarseToFine);
+        local.at += first;
+        next.at += first;
+        tops.push_back(local);
         if (next.score > -2.0) {
-            tops.push_back({float(next.score), next.at + area.tl()});
+            tops.push_back(next);
         }
+        confirmed.neighbourhoods.push_back({positions, local});
     }
-    const auto first = [](const Peak& a, const Peak& b) {
-        return a.score > b.score ||
-               (a.score == b.score && (a.at.y < b.at.y || (a.at.y == b.at.y && a.at.x < b.at.x)));
-    };
-    const Peak top = *std::min_element(tops.begin(), tops.end(), first);
-    Confirmed confirmed{{top.at, top.score, SearchRoute::CoarseToFine}};
-    for (const Peak& other : tops) {
-        if (apart(other.at, top.at)) {
-            confirmed.runnerUp = std::max(confirmed.runnerUp, double(other.score));
+    confirmed.best = *std::min_element(tops.begin(), tops.end(), before);
+    for (const BestMatch& other : tops) {
+        if (apart(other.at, confirmed.best.at)) {
+            confirmed.runnerUp = std::max(confirmed.runnerUp, other.score);
         }
     }
     return confirmed;
+}
+
+// The best of the neighbourhoods scoring within `margin` of the best, with the whole
+// search's own arithmetic: its scores to the last digit, so its choice among near-equal
+// positions and its rounding.
+BestMatch exactBest(const cv::Mat& region, const cv::Mat& templ, const Confirmed& confirmed,
+                    double margin, cv::Mat& scores) {
+    BestMatch best{{}, -2.0, SearchRoute::CoarseToFine};
+    for (const Neighbourhood& n : confirmed.neighbourhoods) {
+        if (n.best.score < confirmed.best.score - margin) {
+            continue;
+        }
+        const cv::Point origin = scoreTiles(region, templ, n.positions, scores);
+        BestMatch local = bestOf(scores(n.positions - origin), SearchRoute::CoarseToFine);
+        local.at += n.positions.tl();
+        if (before(local, best)) {
+            best = local;
+        }
+    }
+    return best;
 }
 
 // How far the full search's score at the match may lie from the one computed here.
@@ -213,11 +249,14 @@ BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, Search
     }
     const Confirmed confirmed = confirm(region, templ, *peaks, *factor, scratch.scores);
     const std::optional<double> noise = scoreNoise(region, templ, confirmed.best.at);
-    // A rival within the noise could be the full search's first maximum instead.
+    // A rival within the noise could be the full search's first maximum instead, and
+    // one of a row of such rivals may lie between the neighbourhoods.
     if (!noise || confirmed.best.score < kMinConfirmedScore ||
-        confirmed.runnerUp >= confirmed.best.score - 2.0 * *noise ||
-        nearRoundingBoundary(confirmed.best.score, *noise)) {
+        confirmed.runnerUp >= confirmed.best.score - 2.0 * *noise) {
         return searchExhaustive(region, templ, scratch);
+    }
+    if (nearRoundingBoundary(confirmed.best.score, *noise)) {
+        return exactBest(region, templ, confirmed, 2.0 * *noise, scratch.scores);
     }
     return confirmed.best;
 }
