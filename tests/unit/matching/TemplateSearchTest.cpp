@@ -1,6 +1,6 @@
 // When the coarse-to-fine search trusts its reduced scores and when it hands over to the
 // exhaustive search. Its agreement with the exhaustive search on real screens is held in
-// tests/integration/matching.
+// tests/integration/matching. Rescoring on the whole search's tiles must match it bit for bit.
 
 #include <gtest/gtest.h>
 
@@ -8,6 +8,7 @@
 
 #include "MatchingTestKit.h"
 #include "recognition/TemplateSearch.h"
+#include "recognition/TemplateTiles.h"
 
 using namespace autoscene::recognition;
 using autoscene::test::noiseFrame;
@@ -57,3 +58,35 @@ TEST(TemplateSearchTest, TakesTheCoarseRouteOnlyWhereItCanVouchForTheAnswer) {
 }
 
 }  // namespace
+
+TEST(TemplateTilesTest, RescoresPositionsToTheLastBitOfTheWholeSearch) {
+    struct Case {
+        cv::Size frame;
+        cv::Size templ;
+        cv::Rect wanted;  // positions to rescore
+        bool grey;
+    };
+    const Case cases[] = {
+        {{1920, 1080}, {24, 24}, {700, 500, 9, 9}, false},      // inside one tile
+        {{1920, 1080}, {24, 24}, {229, 229, 9, 9}, false},      // across tile borders
+        {{1920, 1080}, {160, 90}, {1700, 978, 12, 12}, false},  // the short last tiles
+        {{1280, 720}, {102, 62}, {0, 0, 1179, 659}, false},     // every position
+        {{300, 200}, {40, 30}, {100, 90, 5, 5}, false},         // one tile for the frame
+        {{1024, 768}, {48, 28}, {960, 730, 17, 11}, true},      // one channel
+    };
+    cv::Mat whole;
+    cv::Mat tiles;
+    for (const Case& c : cases) {
+        cv::Mat frame = blurredNoise(c.frame.width, c.frame.height, 7);
+        if (c.grey) {
+            cv::cvtColor(frame, frame, cv::COLOR_BGR2GRAY);
+        }
+        const cv::Mat templ =
+            frame(cv::Rect({c.frame.width / 3, c.frame.height / 3}, c.templ)).clone();
+        cv::matchTemplate(frame, templ, whole, cv::TM_CCOEFF_NORMED);
+        const cv::Point origin = scoreTiles(frame, templ, c.wanted, tiles);
+        const cv::Rect inTiles = c.wanted - origin;
+        ASSERT_EQ(inTiles & cv::Rect(0, 0, tiles.cols, tiles.rows), inTiles) << c.wanted;
+        EXPECT_EQ(cv::norm(whole(c.wanted), tiles(inTiles), cv::NORM_INF), 0.0) << c.wanted;
+    }
+}
