@@ -1,7 +1,8 @@
 #pragma once
 // Finds one template image in frames. The template and the settings are shared by
 // every worker thread; each thread keeps its own match record, and within one cycle
-// a rectangle is matched at most once per thread.
+// a rectangle is matched at most once per thread. A cycle id names one frame of the
+// thread's: the cycle's colour searches share reduced copies of it.
 
 #include <QRect>
 #include <QString>

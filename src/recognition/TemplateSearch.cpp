@@ -232,7 +232,8 @@ BestMatch searchExhaustive(const cv::Mat& region, const cv::Mat& templ, SearchSc
     return bestOf(scratch.scores, SearchRoute::Exhaustive);
 }
 
-BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch) {
+BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch,
+                             const SearchCycle* cycle) {
     if (double(region.total()) < kMinAreaRatio * double(templ.total())) {
         return searchExhaustive(region, templ, scratch);
     }
@@ -240,8 +241,17 @@ BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, Search
     if (!factor) {
         return searchExhaustive(region, templ, scratch);
     }
-    reduce(region, *factor, scratch.coarseRegion);
-    cv::matchTemplate(scratch.coarseRegion, scratch.coarseTemplate, scratch.coarseScores,
+    cv::Mat coarseRegion;
+    if (cycle) {
+        // Shared, so only read: scratch.coarseRegion is reduced into in place.
+        coarseRegion = ReducedFrames::shared().get(
+            *cycle, region, *factor,
+            [&](const cv::Mat& pixels, cv::Mat& reduced) { reduce(pixels, *factor, reduced); });
+    } else {
+        reduce(region, *factor, scratch.coarseRegion);
+        coarseRegion = scratch.coarseRegion;
+    }
+    cv::matchTemplate(coarseRegion, scratch.coarseTemplate, scratch.coarseScores,
                       cv::TM_CCOEFF_NORMED);
     const std::optional<std::vector<Peak>> peaks = candidates(scratch.coarseScores, scratch.peaks);
     if (!peaks) {

@@ -7,6 +7,8 @@
 
 #include <opencv2/core/mat.hpp>
 
+#include "recognition/ReducedFrames.h"
+
 namespace autoscene::recognition {
 
 enum class SearchRoute { Exhaustive, CoarseToFine };
@@ -28,6 +30,8 @@ struct SearchScratch {
 
 // Both take 8-bit images of one channel count, the template no larger than the region.
 BestMatch searchExhaustive(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch);
-BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch);
+// With a cycle, the reduced region is shared with the cycle's other searches of it.
+BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch,
+                             const SearchCycle* cycle = nullptr);
 
 }  // namespace autoscene::recognition
