@@ -2,8 +2,9 @@
 // Where a template correlates best with a region: the maximum of OpenCV's normalised
 // correlation coefficient and its first position in row order. The exhaustive search
 // scores every position. The coarse-to-fine search scores reduced copies first and, at
-// full size, only the neighbourhoods of the best reduced positions; where it cannot
-// vouch for the exhaustive search's position and two-decimal score it runs that search.
+// full size, only the neighbourhoods of the best reduced positions. A score that may round
+// either way is scored again on the exhaustive search's own tiles; where it cannot vouch
+// for that search's position and two-decimal score it runs that search.
 
 #include <opencv2/core/mat.hpp>
 
