@@ -1,16 +1,19 @@
 // One cycle of 20 image conditions on synthetic 1280x720 and 1920x1080 frames
 // (templates of 24x24 to 160x90, every fourth absent), searching the whole frame
 // or rectangles twice the template's size: the bare OpenCV calls in a loop, the
-// engine one condition after another, the engine on the detection pool, and the
-// same cycle again (cache hits). Also the colour count on 200x200 and on the frame.
+// engine one condition after another and on the detection pool with the exhaustive
+// search (the matcher as it was) and with the coarse-to-fine search, and the same
+// cycle again (cache hits). Also the colour count on 200x200 and on the frame.
 
 #include <benchmark/benchmark.h>
 
 #include <QTemporaryDir>
+#include <map>
 #include <memory>
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
+#include <tuple>
 #include <vector>
 
 #include "conditions/ImageCondition.h"
@@ -28,7 +31,7 @@ namespace {
 
 constexpr int kTemplates = 20;
 
-enum Mode : int { Bare = 0, Engine = 1, EnginePool = 2, CacheHit = 3 };
+enum Mode : int { Bare = 0, Engine = 1, EnginePool = 2, CacheHit = 3, Fast = 4, FastPool = 5 };
 
 struct Setup {
     cv::Mat frame;
@@ -44,12 +47,12 @@ cv::Mat noise(cv::Size size, std::uint64_t seed) {
     return image;
 }
 
-// Built once per frame size and search kind; the files stay for the whole run.
-Setup& setup(int frameRows, bool withRects) {
+// Built once per frame size, search kind and search; the files stay for the whole run.
+Setup& setup(int frameRows, bool withRects, bool exhaustive) {
     static QTemporaryDir dir;
     static RunClock clock;
-    static std::map<std::pair<int, bool>, Setup> setups;
-    auto [it, added] = setups.try_emplace({frameRows, withRects});
+    static std::map<std::tuple<int, bool, bool>, Setup> setups;
+    auto [it, added] = setups.try_emplace({frameRows, withRects, exhaustive});
     Setup& s = it->second;
     if (!added) {
         return s;
@@ -73,8 +76,9 @@ Setup& setup(int frameRows, bool withRects) {
         s.regions.push_back(withRects ? region : cv::Rect(0, 0, s.frame.cols, s.frame.rows));
 
         TemplateMatcher::Settings settings;
-        settings.filePath =
-            dir.filePath(QStringLiteral("%1-%2-%3.png").arg(frameRows).arg(withRects).arg(i));
+        settings.filePath = dir.filePath(
+            QStringLiteral("%1-%2-%3-%4.png").arg(frameRows).arg(withRects).arg(exhaustive).arg(i));
+        settings.exhaustiveSearch = exhaustive;
         cv::imwrite(settings.filePath.toStdString(), s.templates.back());
         if (withRects) {
             settings.searchRect = QRect(rect.x, rect.y, rect.width, rect.height);
@@ -96,10 +100,11 @@ void engineCycle(Setup& s, TaskInfo& task, DetectionPool& pool) {
 }
 
 void BM_Cycle(benchmark::State& state) {
-    Setup& s = setup(int(state.range(0)), state.range(1) != 0);
     const Mode mode = Mode(state.range(2));
+    Setup& s = setup(int(state.range(0)), state.range(1) != 0, mode != Fast && mode != FastPool);
     static DetectionPool sequential(0);
-    DetectionPool& pool = mode == EnginePool ? DetectionPool::shared() : sequential;
+    DetectionPool& pool =
+        mode == EnginePool || mode == FastPool ? DetectionPool::shared() : sequential;
     TaskInfo task;
     task.frame = s.frame;
     cv::Mat scores;
@@ -134,7 +139,7 @@ void BM_ColorCount(benchmark::State& state) {
 }  // namespace
 
 BENCHMARK(BM_Cycle)
-    ->ArgsProduct({{720, 1080}, {0, 1}, {Bare, Engine, EnginePool, CacheHit}})
+    ->ArgsProduct({{720, 1080}, {0, 1}, {Bare, Engine, EnginePool, CacheHit, Fast, FastPool}})
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 BENCHMARK(BM_ColorCount)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);

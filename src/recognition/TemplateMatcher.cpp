@@ -179,12 +179,16 @@ void TemplateMatcher::matchInto(MatchRecord& record, const cv::Mat& frame, const
         const cv::Rect area(x0, y0, std::min(width + 1, frame.cols - x0),
                             std::min(height + 1, frame.rows - y0));
         prepareRegion(frame(area), result.region);
-        cv::matchTemplate(result.region, template_, record.scores, cv::TM_CCOEFF_NORMED);
-        double best = 0.0;
-        cv::Point at;
-        cv::minMaxLoc(record.scores, nullptr, &best, nullptr, &at);
-        result.match = QRect(x0 + at.x, y0 + at.y, template_.cols, template_.rows);
-        result.score = float(std::round(best * 100.0) / 100.0);
+        // Only colour regions view the frame itself, which the cycle's other
+        // templates search too.
+        const SearchCycle cycle{sys::threadKey(), cycleId};
+        const SearchCycle* shared = settings_.imageType == MatchImageType::Color ? &cycle : nullptr;
+        const BestMatch best =
+            settings_.exhaustiveSearch
+                ? searchExhaustive(result.region, template_, record.search)
+                : searchCoarseToFine(result.region, template_, record.search, shared);
+        result.match = QRect(x0 + best.at.x, y0 + best.at.y, template_.cols, template_.rows);
+        result.score = float(std::round(best.score * 100.0) / 100.0);
     }
     record.status = result.status;
     record.found = result.status == kMatchOk && result.score >= settings_.similarity;

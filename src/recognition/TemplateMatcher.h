@@ -1,7 +1,8 @@
 #pragma once
 // Finds one template image in frames. The template and the settings are shared by
 // every worker thread; each thread keeps its own match record, and within one cycle
-// a rectangle is matched at most once per thread.
+// a rectangle is matched at most once per thread. A cycle id names one frame of the
+// thread's: the cycle's colour searches share reduced copies of it.
 
 #include <QRect>
 #include <QString>
@@ -13,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+#include "recognition/TemplateSearch.h"
 #include "system/PerThread.h"
 
 namespace autoscene::recognition {
@@ -48,7 +50,7 @@ struct MatchRecord {
     // buffers for the next one.
     std::vector<MatchResult> results;
     size_t resultCount = 0;
-    cv::Mat scores;  // scratch for the correlation map
+    SearchScratch search;
 
     const MatchResult* resultFor(const QRect& searched) const;
 };
@@ -64,6 +66,9 @@ public:
         std::int64_t filterColor = 0;  // 0xRRGGBB
         float filterSimilarity = 0.9f;
         int expandSizePx = 0;
+        // Score every position instead of searching coarse to fine; the two give the
+        // same results, this one far more slowly (kept as the reference).
+        bool exhaustiveSearch = false;
     };
 
     explicit TemplateMatcher(Settings settings);

@@ -83,7 +83,9 @@ QJSValue JSImage::find(const QString& imageName, const QString& region) {
             break;
         }
         const auto matcher = conditions::makeTemplateMatcher(context_.task, image->id, rect);
-        const recognition::MatchResult result = matcher->find(frame, {}, 0);
+        // The worker's cycle names its frame, as for the conditions.
+        const recognition::MatchResult result =
+            matcher->find(frame, {}, context_.worker ? context_.worker->cycleCount.load() : -1);
         if (result.status != recognition::kMatchOk) {
             status = result.status;
             break;

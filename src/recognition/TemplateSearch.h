@@ -1,0 +1,38 @@
+#pragma once
+// Where a template correlates best with a region: the maximum of OpenCV's normalised
+// correlation coefficient and its first position in row order. The exhaustive search
+// scores every position. The coarse-to-fine search scores reduced copies first and, at
+// full size, only the neighbourhoods of the best reduced positions. A score that may round
+// either way is scored again on the exhaustive search's own tiles; where it cannot vouch
+// for that search's position and two-decimal score it runs that search.
+
+#include <opencv2/core/mat.hpp>
+
+#include "recognition/ReducedFrames.h"
+
+namespace autoscene::recognition {
+
+enum class SearchRoute { Exhaustive, CoarseToFine };
+
+struct BestMatch {
+    cv::Point at;        // top-left corner in the region
+    double score = 0.0;  // unrounded
+    SearchRoute route = SearchRoute::Exhaustive;
+};
+
+// Buffers one thread keeps between searches.
+struct SearchScratch {
+    cv::Mat scores;
+    cv::Mat coarseRegion;
+    cv::Mat coarseTemplate;
+    cv::Mat coarseScores;
+    cv::Mat peaks;
+};
+
+// Both take 8-bit images of one channel count, the template no larger than the region.
+BestMatch searchExhaustive(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch);
+// With a cycle, the reduced region is shared with the cycle's other searches of it.
+BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch,
+                             const SearchCycle* cycle = nullptr);
+
+}  // namespace autoscene::recognition

@@ -1,0 +1,91 @@
+// When the cycle's searches share a reduced region and when they must make their own.
+
+#include <gtest/gtest.h>
+
+#include <opencv2/core.hpp>
+
+#include "MatchingTestKit.h"
+#include "recognition/ReducedFrames.h"
+
+using namespace autoscene::recognition;
+using autoscene::test::noiseFrame;
+
+namespace {
+
+struct CountingReduction {
+    int made = 0;
+    void operator()(const cv::Mat& region, cv::Mat& reduced) {
+        ++made;
+        reduced = region(cv::Rect(0, 0, 8, 8)).clone();
+    }
+};
+
+TEST(ReducedFramesTest, SharesACopyOnlyForTheSameWorkerCycleRegionAndFactor) {
+    ReducedFrames frames;
+    CountingReduction reduction;
+    const auto reduce = [&](const cv::Mat& region, cv::Mat& reduced) {
+        reduction(region, reduced);
+    };
+    const std::thread::id worker = std::this_thread::get_id();
+    const cv::Mat frame = noiseFrame(64, 48, 1);
+    const SearchCycle cycle{worker, 5};
+    const cv::Mat first = frames.get(cycle, frame, {4, 4}, reduce);
+
+    struct Case {
+        const char* name;
+        SearchCycle cycle;
+        cv::Mat region;
+        cv::Size factor;
+        bool shared;
+    };
+    const Case cases[] = {
+        {"the same search again", cycle, frame, {4, 4}, true},
+        {"the next cycle", {worker, 6}, frame, {4, 4}, false},
+        {"another worker", {std::thread::id(), 5}, frame, {4, 4}, false},
+        {"another factor", cycle, frame, {2, 2}, false},
+        {"part of the frame", cycle, frame(cv::Rect(0, 0, 32, 48)), {4, 4}, false},
+        {"a copy of the frame", cycle, frame.clone(), {4, 4}, false},
+    };
+    for (const Case& c : cases) {
+        const int before = reduction.made;
+        const cv::Mat copy = frames.get(c.cycle, c.region, c.factor, reduce);
+        EXPECT_EQ(reduction.made == before, c.shared) << c.name;
+        EXPECT_EQ(copy.data == first.data, c.shared) << c.name;
+    }
+}
+
+TEST(ReducedFramesTest, AFrameRewrittenForTheNextCycleIsReducedAfresh) {
+    ReducedFrames frames;
+    CountingReduction reduction;
+    const auto reduce = [&](const cv::Mat& region, cv::Mat& reduced) {
+        reduction(region, reduced);
+    };
+    cv::Mat frame = noiseFrame(64, 48, 1);
+    const std::thread::id worker = std::this_thread::get_id();
+    const cv::Mat before = frames.get({worker, 1}, frame, {4, 4}, reduce).clone();
+    noiseFrame(64, 48, 2).copyTo(frame);  // in place, as a capture does
+    const cv::Mat after = frames.get({worker, 2}, frame, {4, 4}, reduce);
+    EXPECT_EQ(reduction.made, 2);
+    EXPECT_EQ(cv::norm(after, frame(cv::Rect(0, 0, 8, 8)), cv::NORM_INF), 0.0);
+    EXPECT_GT(cv::norm(after, before, cv::NORM_INF), 0.0);
+}
+
+TEST(ReducedFramesTest, AFrameFreedWithinTheCycleCannotLendItsPlaceToAnother) {
+    ReducedFrames frames;
+    CountingReduction reduction;
+    const auto reduce = [&](const cv::Mat& region, cv::Mat& reduced) {
+        reduction(region, reduced);
+    };
+    const SearchCycle cycle{std::this_thread::get_id(), 1};
+    {
+        const cv::Mat gone = noiseFrame(64, 48, 1);
+        frames.get(cycle, gone, {4, 4}, reduce);
+    }
+    // Without the kept reference the allocator would likely hand out the same pixels.
+    const cv::Mat frame = noiseFrame(64, 48, 2);
+    const cv::Mat copy = frames.get(cycle, frame, {4, 4}, reduce);
+    EXPECT_EQ(reduction.made, 2);
+    EXPECT_EQ(cv::norm(copy, frame(cv::Rect(0, 0, 8, 8)), cv::NORM_INF), 0.0);
+}
+
+}  // namespace
