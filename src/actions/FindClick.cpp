@@ -54,7 +54,6 @@ float FindClickAction::click(TaskInfo& task, const QJsonObject& result, QPoint p
         setResult(notSent);
         return waitSeconds();
     }
-    setResult(result);
     const int pressMs = engine::pressTimeMs(timing_.pressSeconds);
     const std::int64_t intervalMs = engine::secondsToMs(timing_.intervalSeconds);
     for (int i = 0; i < timing_.clickTimes; ++i) {
@@ -63,6 +62,9 @@ float FindClickAction::click(TaskInfo& task, const QJsonObject& result, QPoint p
         }
         context_.targets.mouse(task, {point.x(), point.y()}, op_, pressMs);
     }
+    QJsonObject sent = result;
+    addInputError(context_.targets, task, sent);
+    setResult(sent);
     return waitSeconds();
 }
 

@@ -40,6 +40,13 @@ void sleepSeconds(RunContext& context, float seconds) {
 
 }  // namespace
 
+void addInputError(engine::ITargetService& targets, const TaskInfo& task, QJsonObject& result) {
+    const QString error = targets.takeInputError(task);
+    if (!error.isEmpty() && !result.contains(QStringLiteral("err"))) {
+        result.insert(QStringLiteral("err"), error);
+    }
+}
+
 TapAction::TapAction(RunContext& context, engine::MVVariable* points, MouseOp op,
                      ClickTiming timing, float pointIntervalSeconds, float waitSeconds)
     : IAction(1, waitSeconds),
@@ -77,6 +84,7 @@ float TapAction::run(TaskInfo& task) {
     if (!refused.isEmpty()) {
         result.insert("err", refused);
     }
+    addInputError(context_.targets, task, result);
     setResult(result);
     return waitSeconds();
 }
@@ -139,6 +147,7 @@ float MVSlideAction::run(TaskInfo& task) {
     if (cut) {
         result.insert("err", QStringLiteral("stopped before the slide ended"));
     }
+    addInputError(context_.targets, task, result);
     setResult(result);
     return waitSeconds();
 }
@@ -172,9 +181,11 @@ float KeyAction::run(TaskInfo& task) {
     for (int code : group_) {
         group.append(code);
     }
-    setResult({{"type", type()},
-               {"action", eventType_},
-               {"key", eventType_ == 3 ? QJsonValue(group) : QJsonValue(virtualKey_)}});
+    QJsonObject result{{"type", type()},
+                       {"action", eventType_},
+                       {"key", eventType_ == 3 ? QJsonValue(group) : QJsonValue(virtualKey_)}};
+    addInputError(context_.targets, task, result);
+    setResult(result);
     return waitSeconds();
 }
 
@@ -203,6 +214,7 @@ float InputAction::run(TaskInfo& task) {
     } else if (!untypable.isEmpty()) {
         result.insert("err", QStringLiteral("not typed: ") + untypable);
     }
+    addInputError(context_.targets, task, result);
     setResult(result);
     return waitSeconds();
 }
@@ -212,7 +224,9 @@ MouseUpAction::MouseUpAction(RunContext& context, MouseOp op, float waitSeconds)
 
 float MouseUpAction::run(TaskInfo& task) {
     context_.targets.mouse(task, {-1, -1}, op_, 0);
-    setResult({{"type", type()}});
+    QJsonObject result{{"type", type()}};
+    addInputError(context_.targets, task, result);
+    setResult(result);
     return waitSeconds();
 }
 

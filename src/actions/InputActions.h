@@ -2,6 +2,7 @@
 // Actions that act on the target: taps, slides, keys, text, button up, wheel, and
 // starting an application.
 
+#include <QJsonObject>
 #include <QString>
 #include <vector>
 
@@ -17,6 +18,9 @@ namespace autoscene::actions {
 
 using engine::IAction;
 using engine::TaskInfo;
+
+// Puts the target's input error into `result` as "err", unless an earlier reason is there.
+void addInputError(engine::ITargetService& targets, const TaskInfo& task, QJsonObject& result);
 
 // Pauses of a clicking action, in whole milliseconds.
 struct ClickTiming {

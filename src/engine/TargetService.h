@@ -36,6 +36,9 @@ public:
     // modifier codes or virtual keys.
     virtual void keyGroup(const TaskInfo& task, const std::vector<int>& group) = 0;
     virtual void inputText(const TaskInfo& task, const QString& text) = 0;
+    // Why input sent to the task's target since the last call did not take effect (the
+    // device refused it or could not be reached); empty when all of it did. Clears it.
+    virtual QString takeInputError(const TaskInfo&) { return {}; }
     // The characters of `text` that inputText cannot type on this target.
     virtual QString untypableText(const TaskInfo&, const QString&) { return {}; }
     // Starts `package` (its `activity` when one is given) on a device target; an error

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
+#include <utility>
 
 #include "android/AdbOutput.h"
 #include "android/AdbRoute.h"
@@ -107,6 +108,18 @@ void DeviceTarget::report(const QString& serial, const char* what, const std::st
     }
 }
 
+void DeviceTarget::reportInput(const QString& serial, Device& d, const char* what,
+                               const std::string& error) {
+    report(serial, what, error);
+    if (!error.empty() && d.inputError.empty()) {
+        d.inputError = std::string(what) + ": " + error;
+    }
+}
+
+QString DeviceTarget::takeInputError(const engine::TaskInfo& task) {
+    return QString::fromStdString(std::exchange(device(task.serial).inputError, {}));
+}
+
 void DeviceTarget::targetStarted(const engine::TaskInfo& task) {
     Device& d = device(task.serial);
     const std::string serial = task.serial.toStdString();
@@ -191,12 +204,12 @@ void DeviceTarget::mouse(const engine::TaskInfo& task, Point point, MouseOp op, 
             return;
     }
     d.last = at;
-    report(task.serial, "touch", error);
+    reportInput(task.serial, d, "touch", error);
 }
 
 void DeviceTarget::key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) {
-    report(task.serial, "key",
-           device(task.serial).route->key(android::androidKeyCode(virtualKey), op));
+    Device& d = device(task.serial);
+    reportInput(task.serial, d, "key", d.route->key(android::androidKeyCode(virtualKey), op));
 }
 
 void DeviceTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
@@ -209,7 +222,8 @@ void DeviceTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>
 }
 
 void DeviceTarget::inputText(const engine::TaskInfo& task, const QString& text) {
-    report(task.serial, "text", device(task.serial).route->text(text.toStdString()));
+    Device& d = device(task.serial);
+    reportInput(task.serial, d, "text", d.route->text(text.toStdString()));
 }
 
 QString DeviceTarget::untypableText(const engine::TaskInfo& task, const QString& text) {

@@ -57,6 +57,7 @@ public:
     void key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) override;
     void keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) override;
     void inputText(const engine::TaskInfo& task, const QString& text) override;
+    QString takeInputError(const engine::TaskInfo& task) override;
     QString untypableText(const engine::TaskInfo& task, const QString& text) override;
     QString startApp(const engine::TaskInfo& task, const QString& package,
                      const QString& activity) override;
@@ -68,11 +69,13 @@ private:
         platform::Point last;               // where the pointer was last sent
         std::chrono::steady_clock::time_point downAt;
         std::string savedInputMethod;  // on the service route, while a run uses it
+        std::string inputError;        // the first since takeInputError last read it
     };
 
     Device& device(const QString& serial);
     std::unique_ptr<platform::android::IDeviceRoute> chooseRoute(const std::string& serial);
     void report(const QString& serial, const char* what, const std::string& error) const;
+    void reportInput(const QString& serial, Device& d, const char* what, const std::string& error);
 
     const platform::android::AdbClient adb_;
     const Options options_;

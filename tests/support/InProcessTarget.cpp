@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <opencv2/imgproc.hpp>
+#include <utility>
 
 namespace autoscene::test {
 
@@ -56,11 +57,24 @@ void InProcessTarget::setInputHook(std::function<void(const RecordedInput&)> hoo
     hook_ = std::move(hook);
 }
 
+void InProcessTarget::refuseInput(QString why) {
+    std::lock_guard lock(mutex_);
+    refusal_ = std::move(why);
+}
+
+QString InProcessTarget::takeInputError(const engine::TaskInfo&) {
+    std::lock_guard lock(mutex_);
+    return std::exchange(inputError_, {});
+}
+
 void InProcessTarget::record(RecordedInput input) {
     std::function<void(const RecordedInput&)> hook;
     {
         std::lock_guard lock(mutex_);
         inputs_.push_back(input);
+        if (inputError_.isEmpty()) {
+            inputError_ = refusal_;
+        }
         hook = hook_;
     }
     if (hook) {

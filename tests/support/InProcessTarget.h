@@ -32,6 +32,9 @@ public:
     // From now on nothing can be captured and the display counts as gone.
     void loseDisplay() { displayLost_ = true; }
     bool displayLost() override { return displayLost_; }
+    // From now on every input is recorded but reported as not taken, for `why`.
+    void refuseInput(QString why);
+    QString takeInputError(const engine::TaskInfo& task) override;
     // Called after each input is recorded, outside the target's lock.
     void setInputHook(std::function<void(const RecordedInput&)> hook);
 
@@ -60,6 +63,8 @@ private:
     std::vector<platform::WindowHandle> windows_;
     std::vector<RecordedInput> inputs_;
     std::function<void(const RecordedInput&)> hook_;
+    QString refusal_;
+    QString inputError_;
     std::atomic<bool> displayLost_{false};
 };
 

@@ -5,6 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <QThread>
+#include <functional>
+#include <utility>
+#include <vector>
 
 #include "AppLayout.h"
 #include "TestDevice.h"
@@ -101,6 +104,34 @@ TEST_F(DeviceTargetTest, InputArrivesAsTheAppReceivesIt) {
     EXPECT_EQ(log.mid(first + 1, 6), QStringList({"key 29", "key 12", "key 187", "text a b'c",
                                                   "tap 300 600", "screen DONE"}));
     EXPECT_EQ(target.untypableText(task, "Zoë 好"), "ë好");
+}
+
+TEST_F(DeviceTargetTest, InputTheDeviceDidNotTakeIsReportedOnceForEachKind) {
+    open();
+    const std::vector<std::pair<const char*, std::function<void()>>> inputs = {
+        {"touch",
+         [&] {
+             target.mouse(task, {300, 600}, MouseOp::LeftClick, 0);
+         }},
+        {"touch",
+         [&] {
+             target.mouse(task, {10, 20}, MouseOp::LeftDown, 0);
+             target.mouse(task, {400, 30}, MouseOp::LeftUp, 0);
+         }},
+        {"key", [&] { target.key(task, 'A', KeyOp::Click); }},
+        {"text", [&] { target.inputText(task, "abc"); }},
+    };
+    for (const auto& [kind, send] : inputs) {
+        send();
+        EXPECT_EQ(target.takeInputError(task), QString()) << kind;
+    }
+    device->kill();
+    for (const auto& [kind, send] : inputs) {
+        send();
+        const QString error = target.takeInputError(task);
+        EXPECT_TRUE(error.startsWith(QString(kind) + ": ")) << kind << ": " << error.toStdString();
+        EXPECT_EQ(target.takeInputError(task), QString()) << kind;
+    }
 }
 
 TEST_F(DeviceTargetTest, AppsTheDeviceDoesNotHaveAreReported) {

@@ -227,6 +227,33 @@ TEST_F(InputActions, InputNamesTheCharactersTheTargetCannotType) {
     EXPECT_FALSE(result(*plain).contains("err"));
 }
 
+TEST_F(InputActions, InputTheTargetDidNotTakeIsInTheResult) {
+    struct Case {
+        const char* action;
+        QStringList places;
+    };
+    const Case cases[] = {
+        {R"({"type": 1, "variable_id": 1, "button": 1})", {"10,20,0,0"}},
+        {R"({"type": 7, "var_list": [1, 2], "slide_time": 100})", {"0,0,0,0", "40,0,0,0"}},
+        {R"({"type": 11, "key": 65, "event_type": 0})", {}},
+        {R"({"type": 11, "key": 0, "event_type": 3, "group_key": [16777248, 65]})", {}},
+        {R"({"type": 6, "text": "hello"})", {}},
+        {R"({"type": 17, "button": 1})", {}},
+    };
+    for (const Case& c : cases) {
+        auto accepted = build(c.action, c.places);
+        target.refuseInput({});
+        accepted->run(info);
+        EXPECT_FALSE(result(*accepted).contains("err")) << c.action;
+
+        auto refused = build(c.action, c.places);
+        target.refuseInput("touch: error: device offline");
+        refused->run(info);
+        EXPECT_EQ(result(*refused)["err"].toString(), "touch: error: device offline") << c.action;
+        EXPECT_EQ(target.takeInputError(info), QString()) << "read once: " << c.action;
+    }
+}
+
 TEST_F(InputActions, AppsStartOnDevicesByPackage) {
     auto byPath = build(R"({"type": 16, "app_path": "com.example.app"})");
     info.kind = TargetKind::AndroidDevice;
