@@ -76,6 +76,7 @@ public:
             return keys;
         }();
         reportUnknownKeys(record, known, context);
+        reportUnknownNestedKeys<Record>(record, context);
     }
 
     void write(JsonWriter& out) const override {

@@ -140,6 +140,38 @@ std::vector<std::string_view> fieldKeys() {
     return keys;
 }
 
+template <HasFields T>
+void reportUnknownFieldKeys(const JsonValue& in, ReadContext& context);
+
+// Reports the unknown keys inside the nested records (text_info, screen_info) of `in`.
+template <HasFields T>
+void reportUnknownNestedKeys(const JsonValue& in, ReadContext& context) {
+    std::apply(
+        [&](const auto&... f) {
+            (([&] {
+                 using Member = std::remove_cvref_t<decltype(std::declval<T&>().*(f.member))>;
+                 if constexpr (HasFields<Member>) {
+                     const char* key = f.keyForReading();
+                     const JsonValue* v = *key ? findMember(in, key) : nullptr;
+                     if (v && v->IsObject()) {
+                         ReadContext::Scope scope(context, QLatin1String(key));
+                         reportUnknownFieldKeys<Member>(*v, context);
+                     }
+                 }
+             }()),
+             ...);
+        },
+        T::fields());
+}
+
+// Reports the keys of `in` that T's table does not know, nested records included.
+template <HasFields T>
+void reportUnknownFieldKeys(const JsonValue& in, ReadContext& context) {
+    static const std::vector<std::string_view> known = fieldKeys<T>();
+    reportUnknownKeys(in, known, context);
+    reportUnknownNestedKeys<T>(in, context);
+}
+
 // Calls fn(ref, id&) for every id-holding member of the record, nested ones included.
 template <class T, class Fn>
 void forEachRef(T& record, Fn&& fn);

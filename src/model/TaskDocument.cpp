@@ -10,6 +10,36 @@ namespace autoscene::model {
 
 namespace {
 
+// Every key read or written at the top of script.json; full_screen is only read.
+const std::vector<std::string_view> kTopLevelKeys = {"id",
+                                                     "name",
+                                                     "loop_mode",
+                                                     "loop_interval",
+                                                     "window_info",
+                                                     "model_id",
+                                                     "width",
+                                                     "height",
+                                                     "task_page_size",
+                                                     "task_mode",
+                                                     "full_screen",
+                                                     "is_full_script",
+                                                     "expand_size",
+                                                     "back_act",
+                                                     "back_capture",
+                                                     "concurrency",
+                                                     "var_list",
+                                                     "image_list",
+                                                     "color_list",
+                                                     "config_layout",
+                                                     "ori_infos",
+                                                     "plugin_files",
+                                                     "func_plugin_file",
+                                                     "enabled_plugin_func",
+                                                     "scene_list",
+                                                     "common_event",
+                                                     "common_event_low",
+                                                     "default_scene"};
+
 template <class T>
 void readRecordList(const JsonValue& root, const char* key, std::vector<T>& out,
                     ReadContext& context) {
@@ -25,6 +55,7 @@ void readRecordList(const JsonValue& root, const char* key, std::vector<T>& out,
             context.skip(QStringLiteral("record is not a JSON object"));
             continue;
         }
+        reportUnknownFieldKeys<T>((*list)[i], context);
         out.push_back(std::move(record));
     }
 }
@@ -112,6 +143,7 @@ OpenResult TaskDocument::readText(const char* text, size_t length) {
     ReadContext context;
     readTopLevel(json, context);
     readSettingsAndScenes(json, context);
+    reportUnknownKeys(json, kTopLevelKeys, context);
     result.skipped = context.issues();
     return result;
 }
@@ -147,6 +179,8 @@ void TaskDocument::readSettingsAndScenes(const JsonValue& root, ReadContext& con
     const bool hasWindowInfo = window && window->IsObject();
     if (hasWindowInfo) {
         readFields(*window, settings.windowInfo);
+        ReadContext::Scope scope(context, QStringLiteral("window_info"));
+        reportUnknownFieldKeys<WindowInfo>(*window, context);
     }
     readMember(root, "expand_size", settings.expandSize);
     readMember(root, "back_act", settings.backAct);

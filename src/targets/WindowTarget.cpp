@@ -187,17 +187,13 @@ void WindowTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>
     }
     if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesKeys)) {
         const platform::WindowHandle window = keyWindow(task);
-        for (int code : group) {
-            plugin->key(window, platform::keys::virtualKeyOfGroupEntry(code),
-                        platform::KeyOp::Down);
-        }
-        for (auto code = group.rbegin(); code != group.rend(); ++code) {
-            plugin->key(window, platform::keys::virtualKeyOfGroupEntry(*code), platform::KeyOp::Up);
-        }
+        platform::keys::sendKeyGroup(group, task.stop, [&](int virtualKey, platform::KeyOp op) {
+            plugin->key(window, virtualKey, op);
+        });
         return;
     }
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
-    platform::keys::pressKeyGroup(backend_, inputTarget(task), group, background);
+    platform::keys::pressKeyGroup(backend_, inputTarget(task), group, background, task.stop);
 }
 
 void WindowTarget::inputText(const engine::TaskInfo& task, const QString& text) {

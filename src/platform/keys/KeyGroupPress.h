@@ -1,6 +1,8 @@
 #pragma once
 // Pressing a stored key group on a desktop back end.
 
+#include <functional>
+#include <stop_token>
 #include <vector>
 
 #include "desktop/DesktopBackend.h"
@@ -8,10 +10,16 @@
 namespace autoscene::platform::keys {
 
 // Every key down in list order, then every key up in reverse order. Groups keep their
-// modifiers as Qt key codes; those go out as the modifiers' virtual keys. Only the
-// runner thread that owns foreground input may call this (the caller checks).
+// modifiers as Qt key codes; those go out as the modifiers' virtual keys. A stop ends
+// the downs, and only the keys already down go up. Only the runner thread that owns
+// foreground input may call this (the caller checks).
 void pressKeyGroup(IDesktopBackend& backend, const InputTarget& target,
-                   const std::vector<int>& group, bool background);
+                   const std::vector<int>& group, bool background,
+                   const std::stop_token& stop = {});
+
+// The order of pressKeyGroup for any sender: `send` gets each entry's virtual key.
+void sendKeyGroup(const std::vector<int>& group, const std::stop_token& stop,
+                  const std::function<void(int virtualKey, KeyOp op)>& send);
 
 // The virtual key sent for one entry of a key group.
 int virtualKeyOfGroupEntry(int code);

@@ -296,6 +296,14 @@ TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingManyImageChecksAndAHungText
     const QString typing = task(
         everyCycle({}, QStringLiteral(R"({"type": 6, "text": "%1"})").arg(QString(10000, 'a'))));
 
+    QStringList keys;
+    for (int i = 0; i < 400000; ++i) {
+        keys << QStringLiteral("65");
+    }
+    const QString keyGroup = task(everyCycle(
+        {},
+        QStringLiteral(R"({"type": 11, "event_type": 3, "group_key": [%1]})").arg(keys.join(','))));
+
     // Thousands of image checks a cycle, each of them real matching work.
     QStringList images;
     for (int i = 0; i < 4000; ++i) {
@@ -316,6 +324,7 @@ TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingManyImageChecksAndAHungText
         QString folder;
         QStringList options;
     } cases[] = {{"typing", typing, {}},
+                 {"key group", keyGroup, {}},
                  {"image checks", matching, {}},
                  {"hung text service", reading, {"--ocr-port", QString::number(hung.port())}}};
     for (const auto& c : cases) {

@@ -97,6 +97,22 @@ TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
           "\"compare_valu\""}) {
         EXPECT_TRUE(run.err.contains(line)) << line << "\n" << run.err.toStdString();
     }
+    // Outside the scenes too: the top level, window_info, resource lists and nested records.
+    writeFile(dir.filePath("script.json"), R"({"loop_intervall": 20,
+        "window_info": {"clas_name": "xcalc"},
+        "image_list": [{"id": 1, "name": "i", "file": "1.png", "similarity": 0.9}],
+        "scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group": {"type": 5,
+            "item_list": [{"type": 6, "relation": 1, "text_info": {"thresold": 90}}]}}]}]})");
+    const ToolRun outside = runTool({"check", dir.path()});
+    EXPECT_EQ(outside.exitCode, 0);
+    for (const char* line :
+         {"skipped /: unknown key \"loop_intervall\"",
+          "skipped /window_info: unknown key \"clas_name\"",
+          "skipped /image_list/0: unknown key \"similarity\"",
+          "skipped /scene_list/0/event_list/0/item_group/item_list/0/text_info: unknown key "
+          "\"thresold\""}) {
+        EXPECT_TRUE(outside.err.contains(line)) << line << "\n" << outside.err.toStdString();
+    }
     // The tool's own files have no unknown keys, nor references to nothing.
     const ToolRun own = runTool({"check", fixturePath("tasks/every-record")});
     EXPECT_FALSE(own.err.contains("unknown key")) << own.err.toStdString();
