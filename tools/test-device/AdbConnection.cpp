@@ -88,38 +88,34 @@ void AdbConnection::handle(const AdbHeader& header, const std::string& payload) 
             }
             break;
         }
-        case kWrte: {
-            std::shared_ptr<StreamService> service;
-            {
-                const std::lock_guard lock(mutex_);
-                const auto found = streams_.find(header.arg1);
-                if (found == streams_.end()) {
-                    break;
-                }
-                service = found->second.service;
+        case kWrte:
+            if (const auto service = serviceOf(header.arg1, false)) {
+                send(kOkay, header.arg1, header.arg0);
+                service->received(payload, outputOf(header.arg1));
             }
-            send(kOkay, header.arg1, header.arg0);
-            service->received(payload, outputOf(header.arg1));
             break;
-        }
-        case kClse: {
-            std::shared_ptr<StreamService> service;
-            {
-                const std::lock_guard lock(mutex_);
-                const auto found = streams_.find(header.arg1);
-                if (found == streams_.end()) {
-                    break;
-                }
-                service = found->second.service;
-                streams_.erase(found);
+        case kClse:
+            if (const auto service = serviceOf(header.arg1, true)) {
+                send(kClse, header.arg1, header.arg0);
+                service->closed();
             }
-            send(kClse, header.arg1, header.arg0);
-            service->closed();
             break;
-        }
         default:
             break;  // SYNC and AUTH are not used once the connection is up
     }
+}
+
+std::shared_ptr<StreamService> AdbConnection::serviceOf(std::uint32_t localId, bool forget) {
+    const std::lock_guard lock(mutex_);
+    const auto found = streams_.find(localId);
+    if (found == streams_.end()) {
+        return nullptr;
+    }
+    std::shared_ptr<StreamService> service = found->second.service;
+    if (forget) {
+        streams_.erase(found);
+    }
+    return service;
 }
 
 void AdbConnection::open(std::uint32_t hostId, const std::string& name) {

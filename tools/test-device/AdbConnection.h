@@ -40,6 +40,8 @@ private:
     void handle(const AdbHeader& header, const std::string& payload);
     void open(std::uint32_t hostId, const std::string& name);
     StreamOutput outputOf(std::uint32_t localId);
+    // The stream's service, taken out of the table when `forget`; null for an unknown id.
+    std::shared_ptr<StreamService> serviceOf(std::uint32_t localId, bool forget);
     // Sends the next chunk of the stream, or its CLSE once everything was acknowledged.
     // Called with mutex_ held.
     void pump(std::uint32_t localId);
