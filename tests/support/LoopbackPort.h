@@ -6,13 +6,19 @@
 
 namespace autoscene::test {
 
+inline sockaddr_in loopbackAddress(int port = 0) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(static_cast<in_port_t>(port));
+    return address;
+}
+
 // A loopback port that was free a moment ago and that nobody listens on now: bound but never
 // listening, then closed, so connecting to it is refused.
 inline int unusedLoopbackPort() {
     const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    sockaddr_in address = loopbackAddress();
     socklen_t length = sizeof address;
     ::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof address);
     ::getsockname(fd, reinterpret_cast<sockaddr*>(&address), &length);
@@ -25,9 +31,7 @@ inline int unusedLoopbackPort() {
 class SilentListener {
 public:
     SilentListener() : fd_(::socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        sockaddr_in address = loopbackAddress();
         socklen_t length = sizeof address;
         ::bind(fd_, reinterpret_cast<sockaddr*>(&address), sizeof address);
         ::listen(fd_, 16);

@@ -2,16 +2,13 @@
 // its command line.
 
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <cstdint>
 #include <future>
 #include <string>
 #include <vector>
 
+#include "LoopbackPort.h"
 #include "RenderedText.h"
 #include "ServiceAnswer.h"
 #include "SharedOcrService.h"
@@ -28,10 +25,7 @@ public:
     SilentClients(int port, int count) {
         for (int i = 0; i < count; ++i) {
             const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-            sockaddr_in address{};
-            address.sin_family = AF_INET;
-            address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-            address.sin_port = htons(static_cast<std::uint16_t>(port));
+            sockaddr_in address = autoscene::test::loopbackAddress(port);
             if (::connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) {
                 const std::string start = "POST /ocr_detect HTTP/1.1\r\nHost: 127.0.0.1\r\n";
                 ::send(fd, start.data(), start.size(), 0);

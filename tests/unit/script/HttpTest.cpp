@@ -1,12 +1,9 @@
 // The `http` object against a loopback server that answers with what it received.
 
-#include <httplib.h>
-
 #include <QFile>
 #include <QTemporaryDir>
-#include <thread>
 
-#include "LoopbackPort.h"
+#include "EchoServer.h"
 #include "ScriptFixture.h"
 
 using autoscene::test::ScriptFixture;
@@ -15,41 +12,16 @@ namespace {
 
 class Http : public ScriptFixture {
 protected:
-    void SetUp() override {
-        ScriptFixture::SetUp();
-        server_.Get("/hello", [](const httplib::Request&, httplib::Response& response) {
-            response.set_content("héllo", "text/plain; charset=utf-8");
-        });
-        server_.Get("/bytes", [](const httplib::Request&, httplib::Response& response) {
-            response.set_content(std::string("\x00\x01\xff", 3), "application/octet-stream");
-        });
-        server_.Post("/echo", [](const httplib::Request& request, httplib::Response& response) {
-            response.set_content(request.get_header_value("Content-Type") + "\n" + request.body,
-                                 "text/plain");
-        });
-        port_ = server_.bind_to_any_port("127.0.0.1");
-        thread_ = std::thread([this] { server_.listen_after_bind(); });
-    }
-    void TearDown() override {
-        server_.stop();
-        thread_.join();
-    }
-    QString url(const QString& path) const {
-        return QStringLiteral("http://127.0.0.1:%1%2").arg(port_).arg(path);
-    }
+    QString url(const char* path) const { return QString::fromStdString(server.url(path)); }
 
-private:
-    httplib::Server server_;
-    int port_ = 0;
-    std::thread thread_;
+    autoscene::test::EchoServer server;
 };
 
 TEST_F(Http, GetReturnsTheBody) {
     EXPECT_EQ(text(QStringLiteral("http.get('%1')").arg(url("/hello"))), "héllo");
     EXPECT_EQ(text(QStringLiteral("http.get('%1')").arg(url("/missing"))), "");
-    const QString refused =
-        QStringLiteral("http://127.0.0.1:%1/").arg(autoscene::test::unusedLoopbackPort());
-    EXPECT_EQ(text(QStringLiteral("http.get('%1')").arg(refused)), "");
+    const std::string refused = autoscene::test::EchoServer::refusedUrl("/");
+    EXPECT_EQ(text(QStringLiteral("http.get('%1')").arg(QString::fromStdString(refused))), "");
 }
 
 TEST_F(Http, PostSendsMembersAsFormFields) {
@@ -76,11 +48,11 @@ TEST_F(Http, PostJsonSendsCompactJson) {
 TEST_F(Http, DownloadWritesBytesAndMakesTheFolder) {
     QTemporaryDir dir;
     const QString file = dir.filePath("new/folder/body.bin");
-    EXPECT_EQ(text(QStringLiteral("http.download('%1', '%2')").arg(url("/bytes"), file)), file);
+    EXPECT_EQ(text(QStringLiteral("http.download('%1', '%2')").arg(url("/large"), file)), file);
     QFile written(file);
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
-    EXPECT_EQ(written.readAll(), QByteArray("\x00\x01\xff", 3));
-    EXPECT_EQ(text(QStringLiteral("http.download('%1', '')").arg(url("/bytes"))), "");
+    EXPECT_EQ(written.readAll().toStdString(), autoscene::test::EchoServer::largeBody());
+    EXPECT_EQ(text(QStringLiteral("http.download('%1', '')").arg(url("/large"))), "");
 }
 
 }  // namespace

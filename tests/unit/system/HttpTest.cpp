@@ -1,87 +1,18 @@
 #include <gtest/gtest.h>
-#include <httplib.h>
 
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <thread>
 
-#include "LoopbackPort.h"
+#include "EchoServer.h"
 #include "http/Http.h"
 
 namespace http = autoscene::http;
 namespace fs = std::filesystem;
 
-namespace {
-
-// Every route answers with what it received, so the tests see the request as sent.
-class LoopbackServer {
-public:
-    LoopbackServer() {
-        server_.Get("/headers", [](const httplib::Request& request, httplib::Response& response) {
-            response.set_content(request.get_header_value("X-Task") + "|" +
-                                     request.get_header_value("X-Empty") + "|" +
-                                     std::to_string(request.get_header_value_count("X-Task")),
-                                 "text/plain");
-        });
-        server_.Post("/echo", [](const httplib::Request& request, httplib::Response& response) {
-            response.set_content(request.get_header_value("Content-Type") + "\n" + request.body,
-                                 "text/plain");
-        });
-        server_.Get("/large", [](const httplib::Request&, httplib::Response& response) {
-            response.set_content(largeBody(), "application/octet-stream");
-        });
-        // Answers after a second: a transfer with a shorter time-out gives up first.
-        server_.Get("/late", [](const httplib::Request&, httplib::Response& response) {
-            std::this_thread::sleep_for(std::chrono::seconds(1));
-            response.set_content("late", "text/plain");
-        });
-        server_.Get("/cut", [](const httplib::Request&, httplib::Response& response) {
-            response.set_chunked_content_provider(
-                "text/plain", [](size_t offset, httplib::DataSink& sink) {
-                    if (offset == 0) {
-                        sink.write("partial", 7);
-                        return true;
-                    }
-                    return false;  // drops the connection in the middle of the body
-                });
-        });
-        port_ = server_.bind_to_any_port("127.0.0.1");
-        thread_ = std::thread([this] { server_.listen_after_bind(); });
-    }
-    ~LoopbackServer() {
-        server_.stop();
-        thread_.join();
-    }
-
-    std::string url(const std::string& path) const {
-        return "http://127.0.0.1:" + std::to_string(port_) + path;
-    }
-
-    // An address on which nobody listens.
-    static std::string refusedUrl(const std::string& path) {
-        return "http://127.0.0.1:" + std::to_string(autoscene::test::unusedLoopbackPort()) + path;
-    }
-
-    static std::string largeBody() {
-        std::string body;
-        for (int i = 0; body.size() < 300000; ++i) {
-            body += std::to_string(i) + ',';
-        }
-        return body;
-    }
-
-private:
-    httplib::Server server_;
-    int port_ = 0;
-    std::thread thread_;
-};
-
-}  // namespace
-
 class Http : public testing::Test {
 protected:
-    LoopbackServer server;
+    autoscene::test::EchoServer server;
 };
 
 TEST_F(Http, RequestsGoOutAsGiven) {
@@ -100,8 +31,8 @@ TEST_F(Http, RequestsGoOutAsGiven) {
 // Uploads that arrive are the OCR client's, checked against the real service in unit/ocr.
 TEST_F(Http, MultipartReportsFailureInsteadOfPrinting) {
     testing::internal::CaptureStderr();
-    const http::HttpResponse refused =
-        http::httpPostMultipart(LoopbackServer::refusedUrl("/"), {}, {"image", "a.png", "", "x"});
+    const http::HttpResponse refused = http::httpPostMultipart(
+        autoscene::test::EchoServer::refusedUrl("/"), {}, {"image", "a.png", "", "x"});
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(refused.error, "Couldn't connect to server");
     EXPECT_EQ(refused.status, 0);
@@ -118,7 +49,7 @@ TEST_F(Http, DownloadWritesTheWholeBodyAndReplacesTheFile) {
     std::ifstream file(target, std::ios::binary);
     std::stringstream content;
     content << file.rdbuf();
-    EXPECT_EQ(content.str(), LoopbackServer::largeBody());
+    EXPECT_EQ(content.str(), autoscene::test::EchoServer::largeBody());
     fs::remove(target);
 
     testing::internal::CaptureStderr();
@@ -129,8 +60,8 @@ TEST_F(Http, DownloadWritesTheWholeBodyAndReplacesTheFile) {
 TEST_F(Http, FailedTransferReportsAndReturnsWhatArrived) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(http::httpGet(server.url("/cut"), {}), "partial");
-    EXPECT_EQ(http::httpGet(LoopbackServer::refusedUrl("/"), {}), "");
-    EXPECT_EQ(http::httpPostJson(LoopbackServer::refusedUrl(""), {}, "{}"), "");
+    EXPECT_EQ(http::httpGet(autoscene::test::EchoServer::refusedUrl("/"), {}), "");
+    EXPECT_EQ(http::httpPostJson(autoscene::test::EchoServer::refusedUrl(""), {}, "{}"), "");
     const std::string errors = testing::internal::GetCapturedStderr();
     EXPECT_EQ(errors.rfind("curl_easy_perform() failed: ", 0), 0u) << errors;
     EXPECT_NE(errors.find("curl_easy_perform() failed: Couldn't connect to server\n"),
