@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <opencv2/core.hpp>
 
 #include "MatchingTestKit.h"
@@ -12,20 +13,19 @@ using autoscene::test::noiseFrame;
 
 namespace {
 
-struct CountingReduction {
+// Counts the reductions it makes; a reduction is the region's top-left 8x8 corner.
+class ReducedFramesTest : public ::testing::Test {
+protected:
+    ReducedFrames frames;
     int made = 0;
-    void operator()(const cv::Mat& region, cv::Mat& reduced) {
+    const std::function<void(const cv::Mat&, cv::Mat&)> reduce = [this](const cv::Mat& region,
+                                                                        cv::Mat& reduced) {
         ++made;
         reduced = region(cv::Rect(0, 0, 8, 8)).clone();
-    }
+    };
 };
 
-TEST(ReducedFramesTest, SharesACopyOnlyForTheSameWorkerCycleRegionAndFactor) {
-    ReducedFrames frames;
-    CountingReduction reduction;
-    const auto reduce = [&](const cv::Mat& region, cv::Mat& reduced) {
-        reduction(region, reduced);
-    };
+TEST_F(ReducedFramesTest, SharesACopyOnlyForTheSameWorkerCycleRegionAndFactor) {
     const std::thread::id worker = std::this_thread::get_id();
     const cv::Mat frame = noiseFrame(64, 48, 1);
     const SearchCycle cycle{worker, 5};
@@ -47,35 +47,25 @@ TEST(ReducedFramesTest, SharesACopyOnlyForTheSameWorkerCycleRegionAndFactor) {
         {"a copy of the frame", cycle, frame.clone(), {4, 4}, false},
     };
     for (const Case& c : cases) {
-        const int before = reduction.made;
+        const int before = made;
         const cv::Mat copy = frames.get(c.cycle, c.region, c.factor, reduce);
-        EXPECT_EQ(reduction.made == before, c.shared) << c.name;
+        EXPECT_EQ(made == before, c.shared) << c.name;
         EXPECT_EQ(copy.data == first.data, c.shared) << c.name;
     }
 }
 
-TEST(ReducedFramesTest, AFrameRewrittenForTheNextCycleIsReducedAfresh) {
-    ReducedFrames frames;
-    CountingReduction reduction;
-    const auto reduce = [&](const cv::Mat& region, cv::Mat& reduced) {
-        reduction(region, reduced);
-    };
+TEST_F(ReducedFramesTest, AFrameRewrittenForTheNextCycleIsReducedAfresh) {
     cv::Mat frame = noiseFrame(64, 48, 1);
     const std::thread::id worker = std::this_thread::get_id();
     const cv::Mat before = frames.get({worker, 1}, frame, {4, 4}, reduce).clone();
     noiseFrame(64, 48, 2).copyTo(frame);  // in place, as a capture does
     const cv::Mat after = frames.get({worker, 2}, frame, {4, 4}, reduce);
-    EXPECT_EQ(reduction.made, 2);
+    EXPECT_EQ(made, 2);
     EXPECT_EQ(cv::norm(after, frame(cv::Rect(0, 0, 8, 8)), cv::NORM_INF), 0.0);
     EXPECT_GT(cv::norm(after, before, cv::NORM_INF), 0.0);
 }
 
-TEST(ReducedFramesTest, AFrameFreedWithinTheCycleCannotLendItsPlaceToAnother) {
-    ReducedFrames frames;
-    CountingReduction reduction;
-    const auto reduce = [&](const cv::Mat& region, cv::Mat& reduced) {
-        reduction(region, reduced);
-    };
+TEST_F(ReducedFramesTest, AFrameFreedWithinTheCycleCannotLendItsPlaceToAnother) {
     const SearchCycle cycle{std::this_thread::get_id(), 1};
     {
         const cv::Mat gone = noiseFrame(64, 48, 1);
@@ -84,7 +74,7 @@ TEST(ReducedFramesTest, AFrameFreedWithinTheCycleCannotLendItsPlaceToAnother) {
     // Without the kept reference the allocator would likely hand out the same pixels.
     const cv::Mat frame = noiseFrame(64, 48, 2);
     const cv::Mat copy = frames.get(cycle, frame, {4, 4}, reduce);
-    EXPECT_EQ(reduction.made, 2);
+    EXPECT_EQ(made, 2);
     EXPECT_EQ(cv::norm(copy, frame(cv::Rect(0, 0, 8, 8)), cv::NORM_INF), 0.0);
 }
 
