@@ -36,12 +36,7 @@ std::string joined(const std::vector<std::string>& lines) {
 }
 
 bool modelsInstalled() {
-    for (const char* file : {kDetectorFile, kRecogniserFile, kCharacterFile}) {
-        if (!fs::exists(fs::path(MORVANE_OCR_MODELS) / file)) {
-            return false;
-        }
-    }
-    return true;
+    return fs::exists(fs::path(MORVANE_OCR_MODELS) / kCharacterFile);
 }
 
 std::string fileText(const fs::path& path) {

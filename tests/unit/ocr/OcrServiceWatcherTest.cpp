@@ -54,42 +54,32 @@ bool readsAgain(const OcrClient& client, const cv::Mat& image) {
 
 }  // namespace
 
-TEST(OcrServiceSettings, PortComesFromTheIniFileOrDefaultsTo8080) {
+TEST(OcrServiceSettings, PortAndTimeOutsComeFromTheIniFileAndAGivenPortReplacesItsPort) {
     QTemporaryDir dir;
-    const QString ini = dir.filePath(QStringLiteral("ocr.ini"));
-    EXPECT_EQ(readOcrPort(ini), 8080);
+    EXPECT_EQ(readOcrPort(dir.filePath(QStringLiteral("absent.ini"))), 8080);
+    const OcrTimeouts d;
     const struct {
         const char* content;
         int port;
-    } cases[] = {{"port=9123\n", 9123},  {"port = 1\n", 1},      {"port=65535\n", 65535},
-                 {"port=65536\n", 8080}, {"port=0\n", 8080},     {"port=-5\n", 8080},
-                 {"port=abc\n", 8080},   {"other=9000\n", 8080}, {"\x01\xff garbage", 8080}};
+        std::chrono::milliseconds connect;
+        std::chrono::milliseconds request;
+    } cases[] = {
+        {"port=9123\nconnect_timeout_ms=250\nrequest_timeout_ms=4000\n", 9123, 250ms, 4000ms},
+        {"port = 1\nrequest_timeout_ms=1500\n", 1, d.connect, 1500ms},
+        {"port=65535\nconnect_timeout_ms=0\nrequest_timeout_ms=-3\n", 65535, d.connect, d.request},
+        {"port=65536\nconnect_timeout_ms=soon\n", 8080, d.connect, d.request},
+        {"port=0\n", 8080, d.connect, d.request},
+        {"port=-5\n", 8080, d.connect, d.request},
+        {"port=abc\n", 8080, d.connect, d.request},
+        {"other=9000\n", 8080, d.connect, d.request},
+        {"\x01\xff garbage", 8080, d.connect, d.request},
+    };
     // QSettings caches a file by path, size and time; one file per case keeps the reads honest.
     int index = 0;
     for (const auto& c : cases) {
         const QString file = dir.filePath(QStringLiteral("ocr%1.ini").arg(index++));
         writeFile(file, c.content);
         EXPECT_EQ(readOcrPort(file), c.port) << c.content;
-    }
-}
-
-TEST(OcrServiceSettings, TimeOutsComeFromTheIniFileAndAGivenPortReplacesItsPort) {
-    QTemporaryDir dir;
-    const OcrTimeouts defaults;
-    const struct {
-        const char* content;
-        std::chrono::milliseconds connect;
-        std::chrono::milliseconds request;
-    } cases[] = {
-        {"connect_timeout_ms=250\nrequest_timeout_ms=4000\n", 250ms, 4000ms},
-        {"request_timeout_ms=1500\n", defaults.connect, 1500ms},
-        {"connect_timeout_ms=0\nrequest_timeout_ms=-3\n", defaults.connect, defaults.request},
-        {"connect_timeout_ms=soon\n", defaults.connect, defaults.request},
-    };
-    int index = 0;
-    for (const auto& c : cases) {
-        const QString file = dir.filePath(QStringLiteral("timeouts%1.ini").arg(index++));
-        writeFile(file, c.content);
         const OcrTimeouts read = readOcrTimeouts(file);
         EXPECT_EQ(read.connect, c.connect) << c.content;
         EXPECT_EQ(read.request, c.request) << c.content;
@@ -102,9 +92,8 @@ TEST(OcrServiceSettings, TimeOutsComeFromTheIniFileAndAGivenPortReplacesItsPort)
     OcrServiceWatcher watcher(client);
     ASSERT_TRUE(watcher.start(dir.path(), QString(), port));
     EXPECT_EQ(client->url(), ocrServiceUrl(port));
-}
 
-TEST(OcrServiceSettings, AServiceThatKeepsEndingIsStartedAgainEverMoreSlowly) {
+    // A service that keeps ending is started again ever more slowly.
     const std::pair<int, std::chrono::milliseconds> delays[] = {
         {0, 0ms},     {1, 1000ms},  {2, 2000ms},   {3, 4000ms},
         {6, 32000ms}, {7, 60000ms}, {500, 60000ms}};
