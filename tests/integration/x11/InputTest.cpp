@@ -212,6 +212,19 @@ TEST_P(BackgroundInputTest, UpGoesWhereThisThreadLastPressedOrToTheOrigin) {
     EXPECT_EQ(received(mark, "main ButtonRelease"),
               (std::vector<std::string>{"main ButtonRelease button=3 x=60 y=310",
                                         "main ButtonRelease button=1 x=50 y=300"}));
+
+    // A record is used once, a move records its point, foreground input records none.
+    mark = demo_->mark();
+    backend_->mouse(target_, Point{70, 320}, MouseOp::Move, 0, true);
+    backend_->mouse(target_, Point{80, 330}, MouseOp::RightDown, 0, false);
+    backend_->mouse(target_, Point{80, 330}, MouseOp::RightUp, 0, false);
+    demo_->settledLines("", mark);
+    mark = demo_->mark();
+    backend_->mouse(target_, Point{99, 99}, MouseOp::RightUp, 0, true);
+    backend_->mouse(target_, Point{99, 99}, MouseOp::RightUp, 0, true);
+    EXPECT_EQ(received(mark, "main ButtonRelease"),
+              (std::vector<std::string>{"main ButtonRelease button=3 x=70 y=320",
+                                        "main ButtonRelease button=3 x=0 y=0"}));
 }
 
 TEST_P(BackgroundInputTest, SystemKeyIsTypedWithAltHeldAndInputForAGoneWindowIsLogged) {

@@ -1,12 +1,12 @@
-// The mouse steps both desktop back ends carry out: the background right-click rule and
-// where background ups land, per runner thread.
+// The mouse steps both desktop back ends carry out. Where background ups land, per runner
+// thread, is checked through both back ends (BackgroundInputTest in tests/integration/x11
+// and tests/win32).
 
 #include "desktop/MouseSteps.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
 
 namespace autoscene::platform {
 namespace {
@@ -51,28 +51,6 @@ TEST(MouseSteps, ClicksHoldTheirButtonAndABackgroundRightClickPressesTwice) {
     EXPECT_EQ(text(backgroundMouseSteps(static_cast<MouseOp>(99), at, pressed)), "");
     EXPECT_EQ(text(backgroundMouseSteps(MouseOp::RightUp, at, pressed)), "up R 0,0")
         << "unknown operations record no point";
-}
-
-TEST(MouseSteps, BackgroundUpsLandWhereTheSameThreadLastPressedOrMovedOnce) {
-    PressedPoints pressed;
-    EXPECT_EQ(text(backgroundMouseSteps(MouseOp::LeftDown, Point{50, 30}, pressed)),
-              "down L 50,30");
-    std::string otherThread;
-    std::thread([&] {
-        backgroundMouseSteps(MouseOp::RightDown, Point{60, 31}, pressed);
-        otherThread = text(backgroundMouseSteps(MouseOp::RightUp, Point{9, 9}, pressed));
-    }).join();
-    EXPECT_EQ(otherThread, "up R 60,31");
-
-    // Foreground input neither records nor takes a point.
-    EXPECT_EQ(text(foregroundMouseSteps(MouseOp::LeftDown, Point{1, 1})), "down L 1,1");
-    EXPECT_EQ(text(foregroundMouseSteps(MouseOp::LeftUp, Point{2, 2})), "up L 2,2");
-    EXPECT_EQ(text(backgroundMouseSteps(MouseOp::LeftUp, Point{9, 9}, pressed)), "up L 50,30");
-    EXPECT_EQ(text(backgroundMouseSteps(MouseOp::LeftUp, Point{9, 9}, pressed)), "up L 0,0")
-        << "a record is used once";
-
-    EXPECT_EQ(text(backgroundMouseSteps(MouseOp::Move, Point{7, 8}, pressed)), "");
-    EXPECT_EQ(text(backgroundMouseSteps(MouseOp::RightUp, Point{9, 9}, pressed)), "up R 7,8");
 }
 
 }  // namespace
