@@ -3,40 +3,25 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <chrono>
-#include <thread>
 
 #include "engine/TaskInfo.h"
 #include "model/TaskDocument.h"
 #include "script/ScriptEngineHolder.h"
 
 // Xlib's macros (Bool, None) after the headers that use those names.
-#include "DemoLayout.h"
-#include "DemoTargetProcess.h"
-#include "XvfbServer.h"
+#include "X11TestFixture.h"
 #include "x11/X11WindowControl.h"
 
 namespace autoscene::testing {
 namespace {
 
-// Polls for up to three seconds: the target reacts in its own time.
-bool eventually(const std::function<bool()>& condition) {
-    for (int i = 0; i < 200; ++i) {
-        if (condition()) {
-            return true;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(15));
-    }
-    return false;
-}
-
-class WindowMethods : public ::testing::Test {
+class WindowMethods : public X11TestFixture {
 protected:
     void SetUp() override {
-        ASSERT_FALSE(server.display().empty());
-        control = platform::makeX11WindowControl(server.display().c_str());
+        X11TestFixture::SetUp();
+        control = platform::makeX11WindowControl(server_.display().c_str());
         ASSERT_NE(control, nullptr);
-        demo = std::make_unique<DemoTargetProcess>(server.display(), std::vector<std::string>{});
+        demo = startDemo({});
         ASSERT_TRUE(demo->started());
         handle = QString::number(demo->window());
         worker.kind = engine::TargetKind::Window;
@@ -49,7 +34,6 @@ protected:
         return holder.evaluate(QString(code).replace("%H", handle)).text;
     }
 
-    XvfbServer server{1280, 720};
     std::unique_ptr<platform::IWindowControl> control;
     std::unique_ptr<DemoTargetProcess> demo;
     model::TaskDocument task;
@@ -92,13 +76,10 @@ TEST_F(WindowMethods, MoveResizeRaiseAndClose) {
     }));
 
     run("auto.setForegroundWindow('%H')");
-    Display* display = XOpenDisplay(server.display().c_str());
-    ASSERT_NE(display, nullptr);
     Window focus = None;
     int revert = 0;
-    XGetInputFocus(display, &focus, &revert);
+    XGetInputFocus(reference_->display(), &focus, &revert);
     EXPECT_EQ(focus, demo->window());
-    XCloseDisplay(display);
 
     // Handles that name no window change nothing and read as empty records.
     for (const char* bad : {"0", "junk", "-1", "99999999999"}) {

@@ -1,12 +1,10 @@
 // Global hot keys grabbed on a private Xvfb and pressed through XTest by another client.
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <thread>
 #include <vector>
 
 #include "FakeKeys.h"
-#include "XvfbServer.h"
+#include "X11TestFixture.h"
 #include "keys/HotKeyText.h"
 #include "x11/X11HotKeys.h"
 
@@ -17,19 +15,8 @@ namespace {
 
 using platform::IGlobalHotKeys;
 
-class HotKeysTest : public ::testing::Test {
+class HotKeysTest : public X11TestFixture {
 protected:
-    void SetUp() override {
-        ASSERT_FALSE(server_.display().empty());
-        keyboard_ = XOpenDisplay(server_.display().c_str());
-        ASSERT_TRUE(keyboard_);
-    }
-    void TearDown() override {
-        if (keyboard_) {
-            XCloseDisplay(keyboard_);
-        }
-    }
-
     std::unique_ptr<IGlobalHotKeys> open() {
         auto keys = platform::makeX11HotKeys(server_.display().c_str());
         EXPECT_TRUE(keys);
@@ -38,7 +25,7 @@ protected:
 
     static platform::HotKey key(const char* text) { return *platform::keys::parseHotKey(text); }
 
-    void press(const std::vector<KeySym>& keysyms) { pressKeys(keyboard_, keysyms); }
+    void press(const std::vector<KeySym>& keysyms) { pressKeys(reference_->display(), keysyms); }
 
     // The ids dispatched within a short while.
     static std::vector<int> pressedIds(IGlobalHotKeys& keys) {
@@ -50,9 +37,6 @@ protected:
         }
         return ids;
     }
-
-    XvfbServer server_{640, 480};
-    Display* keyboard_ = nullptr;
 };
 
 TEST_F(HotKeysTest, GrabbedKeysArriveWithTheirIdWhateverTheLockKeys) {
