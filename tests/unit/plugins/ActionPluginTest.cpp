@@ -2,22 +2,42 @@
 // example: the parameter chain, results that are missing, malformed or endless, failures
 // to find the plug-in, and the init and uninit calls around each run.
 
+#include <gtest/gtest.h>
+
 #include <QFile>
+#include <QTemporaryDir>
 #include <opencv2/imgproc.hpp>
 #include <opencv2/objdetect.hpp>
 #include <thread>
 
-#include "PluginTask.h"
+#include "InProcessTarget.h"
+#include "NoRunControl.h"
+#include "engine/RunClock.h"
+#include "engine/RuntimeDefinitions.h"
+#include "engine/RuntimeFactory.h"
 #include "engine/TaskRunner.h"
+#include "model/TaskDocument.h"
 #include "plugins/ActionPluginRegistry.h"
+#include "plugins/PluginItems.h"
 
 using namespace autoscene;
 using namespace std::chrono_literals;
 
 namespace {
 
-class ActionPlugin : public test::PluginTask {
+// A plug-in action record: inputs and outputs as JSON array texts.
+QString pluginAction(const QString& name, const QString& configFile, const QString& inputs = "[]",
+                     const QString& outputs = "[]", const QString& choices = "[]") {
+    return QStringLiteral(R"({"type": 20, "action_name": "%1", "config_file": "%2",
+        "action_inputs": %3, "action_outputs": %4, "action_optioninputs": %5})")
+        .arg(name, configFile, inputs, outputs, choices);
+}
+
+// A task holding plug-in actions, opened from text, and the probe's description file.
+class ActionPlugin : public ::testing::Test {
 protected:
+    ActionPlugin() { plugins::registerPluginItems(factory); }
+
     void SetUp() override {
         qputenv("PROBE_PLUGIN_LOG", folder.filePath("lifecycle.log").toLocal8Bit());
         description = writeFile("probe.json", QStringLiteral(R"({"plugin_name": "probe",
@@ -27,14 +47,44 @@ protected:
     }
     void TearDown() override { plugins::ActionPluginRegistry::shared().uninitAndUnloadAll(); }
 
+    QString writeFile(const QString& name, const QByteArray& content) {
+        const QString path = folder.filePath(name);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return path;
+    }
+
+    // Variables 1 to 3 hold "héllo 世", "keep" and "keep" (2 shared by all threads, so that the
+    // test sees a runner's change); the one scene runs `actions` then stops the run.
+    void open(const QStringList& actions) {
+        const QString json = QStringLiteral(R"({"var_list": [
+            {"type": 1, "id": 1, "name": "v1", "value": "héllo 世"},
+            {"type": 1, "id": 2, "name": "v2", "value": "keep", "is_global": true},
+            {"type": 1, "id": 3, "name": "v3", "value": "keep"}],
+            "scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group": {"type": 5,
+            "item_list": []}, "action_list": [%1, {"type": 10}]}]}]})")
+                                 .arg(actions.join(','));
+        context.reset();
+        definitions.reset();
+        task = std::make_unique<model::TaskDocument>();
+        const model::OpenResult result = task->openText(json.toUtf8());
+        ASSERT_TRUE(result.ok) << result.error.toStdString();
+        definitions = std::make_unique<engine::RuntimeDefinitions>(*task, clock);
+        context = std::make_unique<engine::RunContext>(
+            engine::RunContext{*task, *definitions, clock, target, control});
+    }
+
     // Builds and runs the first action on this thread; its result record.
     QJsonObject runFirst(cv::Mat frame = {}) {
-        auto action = factory.action(record(), *context);
+        auto action = factory.action(*task->scenes.front().events.front().actions.at(0), *context);
         engine::TaskInfo info;
         info.frame = std::move(frame);
         action->run(info);
         return action->state(std::this_thread::get_id());
     }
+
+    QString variable(int id) { return definitions->find(id)->value(); }
 
     QStringList lifecycle() {
         QFile file(folder.filePath("lifecycle.log"));
@@ -43,11 +93,19 @@ protected:
                    : QStringList();
     }
 
+    QTemporaryDir folder;
     QString description;
+    engine::RuntimeFactory factory;
+    engine::RunClock clock;
+    test::InProcessTarget target;
+    test::NoRunControl control;
+    std::unique_ptr<model::TaskDocument> task;
+    std::unique_ptr<engine::RuntimeDefinitions> definitions;
+    std::unique_ptr<engine::RunContext> context;
 };
 
 TEST_F(ActionPlugin, ParametersGoInNameOrderThenChoicesWithVariablesByValue) {
-    open({test::pluginAction(
+    open({pluginAction(
         "renamed", description,
         R"([{"action_arg": "zeta", "action_varvalue": "z"},
             {"action_arg": "alpha", "action_varvalue": 1}])",
@@ -75,8 +133,8 @@ TEST_F(ActionPlugin, ResultsAreCheckedBeforeUse) {
     for (const Case& c : {Case{"nothing", "keep", ""}, Case{"holes", "good", "2 result nodes"},
                           Case{"long_chain", "9999", ""}, Case{"circular", "third", "circular"},
                           Case{"missing_export", "keep", "插件方法未找到:missing_export"}}) {
-        open({test::pluginAction(c.function, description, "[]",
-                                 R"([{"action_result": "out", "action_varvalue": 2}])")});
+        open({pluginAction(c.function, description, "[]",
+                           R"([{"action_result": "out", "action_varvalue": 2}])")});
         const QJsonObject result = runFirst();
         EXPECT_EQ(variable(2), c.expected) << c.function;
         EXPECT_TRUE(result["error"].toString().contains(QString::fromUtf8(c.error)))
@@ -89,8 +147,8 @@ TEST_F(ActionPlugin, MissingDescriptionOrLibraryIsReportedNotFatal) {
     const QString notLibrary =
         writeFile("fake.json", QStringLiteral(R"({"plugin_file": "%1"})").arg(notJson).toUtf8());
     for (const QString& config : {folder.filePath("absent.json"), notJson, notLibrary}) {
-        open({test::pluginAction("echo", config, "[]",
-                                 R"([{"action_result": "order", "action_varvalue": 2}])")});
+        open({pluginAction("echo", config, "[]",
+                           R"([{"action_result": "order", "action_varvalue": 2}])")});
         EXPECT_EQ(runFirst()["error"].toString(), "未找到插件配置或插件加载失败")
             << config.toStdString();
         EXPECT_EQ(variable(2), "keep");
@@ -98,8 +156,8 @@ TEST_F(ActionPlugin, MissingDescriptionOrLibraryIsReportedNotFatal) {
 }
 
 TEST_F(ActionPlugin, TheFrameIsPassedAsPackedBgr) {
-    open({test::pluginAction("frame_info", description, "[]",
-                             R"([{"action_result": "size", "action_varvalue": 2},
+    open({pluginAction("frame_info", description, "[]",
+                       R"([{"action_result": "size", "action_varvalue": 2},
                                  {"action_result": "pixel", "action_varvalue": 3}])")});
     const cv::Mat wide(4, 8, CV_8UC3, cv::Scalar(1, 2, 3));
     runFirst(wide(cv::Rect(1, 0, 6, 4)));  // not continuous: the host packs it
@@ -111,8 +169,8 @@ TEST_F(ActionPlugin, TheFrameIsPassedAsPackedBgr) {
 }
 
 TEST_F(ActionPlugin, InitBeforeAndUninitAfterEveryRunWhichUnloadsTheLibrary) {
-    open({test::pluginAction("echo", description, R"([{"action_arg": "a", "action_varvalue": 1}])",
-                             R"([{"action_result": "a", "action_varvalue": 2}])")});
+    open({pluginAction("echo", description, R"([{"action_arg": "a", "action_varvalue": 1}])",
+                       R"([{"action_result": "a", "action_varvalue": 2}])")});
     engine::TaskRunner runner(*task, factory, target);
     runner.setLoopIntervalMs(0);
     EXPECT_TRUE(lifecycle().isEmpty()) << "building the action only loads the library";
@@ -137,12 +195,12 @@ TEST_F(ActionPlugin, TheQrExampleReadsACodeInARegion) {
     const QString outputs = R"([{"action_result": "text", "action_varvalue": 2},
                                 {"action_result": "found", "action_varvalue": 3}])";
     const QString region = QStringLiteral(R"([{"action_arg": "region", "action_varvalue": "%1"}])");
-    open({test::pluginAction("decode_qr", qr, region.arg("80,40,2000,2000"), outputs)});
+    open({pluginAction("decode_qr", qr, region.arg("80,40,2000,2000"), outputs)});
     runFirst(screen);
     EXPECT_EQ(variable(2), "autoscene QR 42");
     EXPECT_EQ(variable(3), "1");
 
-    open({test::pluginAction("decode_qr", qr, region.arg("0,0,90,50"), outputs)});
+    open({pluginAction("decode_qr", qr, region.arg("0,0,90,50"), outputs)});
     runFirst(screen);
     EXPECT_EQ(variable(2), "");
     EXPECT_EQ(variable(3), "0");
@@ -150,7 +208,7 @@ TEST_F(ActionPlugin, TheQrExampleReadsACodeInARegion) {
 
 TEST_F(ActionPlugin, TheColourProbeExampleFindsItsLibraryWithoutASuffix) {
     const cv::Mat screen(20, 30, CV_8UC3, cv::Scalar(10, 20, 30));
-    open({test::pluginAction(
+    open({pluginAction(
         "average_color", QStringLiteral(EXAMPLE_PLUGINS "/colour-probe.json"),
         R"([{"action_arg": "region", "action_varvalue": "25,15,10,10"},
             {"action_arg": "match", "action_varvalue": "#1E140A"}])",
