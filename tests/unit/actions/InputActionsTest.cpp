@@ -160,16 +160,6 @@ TEST_F(InputActions, KeyModesAndGroupOrder) {
     EXPECT_EQ(target.inputs().size(), expected.size());
 }
 
-// Literal text reaches a real target in the demo task's run (tests/integration/runner).
-TEST_F(InputActions, TextComesFromItsVariableWhenOneIsNamed) {
-    auto fromVariable = build(R"({"type": 6, "text": "ignored", "variable": 1})", {"名字"});
-    fromVariable->run(info);
-    const auto inputs = target.inputs();
-    ASSERT_EQ(inputs.size(), 1u);
-    EXPECT_EQ(inputs[0].text, QStringLiteral("名字"));
-    EXPECT_EQ(result(*fromVariable)["text"].toString(), QStringLiteral("名字"));
-}
-
 TEST_F(InputActions, AStopCutsTypingAndSlidesShortAndTheirResultsSaySo) {
     std::stop_source stop;
     info.stop = stop.get_token();
@@ -216,15 +206,13 @@ TEST_F(InputActions, MouseUpAndWheelUseTheRememberedOrNoPoint) {
     EXPECT_EQ(target.inputs().size(), 2u);
 }
 
-TEST_F(InputActions, InputNamesTheCharactersTheTargetCannotType) {
-    auto input = build(R"({"type": 6, "text": "Zoë 你好"})");
+// Literal text reaches a real target in the demo task's run (tests/integration/runner).
+TEST_F(InputActions, TextComesFromItsVariableAndTheResultNamesWhatCannotBeTyped) {
+    auto input = build(R"({"type": 6, "text": "ignored", "variable": 1})", {"Zoë 你好"});
     input->run(info);
     EXPECT_EQ(target.inputs().at(0).text, "Zoë 你好");
+    EXPECT_EQ(result(*input)["text"].toString(), "Zoë 你好");
     EXPECT_EQ(result(*input)["err"].toString(), "not typed: 你好");
-
-    auto plain = build(R"({"type": 6, "text": "hello"})");
-    plain->run(info);
-    EXPECT_FALSE(result(*plain).contains("err"));
 }
 
 TEST_F(InputActions, InputTheTargetDidNotTakeIsInTheResult) {
