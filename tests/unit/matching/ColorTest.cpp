@@ -26,13 +26,11 @@ cv::Mat frameWith(int cols, int rows, const cv::Rect& patch) {
 
 TEST(ColorFilter, KeepsPixelsWithinTheSimilarityOfEachChannel) {
     // Similarity 0.9 allows 25.5 either side (OpenCV rounds the bounds).
-    cv::Mat row(1, 6, CV_8UC3);
-    row.at<cv::Vec3b>(0, 0) = {0x00, 0x80, 0xff};
-    row.at<cv::Vec3b>(0, 1) = {25, 0x80 + 25, 0xff - 25};
-    row.at<cv::Vec3b>(0, 2) = {27, 0x80, 0xff};
-    row.at<cv::Vec3b>(0, 3) = {0x00, 0x80 - 27, 0xff};
-    row.at<cv::Vec3b>(0, 4) = {0x00, 0x80, 0xff - 27};
-    row.at<cv::Vec3b>(0, 5) = {0xff, 0x80, 0x00};  // channels swapped
+    // The last pixel has its channels swapped.
+    const cv::Mat row = (cv::Mat_<cv::Vec3b>(1, 6) << cv::Vec3b(0x00, 0x80, 0xff),
+                         cv::Vec3b(25, 0x80 + 25, 0xff - 25), cv::Vec3b(27, 0x80, 0xff),
+                         cv::Vec3b(0x00, 0x80 - 27, 0xff), cv::Vec3b(0x00, 0x80, 0xff - 27),
+                         cv::Vec3b(0xff, 0x80, 0x00));
     cv::Mat mask;
     filterColor(row, kOrange, 0.9f, mask);
     const std::vector<std::uint8_t> kept(mask.begin<std::uint8_t>(), mask.end<std::uint8_t>());
