@@ -76,7 +76,7 @@ TEST_F(HotKeysTest, KeyHeldByAnotherClientFailsAndLeavesTheOthersWorking) {
     EXPECT_EQ(pressedIds(*keys), (std::vector<int>{3, 1}));
     EXPECT_EQ(pressedIds(*other), std::vector<int>{7});
 
-    other.get()->unregisterKey(7);
+    other->unregisterKey(7);
     EXPECT_TRUE(keys->registerKey(2, key("F8"))) << "free again";
     press({XK_F8});
     EXPECT_EQ(pressedIds(*keys), std::vector<int>{2});

@@ -259,8 +259,12 @@ TEST_P(ForegroundInputTest, InputForAVanishedWindowIsDroppedAndNothingStaysPress
     backend_->key(target_, kVkShift, KeyOp::Down, false);
     backend_->inputText(target_, "x");
 
-    Window root = None, child = None;
-    int rootX = 0, rootY = 0, x = 0, y = 0;
+    Window root = None;
+    Window child = None;
+    int rootX = 0;
+    int rootY = 0;
+    int x = 0;
+    int y = 0;
     unsigned int mask = 0;
     XQueryPointer(d, DefaultRootWindow(d), &root, &child, &rootX, &rootY, &x, &y, &mask);
     EXPECT_EQ(std::pair(rootX, rootY), std::pair(7, 9));

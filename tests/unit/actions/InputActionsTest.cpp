@@ -25,7 +25,6 @@ using namespace autoscene::engine;
 using namespace autoscene::model;
 using autoscene::actions::MVSlideAction;
 using autoscene::platform::MouseOp;
-using autoscene::platform::Point;
 using autoscene::test::InProcessTarget;
 using autoscene::test::ManualClock;
 using autoscene::test::NoRunControl;

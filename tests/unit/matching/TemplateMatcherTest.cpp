@@ -37,7 +37,7 @@ cv::Mat stripes(int size, int noise) {
 class TemplateMatcherTest : public ::testing::Test {
 protected:
     QString write(const cv::Mat& image, const QString& name = QStringLiteral("t.png")) {
-        const QString path = dir.filePath(name);
+        QString path = dir.filePath(name);
         EXPECT_TRUE(cv::imwrite(path.toStdString(), image));
         return path;
     }

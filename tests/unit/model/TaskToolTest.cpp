@@ -133,9 +133,9 @@ TEST(TaskTool, CheckNamesReferencesToWhatTheTaskDoesNotHold) {
     EXPECT_EQ(run.exitCode, 0);
     expectLines(run.err, {"definition \"crop\": original image 9 does not exist",
                           "image 1: original image 8 does not exist",
-                          "scene \"s\", event \"e\": image 4 does not exist",
-                          "scene \"s\", event \"e\": colour 5 does not exist",
-                          "scene \"s\", event \"e\": definition 6 does not exist"});
+                          R"(scene "s", event "e": image 4 does not exist)",
+                          R"(scene "s", event "e": colour 5 does not exist)",
+                          R"(scene "s", event "e": definition 6 does not exist)"});
     EXPECT_FALSE(run.err.contains("definition 1 does not exist"));
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QJsonArray>
 #include <QTemporaryDir>
 #include <opencv2/imgproc.hpp>
 #include <opencv2/objdetect.hpp>
@@ -48,7 +49,7 @@ protected:
     void TearDown() override { plugins::ActionPluginRegistry::shared().uninitAndUnloadAll(); }
 
     QString writeFile(const QString& name, const QByteArray& content) {
-        const QString path = folder.filePath(name);
+        QString path = folder.filePath(name);
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
