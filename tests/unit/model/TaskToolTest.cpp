@@ -97,10 +97,12 @@ TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
           "\"compare_valu\""}) {
         EXPECT_TRUE(run.err.contains(line)) << line << "\n" << run.err.toStdString();
     }
-    // Outside the scenes too: the top level, window_info, resource lists and nested records.
+    // Outside the scenes too: the top level, window_info, resource and definition lists and
+    // nested records.
     writeFile(dir.filePath("script.json"), R"({"loop_intervall": 20,
         "window_info": {"clas_name": "xcalc"},
         "image_list": [{"id": 1, "name": "i", "file": "1.png", "similarity": 0.9}],
+        "var_list": [{"type": 3, "id": 1, "name": "t", "delai": 5}],
         "scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group": {"type": 5,
             "item_list": [{"type": 6, "relation": 1, "text_info": {"thresold": 90}}]}}]}]})");
     const ToolRun outside = runTool({"check", dir.path()});
@@ -109,6 +111,7 @@ TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
          {"skipped /: unknown key \"loop_intervall\"",
           "skipped /window_info: unknown key \"clas_name\"",
           "skipped /image_list/0: unknown key \"similarity\"",
+          "skipped /var_list/0: unknown key \"delai\"",
           "skipped /scene_list/0/event_list/0/item_group/item_list/0/text_info: unknown key "
           "\"thresold\""}) {
         EXPECT_TRUE(outside.err.contains(line)) << line << "\n" << outside.err.toStdString();
