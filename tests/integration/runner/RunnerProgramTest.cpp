@@ -18,11 +18,14 @@
 
 #include "ClientProcess.h"
 #include "DemoTargetProcess.h"
+#include "FullDisk.h"
 #include "LoopbackPort.h"
 #include "ReferenceScreen.h"
 #include "XvfbServer.h"
 
+using autoscene::test::kNoFullDisk;
 using autoscene::test::SilentListener;
+using autoscene::test::startOnAFullDisk;
 using autoscene::testing::ClientProcess;
 using autoscene::testing::DemoTargetProcess;
 using autoscene::testing::ReferenceScreen;
@@ -228,6 +231,24 @@ TEST_F(RunnerProgram, TimeLimitEndsTheRunWith124AndVariablesGivenOnTheCommandLin
     const RunResult started = run({folder, "--full-screen", "--time-limit", "5", "--var", "1=go"});
     EXPECT_EQ(started.exitCode, 0);
     EXPECT_TRUE(started.out.contains("ended: stop")) << started.out.toStdString();
+
+    // The last frame on a full disk: the run still ends as it would, and says why.
+    QTemporaryDir full;
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DISPLAY", QString::fromStdString(server.display()));
+    process.setProcessEnvironment(environment);
+    startOnAFullDisk(
+        process, full.path(), AUTOSCENE_RUN_PATH,
+        {folder, "--full-screen", "--time-limit", "1", "--save-frame", full.filePath("frame.png")});
+    const RunResult unsaved = finish(process);
+    if (unsaved.exitCode == kNoFullDisk) {
+        GTEST_SKIP() << "no user namespace to mount a full disk in";
+    }
+    EXPECT_EQ(unsaved.exitCode, 124);
+    EXPECT_TRUE(unsaved.err.contains("could not save the last frame") &&
+                unsaved.err.contains("No space left on device"))
+        << unsaved.err.toStdString();
 }
 
 TEST_F(RunnerProgram, ScriptExampleCountsWritesItsReportAndStops) {

@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include "FullDisk.h"
 #include "TestSupport.h"
 
 using namespace autoscene::test;
@@ -64,6 +65,20 @@ TEST(TaskTool, ResaveWritesWhatTheEditorWouldSave) {
     const ToolRun again = runTool({"resave", target, out.filePath("again")});
     ASSERT_EQ(again.exitCode, 0);
     EXPECT_EQ(readFile(out.filePath("again/script.json")), saved);
+}
+
+TEST(TaskTool, ResaveOnAFullDiskSaysSoAndExitsWithOne) {
+    QTemporaryDir full;
+    QProcess process;
+    startOnAFullDisk(process, full.path(), AUTOSCENE_TASK_TOOL,
+                     {"resave", fixturePath("tasks/every-record"), full.path()});
+    ASSERT_TRUE(process.waitForFinished(30000));
+    if (process.exitCode() == kNoFullDisk) {
+        GTEST_SKIP() << "no user namespace to mount a full disk in";
+    }
+    const QString err = QString::fromUtf8(process.readAllStandardError());
+    EXPECT_EQ(process.exitCode(), 1) << err.toStdString();
+    EXPECT_TRUE(err.contains("No space left on device")) << err.toStdString();
 }
 
 TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
