@@ -161,6 +161,7 @@ KeyAction::KeyAction(RunContext& context, int eventType, int virtualKey, std::ve
       group_(std::move(group)) {}
 
 float KeyAction::run(TaskInfo& task) {
+    bool whole = true;
     switch (eventType_) {
         case 0:
             context_.targets.key(task, virtualKey_, platform::KeyOp::Click);
@@ -172,7 +173,7 @@ float KeyAction::run(TaskInfo& task) {
             context_.targets.key(task, virtualKey_, platform::KeyOp::Up);
             break;
         case 3:
-            context_.targets.keyGroup(task, group_);
+            whole = context_.targets.keyGroup(task, group_);
             break;
         default:
             break;
@@ -184,6 +185,10 @@ float KeyAction::run(TaskInfo& task) {
     QJsonObject result{{"type", type()},
                        {"action", eventType_},
                        {"key", eventType_ == 3 ? QJsonValue(group) : QJsonValue(virtualKey_)}};
+    if (!whole) {
+        result.insert("err", QStringLiteral("stopped before every key of the group was down; "
+                                            "the keys down were released"));
+    }
     addInputError(context_.targets, task, result);
     setResult(result);
     return waitSeconds();

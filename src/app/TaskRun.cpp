@@ -19,6 +19,7 @@
 #include "model/TaskSummary.h"
 #include "plugins/BackgroundPlugin.h"
 #include "plugins/PluginCall.h"
+#include "script/Clipboard.h"
 #include "script/TaskScripts.h"
 #include "targets/DeviceTarget.h"
 #include "targets/WindowTarget.h"
@@ -131,22 +132,28 @@ void applyOptions(const RunOptions& options, engine::TaskRunner& runner) {
 
 // Runs until the run ends or the user asks it to stop; the seconds it took. `ending` is
 // called once as soon as the run is ending, to cut short what the targets wait for.
-// `serveScripts`: the task has scripts, whose clipboard calls this thread serves.
 double drive(engine::TaskRunner& runner, const std::vector<RunTarget>& targets,
-             const StopRequest& stopRequested, engine::ITargetService& service, bool serveScripts,
+             const StopRequest& stopRequested, engine::ITargetService& service,
              const std::function<void()>& ending) {
     QElapsedTimer elapsed;
     elapsed.start();
     runner.start(targets);
     bool endingTold = false;
     bool displayLost = false;
+    // A GUI application exists only for the scripts' clipboard, whose calls on the workers
+    // this thread serves. Not once the display is gone: Qt's own connection ends the
+    // program with exit code 1 when its event processing finds the server gone, so the
+    // runner's connection is asked first; on a lost display the clipboard calls give up
+    // and the run ends saying so.
+    const bool serveClipboard = QCoreApplication::instance() != nullptr &&
+                                QCoreApplication::instance()->inherits("QGuiApplication");
     while (!runner.idle()) {
-        // Serves what scripts on the workers ask of the application's thread (the clipboard).
-        // Only for scripts, and not once the display is gone: Qt's own connection ends the
-        // program when it finds the server gone, before the workers can say so.
-        if (serveScripts) {
-            displayLost = displayLost || service.displayLost();
-            if (!displayLost) {
+        if (serveClipboard && !displayLost) {
+            displayLost = service.displayLost();
+            if (displayLost) {
+                script::closeApplicationClipboard();
+                runner.stop(RunEnd::DisplayLost);
+            } else {
                 QCoreApplication::processEvents();
             }
         }
@@ -180,8 +187,7 @@ int play(const RunOptions& options, const model::TaskDocument& task,
     runner.setWindowMatcher(matcher);
     applyOptions(options, runner);
 
-    const double seconds = drive(runner, targets, io.stopRequested, service,
-                                 !script::taskScripts(task).empty(), ending);
+    const double seconds = drive(runner, targets, io.stopRequested, service, ending);
     if (!options.saveFrame.isEmpty()) {
         if (const QString error = saveFrame(reporter.lastFrame(), options.saveFrame);
             !error.isEmpty()) {
@@ -219,9 +225,12 @@ int playOnDevices(const RunOptions& options, const model::TaskDocument& task, co
 
 }  // namespace
 
-bool taskHasScripts(const QString& folder) {
+ScriptNeeds taskScriptNeeds(const QString& folder) {
     model::TaskDocument task;
-    return task.openFolder(folder).ok && !script::taskScripts(task).empty();
+    if (!task.openFolder(folder).ok) {
+        return {};
+    }
+    return {!script::taskScripts(task).empty(), script::scriptsMayUseClipboard(task)};
 }
 
 int runTask(const RunOptions& options, platform::IDesktopBackend* backend, const RunIo& io) {

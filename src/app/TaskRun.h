@@ -24,8 +24,13 @@ enum RunExitCode : int {
 // Waits up to the given time for the user's request to stop; true when it came.
 using StopRequest = std::function<bool(std::chrono::milliseconds)>;
 
-// Whether the task in `folder` has scripts (false when it cannot be opened).
-bool taskHasScripts(const QString& folder);
+// What the scripts of the task in `folder` need of the program (nothing when the task
+// cannot be opened).
+struct ScriptNeeds {
+    bool windows = false;    // the window methods: any script may call them
+    bool clipboard = false;  // a script may use the clipboard
+};
+ScriptNeeds taskScriptNeeds(const QString& folder);
 
 struct RunIo {
     QTextStream& out;

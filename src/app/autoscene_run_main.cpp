@@ -21,16 +21,18 @@ int main(int argc, char* argv[]) {
         arguments << QString::fromLocal8Bit(argv[i]);
     }
     const autoscene::app::ParsedRunOptions parsed = autoscene::app::parseRunOptions(arguments);
-    // A task with scripts runs in a GUI application where the display opens, so that its
-    // scripts have the desktop's clipboard (QClipboard needs one). Other tasks do without:
-    // Qt's own connection to the display ends the program when the server goes away,
-    // before the run can say that the display was lost.
-    const bool scripts =
-        parsed.options && autoscene::app::taskHasScripts(parsed.options->taskFolder);
-    const auto windows = scripts ? autoscene::platform::makeX11WindowControl(nullptr) : nullptr;
+    // A task whose scripts may use the clipboard runs in a GUI application where the display
+    // opens (QClipboard needs one). Other tasks do without: Qt's own connection to the
+    // display ends the program when the server goes away, before the run can say that the
+    // display was lost.
+    const autoscene::app::ScriptNeeds needs =
+        parsed.options ? autoscene::app::taskScriptNeeds(parsed.options->taskFolder)
+                       : autoscene::app::ScriptNeeds{};
+    const auto windows =
+        needs.windows ? autoscene::platform::makeX11WindowControl(nullptr) : nullptr;
     const std::unique_ptr<QCoreApplication> app =
-        windows ? std::make_unique<QGuiApplication>(argc, argv)
-                : std::make_unique<QCoreApplication>(argc, argv);
+        windows && needs.clipboard ? std::make_unique<QGuiApplication>(argc, argv)
+                                   : std::make_unique<QCoreApplication>(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
 
@@ -41,6 +43,7 @@ int main(int argc, char* argv[]) {
     if (!parsed.options->verbose) {
         QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     }
+    // After the application: it takes back the process-wide Xlib error handlers from Qt's.
     const auto backend = autoscene::platform::makeX11Backend(
         nullptr, [](const std::string& line) { qCDebug(lcDesktop).noquote() << line.c_str(); });
     return autoscene::app::runTask(

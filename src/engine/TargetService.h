@@ -33,8 +33,9 @@ public:
     virtual void wheel(const TaskInfo& task, int steps, platform::Point point) = 0;
     virtual void key(const TaskInfo& task, int virtualKey, platform::KeyOp op) = 0;
     // Every key down in list order, then every key up in reverse order; entries are Qt
-    // modifier codes or virtual keys.
-    virtual void keyGroup(const TaskInfo& task, const std::vector<int>& group) = 0;
+    // modifier codes or virtual keys. False when a stop ended the downs early (the keys
+    // already down still go up).
+    virtual bool keyGroup(const TaskInfo& task, const std::vector<int>& group) = 0;
     virtual void inputText(const TaskInfo& task, const QString& text) = 0;
     // Why input sent to the task's target since the last call did not take effect (the
     // device refused it or could not be reached); empty when all of it did. Clears it.

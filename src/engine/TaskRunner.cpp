@@ -205,8 +205,8 @@ bool TaskRunner::endRun(RunEnd reason) {
     return first;
 }
 
-void TaskRunner::stop() {
-    endRun(RunEnd::Stopped);
+void TaskRunner::stop(RunEnd reason) {
+    endRun(reason);
 }
 
 void TaskRunner::suspend() {

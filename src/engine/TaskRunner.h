@@ -51,7 +51,8 @@ public:
 
     // Refused (false, nothing changed) while threads of an earlier run are alive.
     bool start(std::vector<RunTarget> targets);
-    void stop();
+    // Ends the run; `reason` says why (by default, the user asked).
+    void stop(RunEnd reason = RunEnd::Stopped);
     void stopByTask() override { endRun(RunEnd::StopAction); }
     void finishCurrentTarget(int code) override;
     void suspend();

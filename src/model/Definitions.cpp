@@ -56,10 +56,12 @@ namespace {
 // Timers, alarms and randoms are built as new definitions, which takes an id from
 // the counter, before the record's id replaces it; variables and crops are not.
 template <class T>
-std::unique_ptr<EditorVariable> fromRecord(const JsonValue& record, bool countsAsNew) {
+std::unique_ptr<EditorVariable> fromRecord(const JsonValue& record, bool countsAsNew,
+                                           ReadContext& context) {
     std::unique_ptr<EditorVariable> definition =
         countsAsNew ? EditorVariable::create<T>() : std::make_unique<T>();
     definition->read(record);
+    reportUnknownFieldKeys<T>(record, context, true);
     return definition;
 }
 
@@ -75,19 +77,19 @@ std::unique_ptr<EditorVariable> createDefinition(const JsonValue& record, ReadCo
     std::unique_ptr<EditorVariable> definition;
     switch (DefinitionType(type)) {
         case DefinitionType::Variable:
-            definition = fromRecord<EditorVariable>(record, false);
+            definition = fromRecord<EditorVariable>(record, false, context);
             break;
         case DefinitionType::Crop:
-            definition = fromRecord<CropInfo>(record, false);
+            definition = fromRecord<CropInfo>(record, false, context);
             break;
         case DefinitionType::Timer:
-            definition = fromRecord<EditorTimer>(record, true);
+            definition = fromRecord<EditorTimer>(record, true, context);
             break;
         case DefinitionType::Alarm:
-            definition = fromRecord<EditorAlarm>(record, true);
+            definition = fromRecord<EditorAlarm>(record, true, context);
             break;
         case DefinitionType::Random:
-            definition = fromRecord<EditorRandom>(record, true);
+            definition = fromRecord<EditorRandom>(record, true, context);
             break;
         default:
             context.skip(QStringLiteral("unknown definition type %1").arg(type));

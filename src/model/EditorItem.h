@@ -70,13 +70,7 @@ public:
 
     void read(const JsonValue& record, ReadContext& context) override {
         readFields(record, static_cast<Record&>(*this));
-        static const std::vector<std::string_view> known = [] {
-            std::vector<std::string_view> keys = fieldKeys<Record>();
-            keys.emplace_back("type");
-            return keys;
-        }();
-        reportUnknownKeys(record, known, context);
-        reportUnknownNestedKeys<Record>(record, context);
+        reportUnknownFieldKeys<Record>(record, context, true);
     }
 
     void write(JsonWriter& out) const override {

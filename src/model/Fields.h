@@ -141,7 +141,7 @@ std::vector<std::string_view> fieldKeys() {
 }
 
 template <HasFields T>
-void reportUnknownFieldKeys(const JsonValue& in, ReadContext& context);
+void reportUnknownFieldKeys(const JsonValue& in, ReadContext& context, bool typed = false);
 
 // Reports the unknown keys inside the nested records (text_info, screen_info) of `in`.
 template <HasFields T>
@@ -164,11 +164,17 @@ void reportUnknownNestedKeys(const JsonValue& in, ReadContext& context) {
         T::fields());
 }
 
-// Reports the keys of `in` that T's table does not know, nested records included.
+// Reports the keys of `in` that T's table does not know, nested records included; a
+// `typed` record also carries the `type` that chose T.
 template <HasFields T>
-void reportUnknownFieldKeys(const JsonValue& in, ReadContext& context) {
+void reportUnknownFieldKeys(const JsonValue& in, ReadContext& context, bool typed) {
     static const std::vector<std::string_view> known = fieldKeys<T>();
-    reportUnknownKeys(in, known, context);
+    static const std::vector<std::string_view> knownWithType = [] {
+        std::vector<std::string_view> keys = fieldKeys<T>();
+        keys.emplace_back("type");
+        return keys;
+    }();
+    reportUnknownKeys(in, typed ? knownWithType : known, context);
     reportUnknownNestedKeys<T>(in, context);
 }
 

@@ -4,35 +4,66 @@
 #include <QGuiApplication>
 #include <QMetaObject>
 #include <QThread>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
 
 namespace autoscene::script {
 
 namespace {
 
-// Runs `fn` on the application's thread and waits for it.
+std::mutex g_mutex;
+std::condition_variable g_changed;
+bool g_closed = false;
+
+// Runs `fn` on the application's thread and waits for it, or until the clipboard is
+// closed; false when `fn` did not run. Whatever `fn` writes must outlive an abandoned wait.
 template <class Fn>
-void onApplicationThread(Fn&& fn) {
+bool onApplicationThread(Fn fn) {
     QCoreApplication* app = QCoreApplication::instance();
     if (QThread::currentThread() == app->thread()) {
         fn();
-    } else {
-        QMetaObject::invokeMethod(app, std::forward<Fn>(fn), Qt::BlockingQueuedConnection);
+        return true;
     }
+    auto ran = std::make_shared<bool>(false);
+    QMetaObject::invokeMethod(
+        app,
+        [fn = std::move(fn), ran]() mutable {
+            // Closing happens on this thread too, so no call starts after it.
+            if (std::lock_guard lock(g_mutex); g_closed) {
+                return;
+            }
+            fn();
+            std::lock_guard lock(g_mutex);
+            *ran = true;
+            g_changed.notify_all();
+        },
+        Qt::QueuedConnection);
+    std::unique_lock lock(g_mutex);
+    g_changed.wait(lock, [&] { return *ran || g_closed; });
+    return *ran;
 }
 
 class GuiClipboard : public Clipboard {
 public:
     QString text() override {
-        QString result;
-        onApplicationThread([&] { result = QGuiApplication::clipboard()->text(); });
-        return result;
+        auto result = std::make_shared<QString>();
+        return onApplicationThread([result] { *result = QGuiApplication::clipboard()->text(); })
+                   ? *result
+                   : QString();
     }
     void setText(const QString& text) override {
-        onApplicationThread([&] { QGuiApplication::clipboard()->setText(text); });
+        onApplicationThread([text] { QGuiApplication::clipboard()->setText(text); });
     }
 };
 
 }  // namespace
+
+void closeApplicationClipboard() {
+    std::lock_guard lock(g_mutex);
+    g_closed = true;
+    g_changed.notify_all();
+}
 
 Clipboard* applicationClipboard() {
     if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {

@@ -1,6 +1,7 @@
 #pragma once
 // The desktop clipboard as scripts see it. QClipboard belongs to the thread of the
-// QGuiApplication, so calls from worker threads are carried over to it and wait there.
+// QGuiApplication, so calls from worker threads are carried over to it and wait there
+// until it serves them or the clipboard is closed.
 
 #include <QString>
 
@@ -16,5 +17,10 @@ public:
 
 // The clipboard of the running QGuiApplication; nullptr when the program has none.
 Clipboard* applicationClipboard();
+
+// From now on the application clipboard's calls from other threads, those waiting
+// included, return at once and do nothing: for an application thread that stops serving
+// them (its display is gone). Call it on the application's thread.
+void closeApplicationClipboard();
 
 }  // namespace autoscene::script

@@ -1,6 +1,7 @@
 #include "script/TaskScripts.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 #include "model/EditorActions.h"
 #include "model/EditorConditions.h"
@@ -22,6 +23,9 @@ void addConditions(const model::EditorGroupCondition& group, const QString& scen
         }
     }
 }
+
+const char* const kUsesClipboard = "uses the clipboard";
+const char* const kComputedNames = "reaches objects by computed names (cannot tell what it does)";
 
 // `object.method(`, with any blanks around the dot.
 QRegularExpression callOf(const QString& object, const QString& methods) {
@@ -53,12 +57,13 @@ QStringList scriptReach(const QString& code) {
         {callOf("image", "save"), "writes or removes files"},
         {callOf("http", "get|post|postJson|download"), "reaches the network"},
         {callOf("auto", "browse"), "opens URLs"},
+        {callOf("auto", "getClip|setClip"), kUsesClipboard},
         // auto["shell"], a global object handed to another name, eval and Function hide
         // the call from a reading of the text.
         {QRegularExpression(
              QStringLiteral("\\b(auto|file|http)\\s*\\[|[=(,:]\\s*(auto|file|http)\\s*[;,)}]|"
                             "\\b(eval|Function|globalThis|this)\\b")),
-         "reaches objects by computed names (cannot tell what it does)"},
+         kComputedNames},
     };
     QStringList found;
     for (const auto& [pattern, text] : reaches) {
@@ -68,6 +73,15 @@ QStringList scriptReach(const QString& code) {
     }
     found.removeDuplicates();
     return found;
+}
+
+bool scriptsMayUseClipboard(const model::TaskDocument& task) {
+    const std::vector<TaskScript> scripts = taskScripts(task);
+    return std::any_of(scripts.begin(), scripts.end(), [](const TaskScript& script) {
+        const QStringList reach = scriptReach(script.code);
+        return reach.contains(QLatin1String(kUsesClipboard)) ||
+               reach.contains(QLatin1String(kComputedNames));
+    });
 }
 
 }  // namespace autoscene::script

@@ -24,8 +24,11 @@ struct TaskScript {
 std::vector<TaskScript> taskScripts(const model::TaskDocument& task);
 
 // What `code` calls beyond the screen: "runs shell commands", "writes or removes files",
-// "reaches the network", "opens URLs", and "reaches objects by computed names (cannot
-// tell what it does)". Empty when it calls none of them.
+// "reaches the network", "opens URLs", "uses the clipboard" and "reaches objects by
+// computed names (cannot tell what it does)". Empty when it calls none of them.
 QStringList scriptReach(const QString& code);
+
+// Whether a script of the task calls the clipboard, or may by names a reading cannot tell.
+bool scriptsMayUseClipboard(const model::TaskDocument& task);
 
 }  // namespace autoscene::script

@@ -11,6 +11,7 @@
 #include "android/AdbRoute.h"
 #include "android/AndroidInput.h"
 #include "android/ServiceRoute.h"
+#include "keys/KeyGroupPress.h"
 
 namespace autoscene::targets {
 
@@ -212,13 +213,9 @@ void DeviceTarget::key(const engine::TaskInfo& task, int virtualKey, platform::K
     reportInput(task.serial, d, "key", d.route->key(android::androidKeyCode(virtualKey), op));
 }
 
-void DeviceTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
-    for (const int virtualKey : group) {
-        key(task, virtualKey, platform::KeyOp::Down);
-    }
-    for (auto it = group.rbegin(); it != group.rend(); ++it) {
-        key(task, *it, platform::KeyOp::Up);
-    }
+bool DeviceTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
+    return platform::keys::sendKeyGroup(
+        group, task.stop, [&](int entry, platform::KeyOp op) { key(task, entry, op); });
 }
 
 void DeviceTarget::inputText(const engine::TaskInfo& task, const QString& text) {

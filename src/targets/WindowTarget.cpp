@@ -180,20 +180,19 @@ void WindowTarget::key(const engine::TaskInfo& task, int virtualKey, platform::K
     backend_.key(inputTarget(task), virtualKey, op, background);
 }
 
-void WindowTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
+bool WindowTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
     // A group is pressed only by the thread that owns foreground input, whatever the mode.
     if (!mayDeliver(task, true)) {
-        return;
+        return true;
     }
     if (IWindowPlugin* plugin = pluginFor(task, &IWindowPlugin::handlesKeys)) {
         const platform::WindowHandle window = keyWindow(task);
-        platform::keys::sendKeyGroup(group, task.stop, [&](int virtualKey, platform::KeyOp op) {
-            plugin->key(window, virtualKey, op);
+        return platform::keys::sendKeyGroup(group, task.stop, [&](int entry, platform::KeyOp op) {
+            plugin->key(window, platform::keys::virtualKeyOfGroupEntry(entry), op);
         });
-        return;
     }
     const bool background = modes_.backgroundInput && task.kind == engine::TargetKind::Window;
-    platform::keys::pressKeyGroup(backend_, inputTarget(task), group, background, task.stop);
+    return platform::keys::pressKeyGroup(backend_, inputTarget(task), group, background, task.stop);
 }
 
 void WindowTarget::inputText(const engine::TaskInfo& task, const QString& text) {

@@ -47,7 +47,7 @@ public:
                int pressMs) override;
     void wheel(const engine::TaskInfo& task, int steps, platform::Point point) override;
     void key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) override;
-    void keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) override;
+    bool keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) override;
     void inputText(const engine::TaskInfo& task, const QString& text) override;
 
 private:

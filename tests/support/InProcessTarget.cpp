@@ -4,6 +4,8 @@
 #include <opencv2/imgproc.hpp>
 #include <utility>
 
+#include "keys/KeyGroupPress.h"
+
 namespace autoscene::test {
 
 void InProcessTarget::setFrames(std::vector<cv::Mat> bgr) {
@@ -95,13 +97,9 @@ void InProcessTarget::key(const engine::TaskInfo& task, int virtualKey, platform
     record({RecordedInput::Kind::Key, task.window, {}, virtualKey, int(op), {}});
 }
 
-void InProcessTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
-    for (int code : group) {
-        key(task, code, platform::KeyOp::Down);
-    }
-    for (auto it = group.rbegin(); it != group.rend(); ++it) {
-        key(task, *it, platform::KeyOp::Up);
-    }
+bool InProcessTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
+    return platform::keys::sendKeyGroup(group, task.stop,
+                                        [&](int code, platform::KeyOp op) { key(task, code, op); });
 }
 
 void InProcessTarget::inputText(const engine::TaskInfo& task, const QString& text) {

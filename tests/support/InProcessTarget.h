@@ -45,8 +45,9 @@ public:
                int pressMs) override;
     void wheel(const engine::TaskInfo& task, int steps, platform::Point point) override;
     void key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) override;
-    // Recorded as the downs and ups it stands for.
-    void keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) override;
+    // Recorded as the downs and ups it stands for, entries as stored; a stop cuts it short
+    // as on a real target.
+    bool keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) override;
     void inputText(const engine::TaskInfo& task, const QString& text) override;
     // Every character outside Latin-1, as a target whose keyboard has no others.
     QString untypableText(const engine::TaskInfo& task, const QString& text) override;

@@ -8,22 +8,24 @@ int virtualKeyOfGroupEntry(int code) {
     return isQtModifierKey(code) ? virtualKeyFromQtKey(code) : code;
 }
 
-void sendKeyGroup(const std::vector<int>& group, const std::stop_token& stop,
-                  const std::function<void(int virtualKey, KeyOp op)>& send) {
+bool sendKeyGroup(const std::vector<int>& group, const std::stop_token& stop,
+                  const std::function<void(int entry, KeyOp op)>& send) {
     std::size_t down = 0;
     for (; down < group.size() && !stop.stop_requested(); ++down) {
-        send(virtualKeyOfGroupEntry(group[down]), KeyOp::Down);
+        send(group[down], KeyOp::Down);
     }
+    const bool whole = down == group.size();
     while (down > 0) {
         --down;
-        send(virtualKeyOfGroupEntry(group[down]), KeyOp::Up);
+        send(group[down], KeyOp::Up);
     }
+    return whole;
 }
 
-void pressKeyGroup(IDesktopBackend& backend, const InputTarget& target,
+bool pressKeyGroup(IDesktopBackend& backend, const InputTarget& target,
                    const std::vector<int>& group, bool background, const std::stop_token& stop) {
-    sendKeyGroup(group, stop, [&](int virtualKey, KeyOp op) {
-        backend.key(target, virtualKey, op, background);
+    return sendKeyGroup(group, stop, [&](int entry, KeyOp op) {
+        backend.key(target, virtualKeyOfGroupEntry(entry), op, background);
     });
 }
 

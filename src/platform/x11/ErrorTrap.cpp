@@ -1,7 +1,5 @@
 #include "x11/ErrorTrap.h"
 
-#include <mutex>
-
 namespace autoscene::platform::x11 {
 namespace {
 
@@ -23,11 +21,8 @@ int ignoreLostServer(Display*) {
 }  // namespace
 
 void installErrorHandler() {
-    static std::once_flag once;
-    std::call_once(once, [] {
-        XSetErrorHandler(countError);
-        XSetIOErrorHandler(ignoreLostServer);
-    });
+    XSetErrorHandler(countError);
+    XSetIOErrorHandler(ignoreLostServer);
 }
 
 ErrorTrap::ErrorTrap(Display* display) : display_(display) {

@@ -9,7 +9,9 @@
 namespace autoscene::platform::x11 {
 
 // Installs the counting error handler, and an I/O error handler that leaves the reaction
-// to a lost server to each connection, once per process. Idempotent and thread-safe.
+// to a lost server to each connection. Both are process-wide, and a toolkit that opens its
+// own connection (Qt's xcb plug-in) puts in handlers that ignore errors and exit on any
+// lost connection: call it again after such a toolkit started. Thread-safe.
 void installErrorHandler();
 
 class ErrorTrap {

@@ -18,11 +18,14 @@
 
 #include "ClientProcess.h"
 #include "DemoTargetProcess.h"
+#include "FullDisk.h"
 #include "LoopbackPort.h"
 #include "ReferenceScreen.h"
 #include "XvfbServer.h"
 
+using autoscene::test::kNoFullDisk;
 using autoscene::test::SilentListener;
+using autoscene::test::startOnAFullDisk;
 using autoscene::testing::ClientProcess;
 using autoscene::testing::DemoTargetProcess;
 using autoscene::testing::ReferenceScreen;
@@ -47,9 +50,9 @@ class RunnerProgram : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_FALSE(server.display().empty()); }
 
-    void start(QProcess& process, const QStringList& arguments) {
+    void start(QProcess& process, const QStringList& arguments, const XvfbServer* on = nullptr) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("DISPLAY", QString::fromStdString(server.display()));
+        environment.insert("DISPLAY", QString::fromStdString((on ? *on : server).display()));
         process.setProcessEnvironment(environment);
         process.start(AUTOSCENE_RUN_PATH, arguments);
         ASSERT_TRUE(process.waitForStarted());
@@ -228,6 +231,24 @@ TEST_F(RunnerProgram, TimeLimitEndsTheRunWith124AndVariablesGivenOnTheCommandLin
     const RunResult started = run({folder, "--full-screen", "--time-limit", "5", "--var", "1=go"});
     EXPECT_EQ(started.exitCode, 0);
     EXPECT_TRUE(started.out.contains("ended: stop")) << started.out.toStdString();
+
+    // The last frame on a full disk: the run still ends as it would, and says why.
+    QTemporaryDir full;
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DISPLAY", QString::fromStdString(server.display()));
+    process.setProcessEnvironment(environment);
+    startOnAFullDisk(
+        process, full.path(), AUTOSCENE_RUN_PATH,
+        {folder, "--full-screen", "--time-limit", "1", "--save-frame", full.filePath("frame.png")});
+    const RunResult unsaved = finish(process);
+    if (unsaved.exitCode == kNoFullDisk) {
+        GTEST_SKIP() << "no user namespace to mount a full disk in";
+    }
+    EXPECT_EQ(unsaved.exitCode, 124);
+    EXPECT_TRUE(unsaved.err.contains("could not save the last frame") &&
+                unsaved.err.contains("No space left on device"))
+        << unsaved.err.toStdString();
 }
 
 TEST_F(RunnerProgram, ScriptExampleCountsWritesItsReportAndStops) {
@@ -241,32 +262,6 @@ TEST_F(RunnerProgram, ScriptExampleCountsWritesItsReportAndStops) {
     QFile file(report);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "counted to 3, screen seen");
-}
-
-TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachAScriptStuckInALoop) {
-    // The script marks that it runs before it loops, so that Ctrl+C reaches it mid-loop
-    // rather than before the action starts.
-    const QString started = tasks.filePath(QStringLiteral("started"));
-    const QString stuck = task(QStringLiteral(R"({"scene_list": [{"name": "s", "event_list": [
-        {"name": "e", "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1,
-        "js_code": "'true'"}]}, "action_list": [{"type": 12,
-        "js_code": "file.write('%1', 'x'); while (true) {}"}]}]}]})")
-                                   .arg(started)
-                                   .toUtf8());
-    EXPECT_EQ(run({stuck, "--full-screen", "--time-limit", "1"}).exitCode, 124);
-    QFile::remove(started);
-
-    QProcess process;
-    start(process, {stuck, "--full-screen", "--json"});
-    // Bounded generously: a loaded machine may take seconds to start the run.
-    for (int wait = 0; wait < 600 && !QFile::exists(started); ++wait) {
-        process.waitForReadyRead(100);
-    }
-    ::kill(pid_t(process.processId()), SIGINT);
-    const RunResult result = finish(process, 10000);
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.summary()["ended"].toString(), "interrupted");
-    EXPECT_TRUE(result.out.contains("interrupted: the run stopped")) << result.out.toStdString();
 }
 
 TEST_F(RunnerProgram, ScriptsHaveTheDesktopClipboard) {
@@ -292,7 +287,7 @@ QByteArray everyCycle(const QString& conditions, const QString& actions,
         .toUtf8();
 }
 
-TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingManyImageChecksAndAHungTextService) {
+TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingKeysImageChecksScriptsAndTheTextService) {
     const QString typing = task(
         everyCycle({}, QStringLiteral(R"({"type": 6, "text": "%1"})").arg(QString(10000, 'a'))));
 
@@ -314,6 +309,8 @@ TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingManyImageChecksAndAHungText
     QDir(matching).mkpath("image");
     ASSERT_TRUE(QFile::copy(AUTOSCENE_DEMO_TASK "/image/1.png", matching + "/image/1.png"));
 
+    const QString stuck = task(everyCycle({}, R"({"type": 12, "js_code": "while (true) {}"})"));
+
     // A service that takes the request and never answers, as when it is stopped.
     const SilentListener hung;
     const QString reading = task(everyCycle(
@@ -326,6 +323,7 @@ TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingManyImageChecksAndAHungText
     } cases[] = {{"typing", typing, {}},
                  {"key group", keyGroup, {}},
                  {"image checks", matching, {}},
+                 {"script stuck in a loop", stuck, {}},
                  {"hung text service", reading, {"--ocr-port", QString::number(hung.port())}}};
     for (const auto& c : cases) {
         for (const bool byTimeLimit : {true, false}) {
@@ -352,15 +350,27 @@ TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingManyImageChecksAndAHungText
 }
 
 TEST_F(RunnerProgram, LosingTheDisplayEndsTheRunWithFourAndSaysSo) {
-    QProcess process;
-    start(process, {task(everyCycle({}, {})), "--full-screen", "--json"});
-    std::this_thread::sleep_for(1500ms);
-    server.stop();
-    const RunResult result = finish(process, 10000);
-    EXPECT_EQ(result.exitCode, 4) << result.err.toStdString();
-    EXPECT_TRUE(result.err.contains("display") && result.err.contains("lost"))
-        << result.err.toStdString();
-    EXPECT_EQ(result.summary()["ended"].toString(), "display_lost");
+    // Scripts that use the clipboard run in a GUI application, whose own connection to the
+    // display must not end the program first, nor leave a clipboard call waiting forever.
+    const char* const scripts[] = {
+        "",
+        R"({"type": 9, "relation": 1, "js_code": "'false'"})",
+        R"js({"type": 9, "relation": 1,
+            "js_code": "auto.setClip('a'); String(auto.getClip() == 'b')"})js",
+    };
+    for (const char* script : scripts) {
+        SCOPED_TRACE(script);
+        XvfbServer display{640, 480};
+        QProcess process;
+        start(process, {task(everyCycle(script, {})), "--full-screen", "--json"}, &display);
+        std::this_thread::sleep_for(1500ms);
+        display.stop();
+        const RunResult result = finish(process, 10000);
+        EXPECT_EQ(result.exitCode, 4) << result.err.toStdString();
+        EXPECT_TRUE(result.err.contains("display") && result.err.contains("lost"))
+            << result.err.toStdString();
+        EXPECT_EQ(result.summary()["ended"].toString(), "display_lost");
+    }
 }
 
 TEST_F(RunnerProgram, AClickOutsideTheWindowIsNotSentAndTheLastFrameOutlivesTheWindow) {

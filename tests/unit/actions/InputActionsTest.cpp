@@ -159,7 +159,7 @@ TEST_F(InputActions, KeyModesAndGroupOrder) {
     EXPECT_EQ(target.inputs().size(), expected.size());
 }
 
-TEST_F(InputActions, AStopCutsTypingAndSlidesShortAndTheirResultsSaySo) {
+TEST_F(InputActions, AStopCutsTypingSlidesAndKeyGroupsShortAndTheirResultsSaySo) {
     std::stop_source stop;
     info.stop = stop.get_token();
     target.setInputHook([&stop](const RecordedInput&) { stop.request_stop(); });
@@ -184,6 +184,18 @@ TEST_F(InputActions, AStopCutsTypingAndSlidesShortAndTheirResultsSaySo) {
     EXPECT_EQ(inputs[1].code, int(MouseOp::LeftDown));
     EXPECT_EQ(inputs[2].code, int(MouseOp::LeftUp));
     EXPECT_FALSE(result(*slide)["err"].toString().isEmpty());
+
+    // The first key goes down, the stop comes, and only that key goes up again.
+    stop = std::stop_source();
+    info.stop = stop.get_token();
+    auto group = build(R"({"type": 11, "event_type": 3, "group_key": [16777249, 65, 66]})");
+    group->run(info);
+    ASSERT_EQ(target.inputs().size(), 5u);
+    EXPECT_EQ(target.inputs()[3].code, 16777249);
+    EXPECT_EQ(target.inputs()[4].code, 16777249);
+    EXPECT_EQ(target.inputs()[4].detail, int(autoscene::platform::KeyOp::Up));
+    EXPECT_TRUE(result(*group)["err"].toString().startsWith("stopped"))
+        << result(*group)["err"].toString().toStdString();
 }
 
 TEST_F(InputActions, MouseUpAndWheelUseTheRememberedOrNoPoint) {

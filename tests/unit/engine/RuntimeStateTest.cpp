@@ -74,7 +74,7 @@ TEST(VariableActions, PlusSubSetAndResetRecordTheirResults) {
     EXPECT_EQ(counter.value(), "-1");
 }
 
-TEST(Timers, DelayOnlyTimerFiresOnceAndADefaultClosedOneWaitsForItsStart) {
+TEST(Timers, FireAfterTheirDelayRepeatByPeriodAndASwitchedOffOneWaitsForItsStart) {
     ManualClock clock;
     MVTimer timer(1, "t", {}, {5, 0, false}, clock);
     EXPECT_EQ(timer.statusText(), "剩余时间:5秒");
@@ -104,25 +104,23 @@ TEST(Timers, DelayOnlyTimerFiresOnceAndADefaultClosedOneWaitsForItsStart) {
     EXPECT_FALSE(switchedOff.fire());
     clock.advanceMs(3000);
     EXPECT_TRUE(switchedOff.fire());
-}
 
-TEST(Timers, PeriodRepeatsAndValuesSplitAtTheColon) {
-    ManualClock clock;
-    MVTimer timer(1, "t", {}, {1, 2, false}, clock);
+    // With a period it repeats; its value is "delay:period".
+    MVTimer periodic(1, "t", {}, {1, 2, false}, clock);
     clock.advanceMs(1000);
-    EXPECT_TRUE(timer.fire());
+    EXPECT_TRUE(periodic.fire());
     clock.advanceMs(1999);
-    EXPECT_FALSE(timer.fire());
+    EXPECT_FALSE(periodic.fire());
     clock.advanceMs(1);
-    EXPECT_TRUE(timer.fire());
-    EXPECT_EQ(timer.value(), "1:2");
-    timer.setValue("10");
-    EXPECT_EQ(timer.value(), "10:2");
-    timer.setDefaultValue("7");  // no colon: ignored
-    EXPECT_EQ(inOtherThread([&] { return timer.value(); }), "1:2");
+    EXPECT_TRUE(periodic.fire());
+    EXPECT_EQ(periodic.value(), "1:2");
+    periodic.setValue("10");
+    EXPECT_EQ(periodic.value(), "10:2");
+    periodic.setDefaultValue("7");  // no colon: ignored
+    EXPECT_EQ(inOtherThread([&] { return periodic.value(); }), "1:2");
 }
 
-TEST(Alarms, FireOnceInsideTheirWindowAndRepeatingOnesRearmAfterIt) {
+TEST(Alarms, FireOnceInsideTheirWindowRepeatingOnesRearmAndTheStatusTellsTheTimeLeft) {
     ManualClock late(QDateTime(QDate(2026, 1, 5), QTime(8, 6)));
     MVAlarm missed(1, "a", {}, {QTime(8, 0), 5, 0}, late);
     EXPECT_FALSE(missed.fire());
@@ -139,9 +137,8 @@ TEST(Alarms, FireOnceInsideTheirWindowAndRepeatingOnesRearmAfterIt) {
     clock.advanceMs(2 * 60 * 1000);
     EXPECT_FALSE(repeating.fire());  // re-armed
     EXPECT_FALSE(repeating.triggered());
-}
 
-TEST(Alarms, RemainingTimeTextSwitchesToMinutesAbove60Seconds) {
+    // The remaining time is told in minutes above 60 seconds.
     for (const auto& [now, text] : {std::pair{QTime(7, 59), "剩余:60秒"},
                                     {QTime(7, 58, 59), "剩余:1分钟"},
                                     {QTime(8, 2), "待触发"}}) {

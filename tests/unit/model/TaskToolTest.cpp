@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include "FullDisk.h"
 #include "TestSupport.h"
 
 using namespace autoscene::test;
@@ -69,6 +70,20 @@ TEST(TaskTool, ResaveWritesWhatTheEditorWouldSave) {
     EXPECT_EQ(readFile(out.filePath("again/script.json")), saved);
 }
 
+TEST(TaskTool, ResaveOnAFullDiskSaysSoAndExitsWithOne) {
+    QTemporaryDir full;
+    QProcess process;
+    startOnAFullDisk(process, full.path(), AUTOSCENE_TASK_TOOL,
+                     {"resave", fixturePath("tasks/every-record"), full.path()});
+    ASSERT_TRUE(process.waitForFinished(30000));
+    if (process.exitCode() == kNoFullDisk) {
+        GTEST_SKIP() << "no user namespace to mount a full disk in";
+    }
+    const QString err = QString::fromUtf8(process.readAllStandardError());
+    EXPECT_EQ(process.exitCode(), 1) << err.toStdString();
+    EXPECT_TRUE(err.contains("No space left on device")) << err.toStdString();
+}
+
 TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
     QTemporaryDir dir;
     writeFile(dir.filePath("script.json"), R"({"name": "x",, })");
@@ -97,10 +112,12 @@ TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
                           "skipped /scene_list/0/event_list/0/item_group: unknown key \"relaton\"",
                           "skipped /scene_list/0/event_list/0/item_group/item_list/0: unknown key "
                           "\"compare_valu\""});
-    // Outside the scenes too: the top level, window_info, resource lists and nested records.
+    // Outside the scenes too: the top level, window_info, resource and definition lists and
+    // nested records.
     writeFile(dir.filePath("script.json"), R"({"loop_intervall": 20,
         "window_info": {"clas_name": "xcalc"},
         "image_list": [{"id": 1, "name": "i", "file": "1.png", "similarity": 0.9}],
+        "var_list": [{"type": 3, "id": 1, "name": "t", "delai": 5}],
         "scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group": {"type": 5,
             "item_list": [{"type": 6, "relation": 1, "text_info": {"thresold": 90}}]}}]}]})");
     const ToolRun outside = runTool({"check", dir.path()});
@@ -109,6 +126,7 @@ TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
                 {"skipped /: unknown key \"loop_intervall\"",
                  "skipped /window_info: unknown key \"clas_name\"",
                  "skipped /image_list/0: unknown key \"similarity\"",
+                 "skipped /var_list/0: unknown key \"delai\"",
                  "skipped /scene_list/0/event_list/0/item_group/item_list/0/text_info: "
                  "unknown key \"thresold\""});
     // The tool's own files have no unknown keys, nor references to nothing.

@@ -20,6 +20,7 @@ TEST(TaskScripts, ReachNamesEveryKindOfCall) {
         {"image.save(p, 'png', 90); file.touch(p)", {"writes or removes files"}},
         {"http.get(u)", {"reaches the network"}},
         {"http.download(u, f); auto.browse(u)", {"reaches the network", "opens URLs"}},
+        {"auto.setClip(auto.getClip() + '!')", {"uses the clipboard"}},
         {"auto['sh' + 'ell']('ls')",
          {"reaches objects by computed names (cannot tell what it does)"}},
         {"var f = file; f.remove('x')",
