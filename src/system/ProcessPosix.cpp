@@ -5,12 +5,16 @@
 // or variables on the command line; "sh -c '...'" gives them where wanted.
 
 #include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
@@ -74,10 +78,14 @@ struct SpawnResult {
     int error = 0;
 };
 
+// A captured child leads a process group of its own, so that ending it ends what it
+// started; a hidden one is detached in a session of its own.
+enum class Detach { OwnGroup, NewSession };
+
 // stdin is /dev/null; stdout and stderr go to `outputFd`, or to /dev/null when it is -1.
 // Every other descriptor is closed in the child, so that a child started by one thread
 // never holds the write end of another thread's capture pipe open.
-SpawnResult spawn(const std::string& commandLine, int outputFd, bool newSession) {
+SpawnResult spawn(const std::string& commandLine, int outputFd, Detach detach) {
     std::optional<std::vector<std::string>> words = splitCommandLine(commandLine);
     if (!words || words->empty()) {
         return {0, words ? ENOENT : EINVAL};
@@ -108,8 +116,11 @@ SpawnResult spawn(const std::string& commandLine, int outputFd, bool newSession)
     posix_spawnattr_setsigmask(attributes.get(), &noSignals);
     posix_spawnattr_setsigdefault(attributes.get(), &allSignals);
     short flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
-    if (newSession) {
+    if (detach == Detach::NewSession) {
         flags |= POSIX_SPAWN_SETSID;
+    } else {
+        flags |= POSIX_SPAWN_SETPGROUP;
+        posix_spawnattr_setpgroup(attributes.get(), 0);
     }
     posix_spawnattr_setflags(attributes.get(), flags);
 
@@ -130,43 +141,89 @@ void reap(pid_t pid) {
 }  // namespace
 
 std::string runCommandCapture(const std::string& commandLine) {
+    return runCommandCapture(commandLine, std::chrono::milliseconds::max(), {}).output;
+}
+
+CommandOutput runCommandCapture(const std::string& commandLine, std::chrono::milliseconds timeLimit,
+                                std::stop_token stop) {
+    using Clock = std::chrono::steady_clock;
+    std::optional<Clock::time_point> deadline;
+    if (timeLimit != std::chrono::milliseconds::max()) {
+        deadline = Clock::now() + timeLimit;
+    }
     int pipeFds[2] = {-1, -1};
     if (::pipe2(pipeFds, O_CLOEXEC) != 0) {
         throw std::runtime_error("CreatePipe failed");
     }
     UniqueFd readEnd(pipeFds[0]);
     UniqueFd writeEnd(pipeFds[1]);
+    // A stop request writes a byte here, which wakes the poll below at once.
+    int wakeFds[2] = {-1, -1};
+    if (::pipe2(wakeFds, O_CLOEXEC | O_NONBLOCK) != 0) {
+        throw std::runtime_error("CreatePipe failed");
+    }
+    UniqueFd wakeRead(wakeFds[0]);
+    UniqueFd wakeWrite(wakeFds[1]);
 
-    const SpawnResult child = spawn(commandLine, writeEnd.get(), false);
+    const SpawnResult child = spawn(commandLine, writeEnd.get(), Detach::OwnGroup);
     if (child.error != 0) {
         std::fprintf(stderr, "createProcess err:%d\n", child.error);
         throw std::runtime_error("CreateProcess failed:" + std::to_string(child.error));
     }
     // The read below only ends once no process holds the write end any more.
     writeEnd.reset();
+    const std::stop_callback wake(stop, [&wakeWrite] {
+        [[maybe_unused]] const ssize_t written = ::write(wakeWrite.get(), "", 1);
+    });
 
     constexpr std::size_t chunkBytes = 1023;
     char buffer[chunkBytes + 1] = {};
-    std::string output;
+    CommandOutput result;
     for (;;) {
+        int waitMs = -1;
+        if (deadline) {
+            const auto left =
+                std::chrono::ceil<std::chrono::milliseconds>(*deadline - Clock::now());
+            if (left.count() <= 0) {
+                result.end = CommandEnd::TimedOut;
+                break;
+            }
+            waitMs = int(std::min<std::int64_t>(left.count(), 60000));
+        }
+        pollfd watched[2] = {{readEnd.get(), POLLIN, 0}, {wakeRead.get(), POLLIN, 0}};
+        if (::poll(watched, 2, waitMs) < 0 && errno != EINTR) {
+            ::kill(-child.pid, SIGKILL);
+            reap(child.pid);
+            throw std::runtime_error("ReadFile failed");
+        }
+        if (stop.stop_requested()) {
+            result.end = CommandEnd::Stopped;
+            break;
+        }
+        if (watched[0].revents == 0) {
+            continue;
+        }
         const ssize_t readBytes = ::read(readEnd.get(), buffer, chunkBytes);
         if (readBytes > 0) {
-            output.append(buffer, static_cast<std::size_t>(readBytes));
+            result.output.append(buffer, static_cast<std::size_t>(readBytes));
         } else if (readBytes == 0) {
             break;
         } else if (errno != EINTR) {
-            readEnd.reset();
+            ::kill(-child.pid, SIGKILL);
             reap(child.pid);
             throw std::runtime_error("ReadFile failed");
         }
     }
-    // The child has closed its output; waiting now only collects its exit status.
+    if (result.end != CommandEnd::Exited) {
+        ::kill(-child.pid, SIGKILL);
+    }
+    // Once the child has closed its output, waiting only collects its exit status.
     reap(child.pid);
-    return output;
+    return result;
 }
 
 HiddenProcess startHiddenProcess(const std::string& commandLine) {
-    const SpawnResult child = spawn(commandLine, -1, true);
+    const SpawnResult child = spawn(commandLine, -1, Detach::NewSession);
     if (child.error != 0) {
         std::fputs("CreateProcess failed.\n", stdout);
         return {};

@@ -1,7 +1,9 @@
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -11,6 +13,10 @@ namespace autoscene::sys {
 namespace {
 
 constexpr DWORD kReadChunkBytes = 1023;
+// Anonymous pipes cannot be waited on together with a stop, so the output is polled: a
+// large pipe lets a child write a whole frame between two looks.
+constexpr DWORD kPipeBytes = 1 << 20;
+constexpr DWORD kPollMs = 10;
 
 // Command lines arrive in the ANSI code page, as the rest of the Windows side uses.
 std::wstring commandLineToUtf16(const std::string& commandLine) {
@@ -37,12 +43,22 @@ void closeAll(std::initializer_list<HANDLE> handles) {
 }  // namespace
 
 std::string runCommandCapture(const std::string& commandLine) {
+    return runCommandCapture(commandLine, std::chrono::milliseconds::max(), {}).output;
+}
+
+CommandOutput runCommandCapture(const std::string& commandLine, std::chrono::milliseconds timeLimit,
+                                std::stop_token stop) {
+    using Clock = std::chrono::steady_clock;
+    std::optional<Clock::time_point> deadline;
+    if (timeLimit != std::chrono::milliseconds::max()) {
+        deadline = Clock::now() + timeLimit;
+    }
     SECURITY_ATTRIBUTES inheritable{};
     inheritable.nLength = sizeof(inheritable);
     inheritable.bInheritHandle = TRUE;
     HANDLE readEnd = nullptr;
     HANDLE writeEnd = nullptr;
-    if (!CreatePipe(&readEnd, &writeEnd, &inheritable, 0)) {
+    if (!CreatePipe(&readEnd, &writeEnd, &inheritable, kPipeBytes)) {
         throw std::runtime_error("CreatePipe failed");
     }
     // Only the write end is for the child.
@@ -64,27 +80,52 @@ std::string runCommandCapture(const std::string& commandLine) {
         closeAll({readEnd, writeEnd});
         throw std::runtime_error("CreateProcess failed:" + std::to_string(error));
     }
-    // Otherwise the last read would wait for our own copy of the write end.
+    // Otherwise the pipe would never break: we would hold its write end ourselves.
     CloseHandle(writeEnd);
 
-    std::string output;
+    CommandOutput result;
     std::array<char, kReadChunkBytes + 1> buffer{};
     for (;;) {
-        DWORD readBytes = 0;
-        if (!ReadFile(readEnd, buffer.data(), kReadChunkBytes, &readBytes, nullptr)) {
+        if (stop.stop_requested()) {
+            result.end = CommandEnd::Stopped;
+            break;
+        }
+        if (deadline && Clock::now() >= *deadline) {
+            result.end = CommandEnd::TimedOut;
+            break;
+        }
+        DWORD available = 0;
+        if (!PeekNamedPipe(readEnd, nullptr, 0, nullptr, &available, nullptr)) {
             if (GetLastError() == ERROR_BROKEN_PIPE) {
                 break;
             }
+            TerminateProcess(process.hProcess, 1);
             closeAll({readEnd, process.hProcess, process.hThread});
             throw std::runtime_error("ReadFile failed");
         }
-        if (readBytes == 0) {
-            break;
+        if (available == 0) {
+            // Returns early when the child ends; once it has, something it started may
+            // still hold the pipe, and only the sleep paces the looks.
+            if (WaitForSingleObject(process.hProcess, kPollMs) == WAIT_OBJECT_0) {
+                Sleep(kPollMs);
+            }
+            continue;
         }
-        output.append(buffer.data(), readBytes);
+        DWORD readBytes = 0;
+        if (!ReadFile(readEnd, buffer.data(), std::min(available, kReadChunkBytes), &readBytes,
+                      nullptr)) {
+            TerminateProcess(process.hProcess, 1);
+            closeAll({readEnd, process.hProcess, process.hThread});
+            throw std::runtime_error("ReadFile failed");
+        }
+        result.output.append(buffer.data(), readBytes);
+    }
+    if (result.end != CommandEnd::Exited) {
+        TerminateProcess(process.hProcess, 1);
+        WaitForSingleObject(process.hProcess, INFINITE);
     }
     closeAll({readEnd, process.hProcess, process.hThread});
-    return output;
+    return result;
 }
 
 HiddenProcess startHiddenProcess(const std::string& commandLine) {

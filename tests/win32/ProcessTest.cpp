@@ -85,6 +85,30 @@ TEST(Process, HiddenProcessInheritsNoHandlesAndItsEndIsAwaitedOrForcedAndItsCode
     EXPECT_EQ(releaseProcess(never), -1);
 }
 
+TEST(Process, TimeLimitOrStopEndsAHungChildAndOutputStillComesWhole) {
+    using std::chrono::milliseconds;
+    // Wine starts a process slowly; the hung child's 60 s are far off either bound.
+    DWORD start = GetTickCount();
+    EXPECT_EQ(runCommandCapture(helper("sleep 60000"), milliseconds(300), {}).end,
+              CommandEnd::TimedOut);
+    EXPECT_LT(GetTickCount() - start, 5000u);
+
+    std::stop_source stop;
+    std::thread stopper([&] {
+        Sleep(300);
+        stop.request_stop();
+    });
+    start = GetTickCount();
+    EXPECT_EQ(runCommandCapture(helper("sleep 60000"), milliseconds::max(), stop.get_token()).end,
+              CommandEnd::Stopped);
+    EXPECT_LT(GetTickCount() - start, 5000u);
+    stopper.join();
+
+    const CommandOutput lines = runCommandCapture(helper("lines 3"), std::chrono::seconds(30), {});
+    EXPECT_EQ(lines.end, CommandEnd::Exited);
+    EXPECT_EQ(lines.output, "line 00000\nline 00001\nline 00002\n");
+}
+
 TEST(Process, CrashWritesAMinidumpThatTheNextCrashReplaces) {
     const std::string folder = makeTempFolder("crash");
     const std::string dump = folder + "\\crash.dmp";

@@ -19,20 +19,21 @@ public:
     AdbRoute(const AdbClient& adb, std::string serial) : adb_(adb), serial_(std::move(serial)) {}
 
     const char* name() const override { return "adb"; }
-    DeviceCapture capture() override;
-    AdbError tap(Point point, int pressMs) override;
-    AdbError swipe(const std::vector<Point>& path, int durationMs) override;
-    AdbError key(int androidKeyCode, KeyOp op) override;
-    AdbError text(const std::string& utf8) override;
+    DeviceCapture capture(std::stop_token stop) override;
+    AdbError tap(Point point, int pressMs, std::stop_token stop) override;
+    AdbError swipe(const std::vector<Point>& path, int durationMs, std::stop_token stop) override;
+    AdbError key(int androidKeyCode, KeyOp op, std::stop_token stop) override;
+    AdbError text(const std::string& utf8, std::stop_token stop) override;
     std::string untypable(const std::string& utf8) const override;
-    AdbError startApp(const std::string& package, const std::string& activity) override;
+    AdbError startApp(const std::string& package, const std::string& activity,
+                      std::stop_token stop) override;
     // For a device reached over the network ("host:port") that adb reports offline or
     // missing: connects it afresh, at most once a second. adb does not do it by itself
     // once the device's end of the connection has gone.
     void recover(const std::string& error) override;
 
 private:
-    AdbError shellInput(const std::string& command);
+    AdbError shellInput(const std::string& command, std::stop_token stop);
 
     const AdbClient& adb_;
     const std::string serial_;

@@ -34,8 +34,8 @@ ServiceRoute::ServiceRoute(DeviceServices& services, std::string serial, LogSink
                            std::chrono::milliseconds portWait)
     : services_(services), serial_(std::move(serial)), log_(std::move(log)), portWait_(portWait) {}
 
-std::string ServiceRoute::base() {
-    const auto port = services_.port(serial_, portWait_);
+std::string ServiceRoute::base(const std::stop_token& stop) {
+    const auto port = services_.port(serial_, portWait_, stop);
     return port ? "http://127.0.0.1:" + number(*port) : std::string();
 }
 
@@ -50,9 +50,9 @@ int keyActionOf(KeyOp op) {
     }
 }
 
-DeviceCapture ServiceRoute::capture() {
+DeviceCapture ServiceRoute::capture(std::stop_token stop) {
     DeviceCapture result;
-    const std::string url = base();
+    const std::string url = base(stop);
     if (url.empty()) {
         result.error = "the device service did not start";
         return result;
@@ -69,8 +69,9 @@ DeviceCapture ServiceRoute::capture() {
     return result;
 }
 
-AdbError ServiceRoute::get(const std::string& pathAndQuery, const char* logPrefix) {
-    const std::string url = base();
+AdbError ServiceRoute::get(const std::string& pathAndQuery, const char* logPrefix,
+                           const std::stop_token& stop) {
+    const std::string url = base(stop);
     if (url.empty()) {
         return "the device service did not start";
     }
@@ -82,24 +83,24 @@ AdbError ServiceRoute::get(const std::string& pathAndQuery, const char* logPrefi
     return response.status == 200 ? AdbError() : "HTTP " + number(int(response.status));
 }
 
-AdbError ServiceRoute::tap(Point point, int pressMs) {
+AdbError ServiceRoute::tap(Point point, int pressMs, std::stop_token stop) {
     return get("/touch?id=0&x=" + number(point.x) + "&y=" + number(point.y) +
                    "&duration=" + number(pressMs) + "&action=" + number(kTouchTap),
-               "mouseEvent reslt:");
+               "mouseEvent reslt:", stop);
 }
 
-AdbError ServiceRoute::key(int androidKeyCode, KeyOp op) {
+AdbError ServiceRoute::key(int androidKeyCode, KeyOp op, std::stop_token stop) {
     return get("/key?key=" + number(androidKeyCode) +
                    "&downTime=0&pressTime=0&action=" + number(keyActionOf(op)),
-               "keyEvent reslt:");
+               "keyEvent reslt:", stop);
 }
 
-AdbError ServiceRoute::text(const std::string& utf8) {
-    return get("/input?text=" + percentEncode(utf8), "input reslt:");
+AdbError ServiceRoute::text(const std::string& utf8, std::stop_token stop) {
+    return get("/input?text=" + percentEncode(utf8), "input reslt:", stop);
 }
 
-AdbError ServiceRoute::swipe(const std::vector<Point>& path, int durationMs) {
-    const std::string url = base();
+AdbError ServiceRoute::swipe(const std::vector<Point>& path, int durationMs, std::stop_token stop) {
+    const std::string url = base(stop);
     if (url.empty()) {
         return "the device service did not start";
     }
@@ -114,12 +115,13 @@ AdbError ServiceRoute::swipe(const std::vector<Point>& path, int durationMs) {
     return response.empty() ? "no answer to /slide" : AdbError();
 }
 
-AdbError ServiceRoute::startApp(const std::string& package, const std::string& activity) {
+AdbError ServiceRoute::startApp(const std::string& package, const std::string& activity,
+                                std::stop_token stop) {
     std::string query = "/app?package_name=" + percentEncode(package);
     if (!activity.empty()) {
         query += "&activity=" + percentEncode(activity);
     }
-    const std::string url = base();
+    const std::string url = base(stop);
     if (url.empty()) {
         return "the device service did not start";
     }

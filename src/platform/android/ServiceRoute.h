@@ -26,19 +26,21 @@ public:
                  std::chrono::milliseconds portWait);
 
     const char* name() const override { return "service"; }
-    DeviceCapture capture() override;
-    AdbError tap(Point point, int pressMs) override;
-    AdbError swipe(const std::vector<Point>& path, int durationMs) override;
-    AdbError key(int androidKeyCode, KeyOp op) override;
+    DeviceCapture capture(std::stop_token stop) override;
+    AdbError tap(Point point, int pressMs, std::stop_token stop) override;
+    AdbError swipe(const std::vector<Point>& path, int durationMs, std::stop_token stop) override;
+    AdbError key(int androidKeyCode, KeyOp op, std::stop_token stop) override;
     // Typed by the device's input method, which takes any text.
-    AdbError text(const std::string& utf8) override;
+    AdbError text(const std::string& utf8, std::stop_token stop) override;
     std::string untypable(const std::string&) const override { return {}; }
-    AdbError startApp(const std::string& package, const std::string& activity) override;
+    AdbError startApp(const std::string& package, const std::string& activity,
+                      std::stop_token stop) override;
 
 private:
     // "http://127.0.0.1:PORT", or empty when the service did not come up in time.
-    std::string base();
-    AdbError get(const std::string& pathAndQuery, const char* logPrefix);
+    std::string base(const std::stop_token& stop);
+    AdbError get(const std::string& pathAndQuery, const char* logPrefix,
+                 const std::stop_token& stop);
 
     DeviceServices& services_;
     const std::string serial_;
