@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "TestSupport.h"
+#include "system/PipedProcess.h"
 #include "system/Process.h"
 #include "system/ProcessEnd.h"
 
@@ -107,6 +108,23 @@ TEST(Process, TimeLimitOrStopEndsAHungChildAndOutputStillComesWhole) {
     const CommandOutput lines = runCommandCapture(helper("lines 3"), std::chrono::seconds(30), {});
     EXPECT_EQ(lines.end, CommandEnd::Exited);
     EXPECT_EQ(lines.output, "line 00000\nline 00001\nline 00002\n");
+}
+
+TEST(Process, PipedChildAnswersEachLineAndEndsWithItsInput) {
+    PipedProcess child(helper("echo"));
+    ASSERT_TRUE(child.write("one\ntwo\n"));
+    for (const char* expected : {"one", "two"}) {
+        const PipedReply reply = child.readUntil("\n", std::chrono::seconds(30), {});
+        EXPECT_TRUE(reply.complete);
+        EXPECT_EQ(reply.output, expected);
+    }
+    const PipedReply late = child.readUntil("\n", std::chrono::milliseconds(300), {});
+    EXPECT_EQ(late.end, CommandEnd::TimedOut);
+    EXPECT_FALSE(late.complete);
+    ASSERT_TRUE(child.write("quit\n"));
+    const PipedReply ended = child.readUntil("\n", std::chrono::seconds(30), {});
+    EXPECT_FALSE(ended.complete);
+    EXPECT_EQ(ended.end, CommandEnd::Exited);
 }
 
 TEST(Process, CrashWritesAMinidumpThatTheNextCrashReplaces) {

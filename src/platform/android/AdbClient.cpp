@@ -62,28 +62,34 @@ std::string quoteWord(const std::string& word) {
     return quoted + "\"";
 }
 
-AdbResult AdbClient::run(const std::string& serial, const std::string& arguments,
-                         std::stop_token stop) const {
+std::string AdbClient::commandLine(const std::string& serial, const std::string& arguments) const {
     std::string line = quoteWord(program_);
     if (!serial.empty()) {
         line += " -s " + quoteWord(serial);
     }
-    line += " " + arguments;
+    return line + " " + arguments;
+}
+
+std::string unfinishedCall(const std::string& call, sys::CommandEnd end,
+                           std::chrono::milliseconds limit) {
+    return call + (end == sys::CommandEnd::Stopped
+                       ? std::string(": stopped")
+                       : ": timed out after " + std::to_string(limit.count()) + " ms");
+}
+
+AdbResult AdbClient::run(const std::string& serial, const std::string& arguments,
+                         std::stop_token stop) const {
     sys::CommandOutput captured;
     try {
-        captured = sys::runCommandCapture(line, timeLimit_, std::move(stop));
+        captured =
+            sys::runCommandCapture(commandLine(serial, arguments), timeLimit_, std::move(stop));
     } catch (const std::runtime_error& error) {
         return {false, "cannot run " + program_ + ": " + error.what()};
     }
-    switch (captured.end) {
-        case sys::CommandEnd::TimedOut:
-            return {false, "adb " + arguments + ": timed out after " +
-                               std::to_string(timeLimit_.count()) + " ms"};
-        case sys::CommandEnd::Stopped:
-            return {false, "adb " + arguments + ": stopped"};
-        default:
-            return {true, std::move(captured.output)};
+    if (captured.end != sys::CommandEnd::Exited) {
+        return {false, unfinishedCall("adb " + arguments, captured.end, timeLimit_)};
     }
+    return {true, std::move(captured.output)};
 }
 
 AdbResult AdbClient::shell(const std::string& serial, const std::string& deviceCommand,

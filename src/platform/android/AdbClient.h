@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "system/Process.h"
+
 namespace autoscene::platform::android {
 
 // How a system names programs and separates the folders of its search path.
@@ -36,12 +38,19 @@ struct AdbResult {
 
 constexpr std::chrono::milliseconds kAdbTimeLimit{10000};
 
+// Why `call` gave no answer: it timed out after `limit` or was stopped.
+std::string unfinishedCall(const std::string& call, sys::CommandEnd end,
+                           std::chrono::milliseconds limit);
+
 class AdbClient {
 public:
     explicit AdbClient(std::string program, std::chrono::milliseconds timeLimit = kAdbTimeLimit)
         : program_(std::move(program)), timeLimit_(timeLimit) {}
 
     const std::string& program() const { return program_; }
+    std::chrono::milliseconds timeLimit() const { return timeLimit_; }
+    // The command line that runs adb with `arguments` on the device `serial` (none: empty).
+    std::string commandLine(const std::string& serial, const std::string& arguments) const;
 
     // `arguments` is a command-line fragment, quoted where needed.
     AdbResult run(const std::string& serial, const std::string& arguments,

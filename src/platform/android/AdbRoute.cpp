@@ -85,7 +85,7 @@ void AdbRoute::recover(const std::string& error) {
 }
 
 AdbError AdbRoute::shellInput(const std::string& command, std::stop_token stop) {
-    return failureOf(adb_.shell(serial_, "input " + command, std::move(stop)));
+    return failureOf(inputShell_.run("input " + command, stop));
 }
 
 AdbError AdbRoute::tap(Point point, int pressMs, std::stop_token stop) {

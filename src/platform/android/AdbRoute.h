@@ -1,12 +1,14 @@
 #pragma once
 // Driving one device by adb alone, with nothing installed on it: frames from
-// "exec-out screencap", input through "shell input", apps through monkey and am.
+// "exec-out screencap", input through "input" in a kept "adb shell", apps through monkey
+// and am.
 
 #include <chrono>
 #include <mutex>
 #include <string>
 
 #include "android/AdbClient.h"
+#include "android/AdbShellSession.h"
 #include "android/DeviceRoute.h"
 
 namespace autoscene::platform::android {
@@ -16,7 +18,8 @@ namespace autoscene::platform::android {
 // event, an up sends nothing.
 class AdbRoute : public IDeviceRoute {
 public:
-    AdbRoute(const AdbClient& adb, std::string serial) : adb_(adb), serial_(std::move(serial)) {}
+    AdbRoute(const AdbClient& adb, std::string serial)
+        : adb_(adb), serial_(std::move(serial)), inputShell_(adb, serial_) {}
 
     const char* name() const override { return "adb"; }
     DeviceCapture capture(std::stop_token stop) override;
@@ -38,7 +41,8 @@ private:
     const AdbClient& adb_;
     const std::string serial_;
     std::mutex mutex_;
-    bool pngOnly_ = false;  // the device's raw pixel format is one this side cannot read
+    bool pngOnly_ = false;        // the device's raw pixel format is one this side cannot read
+    AdbShellSession inputShell_;  // the worker's thread only
     std::chrono::steady_clock::time_point lastReconnect_;
 };
 

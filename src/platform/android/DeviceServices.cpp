@@ -114,8 +114,8 @@ void DeviceServices::serve(const std::string& serial) {
     const std::string key = keys_ != nullptr ? keys_->serviceKey() : std::string();
     const std::string command = std::string("export CLASSPATH=") + kDeviceServiceFile +
                                 " ;app_process /system/bin/ " + kServiceClass + " " + key;
-    const sys::HiddenProcess process = sys::startHiddenProcess(
-        quoteWord(adb_.program()) + " -s " + quoteWord(serial) + " shell " + quoteWord(command));
+    const sys::HiddenProcess process =
+        sys::startHiddenProcess(adb_.commandLine(serial, "shell " + quoteWord(command)));
     if (!process.started()) {
         log_("service start failed: cannot run " + adb_.program());
         stopStarting();

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "system/PipedProcess.h"
 #include "system/Process.h"
 #include "system/ProcessEnd.h"
 
@@ -111,6 +112,42 @@ TEST(RunCommandCapture, TimeLimitOrStopEndsTheChildAndWhatItStarted) {
         sys::runCommandCapture("echo quick", std::chrono::seconds(5), unused.get_token());
     EXPECT_EQ(quick.end, sys::CommandEnd::Exited);
     EXPECT_EQ(quick.output, "quick\n");
+}
+
+TEST(PipedProcess, AnswersCommandsInTurnUntilCutShortOrEnded) {
+    using std::chrono::milliseconds;
+    sys::PipedProcess shell("sh");
+    ASSERT_TRUE(shell.write("echo one; echo :m:\necho a; echo :m:; printf b; echo :m:\n"));
+    for (const char* expected : {"one\n", "a\n", "b"}) {
+        const sys::PipedReply reply = shell.readUntil(":m:\n", milliseconds(5000), {});
+        EXPECT_TRUE(reply.complete);
+        EXPECT_EQ(reply.output, expected);
+    }
+    ASSERT_TRUE(shell.write("sleep 30; echo :m:\n"));
+    const sys::PipedReply late = shell.readUntil(":m:\n", milliseconds(200), {});
+    EXPECT_FALSE(late.complete);
+    EXPECT_EQ(late.end, sys::CommandEnd::TimedOut);
+
+    sys::PipedProcess stopped("sh");
+    std::stop_source stop;
+    std::jthread stopper([&] {
+        std::this_thread::sleep_for(milliseconds(200));
+        stop.request_stop();
+    });
+    EXPECT_EQ(stopped.readUntil(":m:\n", milliseconds::max(), stop.get_token()).end,
+              sys::CommandEnd::Stopped);
+
+    sys::PipedProcess ended("sh");
+    ASSERT_TRUE(ended.write("echo last; exit\n"));
+    const sys::PipedReply last = ended.readUntil(":m:\n", milliseconds(5000), {});
+    EXPECT_FALSE(last.complete);
+    EXPECT_EQ(last.end, sys::CommandEnd::Exited);
+    EXPECT_EQ(last.output, "last\n");
+    // Once the shell has gone, writes fail; no SIGPIPE ends the test either.
+    for (int wait = 0; wait < 100 && ended.write("echo gone\n"); ++wait) {
+        std::this_thread::sleep_for(milliseconds(10));
+    }
+    EXPECT_FALSE(ended.write("echo gone\n"));
 }
 
 TEST(StartHiddenProcess, StartsDetachedInItsOwnSessionOrReportsAMissingProgram) {
