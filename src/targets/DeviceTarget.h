@@ -41,6 +41,10 @@ public:
 
     // "service" or "adb": how the device is driven, chosen on first use and logged once.
     QString routeOf(const QString& serial);
+    // The geometry of the device's last frame, where its route is told it (the service).
+    std::optional<platform::android::ServiceFrameInfo> frameInfo(const QString& serial) {
+        return device(serial).route->lastFrameInfo();
+    }
     // Ends every wait for a device service's port at once, and fails later ones at once:
     // the run is stopping.
     void cancelWaits() { cancelled_ = true; }

@@ -3,10 +3,12 @@
 // (ServiceRoute). Errors are texts, empty for success. Every call gives up once its
 // `stop` is requested.
 
+#include <optional>
 #include <stop_token>
 #include <string>
 #include <vector>
 
+#include "android/ServiceFrame.h"
 #include "desktop/DesktopBackend.h"
 
 namespace autoscene::platform::android {
@@ -37,6 +39,8 @@ public:
     // The launcher activity of `package`, or `activity` of it when one is given.
     virtual AdbError startApp(const std::string& package, const std::string& activity,
                               std::stop_token stop) = 0;
+    // The geometry of the last frame, where the route is told it; none before the first.
+    virtual std::optional<ServiceFrameInfo> lastFrameInfo() const { return std::nullopt; }
     // Called with a failed capture's error: a route may try to get the device back.
     virtual void recover(const std::string&) {}
 };

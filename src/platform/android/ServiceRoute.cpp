@@ -57,20 +57,46 @@ DeviceCapture ServiceRoute::capture(std::stop_token stop) {
         result.error = "the device service did not start";
         return result;
     }
-    const http::HttpResponse response = http::httpGetWithHeaders(url + "/request_image", {});
+    const bool fresh = inputSinceFrame_.exchange(false);
+    const http::HttpResponse response = http::httpGetWithHeaders(
+        url + (fresh ? "/request_image?immediately=1" : "/request_image"), {});
     if (!response.error.empty()) {
         result.error = response.error;
         return result;
     }
-    DecodedFrame decoded =
-        decodeServiceFrame(parseFrameHeaders(response.headerLines), response.body);
+    const ServiceFrameInfo info = parseFrameHeaders(response.headerLines);
+    if (info.state == 1) {
+        remember(info);
+    }
+    DecodedFrame decoded = decodeServiceFrame(info, response.body);
     result.frame = std::move(decoded.frame);
     result.error = std::move(decoded.error);
     return result;
 }
 
+void ServiceRoute::remember(const ServiceFrameInfo& info) {
+    const std::lock_guard lock(infoMutex_);
+    const auto same = [&](const ServiceFrameInfo& last) {
+        return last.pixelStride == info.pixelStride && last.rowPadding == info.rowPadding &&
+               last.width == info.width && last.height == info.height &&
+               last.density == info.density;
+    };
+    if (!lastFrameInfo_ || !same(*lastFrameInfo_)) {
+        log_("device " + serial_ + " frames " + number(info.width) + "x" + number(info.height) +
+             " stride " + number(info.pixelStride) + " row padding " + number(info.rowPadding) +
+             " density " + number(info.density));
+    }
+    lastFrameInfo_ = info;
+}
+
+std::optional<ServiceFrameInfo> ServiceRoute::lastFrameInfo() const {
+    const std::lock_guard lock(infoMutex_);
+    return lastFrameInfo_;
+}
+
 AdbError ServiceRoute::get(const std::string& pathAndQuery, const char* logPrefix,
                            const std::stop_token& stop) {
+    inputSinceFrame_ = true;
     const std::string url = base(stop);
     if (url.empty()) {
         return "the device service did not start";
@@ -110,6 +136,7 @@ AdbError ServiceRoute::swipe(const std::vector<Point>& path, int durationMs, std
                 number(path[i].y) + "}";
     }
     json += R"(],"slideTime":)" + number(durationMs) + R"(,"times":1,"pressTime":0})";
+    inputSinceFrame_ = true;
     const std::string response = http::httpPostJson(url + "/slide", {}, json);
     log_("slide json:" + json + " result:" + response);
     return response.empty() ? "no answer to /slide" : AdbError();
@@ -125,6 +152,7 @@ AdbError ServiceRoute::startApp(const std::string& package, const std::string& a
     if (url.empty()) {
         return "the device service did not start";
     }
+    inputSinceFrame_ = true;
     const http::HttpResponse response = http::httpGetWithHeaders(url + query, {});
     log_("startApp reslt:" + response.body);
     if (!response.error.empty()) {
