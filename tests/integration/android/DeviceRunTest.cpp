@@ -14,6 +14,7 @@
 #include <QThread>
 
 #include <csignal>
+#include <map>
 
 #include "TestDevice.h"
 
@@ -257,6 +258,30 @@ TEST(DeviceRun, ADeviceGoneForGoodEndsTheRunWithExit4) {
                     .contains("device " + device.serial() + " has not been listed"));
 }
 
+TEST(DeviceRun, ListsEveryDeviceWithItsState) {
+    PrivateAdb adb;
+    TestDevice ready;
+    TestDevice gone;
+    ASSERT_TRUE(adb.connect(ready));
+    ASSERT_TRUE(adb.connect(gone));
+    gone.kill();
+    // adb notices the closed connection at once; give it a moment on a loaded machine.
+    for (int i = 0; i < 50 && !adb.adb({"devices"}).contains("offline"); ++i) {
+        QThread::msleep(50);
+    }
+    const RunResult listed = run({AUTOSCENE_ANDROID_TASK, "--list-targets", "--json"});
+    EXPECT_EQ(listed.exitCode, 0);
+    std::map<QString, QString> states;
+    for (const QJsonObject& target : listed.lines("target")) {
+        EXPECT_EQ(target["kind"].toString(), "device");
+        states[target["serial"].toString()] = target["state"].toString();
+    }
+    EXPECT_EQ(states,
+              (std::map<QString, QString>{{ready.serial(), "device"}, {gone.serial(), "offline"}}));
+    EXPECT_TRUE(run({AUTOSCENE_ANDROID_TASK, "--list-targets"})
+                    .out.contains("device " + ready.serial() + " (device)\n"));
+}
+
 TEST(DeviceRun, RefusesToStartWithoutADevice) {
     PrivateAdb adb;
     struct Case {
@@ -268,6 +293,10 @@ TEST(DeviceRun, RefusesToStartWithoutADevice) {
         {{AUTOSCENE_ANDROID_TASK}, 3, "no ADB device found"},
         {{AUTOSCENE_ANDROID_TASK, "--device", "127.0.0.1:1"}, 3, "127.0.0.1:1 is not connected"},
         {{AUTOSCENE_ANDROID_TASK, "--adb", "/nonexistent/adb"}, 3, "adb is not available"},
+        {{AUTOSCENE_ANDROID_TASK, "--list-targets", "--adb", "/nonexistent/adb"},
+         3,
+         "adb is not available"},
+        {{AUTOSCENE_ANDROID_TASK, "--adb-timeout", "0"}, 2, "--adb-timeout"},
         {{AUTOSCENE_ANDROID_TASK, "--device-route", "usb"}, 2, "--device-route"},
         {{AUTOSCENE_ANDROID_TASK, "--all-devices", "--full-screen"}, 2, "cannot be combined"},
     };
