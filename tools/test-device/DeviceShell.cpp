@@ -36,7 +36,7 @@ std::vector<std::pair<std::string, bool>> splitStatements(const std::string& lin
             continue;
         }
         if (quote != 0) {
-            quote = c == quote ? 0 : quote;
+            quote = c == quote ? '\0' : quote;
         } else if (c == '\'' || c == '"') {
             quote = c;
         } else if (c == ';' || (c == '&' && i + 1 < line.size() && line[i + 1] == '&')) {

@@ -84,7 +84,7 @@ void AdbRoute::recover(const std::string& error) {
     adb_.run({}, "connect " + quoteWord(serial_));
 }
 
-AdbError AdbRoute::shellInput(const std::string& command, std::stop_token stop) {
+AdbError AdbRoute::shellInput(const std::string& command, const std::stop_token& stop) {
     return failureOf(inputShell_.run("input " + command, stop));
 }
 
@@ -102,16 +102,15 @@ AdbError AdbRoute::swipe(const std::vector<Point>& path, int durationMs, std::st
     const Point to = path.back();
     return shellInput("swipe " + number(from.x) + " " + number(from.y) + " " + number(to.x) + " " +
                           number(to.y) + " " + number(durationMs),
-                      std::move(stop));
+                      stop);
 }
 
 AdbError AdbRoute::key(int androidKeyCode, KeyOp op, std::stop_token stop) {
-    return op == KeyOp::Up ? AdbError()
-                           : shellInput("keyevent " + number(androidKeyCode), std::move(stop));
+    return op == KeyOp::Up ? AdbError() : shellInput("keyevent " + number(androidKeyCode), stop);
 }
 
 AdbError AdbRoute::text(const std::string& utf8, std::stop_token stop) {
-    return shellInput("text " + inputTextArgument(utf8).argument, std::move(stop));
+    return shellInput("text " + inputTextArgument(utf8).argument, stop);
 }
 
 std::string AdbRoute::untypable(const std::string& utf8) const {

@@ -36,7 +36,7 @@ public:
     void recover(const std::string& error) override;
 
 private:
-    AdbError shellInput(const std::string& command, std::stop_token stop);
+    AdbError shellInput(const std::string& command, const std::stop_token& stop);
 
     const AdbClient& adb_;
     const std::string serial_;
