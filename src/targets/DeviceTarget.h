@@ -95,7 +95,7 @@ private:
     const Options options_;
     std::atomic<bool> cancelled_{false};
     std::atomic<bool> lost_{false};
-    QString lostText_;  // set once, before lost_
+    QString lostText_;  // under mutex_; set once, before lost_
     platform::android::DeviceServices services_;
     std::mutex mutex_;
     std::map<QString, std::unique_ptr<Device>> devices_;
