@@ -1,6 +1,7 @@
 // Frames and taps per second on test devices through the real adb (bench/android/run.sh
 // starts them): the device-service route, raw "exec-out screencap", the PNG route
-// ("screencap -p" and decoding), and taps on each route.
+// ("screencap -p" and decoding), and taps on each route; on the adb route also as they
+// were sent before the kept shell, one adb process each.
 
 #include <benchmark/benchmark.h>
 
@@ -75,6 +76,20 @@ void tap(benchmark::State& state, Route route) {
     }
 }
 
+void BM_TapAdbPerCall(benchmark::State& state) {
+    TaskInfo task;
+    if (!useDevice(state, "AUTOSCENE_BENCH_RAW_SERIAL", task)) {
+        return;
+    }
+    const AdbClient adb("adb");
+    for (auto _ : state) {
+        if (!adb.shell(task.serial.toStdString(), "input tap 10 10").ran) {
+            state.SkipWithError("adb failed");
+            return;
+        }
+    }
+}
+
 void BM_CaptureService(benchmark::State& state) {
     capture(state, Route::Service, "AUTOSCENE_BENCH_RAW_SERIAL");
 }
@@ -96,6 +111,7 @@ BENCHMARK(BM_CaptureRaw)->UseRealTime()->MinTime(3.0)->Unit(benchmark::kMillisec
 BENCHMARK(BM_CapturePng)->UseRealTime()->MinTime(3.0)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_TapService)->UseRealTime()->MinTime(3.0)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_TapAdb)->UseRealTime()->MinTime(3.0)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_TapAdbPerCall)->UseRealTime()->MinTime(3.0)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

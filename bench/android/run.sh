@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Frames and taps per second on two 720x1280 test devices through the real adb, side by
-# side in one run: the device-service route, raw screencap, the PNG route, taps on each. A private adb server
+# side in one run: the device-service route, raw screencap, the PNG route, taps on each
+# (adb taps also one process each, as before the kept shell). A private adb server
 # (its own port) is started and killed; a user's adb server is never touched.
 # Usage: bench/android/run.sh [BUILD_DIR]   (default build/default)
 set -euo pipefail
@@ -40,11 +41,13 @@ adb connect "$AUTOSCENE_BENCH_PNG_SERIAL" >/dev/null
         ms[name] = $3; order[++n] = name
     }
     END {
-        base = ms["CapturePng"]
-        printf "%-16s %10s %10s %14s\n", "route (720x1280)", "ms per op", "per second", "x PNG route"
+        png = ms["CapturePng"]; perCall = ms["TapAdbPerCall"]
+        printf "%-16s %10s %10s %14s\n", "route (720x1280)", "ms per op", "per second", "speed-up"
         for (i = 1; i <= n; i++) {
             name = order[i]
-            ratio = (name ~ /^Capture/ && ms[name] > 0) ? sprintf("%.1fx", base / ms[name]) : ""
+            ratio = ""
+            if (name ~ /^Capture/ && ms[name] > 0) ratio = sprintf("%.1fx PNG", png / ms[name])
+            if (name ~ /^Tap/ && ms[name] > 0) ratio = sprintf("%.1fx per-call", perCall / ms[name])
             printf "%-16s %10.1f %10.1f %14s\n", name, ms[name], 1000 / ms[name], ratio
         }
     }'

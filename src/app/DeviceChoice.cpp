@@ -16,8 +16,10 @@ Q_LOGGING_CATEGORY(lcDevices, "autoscene.app.devices")
 namespace android = platform::android;
 
 android::AdbClient adbClientFor(const RunOptions& options) {
-    return android::AdbClient(android::findAdbProgram(
-        QCoreApplication::applicationDirPath().toStdString(), options.adbProgram.toStdString()));
+    return android::AdbClient(
+        android::findAdbProgram(QCoreApplication::applicationDirPath().toStdString(),
+                                options.adbProgram.toStdString()),
+        std::chrono::seconds(options.adbTimeoutSeconds));
 }
 
 targets::DeviceTarget::Options deviceTargetOptions(const RunOptions& options) {
@@ -30,6 +32,7 @@ targets::DeviceTarget::Options deviceTargetOptions(const RunOptions& options) {
                               ? QCoreApplication::applicationDirPath() + "/adb/localservice.jar"
                               : options.deviceService)
                              .toStdString();
+    device.lostAfter = std::chrono::seconds(options.deviceLostSeconds);
     return device;
 }
 

@@ -65,6 +65,13 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
     const QCommandLineOption deviceService(
         "device-service",
         "The device service's file (default adb/localservice.jar beside the program).", "FILE");
+    const QCommandLineOption adbTimeout(
+        "adb-timeout", "End an adb call that takes longer than SECONDS (default 10).", "SECONDS");
+    const QCommandLineOption deviceLost(
+        "device-lost",
+        "End the run (exit 4) once a device has been missing from adb devices for SECONDS "
+        "(default 30).",
+        "SECONDS");
     const QCommandLineOption trace(
         "trace",
         "Print, every cycle, the scene chosen and the state of every evaluated condition "
@@ -77,10 +84,11 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
         "list-targets", "Print the windows the task would drive, and exit (3: none).");
     const QCommandLineOption ocrPort(
         "ocr-port", "Start the text-recognition service on PORT instead of ocr.ini's.", "PORT");
-    parser.addOptions({window,     className,    fullScreen,  background,   foreground,  timeLimit,
-                       loopMode,   loopInterval, variable,    json,         saveFrame,   verbose,
-                       trace,      ocrPort,      allWindows,  windowId,     listTargets, device,
-                       allDevices, adb,          deviceRoute, deviceService});
+    parser.addOptions({window,      className,     fullScreen,   background, foreground,
+                       timeLimit,   loopMode,      loopInterval, variable,   json,
+                       saveFrame,   verbose,       trace,        ocrPort,    allWindows,
+                       windowId,    listTargets,   device,       allDevices, adb,
+                       deviceRoute, deviceService, adbTimeout,   deviceLost});
 
     QStringList withProgram = arguments;
     withProgram.prepend("autoscene-run");
@@ -175,6 +183,17 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
         }
     }
     options.deviceService = parser.value(deviceService);
+    for (const auto& [option, seconds] : {std::pair{&adbTimeout, &options.adbTimeoutSeconds},
+                                          {&deviceLost, &options.deviceLostSeconds}}) {
+        if (parser.isSet(*option)) {
+            const auto value = parseInt(parser.value(*option), 1, 24 * 3600);
+            if (!value) {
+                return failure("--" + option->names().front() +
+                               " needs a whole number of seconds from 1: " + parser.value(*option));
+            }
+            *seconds = *value;
+        }
+    }
     options.json = parser.isSet(json);
     options.verbose = parser.isSet(verbose);
     options.trace = parser.isSet(trace);

@@ -33,6 +33,8 @@ struct RunOptions {
     QString adbProgram;  // empty: adb on the search path, else adb/adb beside the program
     QString deviceRoute = QStringLiteral("auto");  // auto, service or adb
     QString deviceService;                         // empty: adb/localservice.jar beside the program
+    int adbTimeoutSeconds = 10;                    // an adb call that takes longer is ended
+    int deviceLostSeconds = 30;  // a device missing from adb devices this long ends the run
 
     bool namesDevices() const { return allDevices || !devices.isEmpty(); }
 };

@@ -43,14 +43,14 @@ platform::WindowQuery windowQuery(const model::WindowInfo& info, const RunOption
     return query;
 }
 
-QString endName(RunEnd end) {
+QString endName(RunEnd end, bool devices) {
     switch (end) {
         case RunEnd::TimeLimit:
             return QStringLiteral("time_limit");
         case RunEnd::Stopped:
             return QStringLiteral("interrupted");
         case RunEnd::DisplayLost:
-            return QStringLiteral("display_lost");
+            return devices ? QStringLiteral("device_lost") : QStringLiteral("display_lost");
         default:
             return QStringLiteral("stop");
     }
@@ -195,10 +195,14 @@ int play(const RunOptions& options, const model::TaskDocument& task,
                    << '\n';
         }
     }
-    reporter.printSummary({runner.cyclesCompleted(), seconds, endName(runner.runEnd())});
+    const bool devices = !targets.empty() && targets.front().kind == TargetKind::AndroidDevice;
+    reporter.printSummary({runner.cyclesCompleted(), seconds, endName(runner.runEnd(), devices)});
     if (runner.runEnd() == RunEnd::DisplayLost) {
-        io.err << "the display " << qEnvironmentVariable("DISPLAY")
-               << " was lost (the X server went away); the run ended\n";
+        const QString lost = service.lostTargetText();
+        io.err << (lost.isEmpty() ? "the display " + qEnvironmentVariable("DISPLAY") +
+                                        " was lost (the X server went away)"
+                                  : lost)
+               << "; the run ended\n";
         return kDisplayLost;
     }
     return runner.runEnd() == RunEnd::TimeLimit ? kTimeLimit : kRunEnded;

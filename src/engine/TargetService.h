@@ -21,6 +21,8 @@ public:
     virtual std::vector<platform::WindowHandle> candidateWindows() = 0;
     // True once the display or device connection is gone for good; the run then ends.
     virtual bool displayLost() { return false; }
+    // What was lost, for the message that ends the run; empty: the desktop's display.
+    virtual QString lostTargetText() { return {}; }
     virtual void targetStarted(const TaskInfo&) {}
     virtual void targetEnded(const TaskInfo&) {}
 

@@ -1,90 +1,52 @@
 #include <windows.h>
 
-#include <array>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
 
 #include "system/Process.h"
+#include "system/Win32Pipes.h"
 
 namespace autoscene::sys {
-namespace {
-
-constexpr DWORD kReadChunkBytes = 1023;
-
-// Command lines arrive in the ANSI code page, as the rest of the Windows side uses.
-std::wstring commandLineToUtf16(const std::string& commandLine) {
-    if (commandLine.empty() || commandLine.size() > 32767) {
-        return {};
-    }
-    const int size = static_cast<int>(commandLine.size());
-    const int units = MultiByteToWideChar(CP_ACP, 0, commandLine.data(), size, nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(units > 0 ? units : 0), L'\0');
-    if (units > 0) {
-        MultiByteToWideChar(CP_ACP, 0, commandLine.data(), size, wide.data(), units);
-    }
-    return wide;
-}
-
-void closeAll(std::initializer_list<HANDLE> handles) {
-    for (HANDLE handle : handles) {
-        if (handle != nullptr) {
-            CloseHandle(handle);
-        }
-    }
-}
-
-}  // namespace
 
 std::string runCommandCapture(const std::string& commandLine) {
-    SECURITY_ATTRIBUTES inheritable{};
-    inheritable.nLength = sizeof(inheritable);
-    inheritable.bInheritHandle = TRUE;
-    HANDLE readEnd = nullptr;
-    HANDLE writeEnd = nullptr;
-    if (!CreatePipe(&readEnd, &writeEnd, &inheritable, 0)) {
-        throw std::runtime_error("CreatePipe failed");
-    }
-    // Only the write end is for the child.
-    SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
+    return runCommandCapture(commandLine, std::chrono::milliseconds::max(), {}).output;
+}
 
-    STARTUPINFOW startup{};
-    startup.cb = sizeof(startup);
-    startup.dwFlags = STARTF_USESTDHANDLES | STARTF_USESHOWWINDOW;
-    startup.wShowWindow = SW_HIDE;
-    startup.hStdOutput = writeEnd;
-    startup.hStdError = writeEnd;
+CommandOutput runCommandCapture(const std::string& commandLine, std::chrono::milliseconds timeLimit,
+                                std::stop_token stop) {
+    const auto deadline = win32::deadlineAfter(timeLimit);
+    const win32::PipeEnds output = win32::createPipe(false);
     PROCESS_INFORMATION process{};
-    std::wstring mutableCommand = commandLineToUtf16(commandLine);
-    if (!CreateProcessW(nullptr, mutableCommand.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                        &startup, &process)) {
-        const DWORD error = GetLastError();
-        const std::string text = "createProcess err:" + std::to_string(error) + "\n";
-        OutputDebugStringA(text.c_str());
-        closeAll({readEnd, writeEnd});
-        throw std::runtime_error("CreateProcess failed:" + std::to_string(error));
+    try {
+        process = win32::startOnPipes(commandLine, nullptr, output.write);
+    } catch (const std::runtime_error&) {
+        win32::closeAll({output.read, output.write});
+        throw;
     }
-    // Otherwise the last read would wait for our own copy of the write end.
-    CloseHandle(writeEnd);
+    // Otherwise the pipe would never break: we would hold its write end ourselves.
+    CloseHandle(output.write);
 
-    std::string output;
-    std::array<char, kReadChunkBytes + 1> buffer{};
-    for (;;) {
-        DWORD readBytes = 0;
-        if (!ReadFile(readEnd, buffer.data(), kReadChunkBytes, &readBytes, nullptr)) {
-            if (GetLastError() == ERROR_BROKEN_PIPE) {
+    CommandOutput result;
+    try {
+        for (;;) {
+            if (const auto cut = win32::cutShort(deadline, stop)) {
+                result.end = *cut;
+                TerminateProcess(process.hProcess, 1);
+                WaitForSingleObject(process.hProcess, INFINITE);
                 break;
             }
-            closeAll({readEnd, process.hProcess, process.hThread});
-            throw std::runtime_error("ReadFile failed");
+            if (!win32::readAvailable(output.read, process.hProcess, result.output)) {
+                break;
+            }
         }
-        if (readBytes == 0) {
-            break;
-        }
-        output.append(buffer.data(), readBytes);
+    } catch (const std::runtime_error&) {
+        TerminateProcess(process.hProcess, 1);
+        win32::closeAll({output.read, process.hProcess, process.hThread});
+        throw;
     }
-    closeAll({readEnd, process.hProcess, process.hThread});
-    return output;
+    win32::closeAll({output.read, process.hProcess, process.hThread});
+    return result;
 }
 
 HiddenProcess startHiddenProcess(const std::string& commandLine) {
@@ -93,7 +55,7 @@ HiddenProcess startHiddenProcess(const std::string& commandLine) {
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_HIDE;
     PROCESS_INFORMATION process{};
-    std::wstring mutableCommand = commandLineToUtf16(commandLine);
+    std::wstring mutableCommand = win32::commandLineToUtf16(commandLine);
     if (!CreateProcessW(nullptr, mutableCommand.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW,
                         nullptr, nullptr, &startup, &process)) {
         std::fputs("CreateProcess failed.\n", stdout);

@@ -69,7 +69,7 @@ std::unique_ptr<android::IDeviceRoute> DeviceTarget::chooseRoute(const std::stri
     if (options_.route == Route::Service) {
         return service;
     }
-    const android::DeviceCapture trial = service->capture();
+    const android::DeviceCapture trial = service->capture({});
     if (!trial.frame.empty()) {
         return service;
     }
@@ -124,9 +124,20 @@ QString DeviceTarget::takeInputError(const engine::TaskInfo& task) {
 void DeviceTarget::targetStarted(const engine::TaskInfo& task) {
     Device& d = device(task.serial);
     const std::string serial = task.serial.toStdString();
-    std::string error;
-    const auto screen = android::parseWmSize(adb_.shell(serial, "wm size").output, error);
-    const auto dpi = android::parseWmDensity(adb_.shell(serial, "wm density").output, error);
+    const android::AdbResult size = adb_.shell(serial, "wm size", task.stop);
+    // A device that did not answer the first will not answer the second either.
+    const android::AdbResult density =
+        size.ran ? adb_.shell(serial, "wm density", task.stop) : size;
+    if (task.stop.stop_requested()) {
+        return;
+    }
+    std::string error = size.ran ? std::string() : size.output;
+    std::optional<android::ScreenSize> screen;
+    std::optional<int> dpi;
+    if (size.ran) {
+        screen = android::parseWmSize(size.output, error);
+        dpi = android::parseWmDensity(density.output, error);
+    }
     if (!screen || !dpi) {
         qCWarning(lcDevice).noquote()
             << "device" << task.serial << "screen size unknown:" << error.c_str();
@@ -135,10 +146,14 @@ void DeviceTarget::targetStarted(const engine::TaskInfo& task) {
                                     << screen->height << "density" << *dpi;
     }
     if (std::string(d.route->name()) == "service") {
-        const std::string current =
-            adb_.shell(serial, "settings get secure default_input_method").output;
-        d.savedInputMethod = current.substr(0, current.find_first_of("\r\n"));
-        adb_.shell(serial, selectInputMethod(kServiceInputMethod));
+        const android::AdbResult current =
+            adb_.shell(serial, "settings get secure default_input_method", task.stop);
+        if (!current.ran) {
+            report(task.serial, "reading the input method", current.output);
+            return;
+        }
+        d.savedInputMethod = current.output.substr(0, current.output.find_first_of("\r\n"));
+        adb_.shell(serial, selectInputMethod(kServiceInputMethod), task.stop);
     }
 }
 
@@ -147,6 +162,7 @@ void DeviceTarget::targetEnded(const engine::TaskInfo& task) {
     if (d.savedInputMethod.empty()) {
         return;
     }
+    // Not bound by the run's stop, which has come by now: only the time limit ends it.
     const std::string serial = task.serial.toStdString();
     adb_.shell(serial, d.savedInputMethod == "null" ? std::string("ime reset")
                                                     : selectInputMethod(d.savedInputMethod));
@@ -155,7 +171,10 @@ void DeviceTarget::targetEnded(const engine::TaskInfo& task) {
 
 bool DeviceTarget::capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) {
     Device& d = device(task.serial);
-    const android::DeviceCapture captured = d.route->capture();
+    const android::DeviceCapture captured = d.route->capture(task.stop);
+    if (!captured.frame.empty() || !captured.png.empty()) {
+        d.missingSince.reset();
+    }
     if (!captured.frame.empty()) {
         const platform::BgraFrame& frame = captured.frame;
         consume({frame.width, frame.height, frame.stride, frame.pixels.data()});
@@ -168,9 +187,45 @@ bool DeviceTarget::capture(const engine::TaskInfo& task, const platform::FrameCo
         report(task.serial, "capture", "screencap -p: not a PNG image OpenCV can read");
         return false;
     }
+    if (task.stop.stop_requested()) {
+        return false;  // the run is ending: not a failure of the device
+    }
     report(task.serial, "capture", captured.error);
     d.route->recover(captured.error);
+    checkPresence(task, d);
     return false;
+}
+
+void DeviceTarget::checkPresence(const engine::TaskInfo& task, Device& d) {
+    const android::AdbResult listed = adb_.run({}, "devices", task.stop);
+    if (task.stop.stop_requested()) {
+        return;
+    }
+    const std::vector<std::string> ready =
+        android::readySerials(android::parseDeviceList(listed.output));
+    const auto now = std::chrono::steady_clock::now();
+    if (listed.ran &&
+        std::find(ready.begin(), ready.end(), task.serial.toStdString()) != ready.end()) {
+        d.missingSince.reset();
+    } else if (!d.missingSince) {
+        d.missingSince = now;
+    } else if (now - *d.missingSince >= options_.lostAfter && !lost_) {
+        const std::lock_guard lock(mutex_);
+        if (!lost_) {
+            lostText_ =
+                QStringLiteral("device %1 has not been listed by adb devices for %2 s")
+                    .arg(task.serial)
+                    .arg(std::chrono::duration_cast<std::chrono::seconds>(options_.lostAfter)
+                             .count());
+            qCWarning(lcDevice).noquote() << lostText_;
+            lost_ = true;
+        }
+    }
+}
+
+QString DeviceTarget::lostTargetText() {
+    const std::lock_guard lock(mutex_);
+    return lostText_;
 }
 
 void DeviceTarget::mouse(const engine::TaskInfo& task, Point point, MouseOp op, int pressMs) {
@@ -180,7 +235,7 @@ void DeviceTarget::mouse(const engine::TaskInfo& task, Point point, MouseOp op, 
     std::string error;
     switch (op) {
         case MouseOp::LeftClick:
-            error = d.route->tap(at, pressMs);
+            error = d.route->tap(at, pressMs, task.stop);
             break;
         case MouseOp::LeftDown:
             d.path = {at};
@@ -197,7 +252,7 @@ void DeviceTarget::mouse(const engine::TaskInfo& task, Point point, MouseOp op, 
                 const auto heldMs = std::chrono::duration_cast<std::chrono::milliseconds>(
                                         std::chrono::steady_clock::now() - d.downAt)
                                         .count();
-                error = d.route->swipe(d.path, int(std::max<std::int64_t>(heldMs, 1)));
+                error = d.route->swipe(d.path, int(std::max<std::int64_t>(heldMs, 1)), task.stop);
                 d.path.clear();
             }
             break;
@@ -210,7 +265,8 @@ void DeviceTarget::mouse(const engine::TaskInfo& task, Point point, MouseOp op, 
 
 void DeviceTarget::key(const engine::TaskInfo& task, int virtualKey, platform::KeyOp op) {
     Device& d = device(task.serial);
-    reportInput(task.serial, d, "key", d.route->key(android::androidKeyCode(virtualKey), op));
+    reportInput(task.serial, d, "key",
+                d.route->key(android::androidKeyCode(virtualKey), op, task.stop));
 }
 
 bool DeviceTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>& group) {
@@ -220,7 +276,7 @@ bool DeviceTarget::keyGroup(const engine::TaskInfo& task, const std::vector<int>
 
 void DeviceTarget::inputText(const engine::TaskInfo& task, const QString& text) {
     Device& d = device(task.serial);
-    reportInput(task.serial, d, "text", d.route->text(text.toStdString()));
+    reportInput(task.serial, d, "text", d.route->text(text.toStdString(), task.stop));
 }
 
 QString DeviceTarget::untypableText(const engine::TaskInfo& task, const QString& text) {
@@ -230,7 +286,8 @@ QString DeviceTarget::untypableText(const engine::TaskInfo& task, const QString&
 QString DeviceTarget::startApp(const engine::TaskInfo& task, const QString& package,
                                const QString& activity) {
     const std::string error =
-        device(task.serial).route->startApp(package.toStdString(), activity.toStdString());
+        device(task.serial)
+            .route->startApp(package.toStdString(), activity.toStdString(), task.stop);
     report(task.serial, "app start", error);
     return QString::fromStdString(error);
 }

@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,9 @@ public:
         std::string serviceFile;  // the device service's code on this computer
         platform::android::IServiceKeyProvider* keys = nullptr;  // none: an empty key
         std::chrono::milliseconds serviceWait{5000};
+        // A device that adb has not listed as ready for this long, while its captures
+        // fail, is lost for good: the run ends.
+        std::chrono::milliseconds lostAfter{30000};
     };
 
     DeviceTarget(platform::android::AdbClient adb, Options options);
@@ -37,12 +41,18 @@ public:
 
     // "service" or "adb": how the device is driven, chosen on first use and logged once.
     QString routeOf(const QString& serial);
+    // The geometry of the device's last frame, where its route is told it (the service).
+    std::optional<platform::android::ServiceFrameInfo> frameInfo(const QString& serial) {
+        return device(serial).route->lastFrameInfo();
+    }
     // Ends every wait for a device service's port at once, and fails later ones at once:
     // the run is stopping.
     void cancelWaits() { cancelled_ = true; }
 
     bool capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) override;
     bool isWindow(platform::WindowHandle) override { return false; }
+    bool displayLost() override { return lost_; }
+    QString lostTargetText() override;
     std::vector<platform::WindowHandle> candidateWindows() override { return {}; }
     // On the service route the device's input method is switched to the service's at the
     // start and the one it had is selected again at the end.
@@ -70,16 +80,22 @@ private:
         std::chrono::steady_clock::time_point downAt;
         std::string savedInputMethod;  // on the service route, while a run uses it
         std::string inputError;        // the first since takeInputError last read it
+        // Since when adb has not listed the device as ready; none while it does.
+        std::optional<std::chrono::steady_clock::time_point> missingSince;
     };
 
     Device& device(const QString& serial);
     std::unique_ptr<platform::android::IDeviceRoute> chooseRoute(const std::string& serial);
     void report(const QString& serial, const char* what, const std::string& error) const;
     void reportInput(const QString& serial, Device& d, const char* what, const std::string& error);
+    // After a failed capture: whether adb still lists the device, and for how long not.
+    void checkPresence(const engine::TaskInfo& task, Device& d);
 
     const platform::android::AdbClient adb_;
     const Options options_;
     std::atomic<bool> cancelled_{false};
+    std::atomic<bool> lost_{false};
+    QString lostText_;  // under mutex_; set once, before lost_
     platform::android::DeviceServices services_;
     std::mutex mutex_;
     std::map<QString, std::unique_ptr<Device>> devices_;

@@ -3,6 +3,7 @@
 //   silent             writes nothing
 //   touch <file>       writes "touched" into the file
 //   sleep <ms>         waits, then ends
+//   echo               writes back each line it reads until "quit"
 //   start-missing      starts a program that does not exist, hidden, and reports the result
 //   crash <folder>     installs the crash handler in that folder and crashes
 #include <windows.h>
@@ -56,6 +57,14 @@ int main(int argc, char** argv) {
     }
     if (mode == "sleep" && argc > 2) {
         Sleep(static_cast<DWORD>(std::atoi(argv[2])));
+        return 0;
+    }
+    if (mode == "echo") {
+        char line[256] = {};
+        while (std::fgets(line, sizeof line, stdin) != nullptr &&
+               std::strcmp(line, "quit\n") != 0) {
+            writeTo(STD_OUTPUT_HANDLE, line);
+        }
         return 0;
     }
     if (mode == "start-missing") {

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "TestSupport.h"
+#include "system/PipedProcess.h"
 #include "system/Process.h"
 #include "system/ProcessEnd.h"
 
@@ -83,6 +84,47 @@ TEST(Process, HiddenProcessInheritsNoHandlesAndItsEndIsAwaitedOrForcedAndItsCode
     waitForProcessEnd(never);
     terminateProcess(never);
     EXPECT_EQ(releaseProcess(never), -1);
+}
+
+TEST(Process, TimeLimitOrStopEndsAHungChildAndOutputStillComesWhole) {
+    using std::chrono::milliseconds;
+    // Wine starts a process slowly; the hung child's 60 s are far off either bound.
+    DWORD start = GetTickCount();
+    EXPECT_EQ(runCommandCapture(helper("sleep 60000"), milliseconds(300), {}).end,
+              CommandEnd::TimedOut);
+    EXPECT_LT(GetTickCount() - start, 5000u);
+
+    std::stop_source stop;
+    // Joined also when the call throws, which gtest then reports.
+    const std::jthread stopper([&] {
+        Sleep(300);
+        stop.request_stop();
+    });
+    start = GetTickCount();
+    EXPECT_EQ(runCommandCapture(helper("sleep 60000"), milliseconds::max(), stop.get_token()).end,
+              CommandEnd::Stopped);
+    EXPECT_LT(GetTickCount() - start, 5000u);
+
+    const CommandOutput lines = runCommandCapture(helper("lines 3"), std::chrono::seconds(30), {});
+    EXPECT_EQ(lines.end, CommandEnd::Exited);
+    EXPECT_EQ(lines.output, "line 00000\nline 00001\nline 00002\n");
+}
+
+TEST(Process, PipedChildAnswersEachLineAndEndsWithItsInput) {
+    PipedProcess child(helper("echo"));
+    ASSERT_TRUE(child.write("one\ntwo\n"));
+    for (const char* expected : {"one", "two"}) {
+        const PipedReply reply = child.readUntil("\n", std::chrono::seconds(30), {});
+        EXPECT_TRUE(reply.complete);
+        EXPECT_EQ(reply.output, expected);
+    }
+    const PipedReply late = child.readUntil("\n", std::chrono::milliseconds(300), {});
+    EXPECT_EQ(late.end, CommandEnd::TimedOut);
+    EXPECT_FALSE(late.complete);
+    ASSERT_TRUE(child.write("quit\n"));
+    const PipedReply ended = child.readUntil("\n", std::chrono::seconds(30), {});
+    EXPECT_FALSE(ended.complete);
+    EXPECT_EQ(ended.end, CommandEnd::Exited);
 }
 
 TEST(Process, CrashWritesAMinidumpThatTheNextCrashReplaces) {

@@ -47,18 +47,22 @@ void DeviceService::wait() {
 }
 
 void DeviceService::route() {
-    server_.Get("/request_image", [this](const httplib::Request&, httplib::Response& response) {
-        const cv::Mat rgba = shell_.render();
-        response.set_header("state", "1");
-        response.set_header("pixelStride", "4");
-        response.set_header("rowPadding", "0");
-        response.set_header("image-width", std::to_string(rgba.cols));
-        response.set_header("image-height", std::to_string(rgba.rows));
-        response.set_header("density", std::to_string(density_));
-        response.set_content(
-            std::string(reinterpret_cast<const char*>(rgba.data), rgba.total() * rgba.elemSize()),
-            "application/octet-stream");
-    });
+    server_.Get("/request_image",
+                [this](const httplib::Request& request, httplib::Response& response) {
+                    if (request.has_param("immediately")) {
+                        log_.write("fresh frame");
+                    }
+                    const cv::Mat rgba = shell_.render();
+                    response.set_header("state", "1");
+                    response.set_header("pixelStride", "4");
+                    response.set_header("rowPadding", "0");
+                    response.set_header("image-width", std::to_string(rgba.cols));
+                    response.set_header("image-height", std::to_string(rgba.rows));
+                    response.set_header("density", std::to_string(density_));
+                    response.set_content(std::string(reinterpret_cast<const char*>(rgba.data),
+                                                     rgba.total() * rgba.elemSize()),
+                                         "application/octet-stream");
+                });
     server_.Get("/touch", [this](const httplib::Request& request, httplib::Response& response) {
         const int x = intParam(request, "x");
         const int y = intParam(request, "y");

@@ -21,7 +21,7 @@ void putU32(std::string& out, std::uint32_t value) {
     }
 }
 
-// Statements of a command line, split at ';' and "&&" outside quotes; the bool says
+// Statements of a command line, split at ';' and "&&" outside quotes and escapes; the bool says
 // whether the statement runs only after the one before succeeded.
 std::vector<std::pair<std::string, bool>> splitStatements(const std::string& line) {
     std::vector<std::pair<std::string, bool>> statements;
@@ -30,8 +30,13 @@ std::vector<std::pair<std::string, bool>> splitStatements(const std::string& lin
     char quote = 0;
     for (size_t i = 0; i < line.size(); ++i) {
         const char c = line[i];
+        if (c == '\\' && quote != '\'' && i + 1 < line.size()) {
+            current += line.substr(i, 2);  // an escaped character, kept for the word split
+            ++i;
+            continue;
+        }
         if (quote != 0) {
-            quote = c == quote ? 0 : quote;
+            quote = c == quote ? '\0' : quote;
         } else if (c == '\'' || c == '"') {
             quote = c;
         } else if (c == ';' || (c == '&' && i + 1 < line.size() && line[i + 1] == '&')) {

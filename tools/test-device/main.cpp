@@ -42,6 +42,26 @@ private:
     const std::string command_;
 };
 
+// "adb shell" without a command: runs each line the host writes, answering as it goes.
+class InteractiveShell : public StreamService {
+public:
+    explicit InteractiveShell(DeviceShell& shell) : shell_(shell) {}
+    void opened(const StreamOutput&) override {}
+    void received(std::string_view bytes, const StreamOutput& output) override {
+        pending_.append(bytes);
+        for (size_t end = pending_.find('\n'); end != std::string::npos;
+             end = pending_.find('\n')) {
+            const std::string line = pending_.substr(0, end);
+            pending_.erase(0, end + 1);
+            output(shell_.run(line), false);
+        }
+    }
+
+private:
+    DeviceShell& shell_;
+    std::string pending_;
+};
+
 int listenOn(int port) {
     const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
     const int yes = 1;
@@ -98,7 +118,13 @@ int main(int argc, char** argv) {
     const ServiceFactory factory = [&](const std::string& name) -> std::unique_ptr<StreamService> {
         for (const char* prefix : {"shell:", "exec:"}) {
             const std::string p(prefix);
-            if (name.compare(0, p.size(), p) != 0 || name.size() == p.size()) {
+            if (name.compare(0, p.size(), p) != 0) {
+                continue;
+            }
+            if (name == "shell:") {
+                return std::make_unique<InteractiveShell>(shell);
+            }
+            if (name.size() == p.size()) {
                 continue;
             }
             const std::string command = name.substr(p.size());

@@ -10,23 +10,14 @@ namespace autoscene::platform::android {
 
 namespace {
 
-#ifdef _WIN32
-constexpr const char* kAdbName = "adb.exe";
-constexpr char kPathSeparator = ';';
-#else
-constexpr const char* kAdbName = "adb";
-constexpr char kPathSeparator = ':';
-#endif
-
-bool onSearchPath(const char* name) {
-    const char* path = std::getenv("PATH");
-    std::string_view rest = path != nullptr ? path : "";
+bool onSearchPath(std::string_view searchPath, const ProgramNaming& naming) {
+    std::string_view rest = searchPath;
     while (!rest.empty()) {
-        const size_t end = rest.find(kPathSeparator);
+        const size_t end = rest.find(naming.pathSeparator);
         const std::string_view folder = rest.substr(0, end);
         std::error_code error;
-        if (!folder.empty() &&
-            std::filesystem::is_regular_file(std::filesystem::path(folder) / name, error)) {
+        if (!folder.empty() && std::filesystem::is_regular_file(
+                                   std::filesystem::path(folder) / naming.adbName, error)) {
             return true;
         }
         rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
@@ -36,14 +27,25 @@ bool onSearchPath(const char* name) {
 
 }  // namespace
 
-std::string findAdbProgram(const std::string& programFolder, const std::string& chosen) {
+std::string findAdbProgram(const std::string& programFolder, const std::string& chosen,
+                           std::string_view searchPath, const ProgramNaming& naming) {
     if (!chosen.empty()) {
         return chosen;
     }
-    if (onSearchPath(kAdbName)) {
-        return kAdbName;
+    if (onSearchPath(searchPath, naming)) {
+        return naming.adbName;
     }
-    return (std::filesystem::path(programFolder) / "adb" / kAdbName).string();
+    return (std::filesystem::path(programFolder) / "adb" / naming.adbName).string();
+}
+
+std::string findAdbProgram(const std::string& programFolder, const std::string& chosen) {
+#ifdef _WIN32
+    const ProgramNaming& naming = kWindowsNaming;
+#else
+    const ProgramNaming& naming = kPosixNaming;
+#endif
+    const char* path = std::getenv("PATH");
+    return findAdbProgram(programFolder, chosen, path != nullptr ? path : "", naming);
 }
 
 std::string quoteWord(const std::string& word) {
@@ -60,25 +62,44 @@ std::string quoteWord(const std::string& word) {
     return quoted + "\"";
 }
 
-AdbResult AdbClient::run(const std::string& serial, const std::string& arguments) const {
+std::string AdbClient::commandLine(const std::string& serial, const std::string& arguments) const {
     std::string line = quoteWord(program_);
     if (!serial.empty()) {
         line += " -s " + quoteWord(serial);
     }
-    line += " " + arguments;
+    return line + " " + arguments;
+}
+
+std::string unfinishedCall(const std::string& call, sys::CommandEnd end,
+                           std::chrono::milliseconds limit) {
+    return call + (end == sys::CommandEnd::Stopped
+                       ? std::string(": stopped")
+                       : ": timed out after " + std::to_string(limit.count()) + " ms");
+}
+
+AdbResult AdbClient::run(const std::string& serial, const std::string& arguments,
+                         std::stop_token stop) const {
+    sys::CommandOutput captured;
     try {
-        return {true, sys::runCommandCapture(line)};
+        captured =
+            sys::runCommandCapture(commandLine(serial, arguments), timeLimit_, std::move(stop));
     } catch (const std::runtime_error& error) {
         return {false, "cannot run " + program_ + ": " + error.what()};
     }
+    if (captured.end != sys::CommandEnd::Exited) {
+        return {false, unfinishedCall("adb " + arguments, captured.end, timeLimit_)};
+    }
+    return {true, std::move(captured.output)};
 }
 
-AdbResult AdbClient::shell(const std::string& serial, const std::string& deviceCommand) const {
-    return run(serial, "shell " + quoteWord(deviceCommand));
+AdbResult AdbClient::shell(const std::string& serial, const std::string& deviceCommand,
+                           std::stop_token stop) const {
+    return run(serial, "shell " + quoteWord(deviceCommand), std::move(stop));
 }
 
-AdbResult AdbClient::execOut(const std::string& serial, const std::string& deviceCommand) const {
-    return run(serial, "exec-out " + quoteWord(deviceCommand));
+AdbResult AdbClient::execOut(const std::string& serial, const std::string& deviceCommand,
+                             std::stop_token stop) const {
+    return run(serial, "exec-out " + quoteWord(deviceCommand), std::move(stop));
 }
 
 }  // namespace autoscene::platform::android

@@ -33,14 +33,14 @@ std::string number(int value) {
 
 }  // namespace
 
-DeviceCapture AdbRoute::capture() {
+DeviceCapture AdbRoute::capture(std::stop_token stop) {
     DeviceCapture result;
     bool png = false;
     {
         const std::lock_guard lock(mutex_);
         png = pngOnly_;
     }
-    const AdbResult output = adb_.execOut(serial_, png ? "screencap -p" : "screencap");
+    const AdbResult output = adb_.execOut(serial_, png ? "screencap -p" : "screencap", stop);
     if (!output.ran || output.output.compare(0, 6, "error:") == 0) {
         result.error = output.output.substr(0, output.output.find('\n'));
         return result;
@@ -59,7 +59,7 @@ DeviceCapture AdbRoute::capture() {
             const std::lock_guard lock(mutex_);
             pngOnly_ = true;
         }
-        return capture();
+        return capture(stop);
     }
     result.frame = std::move(decoded.frame);
     result.error = std::move(decoded.error);
@@ -84,39 +84,41 @@ void AdbRoute::recover(const std::string& error) {
     adb_.run({}, "connect " + quoteWord(serial_));
 }
 
-AdbError AdbRoute::shellInput(const std::string& command) {
-    return failureOf(adb_.shell(serial_, "input " + command));
+AdbError AdbRoute::shellInput(const std::string& command, const std::stop_token& stop) {
+    return failureOf(inputShell_.run("input " + command, stop));
 }
 
-AdbError AdbRoute::tap(Point point, int pressMs) {
+AdbError AdbRoute::tap(Point point, int pressMs, std::stop_token stop) {
     const std::string at = number(point.x) + " " + number(point.y);
-    return pressMs > 0 ? shellInput("swipe " + at + " " + at + " " + number(pressMs))
-                       : shellInput("tap " + at);
+    return pressMs > 0 ? shellInput("swipe " + at + " " + at + " " + number(pressMs), stop)
+                       : shellInput("tap " + at, stop);
 }
 
-AdbError AdbRoute::swipe(const std::vector<Point>& path, int durationMs) {
+AdbError AdbRoute::swipe(const std::vector<Point>& path, int durationMs, std::stop_token stop) {
     if (path.size() < 2) {
         return "a swipe needs two points";
     }
     const Point from = path.front();
     const Point to = path.back();
     return shellInput("swipe " + number(from.x) + " " + number(from.y) + " " + number(to.x) + " " +
-                      number(to.y) + " " + number(durationMs));
+                          number(to.y) + " " + number(durationMs),
+                      stop);
 }
 
-AdbError AdbRoute::key(int androidKeyCode, KeyOp op) {
-    return op == KeyOp::Up ? AdbError() : shellInput("keyevent " + number(androidKeyCode));
+AdbError AdbRoute::key(int androidKeyCode, KeyOp op, std::stop_token stop) {
+    return op == KeyOp::Up ? AdbError() : shellInput("keyevent " + number(androidKeyCode), stop);
 }
 
-AdbError AdbRoute::text(const std::string& utf8) {
-    return shellInput("text " + inputTextArgument(utf8).argument);
+AdbError AdbRoute::text(const std::string& utf8, std::stop_token stop) {
+    return shellInput("text " + inputTextArgument(utf8).argument, stop);
 }
 
 std::string AdbRoute::untypable(const std::string& utf8) const {
     return inputTextArgument(utf8).dropped;
 }
 
-AdbError AdbRoute::startApp(const std::string& package, const std::string& activity) {
+AdbError AdbRoute::startApp(const std::string& package, const std::string& activity,
+                            std::stop_token stop) {
     const auto safe = [](const std::string& name) {
         return !name.empty() && name.find_first_not_of(
                                     "abcdefghijklmnopqrstuvwxyz"
@@ -128,7 +130,7 @@ AdbError AdbRoute::startApp(const std::string& package, const std::string& activ
     const std::string command =
         activity.empty() ? "monkey -p " + package + " -c android.intent.category.LAUNCHER 1"
                          : "am start -n " + package + "/" + activity;
-    return failureOf(adb_.shell(serial_, command));
+    return failureOf(adb_.shell(serial_, command, std::move(stop)));
 }
 
 }  // namespace autoscene::platform::android

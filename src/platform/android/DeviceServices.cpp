@@ -28,6 +28,7 @@ DeviceServices::~DeviceServices() {
     {
         const std::lock_guard lock(mutex_);
         closing_ = true;
+        closingStop_.request_stop();
         for (const sys::HiddenProcess& process : processes_) {
             sys::terminateProcess(process);
         }
@@ -44,18 +45,19 @@ std::optional<int> DeviceServices::lookUp(const std::string& serial) {
     return found == ports_.end() ? std::nullopt : std::optional<int>(found->second);
 }
 
-std::optional<int> DeviceServices::port(const std::string& serial,
-                                        std::chrono::milliseconds limit) {
+std::optional<int> DeviceServices::port(const std::string& serial, std::chrono::milliseconds limit,
+                                        const std::stop_token& stop) {
     const auto start = std::chrono::steady_clock::now();
     const auto deadline = start + limit;
-    // Sleeps in 50 ms steps until `until`; false when the waits were cancelled.
+    const auto givenUp = [&] { return cancelled_ || stop.stop_requested(); };
+    // Sleeps in 50 ms steps until `until`; false when the waits were given up.
     const auto sleepUntil = [&](std::chrono::steady_clock::time_point until) {
-        while (!cancelled_ && std::chrono::steady_clock::now() < until) {
+        while (!givenUp() && std::chrono::steady_clock::now() < until) {
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
         }
-        return !cancelled_;
+        return !givenUp();
     };
-    if (cancelled_) {
+    if (givenUp()) {
         return std::nullopt;
     }
     if (!lookUp(serial)) {
@@ -85,7 +87,8 @@ std::optional<int> DeviceServices::port(const std::string& serial,
 }
 
 std::optional<int> DeviceServices::forwardedPort(const std::string& serial) const {
-    return forwardedLocalPort(adb_.run({}, "forward --list").output, serial, kServiceDevicePort);
+    return forwardedLocalPort(adb_.run({}, "forward --list", closingStop_.get_token()).output,
+                              serial, kServiceDevicePort);
 }
 
 void DeviceServices::serve(const std::string& serial) {
@@ -97,7 +100,8 @@ void DeviceServices::serve(const std::string& serial) {
     std::optional<int> port = forwardedPort(serial);
     if (!port) {
         // tcp:0 lets adb choose a free local port.
-        adb_.run(serial, "forward tcp:0 tcp:" + std::to_string(kServiceDevicePort));
+        adb_.run(serial, "forward tcp:0 tcp:" + std::to_string(kServiceDevicePort),
+                 closingStop_.get_token());
         port = forwardedPort(serial);
     }
     if (!port) {
@@ -105,12 +109,13 @@ void DeviceServices::serve(const std::string& serial) {
         stopStarting();
         return;
     }
-    adb_.run(serial, "push " + quoteWord(serviceFile_) + " " + kDeviceServiceFile);
+    adb_.run(serial, "push " + quoteWord(serviceFile_) + " " + kDeviceServiceFile,
+             closingStop_.get_token());
     const std::string key = keys_ != nullptr ? keys_->serviceKey() : std::string();
     const std::string command = std::string("export CLASSPATH=") + kDeviceServiceFile +
                                 " ;app_process /system/bin/ " + kServiceClass + " " + key;
-    const sys::HiddenProcess process = sys::startHiddenProcess(
-        quoteWord(adb_.program()) + " -s " + quoteWord(serial) + " shell " + quoteWord(command));
+    const sys::HiddenProcess process =
+        sys::startHiddenProcess(adb_.commandLine(serial, "shell " + quoteWord(command)));
     if (!process.started()) {
         log_("service start failed: cannot run " + adb_.program());
         stopStarting();

@@ -12,6 +12,7 @@
 #include <mutex>
 #include <optional>
 #include <set>
+#include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
@@ -44,9 +45,10 @@ public:
     DeviceServices& operator=(const DeviceServices&) = delete;
 
     // The local port of the device's service. When there is none, starts it, looks again
-    // after 500 ms and then every 50 ms; none once `limit` has passed or the waits are
-    // cancelled.
-    std::optional<int> port(const std::string& serial, std::chrono::milliseconds limit);
+    // after 500 ms and then every 50 ms; none once `limit` has passed, `stop` is requested
+    // or the waits are cancelled.
+    std::optional<int> port(const std::string& serial, std::chrono::milliseconds limit,
+                            const std::stop_token& stop = {});
 
 private:
     std::optional<int> lookUp(const std::string& serial);
@@ -65,6 +67,7 @@ private:
     std::vector<sys::HiddenProcess> processes_;
     std::vector<std::thread> threads_;
     bool closing_ = false;
+    std::stop_source closingStop_;  // ends the adb calls of service threads on closing
 };
 
 }  // namespace autoscene::platform::android

@@ -34,8 +34,8 @@ ServiceRoute::ServiceRoute(DeviceServices& services, std::string serial, LogSink
                            std::chrono::milliseconds portWait)
     : services_(services), serial_(std::move(serial)), log_(std::move(log)), portWait_(portWait) {}
 
-std::string ServiceRoute::base() {
-    const auto port = services_.port(serial_, portWait_);
+std::string ServiceRoute::base(const std::stop_token& stop) {
+    const auto port = services_.port(serial_, portWait_, stop);
     return port ? "http://127.0.0.1:" + number(*port) : std::string();
 }
 
@@ -50,27 +50,54 @@ int keyActionOf(KeyOp op) {
     }
 }
 
-DeviceCapture ServiceRoute::capture() {
+DeviceCapture ServiceRoute::capture(std::stop_token stop) {
     DeviceCapture result;
-    const std::string url = base();
+    const std::string url = base(stop);
     if (url.empty()) {
         result.error = "the device service did not start";
         return result;
     }
-    const http::HttpResponse response = http::httpGetWithHeaders(url + "/request_image", {});
+    const bool fresh = inputSinceFrame_.exchange(false);
+    const http::HttpResponse response = http::httpGetWithHeaders(
+        url + (fresh ? "/request_image?immediately=1" : "/request_image"), {});
     if (!response.error.empty()) {
         result.error = response.error;
         return result;
     }
-    DecodedFrame decoded =
-        decodeServiceFrame(parseFrameHeaders(response.headerLines), response.body);
+    const ServiceFrameInfo info = parseFrameHeaders(response.headerLines);
+    if (info.state == 1) {
+        remember(info);
+    }
+    DecodedFrame decoded = decodeServiceFrame(info, response.body);
     result.frame = std::move(decoded.frame);
     result.error = std::move(decoded.error);
     return result;
 }
 
-AdbError ServiceRoute::get(const std::string& pathAndQuery, const char* logPrefix) {
-    const std::string url = base();
+void ServiceRoute::remember(const ServiceFrameInfo& info) {
+    const std::lock_guard lock(infoMutex_);
+    const auto same = [&](const ServiceFrameInfo& last) {
+        return last.pixelStride == info.pixelStride && last.rowPadding == info.rowPadding &&
+               last.width == info.width && last.height == info.height &&
+               last.density == info.density;
+    };
+    if (!lastFrameInfo_ || !same(*lastFrameInfo_)) {
+        log_("device " + serial_ + " frames " + number(info.width) + "x" + number(info.height) +
+             " stride " + number(info.pixelStride) + " row padding " + number(info.rowPadding) +
+             " density " + number(info.density));
+    }
+    lastFrameInfo_ = info;
+}
+
+std::optional<ServiceFrameInfo> ServiceRoute::lastFrameInfo() const {
+    const std::lock_guard lock(infoMutex_);
+    return lastFrameInfo_;
+}
+
+AdbError ServiceRoute::get(const std::string& pathAndQuery, const char* logPrefix,
+                           const std::stop_token& stop) {
+    inputSinceFrame_ = true;
+    const std::string url = base(stop);
     if (url.empty()) {
         return "the device service did not start";
     }
@@ -82,24 +109,24 @@ AdbError ServiceRoute::get(const std::string& pathAndQuery, const char* logPrefi
     return response.status == 200 ? AdbError() : "HTTP " + number(int(response.status));
 }
 
-AdbError ServiceRoute::tap(Point point, int pressMs) {
+AdbError ServiceRoute::tap(Point point, int pressMs, std::stop_token stop) {
     return get("/touch?id=0&x=" + number(point.x) + "&y=" + number(point.y) +
                    "&duration=" + number(pressMs) + "&action=" + number(kTouchTap),
-               "mouseEvent reslt:");
+               "mouseEvent reslt:", stop);
 }
 
-AdbError ServiceRoute::key(int androidKeyCode, KeyOp op) {
+AdbError ServiceRoute::key(int androidKeyCode, KeyOp op, std::stop_token stop) {
     return get("/key?key=" + number(androidKeyCode) +
                    "&downTime=0&pressTime=0&action=" + number(keyActionOf(op)),
-               "keyEvent reslt:");
+               "keyEvent reslt:", stop);
 }
 
-AdbError ServiceRoute::text(const std::string& utf8) {
-    return get("/input?text=" + percentEncode(utf8), "input reslt:");
+AdbError ServiceRoute::text(const std::string& utf8, std::stop_token stop) {
+    return get("/input?text=" + percentEncode(utf8), "input reslt:", stop);
 }
 
-AdbError ServiceRoute::swipe(const std::vector<Point>& path, int durationMs) {
-    const std::string url = base();
+AdbError ServiceRoute::swipe(const std::vector<Point>& path, int durationMs, std::stop_token stop) {
+    const std::string url = base(stop);
     if (url.empty()) {
         return "the device service did not start";
     }
@@ -109,20 +136,23 @@ AdbError ServiceRoute::swipe(const std::vector<Point>& path, int durationMs) {
                 number(path[i].y) + "}";
     }
     json += R"(],"slideTime":)" + number(durationMs) + R"(,"times":1,"pressTime":0})";
+    inputSinceFrame_ = true;
     const std::string response = http::httpPostJson(url + "/slide", {}, json);
     log_("slide json:" + json + " result:" + response);
     return response.empty() ? "no answer to /slide" : AdbError();
 }
 
-AdbError ServiceRoute::startApp(const std::string& package, const std::string& activity) {
+AdbError ServiceRoute::startApp(const std::string& package, const std::string& activity,
+                                std::stop_token stop) {
     std::string query = "/app?package_name=" + percentEncode(package);
     if (!activity.empty()) {
         query += "&activity=" + percentEncode(activity);
     }
-    const std::string url = base();
+    const std::string url = base(stop);
     if (url.empty()) {
         return "the device service did not start";
     }
+    inputSinceFrame_ = true;
     const http::HttpResponse response = http::httpGetWithHeaders(url + query, {});
     log_("startApp reslt:" + response.body);
     if (!response.error.empty()) {

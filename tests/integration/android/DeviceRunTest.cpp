@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -10,7 +12,9 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QThread>
+
 #include <csignal>
+#include <map>
 
 #include "TestDevice.h"
 
@@ -154,6 +158,130 @@ TEST(DeviceRun, CtrlCReachesAWorkerWaitingForTheDeviceService) {
     EXPECT_TRUE(out.contains("\"ended\":\"interrupted\"")) << out.toStdString();
 }
 
+// autoscene-run started with --json; reads its output until the target line.
+class StartedRun {
+public:
+    explicit StartedRun(QStringList arguments) {
+        process.start(AUTOSCENE_RUN_PATH, arguments << "--json");
+        // Bounded generously: a loaded machine may take seconds to start the run.
+        for (int wait = 0; wait < 300 && !out.contains("\"target\""); ++wait) {
+            process.waitForReadyRead(100);
+            out += process.readAllStandardOutput();
+        }
+        started.start();
+    }
+    // Milliseconds from the target line to the end; -1 when it did not end in `limitMs`.
+    qint64 msToEnd(int limitMs) {
+        if (!process.waitForFinished(limitMs)) {
+            return -1;
+        }
+        out += process.readAllStandardOutput();
+        return started.elapsed();
+    }
+
+    QProcess process;
+    QByteArray out;
+    QElapsedTimer started;
+};
+
+// An adb that lists one device and then never answers: the time limit and Ctrl+C still end
+// the run within half a second, killing the adb call they interrupt.
+TEST(DeviceRun, AHungAdbCallIsEndedByTheTimeLimitAndByCtrlC) {
+    QTemporaryDir folder;
+    const QString adb = folder.filePath("adb");
+    QFile script(adb);
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    // A sleep no other program runs, to look for afterwards.
+    const QString sleep = QStringLiteral("sleep 1000.%1").arg(::getpid());
+    script.write(
+        "#!/bin/sh\n"
+        "if [ \"$1\" = devices ]; then printf 'List of devices attached\\nfake\\tdevice\\n';\n"
+        "else " +
+        sleep.toUtf8() + "; fi\n");
+    script.close();
+    script.setPermissions(script.permissions() | QFileDevice::ExeOwner);
+    const QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device", "fake", "--adb", adb};
+
+    StartedRun limited(QStringList(arguments) << "--time-limit"
+                                              << "1");
+    const qint64 limitedMs = limited.msToEnd(5000);
+    EXPECT_GE(limitedMs, 0);
+    EXPECT_LT(limitedMs, 1500) << limited.out.toStdString();
+    EXPECT_EQ(limited.process.exitCode(), 124);
+
+    StartedRun interrupted(arguments);
+    QThread::msleep(500);
+    ::kill(pid_t(interrupted.process.processId()), SIGINT);
+    interrupted.started.restart();
+    const qint64 interruptedMs = interrupted.msToEnd(5000);
+    EXPECT_GE(interruptedMs, 0);
+    EXPECT_LT(interruptedMs, 500);
+    EXPECT_TRUE(interrupted.out.contains("\"ended\":\"interrupted\""))
+        << interrupted.out.toStdString();
+    // Each ended adb call took its child along: nothing of the script is left sleeping.
+    QProcess pgrep;
+    pgrep.start("pgrep", {"-f", sleep});
+    pgrep.waitForFinished();
+    EXPECT_EQ(pgrep.readAllStandardOutput(), QByteArray());
+
+    // A call that times out is said once, with what timed out; the run goes on.
+    script.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    script.write(
+        "#!/bin/sh\n"
+        "case \"$*\" in devices) printf 'List of devices attached\\nfake\\tdevice\\n';;\n"
+        "*'wm size'*) sleep 1000;; *) echo 'error: closed';; esac\n");
+    script.close();
+    const RunResult timedOut = run(QStringList(arguments) << "--adb-timeout"
+                                                          << "1"
+                                                          << "--time-limit"
+                                                          << "3"
+                                                          << "--loop-interval"
+                                                          << "200");
+    EXPECT_EQ(timedOut.exitCode, 124);
+    EXPECT_EQ(timedOut.err.count("timed out"), 1) << timedOut.err.toStdString();
+    EXPECT_TRUE(timedOut.err.contains("wm size")) << timedOut.err.toStdString();
+}
+
+TEST(DeviceRun, ADeviceGoneForGoodEndsTheRunWithExit4) {
+    PrivateAdb adb;
+    TestDevice device;
+    ASSERT_TRUE(adb.connect(device));
+    StartedRun running({AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--device-lost", "1",
+                        "--loop-interval", "100", "--time-limit", "60"});
+    device.kill();
+    const qint64 endedMs = running.msToEnd(20000);
+    EXPECT_GE(endedMs, 1000);
+    EXPECT_LT(endedMs, 8000);
+    EXPECT_EQ(running.process.exitCode(), 4);
+    EXPECT_TRUE(running.out.contains("\"ended\":\"device_lost\"")) << running.out.toStdString();
+    EXPECT_TRUE(QString::fromUtf8(running.process.readAllStandardError())
+                    .contains("device " + device.serial() + " has not been listed"));
+}
+
+TEST(DeviceRun, ListsEveryDeviceWithItsState) {
+    PrivateAdb adb;
+    TestDevice ready;
+    TestDevice gone;
+    ASSERT_TRUE(adb.connect(ready));
+    ASSERT_TRUE(adb.connect(gone));
+    gone.kill();
+    // adb notices the closed connection at once; give it a moment on a loaded machine.
+    for (int i = 0; i < 50 && !adb.adb({"devices"}).contains("offline"); ++i) {
+        QThread::msleep(50);
+    }
+    const RunResult listed = run({AUTOSCENE_ANDROID_TASK, "--list-targets", "--json"});
+    EXPECT_EQ(listed.exitCode, 0);
+    std::map<QString, QString> states;
+    for (const QJsonObject& target : listed.lines("target")) {
+        EXPECT_EQ(target["kind"].toString(), "device");
+        states[target["serial"].toString()] = target["state"].toString();
+    }
+    EXPECT_EQ(states,
+              (std::map<QString, QString>{{ready.serial(), "device"}, {gone.serial(), "offline"}}));
+    EXPECT_TRUE(run({AUTOSCENE_ANDROID_TASK, "--list-targets"})
+                    .out.contains("device " + ready.serial() + " (device)\n"));
+}
+
 TEST(DeviceRun, RefusesToStartWithoutADevice) {
     PrivateAdb adb;
     struct Case {
@@ -165,6 +293,10 @@ TEST(DeviceRun, RefusesToStartWithoutADevice) {
         {{AUTOSCENE_ANDROID_TASK}, 3, "no ADB device found"},
         {{AUTOSCENE_ANDROID_TASK, "--device", "127.0.0.1:1"}, 3, "127.0.0.1:1 is not connected"},
         {{AUTOSCENE_ANDROID_TASK, "--adb", "/nonexistent/adb"}, 3, "adb is not available"},
+        {{AUTOSCENE_ANDROID_TASK, "--list-targets", "--adb", "/nonexistent/adb"},
+         3,
+         "adb is not available"},
+        {{AUTOSCENE_ANDROID_TASK, "--adb-timeout", "0"}, 2, "--adb-timeout"},
         {{AUTOSCENE_ANDROID_TASK, "--device-route", "usb"}, 2, "--device-route"},
         {{AUTOSCENE_ANDROID_TASK, "--all-devices", "--full-screen"}, 2, "cannot be combined"},
     };

@@ -1,6 +1,7 @@
 // The device-service route through the real adb against the test device's service: the
 // start on first use, the forward reuse, a killed service started again, the input method
-// switched and restored, input through HTTP, and the fall-back to adb alone.
+// switched and restored, input through HTTP, fresh frames after input, the frame geometry
+// kept, and the fall-back to adb alone.
 
 #include <gtest/gtest.h>
 
@@ -72,23 +73,6 @@ protected:
     TaskInfo task;
 };
 
-TEST_F(DeviceServiceTest, FirstCaptureStartsTheServiceAndReusesAnExistingForward) {
-    open();
-    const QString reused = adb.adb({"-s", device->serial(), "forward", "tcp:0", "tcp:10240"});
-    const int port = reused.trimmed().toInt();
-    ASSERT_GT(port, 0) << reused.toStdString();
-
-    auto target = makeTarget(DeviceTarget::Route::Service);
-    EXPECT_EQ(captureWidth(*target), 720);
-    const QStringList log = device->log();
-    ASSERT_GE(log.size(), 3);
-    EXPECT_EQ(log[0], "push /data/local/tmp/localservice.jar 12");
-    EXPECT_EQ(log[1], "service key ");  // no key provider
-    EXPECT_EQ(log[2], "service started");
-    EXPECT_EQ(serviceForwards(),
-              QStringList{QStringLiteral("%1 tcp:%2 tcp:10240").arg(device->serial()).arg(port)});
-}
-
 // A new key for every start, as the service asks.
 class CountingKeys : public autoscene::platform::android::IServiceKeyProvider {
 public:
@@ -96,14 +80,23 @@ public:
     int issued = 0;
 };
 
-TEST_F(DeviceServiceTest, AKilledServiceIsStartedAgainByTheNextRequest) {
+// The first capture pushes and starts the service through the forward that was there; a
+// killed service is started again, with a new key, by the next request.
+TEST_F(DeviceServiceTest, FirstCaptureStartsTheServiceWhichIsStartedAgainOnceKilled) {
     open();
+    const QString reused = adb.adb({"-s", device->serial(), "forward", "tcp:0", "tcp:10240"});
+    const int port = reused.trimmed().toInt();
+    ASSERT_GT(port, 0) << reused.toStdString();
     CountingKeys keys;
     auto target = makeTarget(DeviceTarget::Route::Service, &keys);
     ASSERT_EQ(captureWidth(*target), 720);
+    EXPECT_EQ(device->log().mid(0, 3), QStringList({"push /data/local/tmp/localservice.jar 12",
+                                                    "service key key-1", "service started"}));
+    EXPECT_EQ(serviceForwards(),
+              QStringList{QStringLiteral("%1 tcp:%2 tcp:10240").arg(device->serial()).arg(port)});
+
     adb.adb({"-s", device->serial(), "shell", "pkill app_process"});
     ASSERT_TRUE(device->waitForLine("service ended"));
-
     int width = 0;
     for (int attempt = 0; attempt < 20 && width == 0; ++attempt) {
         width = captureWidth(*target);
@@ -159,6 +152,17 @@ TEST_F(DeviceServiceTest, InputGoesThroughTheService) {
     EXPECT_EQ(log.mid(0, 2), QStringList({"start com.autoscene.testapp", "screen START"}));
     EXPECT_TRUE(log[2].startsWith("swipe 10 20 400 30 ")) << log[2].toStdString();
     EXPECT_EQ(log.mid(3, 4), QStringList({"key 4", "screen HOME", "text Zoë 你好", "tap 300 600"}));
+
+    // The first frame after input is asked for fresh, the next one not; the device keeps
+    // the last frame's geometry.
+    ASSERT_EQ(captureWidth(*target), 720);
+    ASSERT_EQ(captureWidth(*target), 720);
+    EXPECT_EQ(device->log().count("fresh frame"), 1);
+    const auto info = target->frameInfo(task.serial);
+    ASSERT_TRUE(info);
+    EXPECT_EQ(std::vector({info->pixelStride, info->rowPadding, info->width, info->height}),
+              std::vector({4, 0, 720, 1280}));
+    EXPECT_GT(info->density, 0);
 }
 
 TEST_F(DeviceServiceTest, AutoFallsBackToAdbWhenTheServiceIsMissingOrSilent) {
@@ -166,6 +170,7 @@ TEST_F(DeviceServiceTest, AutoFallsBackToAdbWhenTheServiceIsMissingOrSilent) {
     auto target = makeTarget(DeviceTarget::Route::Auto);
     EXPECT_EQ(target->routeOf(task.serial), "adb");
     EXPECT_EQ(captureWidth(*target), 720);
+    EXPECT_TRUE(device->log().contains("service key "));  // no key provider: an empty key
 
     QFile::remove(folder.filePath("localservice.jar"));
     auto withoutFile = makeTarget(DeviceTarget::Route::Auto);

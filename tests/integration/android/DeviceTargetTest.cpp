@@ -106,8 +106,11 @@ TEST_F(DeviceTargetTest, InputArrivesAsTheAppReceivesIt) {
     EXPECT_EQ(target.untypableText(task, "Zoë 好"), "ë好");
 }
 
-TEST_F(DeviceTargetTest, InputTheDeviceDidNotTakeIsReportedOnceForEachKind) {
+// Input a device that went away did not take is reported once for each kind; the device
+// is picked up again when it comes back.
+TEST_F(DeviceTargetTest, InputOfAGoneDeviceIsReportedAndTheDeviceIsPickedUpAgain) {
     open();
+    const int port = device->port();
     const std::vector<std::pair<const char*, std::function<void()>>> inputs = {
         {"touch",
          [&] {
@@ -132,28 +135,8 @@ TEST_F(DeviceTargetTest, InputTheDeviceDidNotTakeIsReportedOnceForEachKind) {
         EXPECT_TRUE(error.startsWith(QString(kind) + ": ")) << kind << ": " << error.toStdString();
         EXPECT_EQ(target.takeInputError(task), QString()) << kind;
     }
-}
-
-TEST_F(DeviceTargetTest, AppsTheDeviceDoesNotHaveAreReported) {
-    open();
-    EXPECT_FALSE(target.startApp(task, "com.example.missing", {}).isEmpty());
-    EXPECT_FALSE(target.startApp(task, "com.example.missing", ".Main").isEmpty());
-    EXPECT_FALSE(target.startApp(task, "x;reboot", {}).isEmpty());
-    EXPECT_FALSE(device->log().contains("screen START"));
-}
-
-TEST_F(DeviceTargetTest, MissingAdbCapturesNothing) {
-    open();
-    DeviceTarget noAdb{AdbClient("/nonexistent/adb"), {DeviceTarget::Route::Adb}};
-    EXPECT_EQ(capturePixel(noAdb, task, {0, 0}).width, 0);
-    EXPECT_FALSE(noAdb.startApp(task, "com.autoscene.testapp", {}).isEmpty());
-}
-
-TEST_F(DeviceTargetTest, ADeviceThatGoesAwayIsPickedUpWhenItComesBack) {
-    open();
-    const int port = device->port();
-    device->kill();
     EXPECT_EQ(capturePixel(target, task, {0, 0}).width, 0);
+
     device = std::make_unique<TestDevice>(QStringList{}, port);
     ASSERT_TRUE(device->running());
     int width = 0;
@@ -162,6 +145,18 @@ TEST_F(DeviceTargetTest, ADeviceThatGoesAwayIsPickedUpWhenItComesBack) {
         width = capturePixel(target, task, {0, 0}).width;
     }
     EXPECT_EQ(width, 720);
+}
+
+TEST_F(DeviceTargetTest, AppsTheDeviceDoesNotHaveAndAMissingAdbAreReported) {
+    open();
+    EXPECT_FALSE(target.startApp(task, "com.example.missing", {}).isEmpty());
+    EXPECT_FALSE(target.startApp(task, "com.example.missing", ".Main").isEmpty());
+    EXPECT_FALSE(target.startApp(task, "x;reboot", {}).isEmpty());
+    EXPECT_FALSE(device->log().contains("screen START"));
+
+    DeviceTarget noAdb{AdbClient("/nonexistent/adb"), {DeviceTarget::Route::Adb}};
+    EXPECT_EQ(capturePixel(noAdb, task, {0, 0}).width, 0);
+    EXPECT_FALSE(noAdb.startApp(task, "com.autoscene.testapp", {}).isEmpty());
 }
 
 }  // namespace

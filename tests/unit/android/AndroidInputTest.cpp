@@ -5,7 +5,6 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -59,17 +58,31 @@ TEST(AdbClient, QuotedWordsSplitBackUnchanged) {
 TEST(AdbClient, ProgramIsTheChosenOneThenTheSearchPathThenBesideTheProgram) {
     const std::filesystem::path folder =
         std::filesystem::temp_directory_path() / ("adb-path-test-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder / "adb") << "#!/bin/sh\n";
-    const std::string savedPath = std::getenv("PATH") != nullptr ? std::getenv("PATH") : "";
-
-    EXPECT_EQ(findAdbProgram("/opt/app", "/custom/adb"), "/custom/adb");
-    ::setenv("PATH", ("/nonexistent:" + folder.string()).c_str(), 1);
-    EXPECT_EQ(findAdbProgram("/opt/app"), "adb");
-    ::setenv("PATH", "/nonexistent", 1);
-    EXPECT_EQ(findAdbProgram("/opt/app"), "/opt/app/adb/adb");
-
-    ::setenv("PATH", savedPath.c_str(), 1);
+    const std::string posix = (folder / "posix").string();
+    const std::string windows = (folder / "windows").string();
+    std::filesystem::create_directories(posix);
+    std::filesystem::create_directories(windows);
+    std::ofstream(posix + "/adb") << "#!/bin/sh\n";
+    std::ofstream(windows + "/adb.exe") << "MZ";
+    struct Case {
+        const ProgramNaming& naming;
+        std::string searchPath;
+        std::string chosen;
+        std::string expected;
+    };
+    const Case cases[] = {
+        {kPosixNaming, "/nonexistent:" + posix, "/custom/adb", "/custom/adb"},
+        {kPosixNaming, "/nonexistent:" + posix, "", "adb"},
+        {kPosixNaming, windows + ":/nonexistent", "", "/opt/app/adb/adb"},
+        {kWindowsNaming, "C:\\nowhere;" + windows, "", "adb.exe"},
+        {kWindowsNaming, posix + ";/nonexistent", "", "/opt/app/adb/adb.exe"},
+        // ':' separates nothing on Windows: the whole text is one folder that is not there.
+        {kWindowsNaming, "/nonexistent:" + windows, "", "/opt/app/adb/adb.exe"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(findAdbProgram("/opt/app", c.chosen, c.searchPath, c.naming), c.expected)
+            << c.searchPath;
+    }
     std::filesystem::remove_all(folder);
 }
 

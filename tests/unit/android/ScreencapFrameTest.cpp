@@ -27,35 +27,32 @@ std::string header(std::uint32_t width, std::uint32_t height, std::uint32_t form
     return out;
 }
 
-TEST(ScreencapFrame, RgbaOfBothHeaderSizesBecomesBgra) {
-    // 2x1: red, then half-transparent blue.
-    const std::string body("\xff\x00\x00\xff\x00\x00\xff\x80", 8);
-    for (const bool colourSpace : {false, true}) {
-        const DecodedFrame decoded = decodeScreencap(header(2, 1, 1, colourSpace) + body);
-        ASSERT_FALSE(decoded.frame.empty()) << decoded.error;
-        EXPECT_EQ(decoded.frame.width, 2);
-        EXPECT_EQ(decoded.frame.height, 1);
-        EXPECT_EQ(decoded.frame.stride, 8);
-        const std::vector<std::uint8_t> bgra{0, 0, 255, 255, 255, 0, 0, 128};
-        EXPECT_EQ(decoded.frame.pixels, bgra);
-    }
-}
-
-TEST(ScreencapFrame, OtherPixelFormats) {
+TEST(ScreencapFrame, EveryPixelFormatOfBothHeaderSizesBecomesBgra) {
     struct Case {
         std::uint32_t format;
-        std::string pixel;
+        bool colourSpace;  // the 16-byte header
+        std::string pixels;
         std::vector<std::uint8_t> bgra;
     };
+    // RGBA, 2x1: red, then half-transparent blue.
+    const std::string rgba("\xff\x00\x00\xff\x00\x00\xff\x80", 8);
+    const std::vector<std::uint8_t> rgbaAsBgra{0, 0, 255, 255, 255, 0, 0, 128};
     const Case cases[] = {
-        {2, std::string("\x10\x20\x30\x00", 4), {0x30, 0x20, 0x10, 255}},   // RGBX: opaque
-        {5, std::string("\x10\x20\x30\x40", 4), {0x10, 0x20, 0x30, 0x40}},  // BGRA as is
-        {3, std::string("\x10\x20\x30", 3), {0x30, 0x20, 0x10, 255}},       // RGB
-        {4, std::string("\x1f\xf8", 2), {255, 0, 255, 255}},                // 565 magenta
+        {1, false, rgba, rgbaAsBgra},
+        {1, true, rgba, rgbaAsBgra},
+        {2, true, std::string("\x10\x20\x30\x00", 4), {0x30, 0x20, 0x10, 255}},   // RGBX: opaque
+        {5, true, std::string("\x10\x20\x30\x40", 4), {0x10, 0x20, 0x30, 0x40}},  // BGRA as is
+        {3, true, std::string("\x10\x20\x30", 3), {0x30, 0x20, 0x10, 255}},       // RGB
+        {4, true, std::string("\x1f\xf8", 2), {255, 0, 255, 255}},                // 565 magenta
     };
     for (const Case& c : cases) {
-        const DecodedFrame decoded = decodeScreencap(header(1, 1, c.format, true) + c.pixel);
+        const std::uint32_t width = std::uint32_t(c.bgra.size() / 4);
+        const DecodedFrame decoded =
+            decodeScreencap(header(width, 1, c.format, c.colourSpace) + c.pixels);
         ASSERT_FALSE(decoded.frame.empty()) << decoded.error;
+        EXPECT_EQ(decoded.frame.width, int(width));
+        EXPECT_EQ(decoded.frame.height, 1);
+        EXPECT_EQ(decoded.frame.stride, int(width) * 4);
         EXPECT_EQ(decoded.frame.pixels, c.bgra) << "format " << c.format;
     }
 }
