@@ -441,6 +441,9 @@ bool TaskRunner::runCycle(TaskInfo& task) {
         }
         return false;
     }
+    if (cycleStart_) {
+        cycleStart_(task);
+    }
     capture(task);
     if (!running_) {
         return false;
@@ -463,6 +466,9 @@ bool TaskRunner::runCycle(TaskInfo& task) {
     }
     ++task.cycleCount;
     ++cyclesCompleted_;
+    if (runObserver_) {
+        runObserver_->cycleEnded(task);
+    }
     return true;
 }
 

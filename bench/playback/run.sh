@@ -1,0 +1,66 @@
+#!/usr/bin/env bash
+# What recording costs and what replay gains, side by side in one run on a private Xvfb:
+# cycles per second of autoscene-run without and with --record on the demo (loop interval
+# 0) and on a capture-only task over a static 1920x1080 screen, the bytes a recording takes
+# per 1 000 cycles of that static screen, and how much faster autoscene-replay replays the
+# demo recording than the recorded run took.
+# Usage: bench/playback/run.sh [BUILD_DIR] [SECONDS]
+set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+build=$(cd "${1:-$here/../../build/default}" && pwd)
+seconds=${2:-5}
+demo_task="$here/../../examples/demo"
+work=$(mktemp -d)
+trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$work"' EXIT
+
+exec 3>"$work/display"
+Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp >/dev/null 2>&1 &
+for _ in $(seq 50); do [ -s "$work/display" ] && break; sleep 0.1; done
+export DISPLAY=":$(cat "$work/display")"
+
+mkdir "$work/static"
+cat >"$work/static/script.json" <<'JSON'
+{"name": "capture only", "loop_interval": 0, "task_mode": 1,
+ "var_list": [{"type": 1, "id": 1, "name": "never", "value": "0"}],
+ "scene_list": [{"name": "any",
+   "scene_event": {"name": "any", "item_group": {"type": 5, "item_list": []}},
+   "event_list": [{"name": "never", "item_group": {"type": 5, "item_list": [
+     {"type": 2, "relation": 1, "variable_id": 1, "compare_value": "1", "state": 0}]},
+     "action_list": []}]}]}
+JSON
+
+# The summary's value of KEY from a --json run's last line.
+summary() { tail -1 | python3 -c "import json,sys; print(json.load(sys.stdin)['$1'])"; }
+ratio() { python3 -c "print(f'{$1 / $2:.2f}')"; }
+
+demo_run() {  # [--record DIR]
+    "$build/bin/autoscene-demo-target" >/dev/null 2>&1 &
+    local target=$!
+    sleep 1
+    "$build/bin/autoscene-run" "$demo_task" --loop-interval 0 --json --time-limit 60 "$@" |
+        summary cycles_per_second
+    kill "$target"
+    wait "$target" 2>/dev/null || true
+}
+
+demo_plain=$(demo_run)
+demo_recorded=$(demo_run --record "$work/demo-recording")
+static_plain=$("$build/bin/autoscene-run" "$work/static" --json --time-limit "$seconds" |
+    summary cycles_per_second)
+static_json=$("$build/bin/autoscene-run" "$work/static" --json --time-limit "$seconds" \
+    --record "$work/static-recording" | tail -1)
+static_recorded=$(echo "$static_json" | summary cycles_per_second)
+static_cycles=$(echo "$static_json" | summary cycles)
+static_bytes=$(du -sb "$work/static-recording" | cut -f1)
+task_bytes=$(du -sb "$work/static-recording/task" | cut -f1)
+replay_speed=$("$build/bin/autoscene-replay" "$work/demo-recording" --json | summary speed)
+
+printf '%-52s %14s %14s %8s\n' "measure" "without" "with" "ratio"
+printf '%-52s %14s %14s %8s\n' "demo, cycles/s (loop interval 0), --record" \
+    "$demo_plain" "$demo_recorded" "$(ratio "$demo_recorded" "$demo_plain")"
+printf '%-52s %14s %14s %8s\n' "static 1920x1080 capture only, cycles/s, --record" \
+    "$static_plain" "$static_recorded" "$(ratio "$static_recorded" "$static_plain")"
+printf '%-52s %14s %14s %8s\n' "static screen, bytes per 1 000 cycles (no task copy)" "-" \
+    "$(python3 -c "print(round(($static_bytes - $task_bytes) * 1000 / $static_cycles))")" "-"
+printf '%-52s %14s %14s %8s\n' "demo replay, recorded run time / replay time" "1.00" \
+    "$(python3 -c "print(f'{$replay_speed:.1f}')")" "$(python3 -c "print(f'{$replay_speed:.1f}')")"
