@@ -411,7 +411,7 @@ void TaskRunner::capture(TaskInfo& task) {
     // Converted straight out of the target's buffer into the frame kept between cycles.
     bool usable = false;
     const auto convert = [&](const platform::BgraView& view) {
-        usable = convertBgraToBgr(view, task.frame);
+        usable = convertBgraToBgr(view, task.frame, &task.frameChanged);
     };
     const bool capturable = task.kind == TargetKind::Desktop || task.kind == TargetKind::Window ||
                             task.kind == TargetKind::AndroidDevice;
@@ -423,6 +423,7 @@ void TaskRunner::capture(TaskInfo& task) {
     }
     if (!usable) {
         task.frame.release();
+        task.frameChanged = true;
         if (targets_.displayLost()) {
             endRun(RunEnd::DisplayLost);
         } else if (runObserver_) {

@@ -64,7 +64,8 @@ void CycleLog::cycleEnded(const engine::TaskInfo& task) {
                         {"checks", own.checks},
                         {"fired", own.fired},
                         {"state", saveRunState(task, runner_.definitions(), runner_.scenes())}},
-                       own.frame};
+                       own.frame,
+                       task.frameChanged};
     if (!own.start.isEmpty()) {
         report.line.insert("start", own.start);
     }

@@ -24,7 +24,8 @@ struct CycleReport {
     // {"target", "cycle", "time_ms", "scene", "checks", "fired", "state"}, and "start" in a
     // worker's first cycle
     QJsonObject line;
-    cv::Mat frame;  // the worker's own pixels, valid during the call; empty when none
+    cv::Mat frame;             // the worker's own pixels, valid during the call; empty when none
+    bool frameChanged = true;  // whether it differs from the worker's previous frame
 };
 
 using CycleSink = std::function<void(const CycleReport&)>;

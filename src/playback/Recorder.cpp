@@ -4,26 +4,12 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <cstring>
 
 #include "playback/RecordingLayout.h"
 
 namespace autoscene::playback {
 
 namespace {
-
-bool sameFrame(const cv::Mat& a, const cv::Mat& b) {
-    if (a.size != b.size || a.type() != b.type()) {
-        return false;
-    }
-    const size_t rowBytes = size_t(a.cols) * a.elemSize();
-    for (int y = 0; y < a.rows; ++y) {
-        if (std::memcmp(a.ptr(y), b.ptr(y), rowBytes) != 0) {
-            return false;
-        }
-    }
-    return true;
-}
 
 // Copies script.json, image/ and ori/ of the task; the first failure, or empty.
 QString copyTask(const QString& from, const QString& to) {
@@ -74,17 +60,16 @@ std::unique_ptr<Recorder> Recorder::create(const QString& folder, const QString&
 
 Recorder::Recorder(std::unique_ptr<RecordingWriter> writer) : writer_(std::move(writer)) {}
 
-QString Recorder::storeFrame(int target, std::int64_t cycle, const cv::Mat& frame) {
+QString Recorder::storeFrame(int target, std::int64_t cycle, const cv::Mat& frame, bool changed) {
     std::unique_lock lock(mutex_);
-    LastFrame& last = lastFrames_[target];
+    QString& last = lastFrames_[target];
     lock.unlock();  // each target's entry is only used by its own worker
-    if (!last.path.isEmpty() && sameFrame(frame, last.pixels)) {
-        return last.path;
+    if (!changed && !last.isEmpty()) {
+        return last;
     }
     const QString path = QStringLiteral("%1/%2-%3.png").arg(kFramesFolder).arg(target).arg(cycle);
-    last.pixels = frame.clone();
-    last.path = writer_->addFrame(path, last.pixels) ? path : QString();
-    return last.path;
+    last = writer_->addFrame(path, frame.clone()) ? path : QString();
+    return last;
 }
 
 void Recorder::record(const CycleReport& report) {
@@ -92,7 +77,8 @@ void Recorder::record(const CycleReport& report) {
     line.insert("type", "cycle");
     QString frame;
     if (!report.frame.empty()) {
-        frame = storeFrame(report.target, std::int64_t(line["cycle"].toDouble()), report.frame);
+        frame = storeFrame(report.target, std::int64_t(line["cycle"].toDouble()), report.frame,
+                           report.frameChanged);
         if (frame.isEmpty()) {
             line.insert("frame_dropped", true);
         }

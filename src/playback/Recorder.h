@@ -25,18 +25,14 @@ public:
     const RecordingWriter& writer() const { return *writer_; }
 
 private:
-    struct LastFrame {
-        cv::Mat pixels;
-        QString path;
-    };
     explicit Recorder(std::unique_ptr<RecordingWriter> writer);
     // The frame's file name within the recording, queueing it when it is new; empty when it
     // was dropped.
-    QString storeFrame(int target, std::int64_t cycle, const cv::Mat& frame);
+    QString storeFrame(int target, std::int64_t cycle, const cv::Mat& frame, bool changed);
 
     std::unique_ptr<RecordingWriter> writer_;
     std::mutex mutex_;
-    std::map<int, LastFrame> lastFrames_;
+    std::map<int, QString> lastFrames_;  // by target; empty when none was stored
 };
 
 }  // namespace autoscene::playback
