@@ -63,25 +63,29 @@ void RecordingWriter::addLine(QJsonObject line) {
             return;
         }
         queue_.push_back({{}, {}, std::move(line)});
+        if (queue_.size() < kBatchLines) {
+            return;
+        }
     }
     wake_.notify_one();
 }
 
 void RecordingWriter::writeLoop() {
     std::unique_lock lock(mutex_);
-    while (true) {
-        wake_.wait(lock, [this] { return closing_ || !queue_.empty(); });
-        if (queue_.empty()) {
-            return;
-        }
-        Job job = std::move(queue_.front());
-        queue_.pop_front();
+    while (!closing_ || !queue_.empty()) {
+        // Lines wait for a frame, a full batch or the batch time: a thread that shares the
+        // cores with the run wakes a few times a second rather than once a cycle.
+        wake_.wait_for(lock, kBatchTime, [this] {
+            return closing_ || queuedFrames_ > 0 || queue_.size() >= kBatchLines;
+        });
+        std::deque<Job> batch;
+        batch.swap(queue_);
         lock.unlock();
         QString error;
-        const bool written = failed_ || write(job, error);
+        const bool written = failed_ || writeBatch(batch, error);
         lock.lock();
-        if (!job.framePath.isEmpty()) {
-            --queuedFrames_;
+        for (const Job& job : batch) {
+            queuedFrames_ -= job.framePath.isEmpty() ? 0 : 1;
         }
         if (!written) {
             queue_.clear();
@@ -93,15 +97,28 @@ void RecordingWriter::writeLoop() {
     }
 }
 
-bool RecordingWriter::write(const Job& job, QString& error) {
-    if (job.framePath.isEmpty()) {
-        const QByteArray line = QJsonDocument(job.line).toJson(QJsonDocument::Compact) + '\n';
-        if (lines_.write(line) != line.size() || !lines_.flush()) {
+bool RecordingWriter::writeBatch(const std::deque<Job>& batch, QString& error) {
+    // Whole lines only, and each frame before the lines that come after it.
+    QByteArray lines;
+    const auto appendLines = [&] {
+        const bool ok = lines.isEmpty() || (lines_.write(lines) == lines.size() && lines_.flush());
+        if (!ok) {
             error = lines_.fileName() + QStringLiteral(": ") + lines_.errorString();
+        }
+        lines.clear();
+        return ok;
+    };
+    for (const Job& job : batch) {
+        if (job.framePath.isEmpty()) {
+            lines += QJsonDocument(job.line).toJson(QJsonDocument::Compact) + '\n';
+        } else if (!appendLines() || !writeFrame(job, error)) {
             return false;
         }
-        return true;
     }
+    return appendLines();
+}
+
+bool RecordingWriter::writeFrame(const Job& job, QString& error) {
     std::vector<uchar> png;
     // Level 1: most of the size for a fraction of the time of the default.
     if (!cv::imencode(".png", job.frame, png, {cv::IMWRITE_PNG_COMPRESSION, 1})) {
