@@ -60,10 +60,8 @@ std::unique_ptr<Recorder> Recorder::create(const QString& folder, const QString&
 
 Recorder::Recorder(std::unique_ptr<RecordingWriter> writer) : writer_(std::move(writer)) {}
 
-QString Recorder::storeFrame(int target, std::int64_t cycle, const cv::Mat& frame, bool changed) {
-    std::unique_lock lock(mutex_);
-    QString& last = lastFrames_[target];
-    lock.unlock();  // each target's entry is only used by its own worker
+QString Recorder::storeFrame(QString& last, int target, std::int64_t cycle, const cv::Mat& frame,
+                             bool changed) {
     if (!changed && !last.isEmpty()) {
         return last;
     }
@@ -73,17 +71,40 @@ QString Recorder::storeFrame(int target, std::int64_t cycle, const cv::Mat& fram
 }
 
 void Recorder::record(const CycleReport& report) {
+    std::unique_lock lock(mutex_);
+    TargetState& target = targets_[report.target];
+    lock.unlock();  // each target's entry is only used by its own worker
     QJsonObject line = report.line;
-    line.insert("type", "cycle");
+    const QJsonValue cycle = line.take("cycle");
+    const QJsonValue timeMs = line.take("time_ms");
+    const QJsonValue start = line.take("start");
     QString frame;
     if (!report.frame.empty()) {
-        frame = storeFrame(report.target, std::int64_t(line["cycle"].toDouble()), report.frame,
-                           report.frameChanged);
+        frame = storeFrame(target.frame, report.target, std::int64_t(cycle.toDouble()),
+                           report.frame, report.frameChanged);
         if (frame.isEmpty()) {
             line.insert("frame_dropped", true);
         }
     }
     line.insert("frame", frame.isEmpty() ? QJsonValue() : QJsonValue(frame));
+    // A cycle that saw and decided what the one before did (a screen that stays) is written
+    // as a reference to it: a fraction of the bytes and of the writer's time.
+    if (line == target.decisions) {
+        writer_->addLine({{"type", "cycle"},
+                          {"target", report.target},
+                          {"cycle", cycle},
+                          {"time_ms", timeMs},
+                          {"same_as", target.cycle}});
+        return;
+    }
+    target.decisions = line;
+    target.cycle = cycle.toDouble();
+    line.insert("type", "cycle");
+    line.insert("cycle", cycle);
+    line.insert("time_ms", timeMs);
+    if (!start.isUndefined()) {
+        line.insert("start", start);
+    }
     writer_->addLine(std::move(line));
 }
 

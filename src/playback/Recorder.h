@@ -28,11 +28,18 @@ private:
     explicit Recorder(std::unique_ptr<RecordingWriter> writer);
     // The frame's file name within the recording, queueing it when it is new; empty when it
     // was dropped.
-    QString storeFrame(int target, std::int64_t cycle, const cv::Mat& frame, bool changed);
+    QString storeFrame(QString& last, int target, std::int64_t cycle, const cv::Mat& frame,
+                       bool changed);
+
+    struct TargetState {
+        QString frame;          // the last frame stored; empty when none was
+        QJsonObject decisions;  // the last full line but its cycle and times
+        double cycle = -1;      // and its cycle
+    };
 
     std::unique_ptr<RecordingWriter> writer_;
     std::mutex mutex_;
-    std::map<int, QString> lastFrames_;  // by target; empty when none was stored
+    std::map<int, TargetState> targets_;
 };
 
 }  // namespace autoscene::playback

@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
+#include <map>
 
 #include "playback/RecordingLayout.h"
 
@@ -51,6 +52,22 @@ QString checkCycle(const QJsonObject& line, const QDir& folder, RecordedCycle& c
 
 }  // namespace
 
+// A line that repeats an earlier cycle of its target ("same_as") as that cycle's line with
+// its own cycle and time; what is wrong with it otherwise.
+QString expandRepeat(const QJsonObject& line, const std::map<int, QJsonObject>& lastFull,
+                     QJsonObject& expanded) {
+    const auto full = lastFull.find(line["target"].toInt());
+    if (!line["same_as"].isDouble() || full == lastFull.end() ||
+        full->second["cycle"] != line["same_as"]) {
+        return QStringLiteral("\"same_as\" names no earlier cycle of its target");
+    }
+    expanded = full->second;
+    expanded.remove("start");
+    expanded.insert("cycle", line["cycle"]);
+    expanded.insert("time_ms", line["time_ms"]);
+    return {};
+}
+
 std::optional<Recording> readRecording(const QString& folder, QString* error) {
     const QDir dir(folder);
     QFile file(dir.filePath(kCyclesFile));
@@ -59,6 +76,7 @@ std::optional<Recording> readRecording(const QString& folder, QString* error) {
         return std::nullopt;
     }
     Recording recording{folder, {}, {}};
+    std::map<int, QJsonObject> lastFull;  // by target
     int number = 0;
     while (!file.atEnd()) {
         const QByteArray text = file.readLine();
@@ -85,7 +103,7 @@ std::optional<Recording> readRecording(const QString& folder, QString* error) {
                                      .arg(parse.offset)
                                : QStringLiteral("not a JSON object"));
         }
-        const QJsonObject line = document.object();
+        QJsonObject line = document.object();
         if (number == 1) {
             if (line["type"] != QStringLiteral("recording") ||
                 line["version"].toInt() != kRecordingVersion) {
@@ -95,10 +113,20 @@ std::optional<Recording> readRecording(const QString& folder, QString* error) {
             }
             continue;
         }
+        const bool repeat = line.contains("same_as");
+        if (repeat) {
+            const QJsonObject reference = line;
+            if (const QString wrong = expandRepeat(reference, lastFull, line); !wrong.isEmpty()) {
+                return failure(wrong);
+            }
+        }
         RecordedCycle cycle;
         cycle.lineNumber = number;
         if (const QString wrong = checkCycle(line, dir, cycle); !wrong.isEmpty()) {
             return failure(wrong);
+        }
+        if (!repeat) {
+            lastFull[cycle.target] = line;
         }
         recording.cycles.push_back(std::move(cycle));
     }
