@@ -179,7 +179,7 @@ int replayRecording(const QStringList& arguments, const RunIo& io) {
                               .arg(cycle.target)
                               .arg(playback::kCyclesFile)
                               .arg(cycle.lineNumber)};
-        for (const QJsonValue& difference : differing.differences) {
+        for (const auto& difference : differing.differences) {
             lines << QStringLiteral("  ") + describe(difference.toObject());
         }
         print(io, options.json,

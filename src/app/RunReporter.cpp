@@ -88,7 +88,7 @@ void RunReporter::eventFired(const engine::Scene& scene, const engine::RuntimeEv
 void RunReporter::actionsDone(const engine::Scene&, const engine::RuntimeEvent& event) {
     std::lock_guard lock(mutex_);
     const int target = targetNumber();
-    for (const QJsonValue& value : playback::actionResults(event)) {
+    for (const auto& value : playback::actionResults(event)) {
         const QJsonObject result = value.toObject();
         print({{"type", "action"}, {"target", target}, {"event", event.name}, {"result", result}},
               QStringLiteral("[%1]   action %2")

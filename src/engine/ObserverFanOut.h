@@ -10,66 +10,60 @@ namespace autoscene::engine {
 class ObserverFanOut : public IMVSceneEvent, public IRunObserver {
 public:
     void add(IMVSceneEvent* scenes, IRunObserver* run) {
-        sceneObservers_.push_back(scenes);
-        runObservers_.push_back(run);
+        scenes_.push_back(scenes);
+        runs_.push_back(run);
     }
 
     void identificationResult(const Scene& s, const ItemGroup* c, bool r) override {
-        for (IMVSceneEvent* o : sceneObservers_)
-            o->identificationResult(s, c, r);
+        each(scenes_, [&](IMVSceneEvent& o) { o.identificationResult(s, c, r); });
     }
     void sceneEntered(const Scene& s, const ItemGroup* c) override {
-        for (IMVSceneEvent* o : sceneObservers_)
-            o->sceneEntered(s, c);
+        each(scenes_, [&](IMVSceneEvent& o) { o.sceneEntered(s, c); });
     }
     void eventEvaluated(const Scene& s, const RuntimeEvent& e, bool f) override {
-        for (IMVSceneEvent* o : sceneObservers_)
-            o->eventEvaluated(s, e, f);
+        each(scenes_, [&](IMVSceneEvent& o) { o.eventEvaluated(s, e, f); });
     }
     void traversalBegins(const cv::Mat& m, const Scene& s) override {
-        for (IMVSceneEvent* o : sceneObservers_)
-            o->traversalBegins(m, s);
+        each(scenes_, [&](IMVSceneEvent& o) { o.traversalBegins(m, s); });
     }
     void traversalEnds(const cv::Mat& m, const Scene& s) override {
-        for (IMVSceneEvent* o : sceneObservers_)
-            o->traversalEnds(m, s);
+        each(scenes_, [&](IMVSceneEvent& o) { o.traversalEnds(m, s); });
     }
     void eventFired(const Scene& s, const RuntimeEvent& e) override {
-        for (IMVSceneEvent* o : sceneObservers_)
-            o->eventFired(s, e);
+        each(scenes_, [&](IMVSceneEvent& o) { o.eventFired(s, e); });
     }
     void actionsDone(const Scene& s, const RuntimeEvent& e) override {
-        for (IMVSceneEvent* o : sceneObservers_)
-            o->actionsDone(s, e);
+        each(scenes_, [&](IMVSceneEvent& o) { o.actionsDone(s, e); });
     }
     void runStarted(int n) override {
-        for (IRunObserver* o : runObservers_)
-            o->runStarted(n);
+        each(runs_, [&](IRunObserver& o) { o.runStarted(n); });
     }
     void threadStartedOnWindow(platform::WindowHandle w) override {
-        for (IRunObserver* o : runObservers_)
-            o->threadStartedOnWindow(w);
+        each(runs_, [&](IRunObserver& o) { o.threadStartedOnWindow(w); });
     }
     void threadStartedOnDevice(const QString& s) override {
-        for (IRunObserver* o : runObservers_)
-            o->threadStartedOnDevice(s);
+        each(runs_, [&](IRunObserver& o) { o.threadStartedOnDevice(s); });
     }
     void captureFailed() override {
-        for (IRunObserver* o : runObservers_)
-            o->captureFailed();
+        each(runs_, [](IRunObserver& o) { o.captureFailed(); });
     }
     void frameCaptured(const cv::Mat& m) override {
-        for (IRunObserver* o : runObservers_)
-            o->frameCaptured(m);
+        each(runs_, [&](IRunObserver& o) { o.frameCaptured(m); });
     }
     void cycleEnded(const TaskInfo& t) override {
-        for (IRunObserver* o : runObservers_)
-            o->cycleEnded(t);
+        each(runs_, [&](IRunObserver& o) { o.cycleEnded(t); });
     }
 
 private:
-    std::vector<IMVSceneEvent*> sceneObservers_;
-    std::vector<IRunObserver*> runObservers_;
+    template <class Observer, class Call>
+    static void each(const std::vector<Observer*>& observers, const Call& call) {
+        for (Observer* observer : observers) {
+            call(*observer);
+        }
+    }
+
+    std::vector<IMVSceneEvent*> scenes_;
+    std::vector<IRunObserver*> runs_;
 };
 
 }  // namespace autoscene::engine

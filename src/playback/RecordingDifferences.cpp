@@ -25,7 +25,7 @@ std::map<std::pair<QString, int>, QJsonObject> byKey(const QJsonArray& list,
                                                      QString (*key)(const QJsonObject&)) {
     std::map<std::pair<QString, int>, QJsonObject> entries;
     std::map<QString, int> seen;
-    for (const QJsonValue& value : list) {
+    for (const auto& value : list) {
         const QJsonObject entry = value.toObject();
         const QString k = key(entry);
         entries[{k, seen[k]++}] = entry;
@@ -48,7 +48,7 @@ std::vector<typename Map::key_type> unionOfKeys(const Map& recorded, const QJson
     std::vector<typename Map::key_type> keys;
     for (const QJsonArray* list : {&recordedList, &replayedList}) {
         std::map<QString, int> seen;
-        for (const QJsonValue& value : *list) {
+        for (const auto& value : *list) {
             const QString k = key(value.toObject());
             const typename Map::key_type full{k, seen[k]++};
             if (list == &recordedList || !recorded.contains(full)) {

@@ -22,7 +22,7 @@ std::unique_ptr<RecordingWriter> RecordingWriter::open(const QString& folder, QS
     return writer;
 }
 
-RecordingWriter::RecordingWriter(const QString& folder) : folder_(folder) {}
+RecordingWriter::RecordingWriter(QString folder) : folder_(std::move(folder)) {}
 
 RecordingWriter::~RecordingWriter() {
     {

@@ -48,7 +48,7 @@ private:
         cv::Mat frame;
         QJsonObject line;
     };
-    explicit RecordingWriter(const QString& folder);
+    explicit RecordingWriter(QString folder);
     void writeLoop();
     bool writeBatch(const std::deque<Job>& batch, QString& error);
     bool writeFrame(const Job& job, QString& error);
