@@ -51,6 +51,9 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
     const QCommandLineOption json("json", "Print one JSON object per line.");
     const QCommandLineOption saveFrame("save-frame", "Save the last captured frame as a PNG.",
                                        "FILE");
+    const QCommandLineOption record(
+        "record", "Record the run into the new or empty folder DIR (autoscene-replay reads it).",
+        "DIR");
     const QCommandLineOption verbose("verbose", "Print the diagnostic log on stderr.");
     const QCommandLineOption device(
         "device", "Drive the Android device SERIAL through adb (repeatable).", "SERIAL");
@@ -88,7 +91,7 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
                        timeLimit,   loopMode,      loopInterval, variable,   json,
                        saveFrame,   verbose,       trace,        ocrPort,    allWindows,
                        windowId,    listTargets,   device,       allDevices, adb,
-                       deviceRoute, deviceService, adbTimeout,   deviceLost});
+                       deviceRoute, deviceService, adbTimeout,   deviceLost, record});
 
     QStringList withProgram = arguments;
     withProgram.prepend("autoscene-run");
@@ -198,6 +201,7 @@ ParsedRunOptions parseRunOptions(const QStringList& arguments) {
     options.verbose = parser.isSet(verbose);
     options.trace = parser.isSet(trace);
     options.saveFrame = parser.value(saveFrame);
+    options.recordFolder = parser.value(record);
     return {std::move(options), 0, {}};
 }
 

@@ -24,6 +24,7 @@ struct RunOptions {
     bool verbose = false;                  // the diagnostic log on stderr
     bool trace = false;                    // each cycle's scene and condition states on the output
     QString saveFrame;                     // PNG written with the last frame when the run ends
+    QString recordFolder;                  // a new recording of the run goes there
     std::optional<int> ocrPort;            // replaces the port of ocr.ini
     bool allWindows = false;               // every window the task matches, one worker each
     std::vector<std::uint64_t> windowIds;  // these windows, whatever the task matches

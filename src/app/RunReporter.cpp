@@ -2,9 +2,9 @@
 
 #include <QJsonDocument>
 
-#include "engine/IAction.h"
 #include "engine/ItemGroup.h"
 #include "engine/Scene.h"
+#include "playback/CycleEvidence.h"
 
 namespace autoscene::app {
 
@@ -34,16 +34,13 @@ void RunReporter::print(const QJsonObject& line, const QString& text) {
 
 void RunReporter::printTrace(const engine::Scene& scene, const QString& what, const QString& name,
                              const engine::ItemGroup* conditions, bool holds) {
-    const QJsonObject states =
-        conditions ? conditions->describe(std::this_thread::get_id()) : QJsonObject();
+    QJsonObject line = playback::conditionCheck(scene, what, name, conditions, holds);
+    const QJsonObject states = line["conditions"].toObject();
     std::lock_guard lock(mutex_);
     const int target = targetNumber();
-    print({{"type", "trace"},
-           {"target", target},
-           {"scene", scene.name},
-           {what, name},
-           {"holds", holds},
-           {"conditions", states}},
+    line.insert("type", "trace");
+    line.insert("target", target);
+    print(line,
           QStringLiteral("[%1]   trace %2 \"%3\" %4: %5")
               .arg(target)
               .arg(what, name, holds ? QStringLiteral("holds") : QStringLiteral("does not hold"),
@@ -91,8 +88,8 @@ void RunReporter::eventFired(const engine::Scene& scene, const engine::RuntimeEv
 void RunReporter::actionsDone(const engine::Scene&, const engine::RuntimeEvent& event) {
     std::lock_guard lock(mutex_);
     const int target = targetNumber();
-    for (const auto& action : event.actions) {
-        const QJsonObject result = action->state(std::this_thread::get_id());
+    for (const auto& value : playback::actionResults(event)) {
+        const QJsonObject result = value.toObject();
         print({{"type", "action"}, {"target", target}, {"event", event.name}, {"result", result}},
               QStringLiteral("[%1]   action %2")
                   .arg(target)

@@ -21,10 +21,10 @@ platform::WindowQuery windowQueryOf(const model::WindowInfo& info) {
 }
 
 RunSession::RunSession(const model::TaskDocument& task, engine::ITargetService& service,
-                       platform::IWindowControl* windows)
+                       platform::IWindowControl* windows, std::shared_ptr<engine::RunClock> clock)
     : task_(task), ocr_(std::make_shared<text::OcrClient>()), ocrService_(ocr_) {
     actions::registerAllRuntimeItems(factory_, ocr_, windows);
-    runner_ = std::make_unique<engine::TaskRunner>(task, factory_, service);
+    runner_ = std::make_unique<engine::TaskRunner>(task, factory_, service, std::move(clock));
     runner_->setJobRunner([](size_t count, const std::function<void(size_t)>& job) {
         recognition::DetectionPool::shared().run(count, job);
     });

@@ -27,7 +27,8 @@ public:
     // The task and the target service must outlive the session. `windows` serves the window
     // methods of the task's scripts; without it they find nothing.
     RunSession(const model::TaskDocument& task, engine::ITargetService& service,
-               platform::IWindowControl* windows);
+               platform::IWindowControl* windows,
+               std::shared_ptr<engine::RunClock> clock = nullptr);
     RunSession(const RunSession&) = delete;
     RunSession& operator=(const RunSession&) = delete;
 

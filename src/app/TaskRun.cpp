@@ -13,10 +13,12 @@
 #include "app/RunReporter.h"
 #include "app/RunSession.h"
 #include "app/WindowChoice.h"
+#include "engine/ObserverFanOut.h"
 #include "engine/TaskRunner.h"
 #include "model/AtomicFile.h"
 #include "model/TaskDocument.h"
 #include "model/TaskSummary.h"
+#include "playback/Recorder.h"
 #include "plugins/BackgroundPlugin.h"
 #include "plugins/PluginCall.h"
 #include "script/Clipboard.h"
@@ -182,8 +184,23 @@ int play(const RunOptions& options, const model::TaskDocument& task,
     engine::TaskRunner& runner = session.runner();
     RunReporter reporter(io.out, options.json, options.trace);
     reporter.setDeviceRoutes(std::move(deviceRoutes));
-    runner.setSceneObserver(&reporter);
-    runner.setRunObserver(&reporter);
+    engine::ObserverFanOut observers;
+    observers.add(&reporter, &reporter);
+    std::unique_ptr<playback::Recorder> recorder;
+    std::optional<playback::CycleLog> cycles;
+    if (!options.recordFolder.isEmpty()) {
+        QString error;
+        recorder = playback::Recorder::create(options.recordFolder, options.taskFolder, &error);
+        if (!recorder) {
+            io.err << "cannot record the run: " << error << '\n';
+            return kBadArguments;
+        }
+        cycles.emplace(
+            runner, [&recorder](const playback::CycleReport& cycle) { recorder->record(cycle); });
+        observers.add(&*cycles, &*cycles);
+    }
+    runner.setSceneObserver(&observers);
+    runner.setRunObserver(&observers);
     runner.setWindowMatcher(matcher);
     applyOptions(options, runner);
 

@@ -9,7 +9,8 @@ namespace autoscene::engine {
 
 // Converts the view into `bgr`, reusing its buffer when the size is unchanged. False, and
 // `bgr` left as it was, when the view holds no usable pixels (none, an empty size, rows
-// shorter than the width).
-bool convertBgraToBgr(const platform::BgraView& view, cv::Mat& bgr);
+// shorter than the width). With `changed`, also tells whether the pixels differ from those
+// `bgr` held.
+bool convertBgraToBgr(const platform::BgraView& view, cv::Mat& bgr, bool* changed = nullptr);
 
 }  // namespace autoscene::engine

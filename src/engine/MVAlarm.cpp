@@ -1,5 +1,7 @@
 #include "engine/MVAlarm.h"
 
+#include <QJsonObject>
+
 #include "engine/RunClock.h"
 
 namespace autoscene::engine {
@@ -75,6 +77,25 @@ void MVAlarm::reset() {
     std::lock_guard lock(mutex_);
     shared_ = State{};
     states_.clear();
+}
+
+QJsonValue MVAlarm::saveState(std::thread::id thread) const {
+    std::lock_guard lock(mutex_);
+    State s = shared_;
+    if (!scope_.global) {
+        const auto it = states_.find(thread);
+        s = it == states_.end() ? State{} : it->second;
+    }
+    return QJsonObject{{"triggered", s.triggered}, {"next_day", s.nextDay}};
+}
+
+void MVAlarm::restoreState(const QJsonValue& state) {
+    const QJsonObject saved = state.toObject();
+    std::lock_guard lock(mutex_);
+    State& s = this->state();
+    s.triggered = saved["triggered"].toBool();
+    s.nextDay = saved["next_day"].toBool();
+    s.firedNow = false;
 }
 
 }  // namespace autoscene::engine

@@ -25,6 +25,8 @@ public:
     // The run view's text: "已触发", "已超时", "剩余:N秒", "剩余:N分钟" or "待触发".
     QString statusText();
     void reset() override;
+    QJsonValue saveState(std::thread::id thread) const override;
+    void restoreState(const QJsonValue& state) override;
 
 private:
     struct State {

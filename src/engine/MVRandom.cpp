@@ -38,4 +38,9 @@ void MVRandom::reset() {
     max_ = initialMax_;
 }
 
+QJsonValue MVRandom::saveState(std::thread::id) const {
+    std::lock_guard lock(mutex_);
+    return QStringLiteral("%1~%2").arg(min_).arg(max_);
+}
+
 }  // namespace autoscene::engine

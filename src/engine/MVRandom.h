@@ -16,6 +16,8 @@ public:
     void setStartValue(const QString& text) override { setValue(text); }
     void startThread() override {}
     void reset() override;
+    // The range ("min~max"): reading the value would draw a number.
+    QJsonValue saveState(std::thread::id thread) const override;
 
 private:
     const int initialMin_;

@@ -1,5 +1,6 @@
 #include "engine/MVTimer.h"
 
+#include <QJsonObject>
 #include <QStringList>
 
 #include "engine/RunClock.h"
@@ -139,6 +140,28 @@ void MVTimer::setStartValue(const QString& text) {
     if (text.split(QLatin1Char(':')).size() >= 2) {
         setValue(text);
     }
+}
+
+QJsonValue MVTimer::saveState(std::thread::id thread) const {
+    std::lock_guard lock(mutex_);
+    const State* s = stateFor(thread);
+    return QJsonObject{{"delay", s->delaySeconds},
+                       {"period", s->periodSeconds},
+                       {"running", s->running},
+                       {"fired_once", s->firedOnce},
+                       {"mark_ms", double(s->markMs)}};
+}
+
+void MVTimer::restoreState(const QJsonValue& state) {
+    const QJsonObject saved = state.toObject();
+    std::lock_guard lock(mutex_);
+    State& s = this->state();
+    s.delaySeconds = saved["delay"].toInt(s.delaySeconds);
+    s.periodSeconds = saved["period"].toInt(s.periodSeconds);
+    s.running = saved["running"].toBool(s.running);
+    s.firedOnce = saved["fired_once"].toBool(s.firedOnce);
+    s.markMs = std::int64_t(saved["mark_ms"].toDouble(double(s.markMs)));
+    s.firedNow = false;
 }
 
 }  // namespace autoscene::engine

@@ -34,6 +34,8 @@ public:
     void setValue(const QString& text) override;
     void setDefaultValue(const QString& text) override;
     void setStartValue(const QString& text) override;
+    QJsonValue saveState(std::thread::id thread) const override;
+    void restoreState(const QJsonValue& state) override;
 
 private:
     struct State {

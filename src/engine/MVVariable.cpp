@@ -65,4 +65,12 @@ void MVVariable::setStartValue(const QString& text) {
     mine.hasStart = true;
 }
 
+QJsonValue MVVariable::saveState(std::thread::id thread) const {
+    return valueFor(thread);
+}
+
+void MVVariable::restoreState(const QJsonValue& state) {
+    setValue(state.toString());
+}
+
 }  // namespace autoscene::engine

@@ -2,6 +2,7 @@
 // A variable during a run: one value shared by all targets when global, otherwise
 // one value per worker thread, starting from the default or the target's start value.
 
+#include <QJsonValue>
 #include <QString>
 #include <mutex>
 #include <thread>
@@ -41,6 +42,11 @@ public:
     virtual void setDefaultValue(const QString& text);
     // This thread's value and the value it starts from.
     virtual void setStartValue(const QString& text);
+    // What restoreState() needs to put `thread`'s state back: a replay starts each cycle
+    // from the state a recording holds.
+    virtual QJsonValue saveState(std::thread::id thread) const;
+    // The calling thread's state (the shared one when global) from saveState().
+    virtual void restoreState(const QJsonValue& state);
 
 protected:
     struct ThreadValue {

@@ -11,6 +11,7 @@ namespace autoscene::engine {
 class Scene;
 class RuntimeEvent;
 class ItemGroup;
+struct TaskInfo;
 
 class IMVSceneEvent {
 public:
@@ -33,6 +34,8 @@ public:
     virtual void captureFailed() {}
     // The frame just captured; the worker writes its next capture into the same pixels.
     virtual void frameCaptured(const cv::Mat&) {}
+    // The cycle is over: its scene chosen, its events evaluated and their actions done.
+    virtual void cycleEnded(const TaskInfo&) {}
 };
 
 class ITaskFinishListener {

@@ -31,7 +31,8 @@ struct RunTarget {
 
 struct TaskInfo {
     int index = -1;
-    cv::Mat frame;  // 3-channel BGR of the current cycle; empty when there is none
+    cv::Mat frame;             // 3-channel BGR of the current cycle; empty when there is none
+    bool frameChanged = true;  // whether `frame` differs from the previous cycle's
     std::atomic<platform::WindowHandle> window{0};
     platform::WindowHandle startWindow = 0;  // what a script returns the worker to
     platform::WindowHandle child = 0;

@@ -411,7 +411,7 @@ void TaskRunner::capture(TaskInfo& task) {
     // Converted straight out of the target's buffer into the frame kept between cycles.
     bool usable = false;
     const auto convert = [&](const platform::BgraView& view) {
-        usable = convertBgraToBgr(view, task.frame);
+        usable = convertBgraToBgr(view, task.frame, &task.frameChanged);
     };
     const bool capturable = task.kind == TargetKind::Desktop || task.kind == TargetKind::Window ||
                             task.kind == TargetKind::AndroidDevice;
@@ -423,6 +423,7 @@ void TaskRunner::capture(TaskInfo& task) {
     }
     if (!usable) {
         task.frame.release();
+        task.frameChanged = true;
         if (targets_.displayLost()) {
             endRun(RunEnd::DisplayLost);
         } else if (runObserver_) {
@@ -440,6 +441,9 @@ bool TaskRunner::runCycle(TaskInfo& task) {
             finishListener_->finished(1);
         }
         return false;
+    }
+    if (cycleStart_) {
+        cycleStart_(task);
     }
     capture(task);
     if (!running_) {
@@ -463,6 +467,9 @@ bool TaskRunner::runCycle(TaskInfo& task) {
     }
     ++task.cycleCount;
     ++cyclesCompleted_;
+    if (runObserver_) {
+        runObserver_->cycleEnded(task);
+    }
     return true;
 }
 

@@ -75,6 +75,9 @@ public:
     // Runs a cycle's independent screen detections; without one they run one by one on the
     // worker. Set before start().
     void setJobRunner(JobRunner runner) { jobRunner_ = std::move(runner); }
+    // Called on the worker before each cycle's capture (a replay puts the recorded state
+    // back there). Set before start().
+    void setCycleStartHook(std::function<void(TaskInfo&)> hook) { cycleStart_ = std::move(hook); }
 
     bool stopRequested() const override;
     void enterExclusive() override;
@@ -113,6 +116,7 @@ private:
     std::vector<RuntimeFactory::RunStartHook> runStartHooks_;
     std::vector<std::function<void()>> runEndHooks_;
     JobRunner jobRunner_;
+    std::function<void(TaskInfo&)> cycleStart_;
     RunContext context_;
     std::vector<std::unique_ptr<Scene>> scenes_;
     std::vector<std::shared_ptr<RuntimeEvent>> commonEvents_;

@@ -1,0 +1,104 @@
+#include "playback/Replayer.h"
+
+#include <QDir>
+#include <map>
+#include <opencv2/imgcodecs.hpp>
+
+#include "engine/TaskRunner.h"
+#include "playback/CycleLog.h"
+#include "playback/RecordingDifferences.h"
+#include "playback/ReplayTarget.h"
+#include "playback/RunStateSnapshot.h"
+
+namespace autoscene::playback {
+
+Replayer::Replayer(engine::TaskRunner& runner, ReplayTarget& target, ReplayClock& clock)
+    : runner_(runner), target_(target), clock_(clock) {}
+
+ReplayResult Replayer::replay(const Recording& recording,
+                              const std::function<bool(std::chrono::milliseconds)>& stopRequested) {
+    std::map<int, std::vector<const RecordedCycle*>> targets;
+    for (const RecordedCycle& cycle : recording.cycles) {
+        targets[cycle.target].push_back(&cycle);
+    }
+    runner_.setLoopIntervalMs(0);
+    runner_.setRunTimeLimitSeconds(-1);
+    ReplayResult result;
+    for (const auto& [target, cycles] : targets) {
+        replayTarget(recording, cycles, stopRequested, result);
+        if (!result.error.isEmpty()) {
+            break;
+        }
+    }
+    return result;
+}
+
+void Replayer::replayTarget(const Recording& recording,
+                            const std::vector<const RecordedCycle*>& cycles,
+                            const std::function<bool(std::chrono::milliseconds)>& stopRequested,
+                            ReplayResult& result) {
+    const QDir folder(recording.folder);
+    size_t next = 0;
+    QString shownFrame = QStringLiteral("-");
+    runner_.setCycleStartHook([&](engine::TaskInfo& task) {
+        if (next >= cycles.size() || !result.error.isEmpty()) {
+            target_.setFrame({});
+            runner_.stop();
+            return;
+        }
+        const RecordedCycle& cycle = *cycles[next];
+        clock_.setNowMs(cycle.timeMs);
+        const QJsonObject state = next > 0 ? cycles[next - 1]->line["state"].toObject()
+                                           : cycle.line["start"].toObject()["state"].toObject();
+        restoreRunState(state, task, runner_.definitions(), runner_.scenes());
+        if (cycle.frame == shownFrame) {
+            return;
+        }
+        shownFrame = cycle.frame;
+        cv::Mat bgr;
+        if (!cycle.frame.isEmpty()) {
+            bgr = cv::imread(folder.filePath(cycle.frame).toStdString(), cv::IMREAD_COLOR);
+            if (bgr.empty()) {
+                result.error = QStringLiteral("%1: frame %2 of line %3 does not decode as PNG")
+                                   .arg(folder.filePath(cycle.frame))
+                                   .arg(cycle.cycle)
+                                   .arg(cycle.lineNumber);
+                runner_.stop();
+            }
+        }
+        target_.setFrame(bgr);
+    });
+    CycleLog log(runner_, [&](const CycleReport& report) {
+        const RecordedCycle& cycle = *cycles[next++];
+        if (cycle.frameDropped) {
+            ++result.skipped;
+            return;
+        }
+        ++result.replayed;
+        const QJsonArray differences = cycleDifferences(cycle.line, report.line);
+        if (!differences.isEmpty()) {
+            result.cycles.push_back({&cycle, differences});
+        }
+    });
+    runner_.setSceneObserver(&log);
+    runner_.setRunObserver(&log);
+    clock_.setNowMs(std::int64_t(cycles.front()->line["start"].toObject()["time_ms"].toDouble(
+        double(cycles.front()->timeMs))));
+    runner_.start({engine::RunTarget{engine::TargetKind::Desktop}});
+    while (!runner_.waitUntilIdle(std::chrono::milliseconds(0))) {
+        if (stopRequested(std::chrono::milliseconds(50))) {
+            runner_.stop();
+        }
+    }
+    runner_.setSceneObserver(nullptr);
+    runner_.setRunObserver(nullptr);
+    runner_.setCycleStartHook({});
+    if (next < cycles.size() && result.error.isEmpty()) {
+        result.cycles.push_back(
+            {cycles[next],
+             QJsonArray{QJsonObject{{"kind", "ended"},
+                                    {"recorded_cycles_left", double(cycles.size() - next)}}}});
+    }
+}
+
+}  // namespace autoscene::playback

@@ -1,0 +1,253 @@
+// Recordings made by autoscene-run --record on a private Xvfb, replayed by autoscene-replay
+// as a user would: unchanged, with a task edited, cut short and damaged.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <set>
+#include <thread>
+
+#include "DemoTargetProcess.h"
+#include "XvfbServer.h"
+
+using autoscene::testing::DemoTargetProcess;
+using autoscene::testing::XvfbServer;
+using namespace std::chrono_literals;
+
+namespace {
+
+struct Result {
+    int exitCode = -1;
+    QString out;
+    QString err;
+
+    QJsonObject lastLine() const {
+        return QJsonDocument::fromJson(out.trimmed().split('\n').last().toUtf8()).object();
+    }
+};
+
+Result finish(QProcess& process) {
+    EXPECT_TRUE(process.waitForFinished(120000));
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+Result replay(const QStringList& arguments) {
+    QProcess process;
+    process.start(AUTOSCENE_REPLAY_PATH, arguments);
+    return finish(process);
+}
+
+QList<QJsonObject> jsonLines(const QString& text) {
+    QList<QJsonObject> lines;
+    for (const QString& line : text.split('\n', Qt::SkipEmptyParts)) {
+        lines << QJsonDocument::fromJson(line.toUtf8()).object();
+    }
+    return lines;
+}
+
+QList<QJsonObject> recordedCycles(const QString& recording) {
+    QFile file(recording + "/cycles.jsonl");
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    QList<QJsonObject> cycles = jsonLines(QString::fromUtf8(file.readAll()));
+    cycles.removeFirst();
+    return cycles;
+}
+
+void copyFolder(const QString& from, const QString& to) {
+    QDir().mkpath(to);
+    for (const QFileInfo& entry :
+         QDir(from).entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const QString target = to + '/' + entry.fileName();
+        if (entry.isDir()) {
+            copyFolder(entry.filePath(), target);
+        } else {
+            QFile::copy(entry.filePath(), target);
+        }
+    }
+}
+
+class Recordings : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_FALSE(server.display().empty()); }
+
+    void startRun(QProcess& process, const QStringList& arguments) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("DISPLAY", QString::fromStdString(server.display()));
+        process.setProcessEnvironment(environment);
+        process.start(AUTOSCENE_RUN_PATH, arguments);
+        ASSERT_TRUE(process.waitForStarted());
+    }
+
+    QString record(const QString& task, const QStringList& options = {}) {
+        const QString recording = folder.filePath(QString::number(++count));
+        QProcess process;
+        startRun(process, QStringList{task, "--record", recording, "--time-limit", "60"} + options);
+        const Result result = finish(process);
+        EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+        return recording;
+    }
+
+    XvfbServer server{1024, 768};
+    QTemporaryDir folder;
+    int count = 0;
+};
+
+// The "next" event's colour count, in the cycles where that event fired.
+std::map<int, int> nextCounts(const QList<QJsonObject>& cycles) {
+    std::map<int, int> counts;
+    for (const QJsonObject& cycle : cycles) {
+        for (const QJsonValue& check : cycle["checks"].toArray()) {
+            if (check["event"] == "next" && check["holds"].toBool()) {
+                counts[cycle["cycle"].toInt()] =
+                    check["conditions"]["item_state"][0]["count"].toInt();
+            }
+        }
+    }
+    return counts;
+}
+
+TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges) {
+    DemoTargetProcess target(server.display(), {});
+    ASSERT_TRUE(target.started());
+    const QString recording = record(AUTOSCENE_DEMO_TASK);
+    const QList<QJsonObject> cycles = recordedCycles(recording);
+    ASSERT_GT(cycles.size(), 3);
+    EXPECT_TRUE(QFileInfo(recording + "/task/image/1.png").isFile());
+
+    Result same = replay({recording, "--json"});
+    EXPECT_EQ(same.exitCode, 0) << same.out.toStdString() << same.err.toStdString();
+    EXPECT_EQ(same.lastLine()["cycles"].toInt(), cycles.size());
+    EXPECT_EQ(same.lastLine()["differing_cycles"].toInt(), 0);
+
+    // "next" needs one more pixel of its colour than it ever saw: exactly the cycles where
+    // it fired decide differently.
+    const std::map<int, int> counts = nextCounts(cycles);
+    ASSERT_FALSE(counts.empty());
+    int highest = 0;
+    for (const auto& [cycle, seen] : counts) {
+        highest = std::max(highest, seen);
+    }
+    const QString edited = folder.filePath("edited");
+    copyFolder(recording + "/task", edited);
+    QFile script(edited + "/script.json");
+    ASSERT_TRUE(script.open(QIODevice::ReadWrite));
+    QByteArray json = script.readAll();
+    const QByteArray next = R"("color_id": 3, "search_id": 7, "count": 1000)";
+    ASSERT_TRUE(json.contains(next));
+    json.replace(next, R"("color_id": 3, "search_id": 7, "count": )" + QByteArray::number(highest));
+    script.resize(0);
+    script.write(json);
+    script.close();
+    const Result changed = replay({recording, "--task", edited, "--json"});
+    EXPECT_EQ(changed.exitCode, 1) << changed.err.toStdString();
+    std::set<int> reported;
+    for (const QJsonObject& line : jsonLines(changed.out)) {
+        if (line["type"] == "difference") {
+            reported.insert(line["cycle"].toInt());
+        }
+    }
+    std::set<int> expected;
+    for (const auto& [cycle, seen] : counts) {
+        expected.insert(cycle);
+    }
+    EXPECT_EQ(reported, expected) << changed.out.toStdString();
+
+    // Cut in the middle of its last line: read up to the cut, with a message naming it.
+    QFile lines(recording + "/cycles.jsonl");
+    const qint64 size = lines.size();
+    ASSERT_TRUE(lines.resize(size - 20));
+    const Result cut = replay({recording, "--json"});
+    EXPECT_EQ(cut.exitCode, 0) << cut.err.toStdString();
+    EXPECT_TRUE(
+        cut.err.contains(QString("cycles.jsonl:%1: the line is cut short").arg(cycles.size() + 1)))
+        << cut.err.toStdString();
+    EXPECT_EQ(cut.lastLine()["cycles"].toInt(), cycles.size() - 1);
+
+    // A damaged line in the middle is bad input, named by file and line.
+    ASSERT_TRUE(lines.open(QIODevice::ReadWrite));
+    QByteArray text = lines.readAll();
+    text[text.indexOf('\n', text.indexOf('\n') + 1) + 1] = '#';
+    lines.seek(0);
+    lines.write(text);
+    lines.close();
+    const Result corrupt = replay({recording});
+    EXPECT_EQ(corrupt.exitCode, 2);
+    EXPECT_TRUE(corrupt.err.contains("cycles.jsonl:3: not JSON")) << corrupt.err.toStdString();
+}
+
+TEST_F(Recordings, KilledRunLeavesAReadableRecording) {
+    DemoTargetProcess target(server.display(), {});
+    ASSERT_TRUE(target.started());
+    const QString recording = folder.filePath("killed");
+    QProcess process;
+    startRun(process, {AUTOSCENE_DEMO_TASK, "--record", recording, "--loop-interval", "0"});
+    // Killed once it has written some cycles, in the middle of the run.
+    const auto written = [&] {
+        QFile lines(recording + "/cycles.jsonl");
+        return lines.open(QIODevice::ReadOnly) ? lines.readAll().count('\n') : 0;
+    };
+    for (int wait = 0; wait < 200 && written() < 3; ++wait) {
+        std::this_thread::sleep_for(100ms);
+    }
+    ASSERT_GE(written(), 3);
+    ::kill(pid_t(process.processId()), SIGKILL);
+    finish(process);
+    const Result replayed = replay({recording, "--json"});
+    EXPECT_EQ(replayed.exitCode, 0) << replayed.out.toStdString() << replayed.err.toStdString();
+    EXPECT_GT(replayed.lastLine()["cycles"].toInt(), 0);
+}
+
+TEST_F(Recordings, TimersAndVariablesReplayAsRecorded) {
+    QTemporaryDir task;
+    QFile script(task.filePath("script.json"));
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    // Every second "tick" counts; at 2 "arm" restarts a switched-off timer every cycle, which
+    // fires a second after the count moves on, adds 10, and the count above 12 stops the run.
+    script.write(R"({"name": "timers", "loop_mode": 1, "loop_interval": 30, "task_mode": 1,
+      "var_list": [
+        {"type": 1, "id": 1, "name": "ticks", "value": "0"},
+        {"type": 3, "id": 2, "name": "tick", "delay": 1, "period": 1, "default_close": false},
+        {"type": 3, "id": 3, "name": "late", "delay": 1, "period": 0, "default_close": true}],
+      "image_list": [], "color_list": [], "ori_infos": [],
+      "scene_list": [{"name": "count",
+        "scene_event": {"name": "any", "item_group": {"type": 5, "item_list": []}},
+        "event_list": [
+          {"name": "tick", "item_group": {"type": 5, "item_list": [
+             {"type": 3, "relation": 1, "variable_id": 2}]},
+           "action_list": [{"type": 3, "variable_id": 1, "change_value": "1", "change_type": 1}]},
+          {"name": "arm", "item_group": {"type": 5, "item_list": [
+             {"type": 2, "relation": 1, "variable_id": 1, "compare_value": "2", "state": 0}]},
+           "action_list": [{"type": 3, "variable_id": 3, "change_type": 3}]},
+          {"name": "late", "item_group": {"type": 5, "item_list": [
+             {"type": 3, "relation": 1, "variable_id": 3}]},
+           "action_list": [{"type": 3, "variable_id": 1, "change_value": "10", "change_type": 1}]},
+          {"name": "done", "item_group": {"type": 5, "item_list": [
+             {"type": 2, "relation": 1, "variable_id": 1, "compare_value": "12", "state": 2}]},
+           "action_list": [{"type": 10}]}]}]})");
+    script.close();
+    const QString recording = record(task.path(), {"--full-screen"});
+    const QList<QJsonObject> cycles = recordedCycles(recording);
+    // The screen never changes: its frame is stored once.
+    EXPECT_EQ(QDir(recording + "/frames").entryList(QDir::Files).size(), 1);
+    QStringList fired;
+    for (const QJsonObject& cycle : cycles) {
+        for (const QJsonValue& event : cycle["fired"].toArray()) {
+            fired << event["event"].toString();
+        }
+    }
+    ASSERT_EQ(fired.count("late"), 1) << fired.join(' ').toStdString();
+    const Result replayed = replay({recording, "--json"});
+    EXPECT_EQ(replayed.exitCode, 0) << replayed.out.toStdString();
+    EXPECT_EQ(replayed.lastLine()["cycles"].toInt(), cycles.size());
+}
+
+}  // namespace

@@ -1,0 +1,75 @@
+// The files of recordings: pruning a folder of them, and a disk that refuses to write.
+
+#include <gtest/gtest.h>
+#include <utime.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <ctime>
+
+#include "LogCapture.h"
+#include "playback/RecordingPruning.h"
+#include "playback/RecordingWriter.h"
+
+using autoscene::ocr::testkit::LogCapture;
+using namespace autoscene::playback;
+
+namespace {
+
+// Recordings "r0" (oldest) to "r<count - 1>" of `bytes` each, beside a folder that is not one.
+void makeRecordings(const QDir& root, int count, qint64 bytes) {
+    for (int i = 0; i < count; ++i) {
+        const QString folder = root.filePath(QStringLiteral("r%1").arg(i));
+        QDir().mkpath(folder);
+        QFile lines(folder + "/cycles.jsonl");
+        ASSERT_TRUE(lines.open(QIODevice::WriteOnly));
+        lines.write(QByteArray(bytes, 'x'));
+        lines.close();
+        const utimbuf times{std::time(nullptr) - 1000 + i, std::time(nullptr) - 1000 + i};
+        ::utime(lines.fileName().toLocal8Bit().constData(), &times);
+    }
+    QDir().mkpath(root.filePath("notes"));
+}
+
+TEST(RecordingPruning, DeletesTheOldestUntilCountAndSizeFit) {
+    struct Case {
+        RecordingLimits limits;
+        QString keep;
+        QStringList left;
+    };
+    const Case cases[] = {
+        {{3, 0}, {}, {"notes", "r2", "r3", "r4"}},
+        {{0, 250}, {}, {"notes", "r3", "r4"}},
+        {{10, 1000}, {}, {"notes", "r0", "r1", "r2", "r3", "r4"}},
+        {{1, 0}, "r0", {"notes", "r0"}},  // the one being written stays and counts
+    };
+    for (const Case& c : cases) {
+        QTemporaryDir root;
+        makeRecordings(QDir(root.path()), 5, 100);
+        pruneRecordings(root.path(), c.limits,
+                        c.keep.isEmpty() ? QString() : root.filePath(c.keep));
+        EXPECT_EQ(QDir(root.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), c.left)
+            << c.limits.maxCount << " " << c.limits.maxBytes;
+    }
+}
+
+TEST(RecordingWriter, AFullDiskStopsTheRecordingWithOneMessage) {
+    if (!QFile::exists("/dev/full")) {
+        GTEST_SKIP() << "no /dev/full";
+    }
+    QTemporaryDir folder;
+    ASSERT_TRUE(QFile::link("/dev/full", folder.filePath("cycles.jsonl")));
+    LogCapture log;
+    {
+        QString error;
+        auto writer = RecordingWriter::open(folder.path(), &error);
+        ASSERT_TRUE(writer) << error.toStdString();
+        for (int i = 0; i < 5; ++i) {
+            writer->addLine({{"cycle", i}});
+        }
+    }
+    EXPECT_EQ(log.count("recording stopped, the run goes on"), 1) << log.all().toStdString();
+}
+
+}  // namespace
