@@ -3,9 +3,9 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 
-#include "ui/Prompts.h"
+#include "editor/Prompts.h"
+#include "editor/TaskEditor.h"
 #include "ui/SceneListModel.h"
-#include "ui/TaskEditor.h"
 
 namespace autoscene::ui {
 
