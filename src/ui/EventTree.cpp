@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QHeaderView>
 #include <QMenu>
 #include <algorithm>
@@ -25,6 +26,8 @@ EventTree::EventTree(TaskEditor& editor, QWidget* parent) : QTreeWidget(parent),
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     // Long scenes draw only the rows in view.
     setUniformRowHeights(true);
+    setDragDropMode(QAbstractItemView::InternalMove);
+    setDropIndicatorShown(true);
     connect(&editor_, &TaskEditor::eventsChanged, this, [this](int row) {
         if (row == sceneRow_) {
             refresh();
@@ -224,6 +227,21 @@ void EventTree::renameSelected() {
     }
     event.name = name->trimmed();
     editor_.replaceEvent(sceneRow_, rows[0], std::move(event), tr("重命名事件 %1").arg(*name));
+}
+
+void EventTree::dropEvent(QDropEvent* event) {
+    // The tree never moves its own rows: it redraws from the document after the move.
+    event->setDropAction(Qt::IgnoreAction);
+    event->accept();
+    const std::vector<int> rows = selectedRows();
+    QTreeWidgetItem* target = itemAt(event->position().toPoint());
+    while (target && target->parent()) {
+        target = target->parent();
+    }
+    const int to = target ? indexOfTopLevelItem(target) : editor_.eventRows(sceneRow_) - 1;
+    if (rows.size() == 1 && editor_.moveEvent(sceneRow_, rows[0], to)) {
+        selectRows({to});
+    }
 }
 
 void EventTree::contextMenuEvent(QContextMenuEvent* event) {

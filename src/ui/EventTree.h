@@ -1,7 +1,8 @@
 #pragma once
 // The events of the selected scene, each with its conditions and actions described in
 // words underneath, and the event edits: add, edit (double-click), copy, paste, delete,
-// move, switch on and off, rename. Every edit goes through the task's undo stack.
+// move (also by dragging), switch on and off, rename. Every edit goes through the task's undo
+// stack.
 
 #include <QTreeWidget>
 #include <vector>
@@ -39,6 +40,8 @@ public:
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
+    // Dragging one event onto another moves it there, through the undo stack.
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void refresh();

@@ -44,6 +44,18 @@ void RemoveSceneCommand::undo() {
     editor_.announceScenes();
 }
 
+MoveSceneCommand::MoveSceneCommand(TaskEditor& editor, int from, int to)
+    : editor_(editor), from_(from), to_(to) {
+    setText(TaskEditor::tr("移动界面 %1").arg(at(editor_, from_)->name));
+}
+
+void MoveSceneCommand::move(int from, int to) {
+    model::EditorScene moving = std::move(*at(editor_, from));
+    editor_.document().scenes.erase(at(editor_, from));
+    editor_.document().scenes.insert(at(editor_, to), std::move(moving));
+    editor_.announceScenes();
+}
+
 RenameSceneCommand::RenameSceneCommand(TaskEditor& editor, int index, QString name)
     : editor_(editor), index_(index), name_(std::move(name)) {
     setText(TaskEditor::tr("重命名界面 %1").arg(name_));

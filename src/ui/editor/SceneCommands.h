@@ -33,6 +33,20 @@ private:
     model::EditorScene scene_;  // held here while removed
 };
 
+class MoveSceneCommand : public QUndoCommand {
+public:
+    MoveSceneCommand(TaskEditor& editor, int from, int to);
+    void redo() override { move(from_, to_); }
+    void undo() override { move(to_, from_); }
+
+private:
+    void move(int from, int to);
+
+    TaskEditor& editor_;
+    int from_;
+    int to_;
+};
+
 class RenameSceneCommand : public QUndoCommand {
 public:
     RenameSceneCommand(TaskEditor& editor, int index, QString name);

@@ -64,6 +64,23 @@ int TaskEditor::copyScene(int row) {
                                                                                       : -1;
 }
 
+int TaskEditor::addScene(int row, const QString& name) {
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty() || !document_.isSceneNameFree(trimmed)) {
+        return -1;
+    }
+    const int at = std::clamp(row + 1, kFixedRows, sceneRows());
+    return push(new InsertSceneCommand(*this, at - kFixedRows, model::EditorScene(trimmed))) ? at
+                                                                                             : -1;
+}
+
+bool TaskEditor::moveScene(int row, int step) {
+    if (!ownScene(row) || !ownScene(row + step)) {
+        return false;
+    }
+    return push(new MoveSceneCommand(*this, row - kFixedRows, row + step - kFixedRows));
+}
+
 bool TaskEditor::renameScene(int row, const QString& name) {
     model::EditorScene* scene = ownScene(row);
     const QString trimmed = name.trimmed();

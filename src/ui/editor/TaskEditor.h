@@ -35,6 +35,11 @@ public:
     model::EditorScene* sceneAt(int row);
     static bool isFixedRow(int row) { return row >= 0 && row < kFixedRows; }
 
+    // A new scene after `row` (at the top of the own scenes for a fixed row); its row, or -1
+    // for a name that is empty or taken.
+    int addScene(int row, const QString& name);
+    // False for a fixed scene or a move past either end of the own scenes.
+    bool moveScene(int row, int step);
     // The row of the copy, placed after the original; -1 for a fixed scene.
     int copyScene(int row);
     // False for a fixed scene or a name that is empty or taken.

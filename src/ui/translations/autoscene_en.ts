@@ -1125,6 +1125,18 @@
         <source>是否删除界面</source>
         <translation>Delete the scene?</translation>
     </message>
+    <message>
+        <source>新建界面</source>
+        <translation>New scene</translation>
+    </message>
+    <message>
+        <source>上移</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>下移</source>
+        <translation>Down</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::SettingView</name>
@@ -1287,6 +1299,22 @@ These items will stop working. Delete it?</translation>
         <translation>Event name</translation>
     </message>
     <message>
+        <source>编辑</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>上移</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>下移</source>
+        <translation>Down</translation>
+    </message>
+    <message>
         <source>条件</source>
         <translation>Conditions</translation>
     </message>
@@ -1305,22 +1333,6 @@ These items will stop working. Delete it?</translation>
     <message>
         <source>添加动作</source>
         <translation>Add action</translation>
-    </message>
-    <message>
-        <source>编辑</source>
-        <translation>Edit</translation>
-    </message>
-    <message>
-        <source>删除</source>
-        <translation>Delete</translation>
-    </message>
-    <message>
-        <source>上移</source>
-        <translation>Up</translation>
-    </message>
-    <message>
-        <source>下移</source>
-        <translation>Down</translation>
     </message>
     <message>
         <source>条件组</source>
@@ -1445,6 +1457,10 @@ These items will stop working. Delete it?</translation>
     <message>
         <source>删除界面 %1</source>
         <translation>Delete scene %1</translation>
+    </message>
+    <message>
+        <source>移动界面 %1</source>
+        <translation>Move scene %1</translation>
     </message>
     <message>
         <source>重命名界面 %1</source>
