@@ -17,7 +17,7 @@ const model::EditorVariable* byName(const model::TaskDocument& task, const QStri
 
 QString freeName(const model::TaskDocument& task, const QString& name) {
     for (int n = 1;; ++n) {
-        const QString candidate = QStringLiteral("%1(%2)").arg(name).arg(n);
+        QString candidate = QStringLiteral("%1(%2)").arg(name).arg(n);
         if (!byName(task, candidate)) {
             return candidate;
         }

@@ -82,8 +82,8 @@ FieldForm::FieldForm(const model::TaskDocument& task, QWidget* parent)
     hidden_ << QStringLiteral("id") << QStringLiteral("version");
 }
 
-void FieldForm::setChoices(const char* key, std::vector<Choice> choices) {
-    choices_.insert(QLatin1String(key), std::move(choices));
+void FieldForm::setChoices(const char* key, const std::vector<Choice>& choices) {
+    choices_.insert(QLatin1String(key), choices);
 }
 
 void FieldForm::setLabel(const char* key, const QString& label) {
@@ -94,8 +94,9 @@ void FieldForm::setUnit(const char* key, FieldUnit unit) {
     units_.insert(QLatin1String(key), unit);
 }
 
-void FieldForm::setDefinitionKinds(const char* key, std::vector<model::DefinitionType> kinds) {
-    kinds_.insert(QLatin1String(key), std::move(kinds));
+void FieldForm::setDefinitionKinds(const char* key,
+                                   const std::vector<model::DefinitionType>& kinds) {
+    kinds_.insert(QLatin1String(key), kinds);
 }
 
 void FieldForm::setRequired(const char* key) {

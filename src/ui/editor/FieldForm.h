@@ -29,12 +29,12 @@ public:
     explicit FieldForm(const model::TaskDocument& task, QWidget* parent = nullptr);
 
     // Settings for the fields added after them.
-    void setChoices(const char* key, std::vector<Choice> choices);
+    void setChoices(const char* key, const std::vector<Choice>& choices);
     void setLabel(const char* key, const QString& label);
     void setUnit(const char* key, FieldUnit unit);
     // The kinds of definition a reference may name; by default crops for search regions
     // and offsets, every other kind elsewhere.
-    void setDefinitionKinds(const char* key, std::vector<model::DefinitionType> kinds);
+    void setDefinitionKinds(const char* key, const std::vector<model::DefinitionType>& kinds);
     // A reference that must name something that exists.
     void setRequired(const char* key);
     void hideField(const char* key);
