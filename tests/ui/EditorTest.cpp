@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
 #include <QTimeEdit>
@@ -340,6 +341,19 @@ TEST_F(Editor, FormsSayWhatIsWrongBeforeSaving) {
     EXPECT_EQ(definitionProblems(*crop, "rect", "700,500,200,50"), "区域超出屏幕 (800×600)");
     EXPECT_EQ(definitionProblems(*crop, "rect", "0,0,800,600"), "");
     EXPECT_EQ(definitionProblems(*crop, "rect", "1,2,3"), "区域应为 x,y,宽,高 四个数");
+}
+
+TEST_F(Editor, ScriptFormsTestTheirCodeWithTheTasksVariables) {
+    auto script = ui::newAction(12);
+    ui::FieldForm form(editor_.document());
+    ui::addItemFields(form, *script, editor_.document());
+    EXPECT_EQ(ui::itemFormTitle(*script), "编写JavaScript代码");
+    qobject_cast<QPlainTextEdit*>(form.control("js_code"))->setPlainText("typed + gold");
+    auto* test = form.findChild<QPushButton*>("pushButton_test");
+    ASSERT_TRUE(test);
+    const ModalSeen seen = answerModal([&] { test->click(); }, "确定");
+    EXPECT_EQ(seen.title, "测试结果");
+    EXPECT_EQ(seen.text, "0440,160,130,80");
 }
 
 TEST_F(Editor, EventEditorBuildsConditionTreesAndActionLists) {

@@ -227,17 +227,22 @@ std::vector<Choice> mouseUpChoices() {
 }
 
 QString comparedTextLabel() {
-    return tr(QT_TRANSLATE_NOOP("FieldTexts", "比较的文字"));
+    static const char* const text = QT_TRANSLATE_NOOP("FieldTexts", "比较的文字");
+    return tr(text);
 }
 
 QString unitSuffix(FieldUnit unit) {
+    // Outside tr(): lupdate does not look into its argument.
+    static const char* const seconds = QT_TRANSLATE_NOOP("FieldTexts", " 秒");
+    static const char* const milliseconds = QT_TRANSLATE_NOOP("FieldTexts", " 毫秒");
+    static const char* const minutes = QT_TRANSLATE_NOOP("FieldTexts", " 分钟");
     switch (unit) {
         case FieldUnit::Seconds:
-            return tr(QT_TRANSLATE_NOOP("FieldTexts", " 秒"));
+            return tr(seconds);
         case FieldUnit::Milliseconds:
-            return tr(QT_TRANSLATE_NOOP("FieldTexts", " 毫秒"));
+            return tr(milliseconds);
         case FieldUnit::Minutes:
-            return tr(QT_TRANSLATE_NOOP("FieldTexts", " 分钟"));
+            return tr(minutes);
         default:
             return {};
     }

@@ -21,6 +21,12 @@ QString tr(const char* text) {
     return QCoreApplication::translate("autoscene::ui::ItemCatalog", text);
 }
 
+// Outside tr(): lupdate does not look into its argument.
+const char* const kScriptTitle = QT_TRANSLATE_NOOP("ItemCatalog", "编写JavaScript代码");
+const char* const kScriptConditionHint =
+    QT_TRANSLATE_NOOP("ItemCatalog", "JavaScript代码返回true时条件成立，其它值条件不成立");
+const char* const kAreaOutside = QT_TRANSLATE_NOOP("ItemCatalog", "区域超出屏幕 (%1×%2)");
+
 template <class Interface, class... Items>
 struct Kinds {
     static std::unique_ptr<Interface> make(int type) {
@@ -139,11 +145,8 @@ QString cropProblem(const FieldForm& form, const TaskDocument& task, const CropI
     }
     const QRect area(parts[0].trimmed().toInt(), parts[1].trimmed().toInt(),
                      parts[2].trimmed().toInt(), parts[3].trimmed().toInt());
-    return QRect(0, 0, width, height).contains(area)
-               ? QString()
-               : tr(QT_TRANSLATE_NOOP("ItemCatalog", "区域超出屏幕 (%1×%2)"))
-                     .arg(width)
-                     .arg(height);
+    return QRect(0, 0, width, height).contains(area) ? QString()
+                                                     : tr(kAreaOutside).arg(width).arg(height);
 }
 
 // The scopes of a variable are one choice, kept as three flags (all false = normal).
@@ -268,7 +271,7 @@ bool isScript(const IEditorItem& item) {
 
 QString itemFormTitle(const IEditorItem& item) {
     if (isScript(item)) {
-        return tr(QT_TRANSLATE_NOOP("ItemCatalog", "编写JavaScript代码"));
+        return tr(kScriptTitle);
     }
     return dynamic_cast<const IEditorCondition*>(&item) ? conditionKindName(item.type())
                                                         : actionKindName(item.type());
@@ -279,8 +282,7 @@ void addItemFields(FieldForm& form, IEditorItem& item, const TaskDocument& task)
         configureCondition(form, item.type());
         Conditions::addFields(form, *condition);
         if (isScript(item)) {
-            auto* hint = new QLabel(tr(QT_TRANSLATE_NOOP(
-                "ItemCatalog", "JavaScript代码返回true时条件成立，其它值条件不成立")));
+            auto* hint = new QLabel(tr(kScriptConditionHint));
             hint->setWordWrap(true);
             form.addWideRow(hint);
         }

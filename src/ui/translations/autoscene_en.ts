@@ -653,6 +653,22 @@
         <source>中心点</source>
         <translation>Centre</translation>
     </message>
+    <message>
+        <source>比较的文字</source>
+        <translation>Compared text</translation>
+    </message>
+    <message>
+        <source> 秒</source>
+        <translation> s</translation>
+    </message>
+    <message>
+        <source> 毫秒</source>
+        <translation> ms</translation>
+    </message>
+    <message>
+        <source> 分钟</source>
+        <translation> min</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::HotKeyRegistrar</name>
@@ -822,6 +838,18 @@
     <message>
         <source>范围</source>
         <translation>Range</translation>
+    </message>
+    <message>
+        <source>编写JavaScript代码</source>
+        <translation>Write JavaScript code</translation>
+    </message>
+    <message>
+        <source>JavaScript代码返回true时条件成立，其它值条件不成立</source>
+        <translation>The condition holds when the JavaScript code returns true, otherwise not</translation>
+    </message>
+    <message>
+        <source>区域超出屏幕 (%1×%2)</source>
+        <translation>The area is outside the screen (%1×%2)</translation>
     </message>
 </context>
 <context>
