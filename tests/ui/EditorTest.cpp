@@ -135,6 +135,13 @@ TEST_F(Editor, PastingNeedsTaskJsonWithEvents) {
     }
     EXPECT_EQ(text(), before);
     EXPECT_EQ(editor_.undoStack().count(), 0);
+
+    // Items of a kind this program does not know are left out; the rest comes in.
+    ASSERT_TRUE(editor_.pasteEvents(3, 1, R"({"scene_list": [{"name": "s", "event_list": [
+        {"name": "e", "action_list": [{"type": 99}, {"type": 10}, "x"]}]}]})"));
+    ASSERT_EQ(editor_.eventAt(3, 1)->name, "e");
+    ASSERT_EQ(editor_.eventAt(3, 1)->actions.size(), 1u);
+    EXPECT_EQ(editor_.eventAt(3, 1)->actions[0]->type(), 10);
 }
 
 TEST_F(Editor, PastedEventsUseTheTargetsDefinitionsByNameOrBringTheirOwn) {
