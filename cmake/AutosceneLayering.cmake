@@ -66,7 +66,8 @@ endfunction()
 
 function(autoscene_check_layering)
     set(above_engine autoscene_engine autoscene_conditions autoscene_targets autoscene_script
-        autoscene_plugins autoscene_actions autoscene_playback autoscene_app autoscene_ui)
+        autoscene_plugins autoscene_actions autoscene_playback autoscene_app autoscene_editor
+        autoscene_ui)
     # Leaves know nothing of the engine or what stands on it.
     foreach(leaf autoscene_model autoscene_system autoscene_http autoscene_desktop autoscene_keys
             autoscene_android autoscene_x11 autoscene_win32 autoscene_recognition autoscene_text)
@@ -97,12 +98,14 @@ function(autoscene_check_layering)
         autoscene_actions autoscene_app autoscene_x11 autoscene_win32)
     autoscene_forbid_links(autoscene_actions FORBIDDEN autoscene_playback autoscene_app)
     # Recordings see a run through the engine's observers; the programs choose the items.
-    autoscene_forbid_links(autoscene_playback FORBIDDEN autoscene_app autoscene_ui)
+    autoscene_forbid_links(autoscene_playback FORBIDDEN autoscene_app autoscene_editor autoscene_ui)
+    # The editor is the lower half of the application: the frame uses it, never the reverse.
+    autoscene_forbid_links(autoscene_editor FORBIDDEN autoscene_ui)
     # Only the application uses widgets; the programs below it stay headless.
     foreach(target autoscene_model autoscene_engine autoscene_conditions autoscene_targets
             autoscene_script autoscene_actions autoscene_playback autoscene_app autoscene-run
             autoscene-task autoscene-replay)
-        autoscene_forbid_links(${target} FORBIDDEN autoscene_ui Qt6::Widgets)
+        autoscene_forbid_links(${target} FORBIDDEN autoscene_ui autoscene_editor Qt6::Widgets)
     endforeach()
     autoscene_forbid_bare_includes(${PROJECT_SOURCE_DIR}/src)
 endfunction()

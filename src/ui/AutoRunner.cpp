@@ -8,10 +8,10 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "editor/AccessibleNames.h"
+#include "editor/Prompts.h"
 #include "model/TaskDocument.h"
-#include "ui/AccessibleNames.h"
 #include "ui/MainWindow.h"
-#include "ui/Prompts.h"
 
 namespace autoscene::ui {
 

@@ -1,23 +1,57 @@
 #pragma once
 // The events of the selected scene, each with its conditions and actions described in
-// words underneath. Double-clicking opens nothing yet: the event editor plugs in there.
+// words underneath, and the event edits: add, edit (double-click), copy, paste, delete,
+// move (also by dragging), switch on and off, rename. Every edit goes through the task's undo
+// stack.
 
 #include <QTreeWidget>
+#include <vector>
 
 namespace autoscene::model {
-class EditorScene;
-class TaskDocument;
+class EditorEvent;
 }  // namespace autoscene::model
 
 namespace autoscene::ui {
 
+class TaskEditor;
+
 class EventTree : public QTreeWidget {
     Q_OBJECT
 public:
-    explicit EventTree(QWidget* parent = nullptr);
+    explicit EventTree(TaskEditor& editor, QWidget* parent = nullptr);
 
-    // Shows the events of `scene`; none for a null scene.
-    void showScene(const model::EditorScene* scene, const model::TaskDocument& task);
+    // Shows the events of the scene at `sceneRow` of the scene list; none for a row outside.
+    void showScene(int sceneRow);
+    int sceneRow() const { return sceneRow_; }
+
+    // Event rows selected (a selected condition or action selects its event), ascending.
+    std::vector<int> selectedRows() const;
+    void selectRows(const std::vector<int>& rows);
+
+    void addEvent();
+    void editEvent(int row);
+    void copySelected();
+    // After the selection, or at the end.
+    void paste();
+    void deleteSelected();
+    void moveSelected(int step);
+    void toggleSelected();
+    void renameSelected();
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    // Dragging one event onto another moves it there, through the undo stack.
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void refresh();
+    // The event's name and its lines under it.
+    void fillRow(QTreeWidgetItem& row, const model::EditorEvent& event) const;
+    // Where added and pasted events go.
+    int insertionRow() const;
+
+    TaskEditor& editor_;
+    int sceneRow_ = -1;
 };
 
 }  // namespace autoscene::ui

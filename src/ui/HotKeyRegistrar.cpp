@@ -3,8 +3,8 @@
 #include <QSocketNotifier>
 #include <QWidget>
 
+#include "editor/Prompts.h"
 #include "keys/HotKeyText.h"
-#include "ui/Prompts.h"
 
 namespace autoscene::ui {
 

@@ -5,9 +5,9 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "editor/AccessibleNames.h"
+#include "editor/Prompts.h"
 #include "model/TaskSettings.h"
-#include "ui/AccessibleNames.h"
-#include "ui/Prompts.h"
 
 namespace autoscene::ui {
 

@@ -13,14 +13,16 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QUndoStack>
 #include <QVBoxLayout>
 
 #include "app/RunSession.h"
+#include "editor/AccessibleNames.h"
+#include "editor/DefinitionsDialog.h"
+#include "editor/Prompts.h"
 #include "engine/TaskRunner.h"
-#include "ui/AccessibleNames.h"
 #include "ui/EventTree.h"
 #include "ui/HotKeyRegistrar.h"
-#include "ui/Prompts.h"
 #include "ui/RunView.h"
 #include "ui/SceneListView.h"
 #include "ui/SettingView.h"
@@ -47,9 +49,9 @@ MainWindow::MainWindow(AppConfig config, Desktop desktop, QWidget* parent)
     setObjectName(QStringLiteral("MainWindow"));
     run_ = new RunControl(editor_, config_, desktop, this);
     sceneList_ = new SceneListView(editor_);
-    eventTree_ = new EventTree;
-    connect(sceneList_, &SceneListView::sceneSelected, this,
-            [this](int row) { eventTree_->showScene(editor_.sceneAt(row), editor_.document()); });
+    eventTree_ = new EventTree(editor_);
+    connect(sceneList_, &SceneListView::sceneSelected, eventTree_, &EventTree::showScene);
+    connect(&editor_, &TaskEditor::modifiedChanged, this, &QWidget::setWindowModified);
 
     auto* splitter = new QSplitter;
     splitter->addWidget(titled(tr("界面"), sceneList_));
@@ -118,11 +120,36 @@ void MainWindow::buildToolBar() {
         return action;
     };
     wire("action_save", &MainWindow::save);
+    wire("action_variable", [this] {
+        DefinitionsDialog dialog(editor_, this);
+        dialog.exec();
+    });
+    buildUndoActions(*bar);
     wire("action_settings", &MainWindow::openSettings);
     wire("action_run", &MainWindow::runClicked)->setIcon(QIcon(QStringLiteral(":/image/run.png")));
     wire("action_stop", [this] {
         run_->stop();
     })->setIcon(QIcon(QStringLiteral(":/image/stop.png")));
+}
+
+void MainWindow::buildUndoActions(QToolBar& bar) {
+    bar.addSeparator();
+    QUndoStack& stack = editor_.undoStack();
+    QAction* undo = bar.addAction(tr("撤销"), &editor_, &TaskEditor::undo);
+    undo->setObjectName(QStringLiteral("action_undo"));
+    undo->setShortcut(QKeySequence::Undo);
+    QAction* redo = bar.addAction(tr("重做"), &editor_, &TaskEditor::redo);
+    redo->setObjectName(QStringLiteral("action_redo"));
+    redo->setShortcut(QKeySequence::Redo);
+    const auto update = [this, &stack, undo, redo] {
+        undo->setEnabled(stack.canUndo() && !editor_.isLocked());
+        redo->setEnabled(stack.canRedo() && !editor_.isLocked());
+        undo->setToolTip(stack.undoText());
+        redo->setToolTip(stack.redoText());
+    };
+    connect(&stack, &QUndoStack::indexChanged, this, update);
+    connect(this, &MainWindow::editingLockChanged, this, update);
+    update();
 }
 
 void MainWindow::buildRunView() {
@@ -227,6 +254,8 @@ void MainWindow::showRunState(RunControl::State state) {
     shownRunState_ = state;
     // The run reads the document: no edits and no other target until it ends.
     sceneList_->setEditingLocked(!idle);
+    editor_.setLocked(!idle);
+    emit editingLockChanged();
     targetButton_->setEnabled(idle);
     if (idle) {
         definitionsRefresh_->stop();
@@ -297,7 +326,9 @@ bool MainWindow::openTask(const QString& folder, QString* error) {
         return false;
     }
     const QString name = editor_.document().name;
-    setWindowTitle(tr("Autoscene - %1").arg(name.isEmpty() ? QDir(folder_).dirName() : name));
+    // "[*]" is where Qt shows the window's modified marker.
+    setWindowTitle(tr("Autoscene - %1").arg(name.isEmpty() ? QDir(folder_).dirName() : name) +
+                   QStringLiteral("[*]"));
     showTarget();
     sceneList_->selectRow(0);
     nameControlsAfterText(*this);
@@ -318,6 +349,16 @@ void MainWindow::save() {
     }
 }
 
+bool MainWindow::askToSaveChanges() {
+    const int answer = askChoice(this, tr("提示"), tr("任务已修改,是否保存?"),
+                                 {tr("保存"), tr("不保存"), tr("取消")});
+    if (answer == 0) {
+        save();
+        return !editor_.saveFailed();
+    }
+    return answer == 1;
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (run_->state() != RunControl::State::Idle) {
         showNotice(this, tr("任务正在运行中,请停止后任务再关闭"));
@@ -326,6 +367,10 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     }
     if (editor_.saveFailed() &&
         !askToConfirm(this, tr("任务可能保存失败,关闭后将导致任务异常,请确认是否关闭?"))) {
+        event->ignore();
+        return;
+    }
+    if (editor_.isModified() && !editor_.saveFailed() && !askToSaveChanges()) {
         event->ignore();
         return;
     }

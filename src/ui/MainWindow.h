@@ -4,12 +4,13 @@
 
 #include <QMainWindow>
 
+#include "editor/TaskEditor.h"
 #include "ui/AppConfig.h"
 #include "ui/Desktop.h"
 #include "ui/RunControl.h"
-#include "ui/TaskEditor.h"
 
 class QLabel;
+class QToolBar;
 class QPushButton;
 
 namespace autoscene::ui {
@@ -36,11 +37,18 @@ public:
     RunControl& runControl() { return *run_; }
     RunView& runView() { return *runView_; }
 
+signals:
+    // A run started or ended: edits are refused while it reads the document.
+    void editingLockChanged();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void buildToolBar();
+    void buildUndoActions(QToolBar& bar);
+    // For closing with unsaved edits: true when the window may close.
+    bool askToSaveChanges();
     void buildTargetMenu();
     void chooseWindow();
     void showTarget();

@@ -4,11 +4,11 @@
 #include <algorithm>
 
 #include "app/RunSession.h"
+#include "editor/Prompts.h"
+#include "editor/TaskEditor.h"
 #include "engine/TaskRunner.h"
 #include "targets/WindowTarget.h"
 #include "ui/LoopModeDialog.h"
-#include "ui/Prompts.h"
-#include "ui/TaskEditor.h"
 
 Q_LOGGING_CATEGORY(lcRun, "autoscene.ui.run")
 

@@ -2,7 +2,7 @@
 
 #include <QFont>
 
-#include "ui/TaskEditor.h"
+#include "editor/TaskEditor.h"
 
 namespace autoscene::ui {
 

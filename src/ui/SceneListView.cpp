@@ -3,9 +3,9 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 
-#include "ui/Prompts.h"
+#include "editor/Prompts.h"
+#include "editor/TaskEditor.h"
 #include "ui/SceneListModel.h"
-#include "ui/TaskEditor.h"
 
 namespace autoscene::ui {
 
@@ -32,16 +32,41 @@ void SceneListView::selectRow(int row) {
 }
 
 void SceneListView::contextMenuEvent(QContextMenuEvent* event) {
-    const int row = indexAt(event->pos()).row();
-    if (row < 0) {
-        return;
-    }
+    // Below the last row, a new scene goes at the end.
+    const int hit = indexAt(event->pos()).row();
+    const int row = hit < 0 ? editor_.sceneRows() - 1 : hit;
     QMenu menu(this);
-    const bool own = !TaskEditor::isFixedRow(row) && !editingLocked_;
+    const bool own = hit >= 0 && !TaskEditor::isFixedRow(row) && !editingLocked_;
+    menu.addAction(tr("新建界面"), this, [this, row] { addAfter(row); })
+        ->setEnabled(!editingLocked_);
     menu.addAction(tr("复制"), this, [this, row] { copyRow(row); })->setEnabled(own);
     menu.addAction(tr("重命名"), this, [this, row] { renameRow(row); })->setEnabled(own);
+    menu.addAction(tr("上移"), this, [this, row] { moveRow(row, -1); })->setEnabled(own);
+    menu.addAction(tr("下移"), this, [this, row] { moveRow(row, 1); })->setEnabled(own);
     menu.addAction(tr("删除"), this, [this, row] { deleteRow(row); })->setEnabled(own);
     menu.exec(event->globalPos());
+}
+
+void SceneListView::addAfter(int row) {
+    if (editingLocked_) {
+        return;
+    }
+    const auto name = askForText(this, tr("请输入新名称"), {});
+    if (!name) {
+        return;
+    }
+    const int added = editor_.addScene(row, *name);
+    if (added < 0) {
+        showNotice(this, tr("界面名称为空或已存在"));
+        return;
+    }
+    selectRow(added);
+}
+
+void SceneListView::moveRow(int row, int step) {
+    if (!editingLocked_ && editor_.moveScene(row, step)) {
+        selectRow(row + step);
+    }
 }
 
 void SceneListView::copyRow(int row) {

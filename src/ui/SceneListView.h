@@ -1,6 +1,6 @@
 #pragma once
-// The scene list of the main window with its context menu: copy, rename and delete the
-// task's own scenes (the fixed scenes offer none of them).
+// The scene list of the main window with its context menu: add scenes, and copy, rename,
+// move and delete the task's own scenes (the fixed scenes offer none of these).
 
 #include <QListView>
 
@@ -21,6 +21,8 @@ public:
     void setEditingLocked(bool locked) { editingLocked_ = locked; }
 
     // The context menu's operations on a row, prompts included.
+    void addAfter(int row);
+    void moveRow(int row, int step);
     void copyRow(int row);
     void renameRow(int row);
     void deleteRow(int row);

@@ -14,9 +14,9 @@
 #include <cstdlib>
 #include <iterator>
 
-#include "ui/AccessibleNames.h"
+#include "editor/AccessibleNames.h"
+#include "editor/Prompts.h"
 #include "ui/HotKeyEdit.h"
-#include "ui/Prompts.h"
 
 namespace autoscene::ui {
 

@@ -4,8 +4,8 @@
 #include <QListWidget>
 #include <QVBoxLayout>
 
-#include "ui/AccessibleNames.h"
-#include "ui/Prompts.h"
+#include "editor/AccessibleNames.h"
+#include "editor/Prompts.h"
 
 namespace autoscene::ui {
 

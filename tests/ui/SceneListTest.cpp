@@ -42,10 +42,14 @@ TEST_F(SceneList, FixedScenesComeFirst) {
 }
 
 TEST_F(SceneList, ContextMenuOffersItsOperationsOnlyOnTheTasksOwnScenes) {
-    const QMap<QString, bool> fixed = contextMenu(window_->sceneList(), 1);
-    EXPECT_EQ(fixed, (QMap<QString, bool>{{"复制", false}, {"重命名", false}, {"删除", false}}));
-    const QMap<QString, bool> own = contextMenu(window_->sceneList(), 4);
-    EXPECT_EQ(own, (QMap<QString, bool>{{"复制", true}, {"重命名", true}, {"删除", true}}));
+    const QStringList changes = {"复制", "重命名", "上移", "下移", "删除"};
+    QMap<QString, bool> fixed{{"新建界面", true}}, own{{"新建界面", true}};
+    for (const QString& change : changes) {
+        fixed[change] = false;
+        own[change] = true;
+    }
+    EXPECT_EQ(contextMenu(window_->sceneList(), 1), fixed);
+    EXPECT_EQ(contextMenu(window_->sceneList(), 4), own);
 }
 
 TEST_F(SceneList, CopyGoesAfterTheOriginalUnderAFreeName) {
@@ -55,6 +59,21 @@ TEST_F(SceneList, CopyGoesAfterTheOriginalUnderAFreeName) {
     EXPECT_EQ(window_->sceneList().currentRow(), 4);
     const auto& copy = window_->editor().document().scenes[1];
     EXPECT_EQ(copy.events.size(), window_->editor().document().scenes[0].events.size());
+}
+
+TEST_F(SceneList, NewScenesTakeAFreeNameAndMoveWithinTheOwnScenes) {
+    ui::SceneListView& view = window_->sceneList();
+    answerModal([&] { view.addAfter(1); }, "确定", "新 界面");
+    const auto refused = answerModals([&] { view.addAfter(4); }, {{"确定", "form"}, {"确定"}});
+    EXPECT_EQ(refused[1].text, "界面名称为空或已存在");
+    EXPECT_EQ(sceneNames().mid(3), QStringList({"新 界面", "start", "menu", "form", "finish"}));
+    view.moveRow(3, 1);
+    view.moveRow(3, -1);  // the fixed scenes stay first
+    view.moveRow(7, 1);   // and nothing moves past the end
+    EXPECT_EQ(sceneNames().mid(3), QStringList({"start", "新 界面", "menu", "form", "finish"}));
+    window_->editor().undo();
+    window_->editor().undo();
+    EXPECT_EQ(sceneNames(), kDemoScenes);
 }
 
 TEST_F(SceneList, RenameAsksForTheNewName) {

@@ -19,6 +19,12 @@
 
 #include "TestTask.h"
 #include "XvfbServer.h"
+#include "editor/DefinitionsDialog.h"
+#include "editor/EventEditor.h"
+#include "editor/FieldForm.h"
+#include "editor/FormDialog.h"
+#include "editor/ItemCatalog.h"
+#include "editor/TaskEditor.h"
 #include "ui/AutoRunner.h"
 #include "ui/MainWindow.h"
 #include "ui/RunControl.h"
@@ -72,6 +78,10 @@ public:
                 }
             } else if (auto* other = qobject_cast<QDialog*>(dialog)) {
                 other->accept();
+                // A dialog that refuses its values stays open: leave it unchanged.
+                if (other->isVisible()) {
+                    other->reject();
+                }
             }
         });
         poll.start();
@@ -182,6 +192,47 @@ void shootMainWindow(Shooter& shooter, const QString& suffix) {
     delete window;
 }
 
+// Every form once, the event editor, and the definition dialogs with their questions.
+void shootEditor(Shooter& shooter, const QString& suffix) {
+    TestTask task;
+    TaskEditor editor;
+    if (!editor.open(task.path())) {
+        return;
+    }
+    const auto shootForm = [&](FieldForm* form, const QString& title, const QString& name) {
+        FormDialog dialog(form, title);
+        dialog.show();
+        dialog.accept();  // shows what is wrong with the new item, if anything
+        shooter.save(dialog, name + suffix);
+    };
+    for (const ItemKind& kind : conditionKinds()) {
+        auto item = newCondition(kind.type);
+        auto* form = new FieldForm(editor.document());
+        addItemFields(*form, *item, editor.document());
+        shootForm(form, itemFormTitle(*item), QStringLiteral("condition-%1").arg(kind.type));
+    }
+    for (const ItemKind& kind : actionKinds()) {
+        auto item = newAction(kind.type);
+        auto* form = new FieldForm(editor.document());
+        addItemFields(*form, *item, editor.document());
+        shootForm(form, itemFormTitle(*item), QStringLiteral("action-%1").arg(kind.type));
+    }
+    for (const ItemKind& kind : definitionKinds()) {
+        auto definition = newDefinition(kind.type);
+        auto* form = new FieldForm(editor.document());
+        addDefinitionFields(*form, *definition, editor.document());
+        shootForm(form, kind.name, QStringLiteral("definition-%1").arg(kind.type));
+    }
+    EventEditor events(editor.document(), *editor.eventAt(5, 1));
+    events.show();
+    shooter.save(events, "event-editor" + suffix);
+    DefinitionsDialog definitions(editor);
+    definitions.show();
+    shooter.save(definitions, "definitions" + suffix);
+    shooter.saveModal("definition-new" + suffix, [&] { definitions.addDefinition(); });
+    shooter.saveModal("definition-delete-used" + suffix, [&] { definitions.deleteDefinition(0); });
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -198,9 +249,11 @@ int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     Shooter shooter(QString::fromLocal8Bit(argv[1]));
     shootMainWindow(shooter, "");
+    shootEditor(shooter, "");
     shootRun(shooter, "");
     if (QTranslator* english = installTranslation(app, QLocale(QLocale::English))) {
         shootMainWindow(shooter, "-en");
+        shootEditor(shooter, "-en");
         shootRun(shooter, "-en");
         QApplication::removeTranslator(english);
     }

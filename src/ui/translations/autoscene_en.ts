@@ -38,6 +38,637 @@
         <source>%1 (已禁用)</source>
         <translation>%1 (disabled)</translation>
     </message>
+    <message>
+        <source>新事件</source>
+        <translation>New event</translation>
+    </message>
+    <message>
+        <source>添加事件</source>
+        <translation>Add event</translation>
+    </message>
+    <message>
+        <source>编辑事件 %1</source>
+        <translation>Edit event %1</translation>
+    </message>
+    <message>
+        <source>是否删除选中的事件?</source>
+        <translation>Delete the selected events?</translation>
+    </message>
+    <message>
+        <source>启用/禁用事件</source>
+        <translation>Enable/disable events</translation>
+    </message>
+    <message>
+        <source>请输入新名称</source>
+        <translation>Enter a new name</translation>
+    </message>
+    <message>
+        <source>重命名事件 %1</source>
+        <translation>Rename event %1</translation>
+    </message>
+    <message>
+        <source>编辑</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>粘贴</source>
+        <translation>Paste</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>上移</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>下移</source>
+        <translation>Down</translation>
+    </message>
+    <message>
+        <source>启用/禁用</source>
+        <translation>Enable/disable</translation>
+    </message>
+    <message>
+        <source>重命名</source>
+        <translation>Rename</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::FieldTexts</name>
+    <message>
+        <source>关系</source>
+        <translation>Relation</translation>
+    </message>
+    <message>
+        <source>图片</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>颜色</source>
+        <translation>Colour</translation>
+    </message>
+    <message>
+        <source>标签</source>
+        <translation>Label</translation>
+    </message>
+    <message>
+        <source>搜索范围</source>
+        <translation>Search area</translation>
+    </message>
+    <message>
+        <source>点击偏移</source>
+        <translation>Click offset</translation>
+    </message>
+    <message>
+        <source>变量</source>
+        <translation>Variable</translation>
+    </message>
+    <message>
+        <source>超时</source>
+        <translation>Time limit</translation>
+    </message>
+    <message>
+        <source>0 为不限时</source>
+        <translation>0 = no limit</translation>
+    </message>
+    <message>
+        <source>重置计时</source>
+        <translation>Restart the clock</translation>
+    </message>
+    <message>
+        <source>状态</source>
+        <translation>State</translation>
+    </message>
+    <message>
+        <source>与变量比较</source>
+        <translation>Compare with a variable</translation>
+    </message>
+    <message>
+        <source>比较的变量</source>
+        <translation>Compared variable</translation>
+    </message>
+    <message>
+        <source>比较的值</source>
+        <translation>Compared value</translation>
+    </message>
+    <message>
+        <source>文字区域</source>
+        <translation>Text region</translation>
+    </message>
+    <message>
+        <source>默认值</source>
+        <translation>Default value</translation>
+    </message>
+    <message>
+        <source>图像处理</source>
+        <translation>Image preparation</translation>
+    </message>
+    <message>
+        <source>阈值</source>
+        <translation>Threshold</translation>
+    </message>
+    <message>
+        <source>过滤颜色</source>
+        <translation>Filter colour</translation>
+    </message>
+    <message>
+        <source>过滤相似度</source>
+        <translation>Filter similarity</translation>
+    </message>
+    <message>
+        <source>数量</source>
+        <translation>Count</translation>
+    </message>
+    <message>
+        <source>数量容差</source>
+        <translation>Count tolerance</translation>
+    </message>
+    <message>
+        <source>相似度</source>
+        <translation>Similarity</translation>
+    </message>
+    <message>
+        <source>JavaScript代码</source>
+        <translation>JavaScript code</translation>
+    </message>
+    <message>
+        <source>鼠标操作</source>
+        <translation>Mouse operation</translation>
+    </message>
+    <message>
+        <source>等待时间</source>
+        <translation>Wait</translation>
+    </message>
+    <message>
+        <source>点击时长</source>
+        <translation>Press time</translation>
+    </message>
+    <message>
+        <source>默认为0，即普通点击</source>
+        <translation>0, the default, is an ordinary click</translation>
+    </message>
+    <message>
+        <source>点击间隔</source>
+        <translation>Click interval</translation>
+    </message>
+    <message>
+        <source>点击间隔,每次点击的间隔</source>
+        <translation>Click interval, the pause between two clicks</translation>
+    </message>
+    <message>
+        <source>点击次数</source>
+        <translation>Clicks</translation>
+    </message>
+    <message>
+        <source>坐标间隔</source>
+        <translation>Interval between points</translation>
+    </message>
+    <message>
+        <source>多个坐标之间的点击间隔,用于竖线分隔的多个坐标</source>
+        <translation>Pause between the points of a list of points separated by &quot;|&quot;</translation>
+    </message>
+    <message>
+        <source>取变量的值</source>
+        <translation>Take a variable&apos;s value</translation>
+    </message>
+    <message>
+        <source>新的值</source>
+        <translation>New value</translation>
+    </message>
+    <message>
+        <source>修改方式</source>
+        <translation>Change</translation>
+    </message>
+    <message>
+        <source>值来自变量</source>
+        <translation>Value from variable</translation>
+    </message>
+    <message>
+        <source>保存的坐标</source>
+        <translation>Point saved</translation>
+    </message>
+    <message>
+        <source>文字</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>输入变量</source>
+        <translation>Typed variable</translation>
+    </message>
+    <message>
+        <source>经过的坐标变量</source>
+        <translation>Point variables passed</translation>
+    </message>
+    <message>
+        <source>变量名,以逗号分隔</source>
+        <translation>Variable names separated by commas</translation>
+    </message>
+    <message>
+        <source>每段时长</source>
+        <translation>Segment length</translation>
+    </message>
+    <message>
+        <source>各段时间</source>
+        <translation>Segment times</translation>
+    </message>
+    <message>
+        <source>秒数,以逗号分隔</source>
+        <translation>Seconds separated by commas</translation>
+    </message>
+    <message>
+        <source>不重置的变量</source>
+        <translation>Variables kept</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>点击后按下要用的键</source>
+        <translation>Click, then press the key</translation>
+    </message>
+    <message>
+        <source>组合键</source>
+        <translation>Key combination</translation>
+    </message>
+    <message>
+        <source>点击后按下要用的组合键</source>
+        <translation>Click, then press the key combination</translation>
+    </message>
+    <message>
+        <source>按键操作</source>
+        <translation>Key operation</translation>
+    </message>
+    <message>
+        <source>选择变量</source>
+        <translation>Choose variable</translation>
+    </message>
+    <message>
+        <source>滚动量</source>
+        <translation>Wheel amount</translation>
+    </message>
+    <message>
+        <source>滚动位置</source>
+        <translation>Wheel position</translation>
+    </message>
+    <message>
+        <source>最大值</source>
+        <translation>Maximum</translation>
+    </message>
+    <message>
+        <source>最小值</source>
+        <translation>Minimum</translation>
+    </message>
+    <message>
+        <source>应用路径</source>
+        <translation>Application path</translation>
+    </message>
+    <message>
+        <source>路径变量</source>
+        <translation>Path variable</translation>
+    </message>
+    <message>
+        <source>插件动作</source>
+        <translation>Plug-in action</translation>
+    </message>
+    <message>
+        <source>插件描述文件</source>
+        <translation>Plug-in description file</translation>
+    </message>
+    <message>
+        <source>包名变量</source>
+        <translation>Package variable</translation>
+    </message>
+    <message>
+        <source>Activity变量</source>
+        <translation>Activity variable</translation>
+    </message>
+    <message>
+        <source>包名</source>
+        <translation>Package</translation>
+    </message>
+    <message>
+        <source>Activity</source>
+        <translation>Activity</translation>
+    </message>
+    <message>
+        <source>名称</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>作用域</source>
+        <translation>Scope</translation>
+    </message>
+    <message>
+        <source>本地</source>
+        <translation>Local</translation>
+    </message>
+    <message>
+        <source>配置</source>
+        <translation>Configuration</translation>
+    </message>
+    <message>
+        <source>配置变量只能在启动时设置,任务运行过程中不能修改</source>
+        <translation>Configuration variables are set at start-up only and cannot change while the task runs</translation>
+    </message>
+    <message>
+        <source>全局</source>
+        <translation>Global</translation>
+    </message>
+    <message>
+        <source>全局变量针对多窗口设计,任何一个窗口修改此变量,所有窗口都生效</source>
+        <translation>Global variables are meant for several windows: a change made by any window takes effect in all of them</translation>
+    </message>
+    <message>
+        <source>行数</source>
+        <translation>Lines</translation>
+    </message>
+    <message>
+        <source>样式</source>
+        <translation>Style</translation>
+    </message>
+    <message>
+        <source>条件可选值</source>
+        <translation>Condition values</translation>
+    </message>
+    <message>
+        <source>每行一个</source>
+        <translation>One per line</translation>
+    </message>
+    <message>
+        <source>动作可选值</source>
+        <translation>Action values</translation>
+    </message>
+    <message>
+        <source>延迟(秒)：</source>
+        <translation>Delay (s):</translation>
+    </message>
+    <message>
+        <source>第一次触发的延迟时间</source>
+        <translation>Delay before the first trigger</translation>
+    </message>
+    <message>
+        <source>间隔(秒)：</source>
+        <translation>Interval (s):</translation>
+    </message>
+    <message>
+        <source>循环间隔(默认为0即不循环)</source>
+        <translation>Repeat interval (0, the default, does not repeat)</translation>
+    </message>
+    <message>
+        <source>默认关闭</source>
+        <translation>Off at start</translation>
+    </message>
+    <message>
+        <source>延迟可配置</source>
+        <translation>Delay is configurable</translation>
+    </message>
+    <message>
+        <source>间隔可配置</source>
+        <translation>Interval is configurable</translation>
+    </message>
+    <message>
+        <source>时间：</source>
+        <translation>Time:</translation>
+    </message>
+    <message>
+        <source>重复</source>
+        <translation>Repeat</translation>
+    </message>
+    <message>
+        <source>原图</source>
+        <translation>Source image</translation>
+    </message>
+    <message>
+        <source>区域</source>
+        <translation>Area</translation>
+    </message>
+    <message>
+        <source>x,y,宽,高</source>
+        <translation>x,y,width,height</translation>
+    </message>
+    <message>
+        <source>目标</source>
+        <translation>Target</translation>
+    </message>
+    <message>
+        <source>屏幕</source>
+        <translation>Screen</translation>
+    </message>
+    <message>
+        <source>宽</source>
+        <translation>Width</translation>
+    </message>
+    <message>
+        <source>高</source>
+        <translation>Height</translation>
+    </message>
+    <message>
+        <source>密度</source>
+        <translation>Density</translation>
+    </message>
+    <message>
+        <source>像素步长</source>
+        <translation>Pixel stride</translation>
+    </message>
+    <message>
+        <source>行填充</source>
+        <translation>Row padding</translation>
+    </message>
+    <message>
+        <source>并且</source>
+        <translation>and</translation>
+    </message>
+    <message>
+        <source>或者</source>
+        <translation>or</translation>
+    </message>
+    <message>
+        <source>鼠标左键点击</source>
+        <translation>Left click</translation>
+    </message>
+    <message>
+        <source>鼠标右键点击</source>
+        <translation>Right click</translation>
+    </message>
+    <message>
+        <source>鼠标移动到</source>
+        <translation>Move the mouse</translation>
+    </message>
+    <message>
+        <source>鼠标左键按下</source>
+        <translation>Left button down</translation>
+    </message>
+    <message>
+        <source>鼠标右键按下</source>
+        <translation>Right button down</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Set</translation>
+    </message>
+    <message>
+        <source>自增</source>
+        <translation>Increment</translation>
+    </message>
+    <message>
+        <source>自减</source>
+        <translation>Decrement</translation>
+    </message>
+    <message>
+        <source>重置变量</source>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>点击按键:</source>
+        <translation>Click key:</translation>
+    </message>
+    <message>
+        <source>按下:</source>
+        <translation>Press:</translation>
+    </message>
+    <message>
+        <source>抬起:</source>
+        <translation>Release:</translation>
+    </message>
+    <message>
+        <source>组合键:</source>
+        <translation>Key combination:</translation>
+    </message>
+    <message>
+        <source>只触发一次</source>
+        <translation>Once</translation>
+    </message>
+    <message>
+        <source>每天</source>
+        <translation>Every day</translation>
+    </message>
+    <message>
+        <source>存在</source>
+        <translation>present</translation>
+    </message>
+    <message>
+        <source>不存在</source>
+        <translation>absent</translation>
+    </message>
+    <message>
+        <source>等于</source>
+        <translation>equal to</translation>
+    </message>
+    <message>
+        <source>不等于</source>
+        <translation>not equal to</translation>
+    </message>
+    <message>
+        <source>大于</source>
+        <translation>greater than</translation>
+    </message>
+    <message>
+        <source>小于</source>
+        <translation>less than</translation>
+    </message>
+    <message>
+        <source>包含</source>
+        <translation>contains</translation>
+    </message>
+    <message>
+        <source>不包含</source>
+        <translation>does not contain</translation>
+    </message>
+    <message>
+        <source>开始字符等于:</source>
+        <translation>starts with:</translation>
+    </message>
+    <message>
+        <source>变化</source>
+        <translation>changes</translation>
+    </message>
+    <message>
+        <source>不变化</source>
+        <translation>does not change</translation>
+    </message>
+    <message>
+        <source>多于</source>
+        <translation>more than</translation>
+    </message>
+    <message>
+        <source>少于</source>
+        <translation>fewer than</translation>
+    </message>
+    <message>
+        <source>鼠标左键抬起</source>
+        <translation>Left button up</translation>
+    </message>
+    <message>
+        <source>鼠标右键抬起</source>
+        <translation>Right button up</translation>
+    </message>
+    <message>
+        <source>参数</source>
+        <translation>Arguments</translation>
+    </message>
+    <message>
+        <source>变量值</source>
+        <translation>Variable values</translation>
+    </message>
+    <message>
+        <source>输入</source>
+        <translation>Inputs</translation>
+    </message>
+    <message>
+        <source>选项</source>
+        <translation>Options</translation>
+    </message>
+    <message>
+        <source>选项输入</source>
+        <translation>Option inputs</translation>
+    </message>
+    <message>
+        <source>结果</source>
+        <translation>Results</translation>
+    </message>
+    <message>
+        <source>输出</source>
+        <translation>Outputs</translation>
+    </message>
+    <message>
+        <source>彩色</source>
+        <translation>Colour</translation>
+    </message>
+    <message>
+        <source>二值化</source>
+        <translation>Threshold</translation>
+    </message>
+    <message>
+        <source>HLS</source>
+        <translation>HLS</translation>
+    </message>
+    <message>
+        <source>中心点</source>
+        <translation>Centre</translation>
+    </message>
+    <message>
+        <source>比较的文字</source>
+        <translation>Compared text</translation>
+    </message>
+    <message>
+        <source> 秒</source>
+        <translation> s</translation>
+    </message>
+    <message>
+        <source> 毫秒</source>
+        <translation> ms</translation>
+    </message>
+    <message>
+        <source> 分钟</source>
+        <translation> min</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::HotKeyRegistrar</name>
@@ -56,6 +687,169 @@
     <message>
         <source>注册失败</source>
         <translation> could not be registered</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::ItemCatalog</name>
+    <message>
+        <source>普通</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>普通变量可保存、修改内容,每次运行任务恢复为默认值</source>
+        <translation>Normal variables can be saved and changed; every run of the task starts from the default value</translation>
+    </message>
+    <message>
+        <source>本地</source>
+        <translation>Local</translation>
+    </message>
+    <message>
+        <source>配置</source>
+        <translation>Configuration</translation>
+    </message>
+    <message>
+        <source>配置变量只能在启动时设置,任务运行过程中不能修改</source>
+        <translation>Configuration variables are set at start-up only and cannot change while the task runs</translation>
+    </message>
+    <message>
+        <source>全局</source>
+        <translation>Global</translation>
+    </message>
+    <message>
+        <source>全局变量针对多窗口设计,任何一个窗口修改此变量,所有窗口都生效</source>
+        <translation>Global variables are meant for several windows: a change made by any window takes effect in all of them</translation>
+    </message>
+    <message>
+        <source>图片</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>变量</source>
+        <translation>Variable</translation>
+    </message>
+    <message>
+        <source>计时器</source>
+        <translation>Timer</translation>
+    </message>
+    <message>
+        <source>定时器</source>
+        <translation>Alarm</translation>
+    </message>
+    <message>
+        <source>屏幕文字</source>
+        <translation>Screen text</translation>
+    </message>
+    <message>
+        <source>颜色</source>
+        <translation>Colour</translation>
+    </message>
+    <message>
+        <source>标签</source>
+        <translation>Label</translation>
+    </message>
+    <message>
+        <source>JavaScript</source>
+        <translation>JavaScript</translation>
+    </message>
+    <message>
+        <source>点击坐标</source>
+        <translation>Click point</translation>
+    </message>
+    <message>
+        <source>点击图片</source>
+        <translation>Click image</translation>
+    </message>
+    <message>
+        <source>点击颜色</source>
+        <translation>Click colour</translation>
+    </message>
+    <message>
+        <source>点击文字</source>
+        <translation>Click text</translation>
+    </message>
+    <message>
+        <source>点击标签</source>
+        <translation>Click label</translation>
+    </message>
+    <message>
+        <source>鼠标抬起</source>
+        <translation>Mouse button up</translation>
+    </message>
+    <message>
+        <source>鼠标滚轮</source>
+        <translation>Mouse wheel</translation>
+    </message>
+    <message>
+        <source>滑动</source>
+        <translation>Slide</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>输入文字</source>
+        <translation>Type text</translation>
+    </message>
+    <message>
+        <source>修改变量</source>
+        <translation>Change variable</translation>
+    </message>
+    <message>
+        <source>重置所有变量</source>
+        <translation>Reset all variables</translation>
+    </message>
+    <message>
+        <source>保存屏幕内容</source>
+        <translation>Save screen content</translation>
+    </message>
+    <message>
+        <source>保存图片坐标</source>
+        <translation>Save image position</translation>
+    </message>
+    <message>
+        <source>保存标签坐标</source>
+        <translation>Save label position</translation>
+    </message>
+    <message>
+        <source>执行JS代码</source>
+        <translation>Run JS code</translation>
+    </message>
+    <message>
+        <source>插件动作</source>
+        <translation>Plug-in action</translation>
+    </message>
+    <message>
+        <source>启动应用</source>
+        <translation>Start application</translation>
+    </message>
+    <message>
+        <source>延迟</source>
+        <translation>Delay</translation>
+    </message>
+    <message>
+        <source>停止任务</source>
+        <translation>Stop task</translation>
+    </message>
+    <message>
+        <source>随机</source>
+        <translation>Random</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>Range</translation>
+    </message>
+    <message>
+        <source>编写JavaScript代码</source>
+        <translation>Write JavaScript code</translation>
+    </message>
+    <message>
+        <source>JavaScript代码返回true时条件成立，其它值条件不成立</source>
+        <translation>The condition holds when the JavaScript code returns true, otherwise not</translation>
+    </message>
+    <message>
+        <source>区域超出屏幕 (%1×%2)</source>
+        <translation>The area is outside the screen (%1×%2)</translation>
     </message>
 </context>
 <context>
@@ -190,6 +984,30 @@
     <message>
         <source>选择窗口</source>
         <translation>Choose window</translation>
+    </message>
+    <message>
+        <source>撤销</source>
+        <translation>Undo</translation>
+    </message>
+    <message>
+        <source>重做</source>
+        <translation>Redo</translation>
+    </message>
+    <message>
+        <source>提示</source>
+        <translation>Notice</translation>
+    </message>
+    <message>
+        <source>任务已修改,是否保存?</source>
+        <translation>The task has changed. Save it?</translation>
+    </message>
+    <message>
+        <source>不保存</source>
+        <translation>Don&apos;t save</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
     </message>
 </context>
 <context>
@@ -335,6 +1153,18 @@
         <source>是否删除界面</source>
         <translation>Delete the scene?</translation>
     </message>
+    <message>
+        <source>新建界面</source>
+        <translation>New scene</translation>
+    </message>
+    <message>
+        <source>上移</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>下移</source>
+        <translation>Down</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::SettingView</name>
@@ -424,6 +1254,252 @@
     <message>
         <source>%1  [%2]  %3x%4</source>
         <translation>%1  [%2]  %3x%4</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::ColorButton</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Choose colour</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::DefinitionsDialog</name>
+    <message>
+        <source>新建变量</source>
+        <translation>New variable</translation>
+    </message>
+    <message>
+        <source>变量</source>
+        <translation>Variable</translation>
+    </message>
+    <message>
+        <source>新建</source>
+        <translation>New</translation>
+    </message>
+    <message>
+        <source>编辑</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>是否删除 %1?</source>
+        <translation>Delete %1?</translation>
+    </message>
+    <message>
+        <source>%1 正在被以下条目使用:
+%2
+
+删除后这些条目将失效,是否删除?</source>
+        <translation>%1 is used by:
+%2
+
+These items will stop working. Delete it?</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::EventEditor</name>
+    <message>
+        <source>或者</source>
+        <translation>or</translation>
+    </message>
+    <message>
+        <source>并且</source>
+        <translation>and</translation>
+    </message>
+    <message>
+        <source>禁用</source>
+        <translation>Disabled</translation>
+    </message>
+    <message>
+        <source>编辑事件</source>
+        <translation>Edit event</translation>
+    </message>
+    <message>
+        <source>事件名称</source>
+        <translation>Event name</translation>
+    </message>
+    <message>
+        <source>编辑</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>上移</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>下移</source>
+        <translation>Down</translation>
+    </message>
+    <message>
+        <source>条件</source>
+        <translation>Conditions</translation>
+    </message>
+    <message>
+        <source>添加条件</source>
+        <translation>Add condition</translation>
+    </message>
+    <message>
+        <source>添加条件组</source>
+        <translation>Add condition group</translation>
+    </message>
+    <message>
+        <source>动作</source>
+        <translation>Actions</translation>
+    </message>
+    <message>
+        <source>添加动作</source>
+        <translation>Add action</translation>
+    </message>
+    <message>
+        <source>条件组</source>
+        <translation>Condition group</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::FieldForm</name>
+    <message>
+        <source>范围</source>
+        <translation>Range</translation>
+    </message>
+    <message>
+        <source>计时器</source>
+        <translation>Timer</translation>
+    </message>
+    <message>
+        <source>定时器</source>
+        <translation>Alarm</translation>
+    </message>
+    <message>
+        <source>随机</source>
+        <translation>Random</translation>
+    </message>
+    <message>
+        <source>变量</source>
+        <translation>Variable</translation>
+    </message>
+    <message>
+        <source>%1不能为空</source>
+        <translation>%1 must not be empty</translation>
+    </message>
+    <message>
+        <source>%1应为 x,y,宽,高 四个数</source>
+        <translation>%1 must be four numbers: x,y,width,height</translation>
+    </message>
+    <message>
+        <source>%1应为以逗号分隔的数</source>
+        <translation>%1 must be numbers separated by commas</translation>
+    </message>
+    <message>
+        <source>%1不是有效的JSON</source>
+        <translation>%1 is not valid JSON</translation>
+    </message>
+    <message>
+        <source>其它(%1)</source>
+        <translation>Other (%1)</translation>
+    </message>
+    <message>
+        <source>无</source>
+        <translation>None</translation>
+    </message>
+    <message>
+        <source>%1: 没有选择</source>
+        <translation>%1: nothing chosen</translation>
+    </message>
+    <message>
+        <source>%1: %2 不存在</source>
+        <translation>%1: %2 does not exist</translation>
+    </message>
+    <message>
+        <source>%1: 没有名为 %2 的变量</source>
+        <translation>%1: there is no variable named %2</translation>
+    </message>
+    <message>
+        <source>测试</source>
+        <translation>Test</translation>
+    </message>
+    <message>
+        <source>测试结果</source>
+        <translation>Test result</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::FormDialog</name>
+    <message>
+        <source>此项没有需要设置的内容</source>
+        <translation>This item has nothing to set.</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::TaskEditor</name>
+    <message>
+        <source>添加变量 %1</source>
+        <translation>Add variable %1</translation>
+    </message>
+    <message>
+        <source>删除变量 %1</source>
+        <translation>Delete variable %1</translation>
+    </message>
+    <message>
+        <source>修改变量 %1</source>
+        <translation>Change variable %1</translation>
+    </message>
+    <message>
+        <source>剪贴板中不是任务: %1</source>
+        <translation>The clipboard holds no task: %1</translation>
+    </message>
+    <message>
+        <source>剪贴板中没有事件</source>
+        <translation>The clipboard holds no events</translation>
+    </message>
+    <message>
+        <source>删除事件 %1</source>
+        <translation>Delete event %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>删除 %n 个事件</source>
+        <translation>
+            <numerusform>Delete %n event</numerusform>
+            <numerusform>Delete %n events</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>移动事件 %1</source>
+        <translation>Move event %1</translation>
+    </message>
+    <message>
+        <source>添加界面 %1</source>
+        <translation>Add scene %1</translation>
+    </message>
+    <message>
+        <source>删除界面 %1</source>
+        <translation>Delete scene %1</translation>
+    </message>
+    <message>
+        <source>移动界面 %1</source>
+        <translation>Move scene %1</translation>
+    </message>
+    <message>
+        <source>重命名界面 %1</source>
+        <translation>Rename scene %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>粘贴 %n 个事件</source>
+        <translation>
+            <numerusform>Paste %n event</numerusform>
+            <numerusform>Paste %n events</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

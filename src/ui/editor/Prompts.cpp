@@ -1,4 +1,4 @@
-#include "ui/Prompts.h"
+#include "editor/Prompts.h"
 
 #include <QCoreApplication>
 #include <QDialog>
@@ -7,7 +7,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include "ui/AccessibleNames.h"
+#include "editor/AccessibleNames.h"
 
 namespace autoscene::ui {
 

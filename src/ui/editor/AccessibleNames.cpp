@@ -1,4 +1,4 @@
-#include "ui/AccessibleNames.h"
+#include "editor/AccessibleNames.h"
 
 #include <QAbstractButton>
 #include <QGroupBox>

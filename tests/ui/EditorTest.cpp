@@ -1,0 +1,419 @@
+// The editor's core: every edit undoes and redoes to the same bytes, the field forms keep
+// what they do not change, the checks name what is wrong, and events cross scenes and tasks
+// through the clipboard's task JSON.
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimeEdit>
+#include <QTreeWidget>
+
+#include "MainWindowFixture.h"
+#include "ModalAnswer.h"
+#include "TestTask.h"
+#include "editor/ColorButton.h"
+#include "editor/EventClipboard.h"
+#include "editor/EventEditor.h"
+#include "editor/FieldForm.h"
+#include "editor/ItemCatalog.h"
+#include "editor/KeyCaptureEdit.h"
+#include "editor/TaskEditor.h"
+#include "model/JsonWriter.h"
+#include "ui/EventTree.h"
+
+namespace autoscene::testing {
+namespace {
+
+class Editor : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(editor_.open(task_.path())); }
+    QByteArray text() const { return editor_.document().serialise(); }
+
+    TestTask task_;
+    ui::TaskEditor editor_;
+};
+
+std::vector<model::EditorEvent> oneEvent(const QString& name) {
+    std::vector<model::EditorEvent> events;
+    events.emplace_back(name);
+    return events;
+}
+
+TEST_F(Editor, EveryEditUndoesAndRedoesToTheSameBytes) {
+    using ui::TaskEditor;
+    const auto variable = [] {
+        auto definition = std::make_unique<model::EditorVariable>();
+        definition->id = model::definition_ids::next();
+        definition->name = "新变量";
+        return definition;
+    };
+    const std::vector<std::pair<const char*, std::function<bool(TaskEditor&)>>> edits = {
+        {"copy scene", [](TaskEditor& e) { return e.copyScene(3) == 4; }},
+        {"rename scene", [](TaskEditor& e) { return e.renameScene(4, "菜单 🍔"); }},
+        {"delete scene", [](TaskEditor& e) { return e.deleteScene(5); }},
+        {"add event", [](TaskEditor& e) { return e.insertEvents(5, 2, oneEvent("新"), "add"); }},
+        {"delete events",
+         [](TaskEditor& e) {
+             return e.removeEvents(5, {1, 3});
+         }},
+        {"move event", [](TaskEditor& e) { return e.moveEvent(5, 1, 3); }},
+        {"rename event",
+         [](TaskEditor& e) {
+             model::EditorEvent event = *e.eventAt(5, 2);
+             event.name = "עברית ✓";
+             return e.replaceEvent(5, 2, std::move(event), "rename");
+         }},
+        {"switch event off",
+         [](TaskEditor& e) {
+             model::EditorEvent event = *e.eventAt(3, 0);
+             event.disabled = true;
+             return e.replaceEvent(3, 0, std::move(event), "off");
+         }},
+        {"paste events",
+         [](TaskEditor& e) {
+             const QByteArray json = ui::eventsToTaskJson(e.document(), {e.eventAt(5, 1)});
+             return e.pasteEvents(0, 1, json);
+         }},
+        {"add definition", [&](TaskEditor& e) { return e.addDefinition(variable()); }},
+        {"change definition",
+         [](TaskEditor& e) {
+             auto copy = e.document().definitions[0]->clone();
+             copy->value = "42";
+             return e.replaceDefinition(std::move(copy));
+         }},
+        {"delete definition", [](TaskEditor& e) { return e.removeDefinition(3); }},
+    };
+    for (const auto& [name, edit] : edits) {
+        SCOPED_TRACE(name);
+        ASSERT_TRUE(editor_.open(task_.path()));
+        const QByteArray before = text();
+        ASSERT_TRUE(edit(editor_));
+        const QByteArray after = text();
+        EXPECT_NE(after, before);
+        EXPECT_TRUE(editor_.isModified());
+        editor_.undo();
+        EXPECT_EQ(text(), before);
+        EXPECT_FALSE(editor_.isModified());
+        editor_.redo();
+        EXPECT_EQ(text(), after);
+    }
+}
+
+TEST_F(Editor, SavingWithoutEditsWritesWhatTheModelWritesAndLockedEditsAreRefused) {
+    model::TaskDocument model;
+    ASSERT_TRUE(model.openFolder(task_.path()));
+    ASSERT_TRUE(editor_.save());
+    QFile saved(task_.folder().filePath("script.json"));
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    EXPECT_EQ(saved.readAll(), model.serialise());
+
+    editor_.setLocked(true);
+    EXPECT_FALSE(editor_.insertEvents(3, 1, oneEvent("x"), "add"));
+    EXPECT_FALSE(editor_.removeDefinition(1));
+    EXPECT_EQ(editor_.undoStack().count(), 0);
+    EXPECT_EQ(text(), model.serialise());
+}
+
+TEST_F(Editor, PastingNeedsTaskJsonWithEvents) {
+    const QByteArray before = text();
+    for (const QByteArray& bad : {QByteArray("hello"), QByteArray("[1,2]"), QByteArray("{}"),
+                                  QByteArray("{\"scene_list\": 3}")}) {
+        QString error;
+        EXPECT_FALSE(editor_.pasteEvents(3, 1, bad, &error)) << bad.toStdString();
+        EXPECT_FALSE(error.isEmpty()) << bad.toStdString();
+    }
+    EXPECT_EQ(text(), before);
+    EXPECT_EQ(editor_.undoStack().count(), 0);
+
+    // Items of a kind this program does not know are left out; the rest comes in.
+    ASSERT_TRUE(editor_.pasteEvents(3, 1, R"({"scene_list": [{"name": "s", "event_list": [
+        {"name": "e", "action_list": [{"type": 99}, {"type": 10}, "x"]}]}]})"));
+    ASSERT_EQ(editor_.eventAt(3, 1)->name, "e");
+    ASSERT_EQ(editor_.eventAt(3, 1)->actions.size(), 1u);
+    EXPECT_EQ(editor_.eventAt(3, 1)->actions[0]->type(), 10);
+}
+
+TEST_F(Editor, PastedEventsUseTheTargetsDefinitionsByNameOrBringTheirOwn) {
+    // The form scene's events use the demo's variables; into an empty task they bring them,
+    // back into the demo they find them again.
+    std::vector<const model::EditorEvent*> events;
+    for (int row = 1; row < editor_.eventRows(5); ++row) {
+        events.push_back(editor_.eventAt(5, row));
+    }
+    const QByteArray json = ui::eventsToTaskJson(editor_.document(), events);
+    const size_t definitions = editor_.document().definitions.size();
+    ASSERT_TRUE(editor_.pasteEvents(6, 2, json));
+    EXPECT_EQ(editor_.document().definitions.size(), definitions);
+    for (size_t i = 0; i < events.size(); ++i) {
+        model::EditorEvent pasted = *editor_.eventAt(6, 2 + int(i));
+        EXPECT_NE(pasted.id, editor_.eventAt(5, 1 + int(i))->id);
+        pasted.id = editor_.eventAt(5, 1 + int(i))->id;
+        model::JsonWriter a, b;
+        pasted.write(a);
+        editor_.eventAt(5, 1 + int(i))->write(b);
+        EXPECT_EQ(a.text(), b.text());
+    }
+
+    TestTask otherTask;
+    otherTask.edit([](QJsonObject& root) { root["var_list"] = QJsonArray(); });
+    ui::TaskEditor other;
+    ASSERT_TRUE(other.open(otherTask.path()));
+    ASSERT_TRUE(other.pasteEvents(3, 1, json));
+    for (const auto& definition : other.document().definitions) {
+        EXPECT_FALSE(other.document().usersOf(model::Ref::Definition, definition->id).empty())
+            << definition->name.toStdString();
+    }
+    EXPECT_FALSE(other.document().definitions.empty());
+    other.undo();
+    EXPECT_TRUE(other.document().definitions.empty());
+}
+
+// Changes a control the way a user would; false when it offers nothing else to choose.
+bool changeControl(QWidget* control, const QString& key, const model::TaskDocument& task) {
+    if (auto* combo = qobject_cast<QComboBox*>(control)) {
+        combo->setCurrentIndex((combo->currentIndex() + 1) % combo->count());
+        return combo->count() > 1;
+    }
+    if (auto* spin = qobject_cast<QSpinBox*>(control)) {
+        spin->setValue(spin->value() + 1);
+    } else if (auto* real = qobject_cast<QDoubleSpinBox*>(control)) {
+        real->setValue(real->value() + (real->value() + 0.5 <= real->maximum() ? 0.5 : -0.5));
+    } else if (auto* box = qobject_cast<QCheckBox*>(control)) {
+        box->toggle();
+    } else if (auto* time = qobject_cast<QTimeEdit*>(control)) {
+        time->setTime(time->time().addSecs(61));
+    } else if (auto* text = qobject_cast<QPlainTextEdit*>(control)) {
+        text->appendPlainText("x");
+    } else if (auto* keys = qobject_cast<ui::KeyCaptureEdit*>(control)) {
+        QTest::keyClick(keys, Qt::Key_F5, Qt::ControlModifier);
+    } else if (auto* color = qobject_cast<ui::ColorButton*>(control)) {
+        color->setRgb(color->rgb() ^ 0x0000FF);
+    } else if (auto* line = qobject_cast<QLineEdit*>(control)) {
+        const QMap<QString, QString> valid = {{"rect", "1,2,3,4"},
+                                              {"time_list", "0.5, 1"},
+                                              {"var_list", task.definitions[0]->name},
+                                              {"exclude", task.definitions[0]->name}};
+        const bool json = key.startsWith("action_") || key == "target" || key == "filter_color";
+        line->setText(valid.value(key, json ? "[1]" : line->text() + "字"));
+    }
+    return true;
+}
+
+QJsonObject recordOf(const std::function<void(model::JsonWriter&)>& write) {
+    model::JsonWriter out;
+    write(out);
+    return QJsonDocument::fromJson(QByteArray::fromStdString(out.text())).object();
+}
+
+QStringList changedKeys(const QJsonObject& a, const QJsonObject& b) {
+    QStringList keys;
+    for (const QString& key : a.keys()) {
+        if (a[key] != b[key]) {
+            keys << key;
+        }
+    }
+    return keys;
+}
+
+// Opens `original`'s form unchanged, then each field changed once: the record changes only
+// under that field's key, and the changed record comes back through a new form as it is.
+template <class T>
+void checkEveryField(const model::TaskDocument& task, const T& original,
+                     const std::function<std::unique_ptr<T>(const T&)>& clone,
+                     const std::function<void(ui::FieldForm&, T&)>& addFields) {
+    const auto record = [](const T& item) {
+        return recordOf([&](model::JsonWriter& out) { item.write(out); });
+    };
+    const QJsonObject before = record(original);
+    auto unchanged = clone(original);
+    ui::FieldForm first(task);
+    addFields(first, *unchanged);
+    first.apply();
+    EXPECT_EQ(record(*unchanged), before);
+    for (const QString& path : first.paths()) {
+        SCOPED_TRACE(path.toStdString());
+        auto copy = clone(original);
+        ui::FieldForm form(task);
+        addFields(form, *copy);
+        if (!changeControl(form.control(path), path.section('/', -1), task)) {
+            continue;
+        }
+        form.apply();
+        const QJsonObject changed = record(*copy);
+        // A variable's scope is kept as three flags.
+        const QString key = path == "scope" ? "is_local" : path.section('/', 0, 0);
+        EXPECT_EQ(changedKeys(before, changed).join(',').toStdString(), key.toStdString());
+        ui::FieldForm again(task);
+        addFields(again, *copy);
+        again.apply();
+        EXPECT_EQ(record(*copy), changed);
+    }
+}
+
+TEST_F(Editor, EachFormKeepsItsRecordAndChangesOnlyTheFieldChanged) {
+    const model::TaskDocument& task = editor_.document();
+    // Every kind as new, and every item of the demo as it is.
+    std::vector<std::unique_ptr<model::IEditorItem>> items;
+    for (const ui::ItemKind& kind : ui::conditionKinds()) {
+        items.push_back(ui::newCondition(kind.type));
+    }
+    for (const ui::ItemKind& kind : ui::actionKinds()) {
+        items.push_back(ui::newAction(kind.type));
+    }
+    task.forEachCondition([&](const model::IEditorItem& item) {
+        if (item.type() != model::EditorGroupCondition::kType) {
+            items.push_back(static_cast<const model::IEditorCondition&>(item).clone());
+        }
+    });
+    task.forEachAction([&](const model::IEditorItem& item) {
+        items.push_back(static_cast<const model::IEditorAction&>(item).clone());
+    });
+    for (const auto& item : items) {
+        SCOPED_TRACE(item->type());
+        checkEveryField<model::IEditorItem>(
+            task, *item,
+            [](const model::IEditorItem& original) -> std::unique_ptr<model::IEditorItem> {
+                if (const auto* c = dynamic_cast<const model::IEditorCondition*>(&original)) {
+                    return c->clone();
+                }
+                return static_cast<const model::IEditorAction&>(original).clone();
+            },
+            [&](ui::FieldForm& form, model::IEditorItem& copy) {
+                ui::addItemFields(form, copy, task);
+            });
+    }
+    std::vector<std::unique_ptr<model::EditorVariable>> definitions;
+    for (const ui::ItemKind& kind : ui::definitionKinds()) {
+        definitions.push_back(ui::newDefinition(kind.type));
+    }
+    for (const auto& definition : task.definitions) {
+        definitions.push_back(definition->clone());
+    }
+    for (const auto& definition : definitions) {
+        SCOPED_TRACE(definition->type());
+        checkEveryField<model::EditorVariable>(
+            task, *definition, [](const model::EditorVariable& d) { return d.clone(); },
+            [&](ui::FieldForm& form, model::EditorVariable& copy) {
+                ui::addDefinitionFields(form, copy, task);
+            });
+    }
+}
+
+TEST_F(Editor, FormsSayWhatIsWrongBeforeSaving) {
+    model::TaskDocument& task = editor_.document();
+    task.width = 800;
+    task.height = 600;
+    const auto problems = [&](model::IEditorItem& item, const QString& path, const QString& value) {
+        ui::FieldForm form(task);
+        ui::addItemFields(form, item, task);
+        if (auto* line = qobject_cast<QLineEdit*>(form.control(path))) {
+            line->setText(value);
+        }
+        return form.problems().join('\n');
+    };
+    auto image = ui::newCondition(1);
+    EXPECT_EQ(problems(*image, {}, {}), "图片: 没有选择");
+    auto plugin = ui::newAction(20);
+    EXPECT_EQ(problems(*plugin, "action_arg", "[1,"), "参数不是有效的JSON");
+    auto reset = ui::newAction(9);
+    EXPECT_EQ(problems(*reset, "exclude", "typed, 无此变量"),
+              "不重置的变量: 没有名为 无此变量 的变量");
+
+    const auto definitionProblems = [&](model::EditorVariable& definition, const QString& path,
+                                        const QString& value) {
+        ui::FieldForm form(task);
+        ui::addDefinitionFields(form, definition, task);
+        qobject_cast<QLineEdit*>(form.control(path))->setText(value);
+        return form.problems().join('\n');
+    };
+    auto variable = ui::newDefinition(1);
+    EXPECT_EQ(definitionProblems(*variable, "name", "typed"), "变量名重复");
+    EXPECT_EQ(definitionProblems(*variable, "name", " "), "名称不能为空");
+    EXPECT_EQ(definitionProblems(*variable, "name", "ÿ 𝕏 \u202Eok"), "");
+    // The one being edited keeps its own name.
+    EXPECT_EQ(definitionProblems(*task.definitions[0], "name", "typed"), "");
+    auto crop = ui::newDefinition(2);
+    crop->name = "区域";
+    EXPECT_EQ(definitionProblems(*crop, "rect", "700,500,200,50"), "区域超出屏幕 (800×600)");
+    EXPECT_EQ(definitionProblems(*crop, "rect", "0,0,800,600"), "");
+    EXPECT_EQ(definitionProblems(*crop, "rect", "1,2,3"), "区域应为 x,y,宽,高 四个数");
+}
+
+TEST_F(Editor, ScriptFormsTestTheirCodeWithTheTasksVariables) {
+    auto script = ui::newAction(12);
+    ui::FieldForm form(editor_.document());
+    ui::addItemFields(form, *script, editor_.document());
+    EXPECT_EQ(ui::itemFormTitle(*script), "编写JavaScript代码");
+    qobject_cast<QPlainTextEdit*>(form.control("js_code"))->setPlainText("typed + gold");
+    auto* test = form.findChild<QPushButton*>("pushButton_test");
+    ASSERT_TRUE(test);
+    const ModalSeen seen = answerModal([&] { test->click(); }, "确定");
+    EXPECT_EQ(seen.title, "测试结果");
+    EXPECT_EQ(seen.text, "0440,160,130,80");
+}
+
+TEST_F(Editor, EventEditorBuildsConditionTreesAndActionLists) {
+    ui::EventEditor dialog(editor_.document(), *editor_.eventAt(5, 1));
+    const size_t actions = editor_.eventAt(5, 1)->actions.size();
+    dialog.addGroup();
+    // The new group is selected: the condition goes into it.
+    answerModal([&] { dialog.addCondition(9); }, "确定");
+    answerModal([&] { dialog.addAction(14); }, "确定");
+    answerModal([&] { dialog.addAction(10); }, "取消");
+    model::EditorEvent event = dialog.result();
+    const auto& members = event.conditions.items();
+    ASSERT_EQ(members.back()->type(), model::EditorGroupCondition::kType);
+    const auto& group = static_cast<const model::EditorGroupCondition&>(*members.back());
+    ASSERT_EQ(group.items().size(), 1u);
+    EXPECT_EQ(group.items()[0]->type(), 9);
+    ASSERT_EQ(event.actions.size(), actions + 1);
+    EXPECT_EQ(event.actions.back()->type(), 14);
+    EXPECT_EQ(dialog.actionList().item(int(actions))->text(), "延迟0~0秒");
+
+    // The delay moves up past the last of the old actions, which then goes.
+    ASSERT_GE(actions, 1u);
+    dialog.actionList().setCurrentRow(int(actions));
+    dialog.moveSelected(-1);
+    dialog.actionList().setCurrentRow(int(actions));
+    dialog.removeSelected();
+    EXPECT_EQ(dialog.result().actions.size(), actions);
+    EXPECT_EQ(dialog.result().actions.back()->type(), 14);
+}
+
+// The main window: the marker, undo through its actions and the question on close.
+using EditorWindow = MainWindowTest;
+
+TEST_F(EditorWindow, UnsavedEditsAreMarkedAndAskedAboutOnClose) {
+    window_->sceneList().selectRow(5);
+    ui::EventTree& tree = window_->eventTree();
+    tree.selectRows({1});
+    tree.toggleSelected();
+    EXPECT_TRUE(window_->isWindowModified());
+    EXPECT_TRUE(tree.topLevelItem(1)->text(0).endsWith("(已禁用)"));
+    window_->findChild<QAction*>("action_undo")->trigger();
+    EXPECT_FALSE(window_->isWindowModified());
+    window_->findChild<QAction*>("action_redo")->trigger();
+
+    const ModalSeen kept = answerModal([&] { window_->close(); }, "取消");
+    EXPECT_EQ(kept.text, "任务已修改,是否保存?");
+    EXPECT_TRUE(window_->isVisible());
+    answerModal([&] { window_->close(); }, "保存");
+    EXPECT_FALSE(window_->isVisible());
+    model::TaskDocument saved;
+    ASSERT_TRUE(saved.openFolder(task_.path()));
+    EXPECT_TRUE(saved.scenes[2].events[0].disabled);
+}
+
+}  // namespace
+}  // namespace autoscene::testing
