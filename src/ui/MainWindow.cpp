@@ -250,7 +250,7 @@ void MainWindow::chooseWindow() {
     if (!desktop_.backend) {
         return;
     }
-    WindowListDialog dialog(*desktop_.backend, this);
+    WindowListDialog dialog(*desktop_.backend, desktop_.picker, this);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }

@@ -16,6 +16,7 @@
 
 // Xlib's macros (None) after gtest's names.
 #include "DemoTargetProcess.h"
+#include "FakeKeys.h"
 
 namespace autoscene::testing {
 namespace {
@@ -174,6 +175,28 @@ TEST_F(RunFromWindow, WindowChosenFromTheListBecomesTheTarget) {
     ASSERT_EQ(run().state(), State::Running);
     EXPECT_TRUE(second->waitForLine("screen MENU", 0, 5000));
     EXPECT_FALSE(first->waitForLine("screen MENU", 0, 200));
+    run().stop();
+    EXPECT_TRUE(waitUntilIdle());
+}
+
+TEST_F(RunFromWindow, WindowPointedAtWithTheCrosshairBecomesTheTarget) {
+    const auto first = startDemo();
+    const auto second = startDemo({"--title", "Second Demo", "--geometry", "800x600+400+100"});
+    QTimer::singleShot(100, [&] {
+        auto* dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog);
+        QTest::mouseClick(dialog->findChild<QPushButton*>("pushButton_pick_window"),
+                          Qt::LeftButton);
+        // Right of the first demo, outside the main window: only the second demo is there.
+        Display* user = XOpenDisplay(nullptr);
+        clickAt(user, 1000, 650);
+        XCloseDisplay(user);
+    });
+    window_->findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[0]->trigger();
+    EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Second Demo");
+    clickRun({});
+    ASSERT_EQ(run().state(), State::Running);
+    EXPECT_TRUE(second->waitForLine("screen MENU", 0, 5000));
     run().stop();
     EXPECT_TRUE(waitUntilIdle());
 }
