@@ -18,6 +18,7 @@
 #include "app/RunSession.h"
 #include "engine/TaskRunner.h"
 #include "ui/AccessibleNames.h"
+#include "ui/DeviceListDialog.h"
 #include "ui/EventTree.h"
 #include "ui/HotKeyRegistrar.h"
 #include "ui/Prompts.h"
@@ -239,6 +240,7 @@ void MainWindow::showRunState(RunControl::State state) {
 void MainWindow::buildTargetMenu() {
     auto* menu = new QMenu(targetButton_);
     menu->addAction(tr("选择窗口"), this, &MainWindow::chooseWindow);
+    menu->addAction(tr("ADB模式"), this, &MainWindow::chooseDevices);
     menu->addAction(tr("全屏模式"), this, [this] {
         editor_.document().settings.taskMode = int(model::TaskMode::FullScreen);
         showTarget();
@@ -269,13 +271,24 @@ void MainWindow::chooseWindow() {
     showTarget();
 }
 
+void MainWindow::chooseDevices() {
+    DeviceListDialog dialog(run_->adb(), run_->chosenDevices(), this);
+    if (!dialog.refresh() || dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    editor_.document().settings.taskMode = int(model::TaskMode::AndroidDevice);
+    run_->setChosenDevices(dialog.chosen());
+    showTarget();
+}
+
 void MainWindow::showTarget() {
     const model::TaskSettings& settings = editor_.document().settings;
     QString text = tr("未选择目标窗口");
     if (settings.taskMode == int(model::TaskMode::FullScreen)) {
         text = tr("全屏模式");
     } else if (settings.taskMode == int(model::TaskMode::AndroidDevice)) {
-        text = tr("ADB模式");
+        const QStringList& devices = run_->chosenDevices();
+        text = devices.isEmpty() ? tr("ADB模式") : tr("ADB模式: %1").arg(devices.join(", "));
     } else if (settings.taskMode == int(model::TaskMode::Window) &&
                !settings.windowInfo.title.isEmpty()) {
         text = settings.windowInfo.title;

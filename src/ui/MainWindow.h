@@ -43,6 +43,7 @@ private:
     void buildToolBar();
     void buildTargetMenu();
     void chooseWindow();
+    void chooseDevices();
     void showTarget();
     void save();
     void openSettings();
