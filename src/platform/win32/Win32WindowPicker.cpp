@@ -21,7 +21,7 @@ bool registerOverlayClass() {
         WNDCLASSW overlayClass{};
         overlayClass.lpfnWndProc = overlayProc;
         overlayClass.hInstance = GetModuleHandleW(nullptr);
-        overlayClass.hCursor = LoadCursorW(nullptr, IDC_CROSS);
+        overlayClass.hCursor = LoadCursorA(nullptr, IDC_CROSS);
         overlayClass.lpszClassName = kOverlayClass;
         return RegisterClassW(&overlayClass) != 0;
     }();
