@@ -26,6 +26,7 @@
 #include "ui/SceneListView.h"
 #include "ui/SettingView.h"
 #include "ui/TaskBackups.h"
+#include "ui/WindowInfoDialog.h"
 #include "ui/WindowListDialog.h"
 
 namespace autoscene::ui {
@@ -245,6 +246,7 @@ void MainWindow::buildTargetMenu() {
         editor_.document().settings.taskMode = int(model::TaskMode::FullScreen);
         showTarget();
     });
+    menu->addAction(tr("查看修改窗口信息"), this, &MainWindow::editWindowInfo);
     targetButton_->setMenu(menu);
 }
 
@@ -278,6 +280,19 @@ void MainWindow::chooseDevices() {
     }
     editor_.document().settings.taskMode = int(model::TaskMode::AndroidDevice);
     run_->setChosenDevices(dialog.chosen());
+    showTarget();
+}
+
+void MainWindow::editWindowInfo() {
+    model::TaskSettings& settings = editor_.document().settings;
+    WindowInfoDialog dialog(settings.windowInfo, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    settings.windowInfo = dialog.info();
+    settings.taskMode = int(model::TaskMode::Window);
+    // The handle chosen before may be another window than the record now names.
+    run_->setChosenWindow(0);
     showTarget();
 }
 

@@ -44,6 +44,7 @@ private:
     void buildTargetMenu();
     void chooseWindow();
     void chooseDevices();
+    void editWindowInfo();
     void showTarget();
     void save();
     void openSettings();
