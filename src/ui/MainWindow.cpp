@@ -21,6 +21,7 @@
 #include "ui/DeviceListDialog.h"
 #include "ui/EventTree.h"
 #include "ui/HotKeyRegistrar.h"
+#include "ui/LogTargetWindow.h"
 #include "ui/Prompts.h"
 #include "ui/RunView.h"
 #include "ui/SceneListView.h"
@@ -122,6 +123,11 @@ void MainWindow::buildToolBar() {
     wire("action_save", &MainWindow::save);
     wire("action_settings", &MainWindow::openSettings);
     wire("action_run", &MainWindow::runClicked)->setIcon(QIcon(QStringLiteral(":/image/run.png")));
+    wire("action_logviewer", [this] {
+        logWindow_->show();
+        logWindow_->raise();
+        logWindow_->activateWindow();
+    });
     wire("action_stop", [this] {
         run_->stop();
     })->setIcon(QIcon(QStringLiteral(":/image/stop.png")));
@@ -129,6 +135,7 @@ void MainWindow::buildToolBar() {
 
 void MainWindow::buildRunView() {
     runView_ = new RunView;
+    logWindow_ = new LogTargetWindow(this);
     auto* dock = new QDockWidget(tr("运行状态"), this);
     dock->setObjectName(QStringLiteral("dockWidget_run"));
     dock->setWidget(runView_);
@@ -213,7 +220,9 @@ void MainWindow::runClicked() {
 }
 
 void MainWindow::showRunNotes() {
-    runView_->addNotes(run_->feed().take());
+    const std::vector<RunFeed::Note> notes = run_->feed().take();
+    runView_->addNotes(notes);
+    logWindow_->addNotes(notes);
 }
 
 void MainWindow::showRunState(RunControl::State state) {
@@ -224,6 +233,7 @@ void MainWindow::showRunState(RunControl::State state) {
     const bool idle = state == RunControl::State::Idle;
     if (shownRunState_ == RunControl::State::Idle && !idle) {
         runView_->clear();
+        logWindow_->clear();
         findChild<QDockWidget*>(QStringLiteral("dockWidget_run"))->show();
     }
     shownRunState_ = state;

@@ -16,6 +16,7 @@ namespace autoscene::ui {
 
 class EventTree;
 class HotKeyRegistrar;
+class LogTargetWindow;
 class RunView;
 class SceneListView;
 
@@ -35,6 +36,7 @@ public:
     EventTree& eventTree() { return *eventTree_; }
     RunControl& runControl() { return *run_; }
     RunView& runView() { return *runView_; }
+    LogTargetWindow& logWindow() { return *logWindow_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -66,6 +68,7 @@ private:
     QLabel* targetLabel_ = nullptr;
     RunControl* run_ = nullptr;
     RunView* runView_ = nullptr;
+    LogTargetWindow* logWindow_ = nullptr;
     RunControl::State shownRunState_ = RunControl::State::Idle;
     QTimer* definitionsRefresh_ = nullptr;
     HotKeyRegistrar* hotKeys_ = nullptr;

@@ -6,12 +6,14 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
+#include "ui/LogTargetWindow.h"
 #include "ui/RunView.h"
 
 // Xlib's macros (None) after gtest's names.
@@ -59,14 +61,33 @@ protected:
     }
 };
 
-TEST_F(RunFromWindow, RunsTheDemoToItsStopAction) {
+TEST_F(RunFromWindow, RunsTheDemoToItsStopActionAndLogsIt) {
     const auto demo = startDemo();
     EXPECT_FALSE(clickRun({{"确定"}})[0].shown) << "no check should have stopped the start";
     EXPECT_EQ(run().state(), State::Running);
+    window_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    QTest::keyClick(window_.get(), Qt::Key_F7);
     EXPECT_TRUE(waitUntilIdle());
     EXPECT_TRUE(demo->waitForLine("screen FINISH", 0, 0));
     EXPECT_EQ(window_->runView().targetCount(), 1);
     EXPECT_GE(window_->runView().firedCount(0), 5) << "start, menu, form (3), finish";
+
+    ui::LogTargetWindow& log = window_->logWindow();
+    EXPECT_TRUE(log.isVisible());
+    ASSERT_EQ(log.targetCount(), 1);
+    const QString name = QStringLiteral("目标1 (窗口 0x%1)").arg(demo->window(), 0, 16);
+    EXPECT_EQ(log.findChild<QLabel*>("label_log_target")->text(), name);
+    EXPECT_EQ(log.findChild<QPushButton*>("pushButton_target_1")->styleSheet(),
+              "background-color: green;");
+    const QString text = log.shownText();
+    EXPECT_TRUE(QRegularExpression(R"(^\d\d:\d\d:\d\d\.\d{3} 进入界面 )").match(text).hasMatch())
+        << text.toStdString();
+    EXPECT_GE(text.count(" › "), 5);
+    EXPECT_TRUE(text.contains(R"("clicked":true)")) << "each action's result record";
+    std::cerr << text.toStdString();
+    log.findChild<QPushButton*>("pushButton_close")->click();
+    EXPECT_FALSE(log.isVisible());
 }
 
 TEST_F(RunFromWindow, StartsPausesAndStopsAgainstTheDemoTarget) {
