@@ -19,6 +19,7 @@
 // Xlib's macros (None) after gtest's names.
 #include "DemoTargetProcess.h"
 #include "FakeKeys.h"
+#include "XvfbServer.h"
 
 namespace autoscene::testing {
 namespace {
@@ -240,6 +241,24 @@ TEST_F(RunFromWindow, WindowOfAnotherSizeMayBeResized) {
     EXPECT_EQ(backend_->describe(demo->window()).clientRect.height, 600);
     run().stop();
     EXPECT_TRUE(waitUntilIdle());
+}
+
+TEST_F(RunFromWindow, AFailedFirstCaptureStopsTheStart) {
+    // Background capture of the demo on an X server without Composite cannot get a frame.
+    XvfbServer bare(1024, 768, 24, {"-extension", "Composite"});
+    ASSERT_FALSE(bare.display().empty());
+    DemoTargetProcess demo(bare.display(), {"--geometry", "800x600+0+0"});
+    ASSERT_TRUE(demo.started());
+    task_.edit([](QJsonObject& root) { root["back_capture"] = true; });
+    const auto backend = platform::makeX11Backend(bare.display().c_str());
+    ui::MainWindow window(ui::AppConfig(task_.configPath()), {backend.get()});
+    QString error;
+    ASSERT_TRUE(window.openTask(task_.path(), &error));
+
+    const ModalSeen box = answerModal([&] { window.runControl().start(); }, "确定");
+    EXPECT_EQ(box.title, "提示");
+    EXPECT_EQ(box.text, "截图失败！");
+    EXPECT_EQ(window.runControl().state(), State::Idle);
 }
 
 TEST_F(RunFromWindow, UnsetRunModeIsAskedForFirst) {
