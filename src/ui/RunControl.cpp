@@ -175,15 +175,19 @@ bool RunControl::start() {
         return false;
     }
     const std::optional<std::vector<RunTarget>> targets = chooseTargets();
-    if (!targets) {
+    return targets && startOn(*targets);
+}
+
+bool RunControl::startOn(const std::vector<RunTarget>& targets) {
+    if (state_ != State::Idle || targets.empty()) {
         return false;
     }
     const std::optional<int> loopMode = chooseLoopMode();
-    if (!loopMode || !captures(targets->front())) {
+    if (!loopMode || !captures(targets.front())) {
         return false;
     }
     session_.reset();
-    makeTargetService(*targets);
+    makeTargetService(targets);
     const model::TaskDocument& task = editor_.document();
     session_ = std::make_unique<app::RunSession>(task, *target_, desktop_.windows);
     if (!session_->startOcrService()) {
@@ -195,7 +199,7 @@ bool RunControl::start() {
     runner.setRunObserver(&feed_);
     runner.setLoopMode(*loopMode);
     feed_.take();
-    if (!runner.start(*targets)) {
+    if (!runner.start(targets)) {
         session_.reset();
         return false;
     }

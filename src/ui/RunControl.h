@@ -47,6 +47,9 @@ public:
     State state() const { return state_; }
     // The checks, then the run; false when a check or the user stopped the start.
     bool start();
+    // The run on targets already chosen, all of one kind, after the run-mode and capture
+    // checks.
+    bool startOn(const std::vector<engine::RunTarget>& targets);
     void togglePause();
     // Asks the run to end; the state turns idle once its workers have left.
     void stop();
