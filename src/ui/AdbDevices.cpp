@@ -20,10 +20,6 @@ namespace {
 // adb answers at once when its server runs; longer means it is starting one.
 constexpr int kStartingNoticeMs = 300;
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("AdbDevices", text);
-}
-
 }  // namespace
 
 std::optional<std::vector<platform::android::DeviceEntry>> listAdbDevices(
@@ -33,7 +29,9 @@ std::optional<std::vector<platform::android::DeviceEntry>> listAdbDevices(
     QEventLoop loop;
     QObject::connect(worker.get(), &QThread::finished, &loop, &QEventLoop::quit);
 
-    QMessageBox starting(QMessageBox::Information, tr("提示"), tr("正在启动ADB服务"),
+    QMessageBox starting(QMessageBox::Information,
+                         QCoreApplication::translate("AdbDevices", "提示"),
+                         QCoreApplication::translate("AdbDevices", "正在启动ADB服务"),
                          QMessageBox::NoButton, parent);
     starting.setStandardButtons(QMessageBox::NoButton);
     starting.setWindowModality(Qt::ApplicationModal);
@@ -51,7 +49,7 @@ std::optional<std::vector<platform::android::DeviceEntry>> listAdbDevices(
     // Its header line is what adb prints once its server answers.
     if (!listed.ran || listed.output.find("List of devices attached") == std::string::npos) {
         qCWarning(lcAdb).noquote() << "adb devices:" << QString::fromStdString(listed.output);
-        showNotice(parent, tr("ADB服务启动失败"));
+        showNotice(parent, QCoreApplication::translate("AdbDevices", "ADB服务启动失败"));
         return std::nullopt;
     }
     return platform::android::parseDeviceList(listed.output);

@@ -43,7 +43,8 @@ LogTargetWindow::LogTargetWindow(QWidget* parent) : QWidget(parent, Qt::Window) 
     rowsArea->setAccessibleName(tr("运行目标"));
     rowsArea->setWidget(rowsBox);
     rowsArea->setWidgetResizable(true);
-    rowsArea->setFixedWidth(200);
+    rowsArea->setFixedWidth(220);
+    rowsArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
     log_ = new QPlainTextEdit;
     log_->setObjectName(QStringLiteral("plainTextEdit_log"));
@@ -79,7 +80,6 @@ LogTargetWindow::Target& LogTargetWindow::targetOf(std::thread::id thread) {
     }
     const int index = int(targets_.size());
     auto* row = new QPushButton(tr("目标%1").arg(index + 1));
-    row->setFlat(true);
     row->setObjectName(QStringLiteral("pushButton_target_%1").arg(index + 1));
     connect(row, &QPushButton::clicked, this, [this, index] { showTarget(index); });
     rows_->insertWidget(index, row);

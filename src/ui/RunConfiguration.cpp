@@ -13,10 +13,6 @@ namespace autoscene::ui {
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("RunConfiguration", text);
-}
-
 // Names become file names: no folders, nothing hidden, nothing a file system refuses.
 bool usableName(const QString& name) {
     static const QRegularExpression refused(QStringLiteral(R"([/\\:*?"<>|]|^\.|^\s|\s$)"));
@@ -34,7 +30,7 @@ std::optional<ConfiguredTarget> targetFromJson(const QJsonValue& value, int inde
     const QJsonValue window = object.value(QStringLiteral("window"));
     const QJsonValue serial = object.value(QStringLiteral("serial"));
     if (!value.isObject() || (!window.isString() && !serial.isString())) {
-        *error = where + tr(": 需要 window 或 serial");
+        *error = where + QCoreApplication::translate("RunConfiguration", ": 需要 window 或 serial");
         return std::nullopt;
     }
     bool ok = true;
@@ -42,14 +38,16 @@ std::optional<ConfiguredTarget> targetFromJson(const QJsonValue& value, int inde
     target.serial = serial.toString();
     target.title = object.value(QStringLiteral("title")).toString();
     if (!ok || (window.isString() && target.window == 0)) {
-        *error = where + tr(".window: 不是窗口句柄");
+        *error = where + QCoreApplication::translate("RunConfiguration", ".window: 不是窗口句柄");
         return std::nullopt;
     }
     const QJsonObject variables = object.value(QStringLiteral("variables")).toObject();
     for (auto it = variables.begin(); it != variables.end(); ++it) {
         const int id = it.key().toInt(&ok);
         if (!ok || !it.value().isString()) {
-            *error = where + tr(".variables.%1: 需要变量编号和文本值").arg(it.key());
+            *error = where + QCoreApplication::translate("RunConfiguration",
+                                                         ".variables.%1: 需要变量编号和文本值")
+                                 .arg(it.key());
             return std::nullopt;
         }
         target.variables[id] = it.value().toString();
@@ -83,12 +81,14 @@ std::optional<RunConfiguration> configurationFromJson(const QByteArray& json, QS
     QJsonParseError parse;
     const QJsonDocument document = QJsonDocument::fromJson(json, &parse);
     if (parse.error != QJsonParseError::NoError) {
-        *error = tr("第 %1 字节: %2").arg(parse.offset).arg(parse.errorString());
+        *error = QCoreApplication::translate("RunConfiguration", "第 %1 字节: %2")
+                     .arg(parse.offset)
+                     .arg(parse.errorString());
         return std::nullopt;
     }
     const QJsonValue targets = document.object().value(QStringLiteral("targets"));
     if (!targets.isArray()) {
-        *error = tr("targets: 需要数组");
+        *error = QCoreApplication::translate("RunConfiguration", "targets: 需要数组");
         return std::nullopt;
     }
     RunConfiguration configuration;
@@ -120,11 +120,13 @@ QStringList savedConfigurations(const QString& taskFolder) {
 bool saveConfiguration(const QString& taskFolder, const QString& name,
                        const RunConfiguration& configuration, QString* error) {
     if (!usableName(name)) {
-        *error = tr("名称不能为空，也不能含有 / \\ : * ? \" < > |");
+        *error = QCoreApplication::translate("RunConfiguration",
+                                             "名称不能为空，也不能含有 / \\ : * ? \" < > |");
         return false;
     }
     if (!QDir(taskFolder).mkpath(QStringLiteral("saves"))) {
-        *error = tr("无法创建文件夹 %1").arg(savesFolder(taskFolder));
+        *error = QCoreApplication::translate("RunConfiguration", "无法创建文件夹 %1")
+                     .arg(savesFolder(taskFolder));
         return false;
     }
     // Written aside and renamed, so that a failed save leaves the old file whole.
@@ -143,7 +145,8 @@ std::optional<RunConfiguration> loadConfiguration(const QString& taskFolder, con
     // Configurations are small; a huge file is not one.
     constexpr qint64 kMaxBytes = 4 * 1024 * 1024;
     if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxBytes) {
-        *error = file.isOpen() ? tr("文件过大") : file.errorString();
+        *error = file.isOpen() ? QCoreApplication::translate("RunConfiguration", "文件过大")
+                               : file.errorString();
         return std::nullopt;
     }
     return configurationFromJson(file.readAll(), error);

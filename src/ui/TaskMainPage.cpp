@@ -33,7 +33,7 @@ constexpr int kSerialRole = Qt::UserRole + 1;
 // A list of the saved names to pick one from; nothing when cancelled.
 std::optional<QString> chooseName(QWidget* parent, const QStringList& names) {
     QDialog dialog(parent);
-    dialog.setWindowTitle(QCoreApplication::translate("TaskMainPage", "选择配置"));
+    dialog.setWindowTitle(TaskMainPage::tr("选择配置"));
     auto* list = new QListWidget;
     list->setObjectName(QStringLiteral("listWidget_saves"));
     list->setAccessibleName(dialog.windowTitle());
@@ -61,6 +61,7 @@ TaskMainPage::TaskMainPage(AppConfig config, Desktop desktop, QWidget* parent)
     table_->setObjectName(QStringLiteral("tableWidget_targets"));
     table_->setAccessibleName(tr("运行目标"));
     table_->verticalHeader()->hide();
+    table_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table_->horizontalHeader()->setStretchLastSection(true);
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
 

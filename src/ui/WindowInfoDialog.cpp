@@ -76,7 +76,9 @@ WindowInfoDialog::WindowInfoDialog(const model::WindowInfo& info, QWidget* paren
     layout->addLayout(form);
     layout->addWidget(okCancelButtons(*this));
     nameControlsAfterText(*this);
-    resize(480, 0);
+    // The wrapped note asks for the height it needs at this width.
+    setMinimumWidth(480);
+    layout->setSizeConstraint(QLayout::SetMinimumSize);
 }
 
 model::WindowInfo WindowInfoDialog::info() const {
