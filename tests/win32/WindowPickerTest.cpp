@@ -31,7 +31,7 @@ WindowPick settle(Win32WindowPicker& picker) {
     return pick;
 }
 
-TEST(WindowPickerTest, AClickOnAChildPicksItsTopLevelWindowAndOtherButtonsCancel) {
+TEST(WindowPickerTest, AClickOnAChildPicksItsTopLevelWindow) {
     RecorderProcess recorder;
     ASSERT_TRUE(recorder.started());
     RECT inner{};
@@ -48,10 +48,6 @@ TEST(WindowPickerTest, AClickOnAChildPicksItsTopLevelWindowAndOtherButtonsCancel
     EXPECT_EQ(pick.window, toHandle(recorder.top()));
     EXPECT_TRUE(onlyMessages(recorder.drainPosted(), {WM_LBUTTONDOWN}).empty())
         << "the click went to the picker";
-
-    ASSERT_TRUE(picker.begin());
-    clickScreen(middle, MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
-    EXPECT_EQ(settle(picker).state, WindowPick::State::Cancelled);
 }
 
 }  // namespace
