@@ -11,9 +11,9 @@
 
 namespace autoscene::ui {
 
-DeviceListDialog::DeviceListDialog(platform::android::AdbClient adb, const QStringList& ticked,
+DeviceListDialog::DeviceListDialog(platform::android::AdbClient adb, QStringList ticked,
                                    QWidget* parent)
-    : QDialog(parent), adb_(std::move(adb)), previous_(ticked) {
+    : QDialog(parent), adb_(std::move(adb)), previous_(std::move(ticked)) {
     setObjectName(QStringLiteral("DeviceListDialog"));
     setWindowTitle(tr("ADB设备"));
     list_ = new QListWidget;

@@ -15,7 +15,7 @@ class DeviceListDialog : public QDialog {
     Q_OBJECT
 public:
     // `ticked`: the serials ticked last time; every ready device when empty.
-    DeviceListDialog(platform::android::AdbClient adb, const QStringList& ticked,
+    DeviceListDialog(platform::android::AdbClient adb, QStringList ticked,
                      QWidget* parent = nullptr);
 
     // Asks adb again; false when adb could not answer (the user was told).

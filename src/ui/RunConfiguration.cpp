@@ -93,7 +93,7 @@ std::optional<RunConfiguration> configurationFromJson(const QByteArray& json, QS
     }
     RunConfiguration configuration;
     int index = 0;
-    for (const QJsonValue& value : targets.toArray()) {
+    for (const QJsonValue value : targets.toArray()) {
         auto target = targetFromJson(value, index++, error);
         if (!target) {
             return std::nullopt;
@@ -143,7 +143,7 @@ std::optional<RunConfiguration> loadConfiguration(const QString& taskFolder, con
                                                   QString* error) {
     QFile file(pathOf(taskFolder, name));
     // Configurations are small; a huge file is not one.
-    constexpr qint64 kMaxBytes = 4 * 1024 * 1024;
+    constexpr qint64 kMaxBytes = qint64(4) * 1024 * 1024;
     if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxBytes) {
         *error = file.isOpen() ? QCoreApplication::translate("RunConfiguration", "文件过大")
                                : file.errorString();
