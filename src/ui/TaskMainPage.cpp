@@ -15,6 +15,7 @@
 
 #include "ui/AccessibleNames.h"
 #include "ui/DeviceListDialog.h"
+#include "ui/HotKeyRegistrar.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/Prompts.h"
 #include "ui/SettingView.h"
@@ -101,12 +102,25 @@ TaskMainPage::TaskMainPage(AppConfig config, Desktop desktop, QWidget* parent)
                 if (view.exec() == QDialog::Accepted) {
                     view.applyTo(editor_.document().settings);
                     view.saveHotKeys();
+                    if (hotKeys_) {
+                        hotKeys_->registerAll();
+                    }
                 }
             });
     connect(
         &run_->feed(), &RunFeed::notesReady, this,
         [this] { logWindow_->addNotes(run_->feed().take()); }, Qt::QueuedConnection);
     connect(run_, &RunControl::stateChanged, this, &TaskMainPage::showRunState);
+    if (desktop_.hotKeys) {
+        hotKeys_ =
+            new HotKeyRegistrar(*desktop_.hotKeys, config_, this, HotKeyRegistrar::Scope::TaskPage);
+        connect(hotKeys_, &HotKeyRegistrar::startRequested, this, [this] {
+            if (run_->state() == RunControl::State::Idle) {
+                start();
+            }
+        });
+        connect(hotKeys_, &HotKeyRegistrar::stopRequested, run_, &RunControl::stop);
+    }
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(row);
@@ -130,6 +144,9 @@ bool TaskMainPage::openTask(const QString& folder, QString* error) {
     setWindowTitle(tr("任务页 - %1").arg(name.isEmpty() ? QDir(folder_).dirName() : name));
     table_->setRowCount(0);
     showColumns();
+    if (hotKeys_) {
+        hotKeys_->registerAll();
+    }
     return true;
 }
 

@@ -16,6 +16,7 @@ class QTableWidget;
 
 namespace autoscene::ui {
 
+class HotKeyRegistrar;
 class LogTargetWindow;
 
 class TaskMainPage : public QWidget {
@@ -56,6 +57,7 @@ private:
     QTableWidget* table_ = nullptr;
     RunControl* run_ = nullptr;
     LogTargetWindow* logWindow_ = nullptr;
+    HotKeyRegistrar* hotKeys_ = nullptr;
     bool wasIdle_ = true;
 };
 

@@ -16,9 +16,13 @@
 #include "ui/LogTargetWindow.h"
 #include "ui/TaskMainPage.h"
 #include "x11/X11Backend.h"
+#include "x11/X11HotKeys.h"
 
 // Xlib's macros (None) after gtest's names.
+#include <X11/keysym.h>
+
 #include "DemoTargetProcess.h"
+#include "FakeKeys.h"
 
 namespace autoscene::testing {
 namespace {
@@ -40,8 +44,10 @@ protected:
         });
         ui::AppConfig(task_.configPath()).setLoopMode(1);
         backend_ = platform::makeX11Backend(nullptr);
-        page_ = std::make_unique<ui::TaskMainPage>(ui::AppConfig(task_.configPath()),
-                                                   ui::Desktop{backend_.get()});
+        hotKeys_ = platform::makeX11HotKeys(nullptr);
+        page_ = std::make_unique<ui::TaskMainPage>(
+            ui::AppConfig(task_.configPath()),
+            ui::Desktop{backend_.get(), nullptr, hotKeys_.get()});
         QString error;
         ASSERT_TRUE(page_->openTask(task_.path(), &error)) << error.toStdString();
         page_->move(820, 0);
@@ -58,6 +64,7 @@ protected:
 
     TestTask task_;
     std::unique_ptr<platform::IDesktopBackend> backend_;
+    std::unique_ptr<platform::IGlobalHotKeys> hotKeys_;
     std::unique_ptr<ui::TaskMainPage> page_;
 };
 
@@ -125,8 +132,12 @@ TEST_F(TaskPage, RunsOneTaskOnTwoWindowsAtOnceAndStops) {
     ASSERT_TRUE(first.started() && second.started());
     page_->setConfiguration(
         {{window(first.window(), "first", "1"), window(second.window(), "second", "2")}});
-    click("pushButton_start");
-    ASSERT_EQ(page_->runControl().state(), State::Running);
+    // The start hot key, pressed as a user would.
+    Display* keyboard = XOpenDisplay(nullptr);
+    pressKeys(keyboard, {XK_F8});
+    XCloseDisplay(keyboard);
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return page_->runControl().state() == State::Running; }, 3000));
     EXPECT_TRUE(first.waitForLine("screen MENU", 0, 10000));
     EXPECT_TRUE(second.waitForLine("screen MENU", 0, 10000));
     click("pushButton_stop");
