@@ -142,11 +142,20 @@ std::optional<int> RunControl::chooseLoopMode() {
         askChoice(window_, tr("运行模式修改提示"),
                   tr("检测到你的运行模式已修改，当前脚本的运行模式为%1，是否修改成%2执行")
                       .arg(LoopModeDialog::modeName(script), LoopModeDialog::modeName(global)),
-                  {tr("不修改"), tr("修改后执行")});
+                  {tr("查看设置"), tr("不修改"), tr("修改后执行")});
+    if (choice == 0) {
+        // The configured mode is what the user looks at; the start waits for the next try.
+        LoopModeDialog dialog(window_);
+        dialog.setMode(global);
+        if (dialog.exec() == QDialog::Accepted) {
+            config_.setLoopMode(dialog.mode());
+        }
+        return std::nullopt;
+    }
     if (choice < 0) {
         return std::nullopt;
     }
-    if (choice == 1) {
+    if (choice == 2) {
         script = global;
     }
     return script;

@@ -290,6 +290,10 @@ TEST_F(RunFromWindow, ChangedRunModeAsksWhichToUse) {
     run().stop();
     ASSERT_TRUE(waitUntilIdle());
 
+    const auto viewed = clickRun({{"查看设置"}, {"确定"}});
+    EXPECT_EQ(viewed[1].title, "选择运行模式");
+    EXPECT_EQ(run().state(), State::Idle);
+
     clickRun({{"修改后执行"}});
     EXPECT_EQ(window_->editor().document().settings.loopMode, 2);
     EXPECT_EQ(run().state(), State::Running);

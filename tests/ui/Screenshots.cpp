@@ -148,8 +148,11 @@ void shootRun(Shooter& shooter, const QString& suffix) {
     shooter.saveModal("window-info" + suffix, [&] {
         window.findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[3]->trigger();
     });
-    // Answered "不修改": the run starts.
-    shooter.saveModal("run-mode-changed" + suffix, [&] { window.runControl().start(); });
+    // Answered with its first button, "查看设置": the mode dialog, then no run.
+    shooter.saveModals({"run-mode-changed" + suffix, "loop-mode-dialog" + suffix},
+                       [&] { window.runControl().start(); });
+    AppConfig(task.configPath()).setLoopMode(1);  // the task's own: no question
+    window.runControl().start();
     window.findChild<QAction*>("action_logviewer")->trigger();
     QTest::qWait(3000);
     shooter.save(window, "main-window-running" + suffix);
@@ -157,7 +160,7 @@ void shootRun(Shooter& shooter, const QString& suffix) {
     window.logWindow().close();
     stop();
     AppConfig(task.configPath()).setLoopMode(0);
-    shooter.saveModals({"run-mode-unset" + suffix, "loop-mode-dialog" + suffix},
+    shooter.saveModals({"run-mode-unset" + suffix, "loop-mode-dialog-unset" + suffix},
                        [&] { window.runControl().start(); });
     stop();
 }

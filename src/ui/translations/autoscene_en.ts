@@ -393,6 +393,10 @@
         <source>未发现ADB设备，请先连接设备</source>
         <translation>No ADB device found; connect a device first.</translation>
     </message>
+    <message>
+        <source>查看设置</source>
+        <translation>View settings</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::RunFeed</name>
