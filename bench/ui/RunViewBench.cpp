@@ -1,5 +1,6 @@
-// How long the window's event loop waits while a run reports events at a given rate: the
-// batched feed (one queued signal per batch) against one queued call per event. Prints a
+// How long the window's event loop waits while a run reports events at a given rate to the
+// run view and the log window, as the main window shows them: the batched feed (one queued
+// signal per batch) against one queued call per event. Prints a
 // table; the ratio column says how many times longer the worst wait is per event.
 #include <QApplication>
 #include <QElapsedTimer>
@@ -12,11 +13,13 @@
 #include <vector>
 
 #include "engine/Scene.h"
+#include "ui/LogTargetWindow.h"
 #include "ui/RunFeed.h"
 #include "ui/RunView.h"
 
 namespace {
 
+using autoscene::ui::LogTargetWindow;
 using autoscene::ui::RunFeed;
 using autoscene::ui::RunView;
 
@@ -32,10 +35,15 @@ LoopDelays measure(int rate, bool batched, double seconds) {
     RunView view;
     view.resize(480, 600);
     view.show();
+    LogTargetWindow log;
+    log.show();
+    const auto show = [&](const std::vector<RunFeed::Note>& notes) {
+        view.addNotes(notes);
+        log.addNotes(notes);
+    };
     RunFeed feed;
     QObject::connect(
-        &feed, &RunFeed::notesReady, &view, [&] { view.addNotes(feed.take()); },
-        Qt::QueuedConnection);
+        &feed, &RunFeed::notesReady, &view, [&] { show(feed.take()); }, Qt::QueuedConnection);
     autoscene::engine::Scene scene;
     scene.name = QStringLiteral("menu");
     autoscene::engine::RuntimeEvent event;
@@ -64,7 +72,7 @@ LoopDelays measure(int rate, bool batched, double seconds) {
             } else {
                 RunFeed::Note note{std::this_thread::get_id(), scene.name, event.name, {}, false};
                 QMetaObject::invokeMethod(
-                    &view, [&view, note] { view.addNotes({note}); }, Qt::QueuedConnection);
+                    &view, [&show, note] { show({note}); }, Qt::QueuedConnection);
             }
         }
         done = true;

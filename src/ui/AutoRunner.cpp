@@ -12,6 +12,7 @@
 #include "editor/Prompts.h"
 #include "model/TaskDocument.h"
 #include "ui/MainWindow.h"
+#include "ui/TaskMainPage.h"
 
 namespace autoscene::ui {
 
@@ -28,6 +29,8 @@ AutoRunner::AutoRunner(AppConfig config, Desktop desktop, QWidget* parent)
     create->setObjectName(QStringLiteral("pushButton_new"));
     auto* open = new QPushButton(tr("打开文件夹"));
     open->setObjectName(QStringLiteral("pushButton_open"));
+    auto* page = new QPushButton(tr("在任务页运行"));
+    page->setObjectName(QStringLiteral("pushButton_task_page"));
     recent_ = new QListWidget;
     recent_->setObjectName(QStringLiteral("listWidget_recent"));
     recent_->setAccessibleName(tr("最近的任务"));
@@ -36,6 +39,7 @@ AutoRunner::AutoRunner(AppConfig config, Desktop desktop, QWidget* parent)
     layout->addWidget(heading);
     layout->addWidget(create);
     layout->addWidget(open);
+    layout->addWidget(page);
     layout->addWidget(new QLabel(tr("最近的任务")));
     layout->addWidget(recent_, 1);
 
@@ -49,6 +53,12 @@ AutoRunner::AutoRunner(AppConfig config, Desktop desktop, QWidget* parent)
         const QString folder = QFileDialog::getExistingDirectory(this, tr("打开文件夹"));
         if (!folder.isEmpty()) {
             openTask(folder);
+        }
+    });
+    connect(page, &QPushButton::clicked, this, [this] {
+        const QString folder = QFileDialog::getExistingDirectory(this, tr("在任务页运行"));
+        if (!folder.isEmpty()) {
+            openTaskPage(folder);
         }
     });
     connect(recent_, &QListWidget::itemActivated, this,
@@ -81,6 +91,19 @@ MainWindow* AutoRunner::openTask(const QString& folder) {
     window->show();
     close();
     return window.release();
+}
+
+TaskMainPage* AutoRunner::openTaskPage(const QString& folder) {
+    auto page = std::make_unique<TaskMainPage>(config_, desktop_);
+    page->setAttribute(Qt::WA_DeleteOnClose);
+    QString error;
+    if (!page->openTask(folder, &error)) {
+        showNotice(this, tr("无法打开任务 %1: %2").arg(folder, error));
+        return nullptr;
+    }
+    page->show();
+    close();
+    return page.release();
 }
 
 MainWindow* AutoRunner::createTask(const QString& folder) {

@@ -1,6 +1,6 @@
 #pragma once
-// The welcome window: new task, open a task folder, or one of the tasks opened lately.
-// Each task opens in a main window of its own.
+// The welcome window: new task, open a task folder, run one on the task page, or one of the
+// tasks opened lately. Each task opens in a window of its own.
 
 #include <QWidget>
 
@@ -12,6 +12,7 @@ class QListWidget;
 namespace autoscene::ui {
 
 class MainWindow;
+class TaskMainPage;
 
 class AutoRunner : public QWidget {
     Q_OBJECT
@@ -20,6 +21,8 @@ public:
 
     // Opens the task in a main window and closes this one; on failure says why and stays.
     MainWindow* openTask(const QString& folder);
+    // Opens the task in a task page of its own and closes this one; on failure says why.
+    TaskMainPage* openTaskPage(const QString& folder);
     // Writes an empty task into `folder` (created when missing) and opens it.
     MainWindow* createTask(const QString& folder);
 

@@ -1,11 +1,12 @@
 #pragma once
 // The desktop the application drives, handed down from the program's entry: capture and
-// input for runs, window control for the task's scripts, global hot keys. Null members
-// without a display.
+// input for runs, window control for the task's scripts, global hot keys, choosing a window
+// by clicking on it. Null members without a display.
 
 #include "desktop/DesktopBackend.h"
 #include "desktop/GlobalHotKeys.h"
 #include "desktop/WindowControl.h"
+#include "desktop/WindowPicker.h"
 
 namespace autoscene::ui {
 
@@ -13,6 +14,7 @@ struct Desktop {
     platform::IDesktopBackend* backend = nullptr;
     platform::IWindowControl* windows = nullptr;
     platform::IGlobalHotKeys* hotKeys = nullptr;
+    platform::IWindowPicker* picker = nullptr;
 };
 
 }  // namespace autoscene::ui

@@ -2,35 +2,41 @@
 
 #include <QSocketNotifier>
 #include <QWidget>
+#include <vector>
 
 #include "editor/Prompts.h"
 #include "keys/HotKeyText.h"
 
 namespace autoscene::ui {
 
-HotKeyRegistrar::HotKeyRegistrar(platform::IGlobalHotKeys& keys, AppConfig config, QWidget* window)
-    : QObject(window), keys_(keys), config_(std::move(config)), window_(window) {
+HotKeyRegistrar::HotKeyRegistrar(platform::IGlobalHotKeys& keys, AppConfig config, QWidget* window,
+                                 Scope scope)
+    : QObject(window), keys_(keys), config_(std::move(config)), window_(window), scope_(scope) {
     notifier_ = new QSocketNotifier(keys_.eventDescriptor(), QSocketNotifier::Read, this);
     connect(notifier_, &QSocketNotifier::activated, this,
             [this] { keys_.dispatch([this](int id) { pressed(id); }); });
 }
 
 HotKeyRegistrar::~HotKeyRegistrar() {
-    for (const int id : {kCapture, kStart, kStop}) {
+    for (const int id : {kCapture, kStart, kStop, kPageStart, kPageStop}) {
         keys_.unregisterKey(id);
     }
 }
 
 void HotKeyRegistrar::registerAll() {
-    const struct {
+    struct Entry {
         Id id;
         QString text;
         QString label;
-    } entries[] = {
-        {kCapture, config_.captureKey(), tr("截图热键")},
-        {kStart, config_.startKey(), tr("启动热键")},
-        {kStop, config_.stopKey(), tr("停止热键")},
     };
+    const bool page = scope_ == Scope::TaskPage;
+    std::vector<Entry> entries{
+        {page ? kPageStart : kStart, config_.startKey(), tr("启动热键")},
+        {page ? kPageStop : kStop, config_.stopKey(), tr("停止热键")},
+    };
+    if (!page) {
+        entries.insert(entries.begin(), {kCapture, config_.captureKey(), tr("截图热键")});
+    }
     for (const auto& entry : entries) {
         keys_.unregisterKey(entry.id);
         const auto key = platform::keys::parseHotKey(entry.text.toStdString());
@@ -49,9 +55,11 @@ void HotKeyRegistrar::pressed(int id) {
             emit captureRequested();
             break;
         case kStart:
+        case kPageStart:
             emit startRequested();
             break;
         case kStop:
+        case kPageStop:
             emit stopRequested();
             break;
         default:

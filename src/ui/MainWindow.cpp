@@ -21,12 +21,15 @@
 #include "editor/DefinitionsDialog.h"
 #include "editor/Prompts.h"
 #include "engine/TaskRunner.h"
+#include "ui/DeviceListDialog.h"
 #include "ui/EventTree.h"
 #include "ui/HotKeyRegistrar.h"
+#include "ui/LogTargetWindow.h"
 #include "ui/RunView.h"
 #include "ui/SceneListView.h"
 #include "ui/SettingView.h"
 #include "ui/TaskBackups.h"
+#include "ui/WindowInfoDialog.h"
 #include "ui/WindowListDialog.h"
 
 namespace autoscene::ui {
@@ -127,6 +130,11 @@ void MainWindow::buildToolBar() {
     buildUndoActions(*bar);
     wire("action_settings", &MainWindow::openSettings);
     wire("action_run", &MainWindow::runClicked)->setIcon(QIcon(QStringLiteral(":/image/run.png")));
+    wire("action_logviewer", [this] {
+        logWindow_->show();
+        logWindow_->raise();
+        logWindow_->activateWindow();
+    });
     wire("action_stop", [this] {
         run_->stop();
     })->setIcon(QIcon(QStringLiteral(":/image/stop.png")));
@@ -154,6 +162,7 @@ void MainWindow::buildUndoActions(QToolBar& bar) {
 
 void MainWindow::buildRunView() {
     runView_ = new RunView;
+    logWindow_ = new LogTargetWindow(this);
     auto* dock = new QDockWidget(tr("运行状态"), this);
     dock->setObjectName(QStringLiteral("dockWidget_run"));
     dock->setWidget(runView_);
@@ -238,7 +247,9 @@ void MainWindow::runClicked() {
 }
 
 void MainWindow::showRunNotes() {
-    runView_->addNotes(run_->feed().take());
+    const std::vector<RunFeed::Note> notes = run_->feed().take();
+    runView_->addNotes(notes);
+    logWindow_->addNotes(notes);
 }
 
 void MainWindow::showRunState(RunControl::State state) {
@@ -249,6 +260,7 @@ void MainWindow::showRunState(RunControl::State state) {
     const bool idle = state == RunControl::State::Idle;
     if (shownRunState_ == RunControl::State::Idle && !idle) {
         runView_->clear();
+        logWindow_->clear();
         findChild<QDockWidget*>(QStringLiteral("dockWidget_run"))->show();
     }
     shownRunState_ = state;
@@ -268,10 +280,12 @@ void MainWindow::showRunState(RunControl::State state) {
 void MainWindow::buildTargetMenu() {
     auto* menu = new QMenu(targetButton_);
     menu->addAction(tr("选择窗口"), this, &MainWindow::chooseWindow);
+    menu->addAction(tr("ADB模式"), this, &MainWindow::chooseDevices);
     menu->addAction(tr("全屏模式"), this, [this] {
         editor_.document().settings.taskMode = int(model::TaskMode::FullScreen);
         showTarget();
     });
+    menu->addAction(tr("查看修改窗口信息"), this, &MainWindow::editWindowInfo);
     targetButton_->setMenu(menu);
 }
 
@@ -279,7 +293,7 @@ void MainWindow::chooseWindow() {
     if (!desktop_.backend) {
         return;
     }
-    WindowListDialog dialog(*desktop_.backend, this);
+    WindowListDialog dialog(*desktop_.backend, desktop_.picker, this);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
@@ -298,13 +312,37 @@ void MainWindow::chooseWindow() {
     showTarget();
 }
 
+void MainWindow::chooseDevices() {
+    DeviceListDialog dialog(run_->adb(), run_->chosenDevices(), this);
+    if (!dialog.refresh() || dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    editor_.document().settings.taskMode = int(model::TaskMode::AndroidDevice);
+    run_->setChosenDevices(dialog.chosen());
+    showTarget();
+}
+
+void MainWindow::editWindowInfo() {
+    model::TaskSettings& settings = editor_.document().settings;
+    WindowInfoDialog dialog(settings.windowInfo, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    settings.windowInfo = dialog.info();
+    settings.taskMode = int(model::TaskMode::Window);
+    // The handle chosen before may be another window than the record now names.
+    run_->setChosenWindow(0);
+    showTarget();
+}
+
 void MainWindow::showTarget() {
     const model::TaskSettings& settings = editor_.document().settings;
     QString text = tr("未选择目标窗口");
     if (settings.taskMode == int(model::TaskMode::FullScreen)) {
         text = tr("全屏模式");
     } else if (settings.taskMode == int(model::TaskMode::AndroidDevice)) {
-        text = tr("ADB模式");
+        const QStringList& devices = run_->chosenDevices();
+        text = devices.isEmpty() ? tr("ADB模式") : tr("ADB模式: %1").arg(devices.join(", "));
     } else if (settings.taskMode == int(model::TaskMode::Window) &&
                !settings.windowInfo.title.isEmpty()) {
         text = settings.windowInfo.title;

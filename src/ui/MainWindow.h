@@ -17,6 +17,7 @@ namespace autoscene::ui {
 
 class EventTree;
 class HotKeyRegistrar;
+class LogTargetWindow;
 class RunView;
 class SceneListView;
 
@@ -36,6 +37,7 @@ public:
     EventTree& eventTree() { return *eventTree_; }
     RunControl& runControl() { return *run_; }
     RunView& runView() { return *runView_; }
+    LogTargetWindow& logWindow() { return *logWindow_; }
 
 signals:
     // A run started or ended: edits are refused while it reads the document.
@@ -51,6 +53,8 @@ private:
     bool askToSaveChanges();
     void buildTargetMenu();
     void chooseWindow();
+    void chooseDevices();
+    void editWindowInfo();
     void showTarget();
     void save();
     void openSettings();
@@ -72,6 +76,7 @@ private:
     QLabel* targetLabel_ = nullptr;
     RunControl* run_ = nullptr;
     RunView* runView_ = nullptr;
+    LogTargetWindow* logWindow_ = nullptr;
     RunControl::State shownRunState_ = RunControl::State::Idle;
     QTimer* definitionsRefresh_ = nullptr;
     HotKeyRegistrar* hotKeys_ = nullptr;

@@ -3,11 +3,15 @@
 #include <QLoggingCategory>
 #include <algorithm>
 
+#include "android/AdbOutput.h"
+#include "app/DeviceChoice.h"
 #include "app/RunSession.h"
 #include "editor/Prompts.h"
 #include "editor/TaskEditor.h"
 #include "engine/TaskRunner.h"
+#include "targets/DeviceTarget.h"
 #include "targets/WindowTarget.h"
+#include "ui/AdbDevices.h"
 #include "ui/LoopModeDialog.h"
 
 Q_LOGGING_CATEGORY(lcRun, "autoscene.ui.run")
@@ -26,7 +30,11 @@ constexpr int kFinishPollMs = 50;
 }  // namespace
 
 RunControl::RunControl(TaskEditor& editor, AppConfig config, Desktop desktop, QWidget* window)
-    : editor_(editor), config_(std::move(config)), desktop_(desktop), window_(window) {
+    : editor_(editor),
+      config_(std::move(config)),
+      desktop_(desktop),
+      window_(window),
+      adb_(app::adbClientFor({})) {
     finishPoll_.setInterval(kFinishPollMs);
     connect(&finishPoll_, &QTimer::timeout, this, &RunControl::checkFinished);
 }
@@ -38,6 +46,10 @@ engine::TaskRunner* RunControl::runner() {
 }
 
 std::optional<RunTarget> RunControl::chooseWindow() {
+    if (!desktop_.backend) {
+        showNotice(window_, tr("截图失败！"));
+        return std::nullopt;
+    }
     platform::IDesktopBackend& backend = *desktop_.backend;
     const platform::WindowQuery query = app::windowQueryOf(editor_.document().settings.windowInfo);
     std::vector<platform::WindowHandle> matching = backend.topLevelWindows();
@@ -66,21 +78,40 @@ std::optional<RunTarget> RunControl::chooseWindow() {
     return RunTarget{TargetKind::Window, window, backend.findChild(window, query), {}, {}};
 }
 
-std::optional<RunTarget> RunControl::chooseTarget() {
+std::optional<std::vector<RunTarget>> RunControl::chooseDevices() {
+    const auto devices = listAdbDevices(window_, adb_);
+    if (!devices) {
+        return std::nullopt;
+    }
+    std::vector<RunTarget> targets;
+    for (const std::string& serial : platform::android::readySerials(*devices)) {
+        const QString name = QString::fromStdString(serial);
+        if (chosenDevices_.isEmpty() || chosenDevices_.contains(name)) {
+            targets.push_back(RunTarget{TargetKind::AndroidDevice, 0, 0, name, {}});
+        }
+    }
+    if (targets.empty()) {
+        showNotice(window_, tr("未发现ADB设备，请先连接设备"));
+        return std::nullopt;
+    }
+    return targets;
+}
+
+std::optional<std::vector<RunTarget>> RunControl::chooseTargets() {
     const model::TaskSettings& settings = editor_.document().settings;
     const bool namesWindow =
         !settings.windowInfo.title.isEmpty() || !settings.windowInfo.className.isEmpty();
     switch (TaskMode(settings.taskMode)) {
         case TaskMode::FullScreen:
-            return RunTarget{TargetKind::Desktop, 0, 0, {}, {}};
+            return std::vector{RunTarget{TargetKind::Desktop, 0, 0, {}, {}}};
         case TaskMode::Window:
             if (namesWindow) {
-                return chooseWindow();
+                const std::optional<RunTarget> window = chooseWindow();
+                return window ? std::optional(std::vector{*window}) : std::nullopt;
             }
             break;
         case TaskMode::AndroidDevice:
-            showNotice(window_, tr("此版本还不能在ADB设备上运行任务"));
-            return std::nullopt;
+            return chooseDevices();
         default:
             break;
     }
@@ -111,17 +142,35 @@ std::optional<int> RunControl::chooseLoopMode() {
         askChoice(window_, tr("运行模式修改提示"),
                   tr("检测到你的运行模式已修改，当前脚本的运行模式为%1，是否修改成%2执行")
                       .arg(LoopModeDialog::modeName(script), LoopModeDialog::modeName(global)),
-                  {tr("不修改"), tr("修改后执行")});
+                  {tr("查看设置"), tr("不修改"), tr("修改后执行")});
+    if (choice == 0) {
+        // The configured mode is what the user looks at; the start waits for the next try.
+        LoopModeDialog dialog(window_);
+        dialog.setMode(global);
+        if (dialog.exec() == QDialog::Accepted) {
+            config_.setLoopMode(dialog.mode());
+        }
+        return std::nullopt;
+    }
     if (choice < 0) {
         return std::nullopt;
     }
-    if (choice == 1) {
+    if (choice == 2) {
         script = global;
     }
     return script;
 }
 
 bool RunControl::captures(const RunTarget& target) {
+    // A device's first capture may wait seconds for its service; the run reports a device
+    // it cannot capture.
+    if (target.kind == TargetKind::AndroidDevice) {
+        return true;
+    }
+    if (!desktop_.backend) {
+        showNotice(window_, tr("截图失败！"));
+        return false;
+    }
     const bool background = editor_.document().settings.backCapture;
     if (desktop_.backend->capture(target.window, background).empty()) {
         showNotice(window_, tr("截图失败！"));
@@ -134,43 +183,56 @@ bool RunControl::start() {
     if (state_ != State::Idle) {
         return false;
     }
-    if (!desktop_.backend) {
-        showNotice(window_, tr("截图失败！"));
-        return false;
-    }
-    const std::optional<RunTarget> target = chooseTarget();
-    if (!target) {
+    const std::optional<std::vector<RunTarget>> targets = chooseTargets();
+    return targets && startOn(*targets);
+}
+
+bool RunControl::startOn(const std::vector<RunTarget>& targets) {
+    if (state_ != State::Idle || targets.empty()) {
         return false;
     }
     const std::optional<int> loopMode = chooseLoopMode();
-    if (!loopMode || !captures(*target)) {
+    if (!loopMode || !captures(targets.front())) {
         return false;
     }
-    const model::TaskDocument& task = editor_.document();
-    targets::WindowTarget::Modes modes;
-    modes.backgroundInput = task.settings.backAct;
-    modes.backgroundCapture = task.settings.backCapture;
-    const platform::WindowQuery query = app::windowQueryOf(task.settings.windowInfo);
     session_.reset();
-    target_ = std::make_unique<targets::WindowTarget>(*desktop_.backend, modes, query);
-    matcher_ = std::make_unique<targets::WindowQueryMatcher>(*desktop_.backend, query);
+    makeTargetService(targets);
+    const model::TaskDocument& task = editor_.document();
     session_ = std::make_unique<app::RunSession>(task, *target_, desktop_.windows);
     if (!session_->startOcrService()) {
         showNotice(window_, tr("文字识别服务异常,请重启任务或手动开启文字识别服务"));
     }
     engine::TaskRunner& runner = session_->runner();
-    runner.setWindowMatcher(matcher_.get());
+    runner.setWindowMatcher(matcher_.get());  // none in ADB mode
     runner.setSceneObserver(&feed_);
     runner.setRunObserver(&feed_);
     runner.setLoopMode(*loopMode);
     feed_.take();
-    if (!runner.start({*target})) {
+    if (!runner.start(targets)) {
         session_.reset();
         return false;
     }
     finishPoll_.start();
     setState(State::Running);
     return true;
+}
+
+void RunControl::makeTargetService(const std::vector<RunTarget>& targets) {
+    matcher_.reset();
+    devices_ = nullptr;
+    if (targets.front().kind == TargetKind::AndroidDevice) {
+        auto devices = std::make_unique<targets::DeviceTarget>(adb_, app::deviceTargetOptions({}));
+        devices_ = devices.get();
+        target_ = std::move(devices);
+        return;
+    }
+    const model::TaskSettings& settings = editor_.document().settings;
+    targets::WindowTarget::Modes modes;
+    modes.backgroundInput = settings.backAct;
+    modes.backgroundCapture = settings.backCapture;
+    const platform::WindowQuery query = app::windowQueryOf(settings.windowInfo);
+    target_ = std::make_unique<targets::WindowTarget>(*desktop_.backend, modes, query);
+    matcher_ = std::make_unique<targets::WindowQueryMatcher>(*desktop_.backend, query);
 }
 
 void RunControl::togglePause() {
@@ -186,6 +248,9 @@ void RunControl::togglePause() {
 void RunControl::stop() {
     if (session_) {
         session_->runner().stop();
+    }
+    if (devices_) {
+        devices_->cancelWaits();
     }
 }
 

@@ -4,10 +4,12 @@
 // the run: it learns of the run's end by polling and of its progress through the feed.
 
 #include <QObject>
+#include <QStringList>
 #include <QTimer>
 #include <memory>
 #include <optional>
 
+#include "android/AdbClient.h"
 #include "engine/TaskInfo.h"
 #include "ui/AppConfig.h"
 #include "ui/Desktop.h"
@@ -20,11 +22,12 @@ class RunSession;
 }
 
 namespace autoscene::engine {
+class ITargetService;
 class TaskRunner;
-}
+}  // namespace autoscene::engine
 
 namespace autoscene::targets {
-class WindowTarget;
+class DeviceTarget;
 class WindowQueryMatcher;
 }  // namespace autoscene::targets
 
@@ -44,12 +47,20 @@ public:
     State state() const { return state_; }
     // The checks, then the run; false when a check or the user stopped the start.
     bool start();
+    // The run on targets already chosen, all of one kind, after the run-mode and capture
+    // checks.
+    bool startOn(const std::vector<engine::RunTarget>& targets);
     void togglePause();
     // Asks the run to end; the state turns idle once its workers have left.
     void stop();
 
     // The window the user chose for the task, used when several match it.
     void setChosenWindow(platform::WindowHandle window) { chosenWindow_ = window; }
+    // The devices the user ticked for ADB mode; every ready device when empty.
+    void setChosenDevices(const QStringList& serials) { chosenDevices_ = serials; }
+    const QStringList& chosenDevices() const { return chosenDevices_; }
+    // The adb program of this installation.
+    const platform::android::AdbClient& adb() const { return adb_; }
     RunFeed& feed() { return feed_; }
     // The running runner; null between runs.
     engine::TaskRunner* runner();
@@ -60,8 +71,11 @@ signals:
     void windowChoiceRequested();
 
 private:
-    std::optional<engine::RunTarget> chooseTarget();
+    std::optional<std::vector<engine::RunTarget>> chooseTargets();
     std::optional<engine::RunTarget> chooseWindow();
+    std::optional<std::vector<engine::RunTarget>> chooseDevices();
+    // The service the targets are driven through.
+    void makeTargetService(const std::vector<engine::RunTarget>& targets);
     std::optional<int> chooseLoopMode();
     bool captures(const engine::RunTarget& target);
     void setState(State state);
@@ -72,10 +86,13 @@ private:
     Desktop desktop_;
     QWidget* window_;
     platform::WindowHandle chosenWindow_ = 0;
+    QStringList chosenDevices_;
+    platform::android::AdbClient adb_;
     State state_ = State::Idle;
     RunFeed feed_;
     // The session after the target it runs on, so that it goes first.
-    std::unique_ptr<targets::WindowTarget> target_;
+    std::unique_ptr<engine::ITargetService> target_;
+    targets::DeviceTarget* devices_ = nullptr;  // target_ in ADB mode
     std::unique_ptr<targets::WindowQueryMatcher> matcher_;
     std::unique_ptr<app::RunSession> session_;
     QTimer finishPoll_;

@@ -57,4 +57,16 @@ void RunFeed::captureFailed() {
     push({sys::threadKey(), {}, {}, {}, true});
 }
 
+void RunFeed::threadStartedOnWindow(platform::WindowHandle window) {
+    Note note{sys::threadKey()};
+    note.target = window == 0 ? tr("全屏") : tr("窗口 0x%1").arg(window, 0, 16);
+    push(std::move(note));
+}
+
+void RunFeed::threadStartedOnDevice(const QString& serial) {
+    Note note{sys::threadKey()};
+    note.target = serial;
+    push(std::move(note));
+}
+
 }  // namespace autoscene::ui

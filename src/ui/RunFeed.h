@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTime>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -22,6 +23,8 @@ public:
         QString event;        // empty: the worker entered `scene`
         QStringList results;  // each action's result record, compact JSON
         bool captureFailed = false;
+        QString target;  // set on the worker's first note only: the window or device it drives
+        QTime time = QTime::currentTime();
     };
 
     explicit RunFeed(QObject* parent = nullptr) : QObject(parent) {}
@@ -34,6 +37,8 @@ public:
     void sceneEntered(const engine::Scene& scene, const engine::ItemGroup*) override;
     void actionsDone(const engine::Scene& scene, const engine::RuntimeEvent& event) override;
     void captureFailed() override;
+    void threadStartedOnWindow(platform::WindowHandle window) override;
+    void threadStartedOnDevice(const QString& serial) override;
 
 signals:
     // Emitted on a worker thread when the first note of a batch arrives.

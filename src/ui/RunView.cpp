@@ -92,6 +92,10 @@ void RunView::addNotes(const std::vector<RunFeed::Note>& notes) {
     for (const RunFeed::Note& note : notes) {
         const int row = targetIndex(note.thread);
         const QString target = tr("目标%1").arg(row + 1);
+        if (!note.target.isEmpty()) {
+            targets_->item(row, 0)->setText(tr("%1 (%2)").arg(target, note.target));
+            continue;
+        }
         if (note.captureFailed) {
             lines << tr("%1: 截图失败").arg(target);
             continue;

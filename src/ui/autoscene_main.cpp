@@ -10,6 +10,7 @@
 #include "x11/X11Backend.h"
 #include "x11/X11HotKeys.h"
 #include "x11/X11WindowControl.h"
+#include "x11/X11WindowPicker.h"
 
 Q_LOGGING_CATEGORY(lcDesktop, "autoscene.targets.x11")
 
@@ -25,8 +26,9 @@ int main(int argc, char* argv[]) {
         nullptr, [](const std::string& line) { qCDebug(lcDesktop).noquote() << line.c_str(); });
     const auto windows = autoscene::platform::makeX11WindowControl(nullptr);
     const auto hotKeys = autoscene::platform::makeX11HotKeys(nullptr);
+    const auto picker = autoscene::platform::makeX11WindowPicker(nullptr);
     autoscene::ui::AutoRunner welcome{autoscene::ui::AppConfig(),
-                                      {backend.get(), windows.get(), hotKeys.get()}};
+                                      {backend.get(), windows.get(), hotKeys.get(), picker.get()}};
     const QStringList arguments = QApplication::arguments();
     // With a task folder the welcome window shows only when the task cannot be opened.
     if (arguments.size() < 2 || !welcome.openTask(arguments.at(1))) {

@@ -11,6 +11,7 @@
 #include "ui/SceneListView.h"
 #include "x11/X11Backend.h"
 #include "x11/X11HotKeys.h"
+#include "x11/X11WindowPicker.h"
 
 namespace autoscene::testing {
 
@@ -38,12 +39,14 @@ protected:
     ui::Desktop desktop() {
         backend_ = platform::makeX11Backend(nullptr);
         hotKeys_ = platform::makeX11HotKeys(nullptr);
-        return {backend_.get(), nullptr, hotKeys_.get()};
+        picker_ = platform::makeX11WindowPicker(nullptr);
+        return {backend_.get(), nullptr, hotKeys_.get(), picker_.get()};
     }
 
     TestTask task_;
     std::unique_ptr<platform::IDesktopBackend> backend_;
     std::unique_ptr<platform::IGlobalHotKeys> hotKeys_;
+    std::unique_ptr<platform::IWindowPicker> picker_;
     std::unique_ptr<ui::MainWindow> window_;
 };
 

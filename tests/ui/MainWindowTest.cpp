@@ -1,9 +1,14 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QSpinBox>
+#include <QTimer>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
@@ -62,11 +67,52 @@ TEST_F(MainWindowRules, TargetLabelNamesTheTarget) {
     for (QAction* entry : button->menu()->actions()) {
         entries << entry->text();
     }
-    EXPECT_EQ(entries, QStringList({"选择窗口", "全屏模式"}));
-    QAction* fullScreen = button->menu()->actions().value(1);
+    EXPECT_EQ(entries, QStringList({"选择窗口", "ADB模式", "全屏模式", "查看修改窗口信息"}));
+    QAction* fullScreen = button->menu()->actions().value(2);
     fullScreen->trigger();
     EXPECT_EQ(label->text(), "全屏模式");
     EXPECT_EQ(window_->editor().document().settings.taskMode, 1);
+}
+
+TEST_F(MainWindowRules, WindowInformationIsShownEditedAndMustNameAWindow) {
+    QStringList shown;
+    const auto edit = [&](const QString& title, const QString& className) {
+        auto* dialog = QApplication::activeModalWidget();
+        const auto field = [&](const char* name) { return dialog->findChild<QLineEdit*>(name); };
+        shown = {field("lineEdit_title")->text(), field("lineEdit_class_name")->text(),
+                 QString::number(dialog->findChild<QSpinBox*>("spinBox_width")->value())};
+        field("lineEdit_title")->setText(title);
+        field("lineEdit_class_name")->setText(className);
+        dialog->findChild<QSpinBox*>("spinBox_height")->setValue(480);
+        dialog->findChild<QCheckBox*>("checkBox_fullmatch_title")->setChecked(false);
+    };
+    const auto pressOk = [] {
+        QApplication::activeModalWidget()->findChild<QDialogButtonBox*>()->buttons()[0]->click();
+    };
+    QAction* entry =
+        window_->findChild<QPushButton*>("pushButton_select_window")->menu()->actions().value(3);
+    QTimer::singleShot(100, [&] {
+        edit({}, {});
+        // The refusal is a box over the dialog, which stays open; then Cancel.
+        const ModalSeen refused = answerModal(pressOk, "确定");
+        EXPECT_EQ(refused.text, "请先选择窗口信息");
+        QApplication::activeModalWidget()->findChild<QDialogButtonBox*>()->buttons()[1]->click();
+    });
+    entry->trigger();
+    EXPECT_EQ(shown, QStringList({"Autoscene Demo", "AutosceneDemo", "800"}));
+    EXPECT_EQ(window_->editor().document().settings.windowInfo.title, "Autoscene Demo");
+
+    QTimer::singleShot(100, [&] {
+        edit("Demo", {});
+        pressOk();
+    });
+    entry->trigger();
+    const model::WindowInfo& info = window_->editor().document().settings.windowInfo;
+    EXPECT_EQ(info.title, "Demo");
+    EXPECT_TRUE(info.className.isEmpty());
+    EXPECT_FALSE(info.isFullmatchTitle);
+    EXPECT_EQ(info.height, 480);
+    EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Demo");
 }
 
 TEST_F(MainWindowRules, EveryControlIsNamedAfterItsText) {

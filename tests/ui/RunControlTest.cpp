@@ -6,16 +6,20 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
+#include "ui/LogTargetWindow.h"
 #include "ui/RunView.h"
 
 // Xlib's macros (None) after gtest's names.
 #include "DemoTargetProcess.h"
+#include "FakeKeys.h"
+#include "XvfbServer.h"
 
 namespace autoscene::testing {
 namespace {
@@ -58,14 +62,33 @@ protected:
     }
 };
 
-TEST_F(RunFromWindow, RunsTheDemoToItsStopAction) {
+TEST_F(RunFromWindow, RunsTheDemoToItsStopActionAndLogsIt) {
     const auto demo = startDemo();
     EXPECT_FALSE(clickRun({{"确定"}})[0].shown) << "no check should have stopped the start";
     EXPECT_EQ(run().state(), State::Running);
+    window_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    QTest::keyClick(window_.get(), Qt::Key_F7);
     EXPECT_TRUE(waitUntilIdle());
     EXPECT_TRUE(demo->waitForLine("screen FINISH", 0, 0));
     EXPECT_EQ(window_->runView().targetCount(), 1);
     EXPECT_GE(window_->runView().firedCount(0), 5) << "start, menu, form (3), finish";
+
+    ui::LogTargetWindow& log = window_->logWindow();
+    EXPECT_TRUE(log.isVisible());
+    ASSERT_EQ(log.targetCount(), 1);
+    const QString name = QStringLiteral("目标1 (窗口 0x%1)").arg(demo->window(), 0, 16);
+    EXPECT_EQ(log.findChild<QLabel*>("label_log_target")->text(), name);
+    EXPECT_EQ(log.findChild<QPushButton*>("pushButton_target_1")->styleSheet(),
+              "background-color: green;");
+    const QString text = log.shownText();
+    EXPECT_TRUE(QRegularExpression(R"(^\d\d:\d\d:\d\d\.\d{3} 进入界面 )").match(text).hasMatch())
+        << text.toStdString();
+    EXPECT_GE(text.count(" › "), 5);
+    EXPECT_TRUE(text.contains(R"("clicked":true)")) << "each action's result record";
+    std::cerr << text.toStdString();
+    log.findChild<QPushButton*>("pushButton_close")->click();
+    EXPECT_FALSE(log.isVisible());
 }
 
 TEST_F(RunFromWindow, StartsPausesAndStopsAgainstTheDemoTarget) {
@@ -178,6 +201,28 @@ TEST_F(RunFromWindow, WindowChosenFromTheListBecomesTheTarget) {
     EXPECT_TRUE(waitUntilIdle());
 }
 
+TEST_F(RunFromWindow, WindowPointedAtWithTheCrosshairBecomesTheTarget) {
+    const auto first = startDemo();
+    const auto second = startDemo({"--title", "Second Demo", "--geometry", "800x600+400+100"});
+    QTimer::singleShot(100, [&] {
+        auto* dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog);
+        QTest::mouseClick(dialog->findChild<QPushButton*>("pushButton_pick_window"),
+                          Qt::LeftButton);
+        // Right of the first demo, outside the main window: only the second demo is there.
+        Display* user = XOpenDisplay(nullptr);
+        clickAt(user, 1000, 650);
+        XCloseDisplay(user);
+    });
+    window_->findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[0]->trigger();
+    EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Second Demo");
+    clickRun({});
+    ASSERT_EQ(run().state(), State::Running);
+    EXPECT_TRUE(second->waitForLine("screen MENU", 0, 5000));
+    run().stop();
+    EXPECT_TRUE(waitUntilIdle());
+}
+
 TEST_F(RunFromWindow, WindowOfAnotherSizeMayBeResized) {
     const auto demo = std::make_unique<DemoTargetProcess>(
         display(), std::vector<std::string>{"--geometry", "640x480+0+0"});
@@ -196,6 +241,24 @@ TEST_F(RunFromWindow, WindowOfAnotherSizeMayBeResized) {
     EXPECT_EQ(backend_->describe(demo->window()).clientRect.height, 600);
     run().stop();
     EXPECT_TRUE(waitUntilIdle());
+}
+
+TEST_F(RunFromWindow, AFailedFirstCaptureStopsTheStart) {
+    // Background capture of the demo on an X server without Composite cannot get a frame.
+    XvfbServer bare(1024, 768, 24, {"-extension", "Composite"});
+    ASSERT_FALSE(bare.display().empty());
+    DemoTargetProcess demo(bare.display(), {"--geometry", "800x600+0+0"});
+    ASSERT_TRUE(demo.started());
+    task_.edit([](QJsonObject& root) { root["back_capture"] = true; });
+    const auto backend = platform::makeX11Backend(bare.display().c_str());
+    ui::MainWindow window(ui::AppConfig(task_.configPath()), {backend.get()});
+    QString error;
+    ASSERT_TRUE(window.openTask(task_.path(), &error));
+
+    const ModalSeen box = answerModal([&] { window.runControl().start(); }, "确定");
+    EXPECT_EQ(box.title, "提示");
+    EXPECT_EQ(box.text, "截图失败！");
+    EXPECT_EQ(window.runControl().state(), State::Idle);
 }
 
 TEST_F(RunFromWindow, UnsetRunModeIsAskedForFirst) {
@@ -226,6 +289,10 @@ TEST_F(RunFromWindow, ChangedRunModeAsksWhichToUse) {
     ASSERT_EQ(run().state(), State::Running);
     run().stop();
     ASSERT_TRUE(waitUntilIdle());
+
+    const auto viewed = clickRun({{"查看设置"}, {"确定"}});
+    EXPECT_EQ(viewed[1].title, "选择运行模式");
+    EXPECT_EQ(run().state(), State::Idle);
 
     clickRun({{"修改后执行"}});
     EXPECT_EQ(window_->editor().document().settings.loopMode, 2);

@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -17,6 +18,7 @@
 #include <cstdio>
 #include <functional>
 
+#include "TestDevice.h"
 #include "TestTask.h"
 #include "XvfbServer.h"
 #include "editor/DefinitionsDialog.h"
@@ -26,11 +28,15 @@
 #include "editor/ItemCatalog.h"
 #include "editor/TaskEditor.h"
 #include "ui/AutoRunner.h"
+#include "ui/LogTargetWindow.h"
 #include "ui/MainWindow.h"
+#include "ui/RunConfiguration.h"
 #include "ui/RunControl.h"
 #include "ui/SceneListView.h"
+#include "ui/TaskMainPage.h"
 #include "ui/Translations.h"
 #include "x11/X11Backend.h"
+#include "x11/X11WindowPicker.h"
 
 // Xlib's macros (Bool, None) after everything else.
 #include "DemoTargetProcess.h"
@@ -128,7 +134,9 @@ void shootRun(Shooter& shooter, const QString& suffix) {
     });
     AppConfig(task.configPath()).setLoopMode(2);
     const auto backend = autoscene::platform::makeX11Backend(nullptr);
-    MainWindow window{AppConfig(task.configPath()), {backend.get(), nullptr}};
+    const auto picker = autoscene::platform::makeX11WindowPicker(nullptr);
+    MainWindow window{AppConfig(task.configPath()),
+                      {backend.get(), nullptr, nullptr, picker.get()}};
     QString error;
     if (!window.openTask(task.path(), &error)) {
         return;
@@ -147,15 +155,69 @@ void shootRun(Shooter& shooter, const QString& suffix) {
             std::fprintf(stderr, "the run did not stop\n");
         }
     };
-    // Answered "不修改": the run starts.
-    shooter.saveModal("run-mode-changed" + suffix, [&] { window.runControl().start(); });
+    shooter.saveModal("window-info" + suffix, [&] {
+        window.findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[3]->trigger();
+    });
+    // Answered with its first button, "查看设置": the mode dialog, then no run.
+    shooter.saveModals({"run-mode-changed" + suffix, "loop-mode-dialog" + suffix},
+                       [&] { window.runControl().start(); });
+    AppConfig(task.configPath()).setLoopMode(1);  // the task's own: no question
+    window.runControl().start();
+    window.findChild<QAction*>("action_logviewer")->trigger();
     QTest::qWait(3000);
     shooter.save(window, "main-window-running" + suffix);
+    shooter.save(window.logWindow(), "log-window" + suffix);
+    window.logWindow().close();
     stop();
     AppConfig(task.configPath()).setLoopMode(0);
-    shooter.saveModals({"run-mode-unset" + suffix, "loop-mode-dialog" + suffix},
+    shooter.saveModals({"run-mode-unset" + suffix, "loop-mode-dialog-unset" + suffix},
                        [&] { window.runControl().start(); });
     stop();
+}
+
+// A test device behind an adb server of its own, listed in ADB mode.
+void shootDevices(Shooter& shooter, const QString& suffix) {
+    autoscene::testing::PrivateAdb adb;
+    autoscene::testing::TestDevice device;
+    adb.connect(device);
+    TestTask task;
+    MainWindow window{AppConfig(task.configPath()), {}};
+    QString error;
+    if (!window.openTask(task.path(), &error)) {
+        return;
+    }
+    shooter.saveModal("device-list" + suffix, [&] {
+        window.findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[1]->trigger();
+    });
+}
+
+void shootTaskPage(Shooter& shooter, const QString& suffix) {
+    TestTask task;
+    task.edit([](QJsonObject& root) {
+        QJsonArray variables = root["var_list"].toArray();
+        for (const int index : {0, 2}) {
+            QJsonObject variable = variables[index].toObject();
+            variable["is_config"] = true;
+            variables.replace(index, variable);
+        }
+        root["var_list"] = variables;
+    });
+    TaskMainPage page{AppConfig(task.configPath()), {}};
+    QString error;
+    if (!page.openTask(task.path(), &error)) {
+        return;
+    }
+    page.setConfiguration({{{0x400001, "Autoscene Demo", {}, {{1, "1"}}},
+                            {0x600001, "Autoscene Demo", {}, {{1, "2"}}},
+                            {0, {}, "127.0.0.1:5555", {}}}});
+    page.show();
+    shooter.save(page, "task-page" + suffix);
+    const auto click = [&](const char* name) { page.findChild<QPushButton*>(name)->click(); };
+    shooter.saveModal("task-page-empty" + suffix, [&] { click("pushButton_load"); });
+    saveConfiguration(task.path(), "两台", page.configuration(), &error);
+    shooter.saveModal("task-page-load" + suffix, [&] { click("pushButton_load"); });
+    page.findChild<QTableWidget*>()->setCurrentCell(0, 1);
+    shooter.saveModal("task-page-sync" + suffix, [&] { click("pushButton_sync"); });
 }
 
 void shootMainWindow(Shooter& shooter, const QString& suffix) {
@@ -251,10 +313,14 @@ int main(int argc, char* argv[]) {
     shootMainWindow(shooter, "");
     shootEditor(shooter, "");
     shootRun(shooter, "");
+    shootDevices(shooter, "");
+    shootTaskPage(shooter, "");
     if (QTranslator* english = installTranslation(app, QLocale(QLocale::English))) {
         shootMainWindow(shooter, "-en");
         shootEditor(shooter, "-en");
         shootRun(shooter, "-en");
+        shootDevices(shooter, "-en");
+        shootTaskPage(shooter, "-en");
         QApplication::removeTranslator(english);
     }
     return shooter.failed() ? 1 : 0;

@@ -1,5 +1,6 @@
 #pragma once
-// A copy of the demo task in a folder of its own, for tests that change or save it.
+// A copy of a task (the demo task unless named) in a folder of its own, for tests that change
+// or save it.
 
 #include <QDir>
 #include <QFile>
@@ -12,8 +13,8 @@ namespace autoscene::testing {
 
 class TestTask {
 public:
-    TestTask() {
-        const QDir source(QStringLiteral(AUTOSCENE_DEMO_TASK));
+    explicit TestTask(const QString& sourceFolder = QStringLiteral(AUTOSCENE_DEMO_TASK)) {
+        const QDir source(sourceFolder);
         QFile::copy(source.filePath("script.json"), folder().filePath("script.json"));
         folder().mkdir("image");
         for (const QString& image : QDir(source.filePath("image")).entryList(QDir::Files)) {

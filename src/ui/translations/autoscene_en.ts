@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US">
 <context>
+    <name>AdbDevices</name>
+    <message>
+        <source>提示</source>
+        <translation>Notice</translation>
+    </message>
+    <message>
+        <source>正在启动ADB服务</source>
+        <translation>Starting the ADB service…</translation>
+    </message>
+    <message>
+        <source>ADB服务启动失败</source>
+        <translation>The ADB service failed to start</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::AutoRunner</name>
     <message>
         <source>欢迎使用</source>
@@ -26,6 +41,33 @@
     <message>
         <source>无法新建任务 %1: %2</source>
         <translation>Cannot create a task in %1: %2</translation>
+    </message>
+    <message>
+        <source>在任务页运行</source>
+        <translation>Run on the task page</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::DeviceListDialog</name>
+    <message>
+        <source>ADB设备</source>
+        <translation>ADB devices</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>Devices</translation>
+    </message>
+    <message>
+        <source>刷新</source>
+        <translation>Refresh</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>未发现ADB设备，请先连接设备</source>
+        <translation>No ADB device found; connect a device first.</translation>
     </message>
 </context>
 <context>
@@ -853,6 +895,45 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::LogTargetWindow</name>
+    <message>
+        <source>日志</source>
+        <translation>Log</translation>
+    </message>
+    <message>
+        <source>当前日志窗口:</source>
+        <translation>Current log window:</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>运行目标</source>
+        <translation>Targets</translation>
+    </message>
+    <message>
+        <source>目标%1</source>
+        <translation>Target %1</translation>
+    </message>
+    <message>
+        <source>%1 截图失败</source>
+        <translation>%1 screenshot failed</translation>
+    </message>
+    <message>
+        <source>%1 进入界面 %2</source>
+        <translation>%1 entered scene %2</translation>
+    </message>
+    <message>
+        <source>%1 %2 › %3</source>
+        <translation>%1 %2 › %3</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::LoopModeDialog</name>
     <message>
         <source>选择运行模式</source>
@@ -1009,6 +1090,14 @@
         <source>取消</source>
         <translation>Cancel</translation>
     </message>
+    <message>
+        <source>查看修改窗口信息</source>
+        <translation>View and edit window information</translation>
+    </message>
+    <message>
+        <source>ADB模式: %1</source>
+        <translation>ADB mode: %1</translation>
+    </message>
 </context>
 <context>
     <name>Prompts</name>
@@ -1034,6 +1123,41 @@
     </message>
 </context>
 <context>
+    <name>RunConfiguration</name>
+    <message>
+        <source>: 需要 window 或 serial</source>
+        <translation>: needs window or serial</translation>
+    </message>
+    <message>
+        <source>.window: 不是窗口句柄</source>
+        <translation>.window: not a window handle</translation>
+    </message>
+    <message>
+        <source>.variables.%1: 需要变量编号和文本值</source>
+        <translation>.variables.%1: needs a variable id and a text value</translation>
+    </message>
+    <message>
+        <source>第 %1 字节: %2</source>
+        <translation>byte %1: %2</translation>
+    </message>
+    <message>
+        <source>targets: 需要数组</source>
+        <translation>targets: needs an array</translation>
+    </message>
+    <message>
+        <source>名称不能为空，也不能含有 / \ : * ? &quot; &lt; &gt; |</source>
+        <translation>The name must not be empty nor contain / \ : * ? &quot; &lt; &gt; |</translation>
+    </message>
+    <message>
+        <source>无法创建文件夹 %1</source>
+        <translation>Cannot create the folder %1</translation>
+    </message>
+    <message>
+        <source>文件过大</source>
+        <translation>The file is too large</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::RunControl</name>
     <message>
         <source>未发现指定窗口,是否重新选择</source>
@@ -1046,10 +1170,6 @@
     <message>
         <source>当前窗口大小与选择窗口时大小不一致，可能会导致脚本运行时识别不准备，是否调整窗口大小！</source>
         <translation>The window&apos;s size differs from when it was chosen, which may make recognition inaccurate. Resize the window?</translation>
-    </message>
-    <message>
-        <source>此版本还不能在ADB设备上运行任务</source>
-        <translation>This version cannot run tasks on ADB devices yet.</translation>
     </message>
     <message>
         <source>需要先选择目标窗口</source>
@@ -1087,6 +1207,25 @@
         <source>文字识别服务异常,请重启任务或手动开启文字识别服务</source>
         <translation>The text recognition service failed; restart the task or start the service by hand.</translation>
     </message>
+    <message>
+        <source>未发现ADB设备，请先连接设备</source>
+        <translation>No ADB device found; connect a device first.</translation>
+    </message>
+    <message>
+        <source>查看设置</source>
+        <translation>View settings</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::RunFeed</name>
+    <message>
+        <source>全屏</source>
+        <translation>Full screen</translation>
+    </message>
+    <message>
+        <source>窗口 0x%1</source>
+        <translation>Window 0x%1</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::RunView</name>
@@ -1121,6 +1260,10 @@
     <message>
         <source>%1: 截图失败</source>
         <translation>%1: screenshot failed</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>
@@ -1242,6 +1385,144 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::TaskMainPage</name>
+    <message>
+        <source>选择配置</source>
+        <translation>Choose configuration</translation>
+    </message>
+    <message>
+        <source>运行目标</source>
+        <translation>Targets</translation>
+    </message>
+    <message>
+        <source>保存配置</source>
+        <translation>Save configuration</translation>
+    </message>
+    <message>
+        <source>加载配置</source>
+        <translation>Load configuration</translation>
+    </message>
+    <message>
+        <source>一键同步</source>
+        <translation>Sync to all</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>启动</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>停止</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>日志</source>
+        <translation>Log</translation>
+    </message>
+    <message>
+        <source>窗口列表</source>
+        <translation>Window list</translation>
+    </message>
+    <message>
+        <source>文件夹中没有 script.json</source>
+        <translation>The folder holds no script.json</translation>
+    </message>
+    <message>
+        <source>任务页 - %1</source>
+        <translation>Task page - %1</translation>
+    </message>
+    <message>
+        <source>目标</source>
+        <translation>Target</translation>
+    </message>
+    <message>
+        <source>输入名称</source>
+        <translation>Enter a name</translation>
+    </message>
+    <message>
+        <source>保存配置失败: %1</source>
+        <translation>Saving the configuration failed: %1</translation>
+    </message>
+    <message>
+        <source>还没有保存任何配置</source>
+        <translation>No configuration saved yet</translation>
+    </message>
+    <message>
+        <source>配置 %1 无法读取: %2</source>
+        <translation>The configuration %1 cannot be read: %2</translation>
+    </message>
+    <message>
+        <source>将当前配置信息同步给所有设备</source>
+        <translation>Sync the current configuration to all devices</translation>
+    </message>
+    <message>
+        <source>未发现指定窗口: %1</source>
+        <translation>Window not found: %1</translation>
+    </message>
+    <message>
+        <source>需要先选择目标窗口</source>
+        <translation>Choose a target window first.</translation>
+    </message>
+    <message>
+        <source>任务正在运行中,请停止后任务再关闭</source>
+        <translation>The task is running; stop it before closing.</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::WindowInfoDialog</name>
+    <message>
+        <source>查看修改窗口信息</source>
+        <translation>View and edit window information</translation>
+    </message>
+    <message>
+        <source>窗口标题</source>
+        <translation>Window title</translation>
+    </message>
+    <message>
+        <source>完全匹配标题</source>
+        <translation>Match the whole title</translation>
+    </message>
+    <message>
+        <source>窗口类名</source>
+        <translation>Window class</translation>
+    </message>
+    <message>
+        <source>子窗口标题</source>
+        <translation>Child window title</translation>
+    </message>
+    <message>
+        <source>子窗口类名</source>
+        <translation>Child window class</translation>
+    </message>
+    <message>
+        <source>运行时调整窗口大小</source>
+        <translation>Resize the window when a run starts</translation>
+    </message>
+    <message>
+        <source>宽</source>
+        <translation>Width</translation>
+    </message>
+    <message>
+        <source>高</source>
+        <translation>Height</translation>
+    </message>
+    <message>
+        <source>注:如果使用后台键鼠失效或异常，可以尝试指定子窗口作为事件输入窗口</source>
+        <translation>Note: if background keyboard and mouse input fails or misbehaves, try naming a child window as the input window.</translation>
+    </message>
+    <message>
+        <source>窗口大小</source>
+        <translation>Window size</translation>
+    </message>
+    <message>
+        <source>请先选择窗口信息</source>
+        <translation>Choose the window information first.</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::WindowListDialog</name>
     <message>
         <source>选择窗口</source>
@@ -1254,6 +1535,22 @@
     <message>
         <source>%1  [%2]  %3x%4</source>
         <translation>%1  [%2]  %3x%4</translation>
+    </message>
+    <message>
+        <source>点击目标窗口选择</source>
+        <translation>Click on the target window</translation>
+    </message>
+    <message>
+        <source>鼠标变为十字后点击目标窗口；右键或 Esc 取消</source>
+        <translation>Click on the target window once the pointer is a crosshair; right-click or Esc cancels</translation>
+    </message>
+    <message>
+        <source>鼠标正被其他程序占用，请从列表中选择</source>
+        <translation>Another program holds the mouse; choose from the list</translation>
+    </message>
+    <message>
+        <source>不能选择该窗口，请选择其他程序的窗口</source>
+        <translation>This window cannot be chosen; choose a window of another program</translation>
     </message>
 </context>
 <context>

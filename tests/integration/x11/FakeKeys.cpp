@@ -14,4 +14,11 @@ void pressKeys(Display* display, const std::vector<KeySym>& keysyms) {
     XSync(display, False);
 }
 
+void clickAt(Display* display, int x, int y, unsigned button) {
+    XTestFakeMotionEvent(display, -1, x, y, 0);
+    XTestFakeButtonEvent(display, button, True, 0);
+    XTestFakeButtonEvent(display, button, False, 0);
+    XSync(display, False);
+}
+
 }  // namespace autoscene::testing

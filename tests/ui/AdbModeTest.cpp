@@ -1,0 +1,114 @@
+// ADB mode from the main window: the device list and the device checks of a run's start,
+// against test devices behind a private adb server.
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "MainWindowFixture.h"
+#include "ModalAnswer.h"
+#include "TestDevice.h"
+
+namespace autoscene::testing {
+namespace {
+
+using State = ui::RunControl::State;
+
+class AdbMode : public MainWindowTest {
+protected:
+    void SetUp() override {
+        ui::AppConfig(task_.configPath()).setLoopMode(1);
+        MainWindowTest::SetUp();
+        QString error;
+        ASSERT_TRUE(window_->openTask(android_.path(), &error)) << error.toStdString();
+    }
+
+    ui::RunControl& run() { return window_->runControl(); }
+
+    // Opens "ADB模式" and ticks only `serial` in the list before accepting it.
+    QStringList chooseOnly(const QString& serial) {
+        QStringList listed;
+        QTimer::singleShot(100, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            auto* list = dialog->findChild<QListWidget*>("listWidget_devices");
+            for (int row = 0; row < list->count(); ++row) {
+                QListWidgetItem* item = list->item(row);
+                listed << item->text() + (item->checkState() == Qt::Checked ? " ✓" : "");
+                item->setCheckState(item->text() == serial ? Qt::Checked : Qt::Unchecked);
+            }
+            dialog->accept();
+        });
+        window_->findChild<QPushButton*>("pushButton_select_window")
+            ->menu()
+            ->actions()[1]
+            ->trigger();
+        return listed;
+    }
+
+    PrivateAdb adb_;
+    TestTask android_{QStringLiteral(AUTOSCENE_ANDROID_TASK)};
+};
+
+TEST_F(AdbMode, NoDeviceAndNoAdbStopTheStartWithTheirBoxes) {
+    EXPECT_EQ(answerModal([&] { run().start(); }, "确定").text, "未发现ADB设备，请先连接设备");
+
+    // An installation whose adb cannot be found.
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", "/nonexistent");
+    ui::MainWindow other(ui::AppConfig(task_.configPath()), {backend_.get()});
+    qputenv("PATH", path);
+    QString error;
+    ASSERT_TRUE(other.openTask(android_.path(), &error));
+    EXPECT_EQ(answerModal([&] { other.runControl().start(); }, "确定").text, "ADB服务启动失败");
+    EXPECT_EQ(other.runControl().state(), State::Idle);
+}
+
+TEST_F(AdbMode, TheTickedDeviceRunsTheTaskAndStopsWhenAsked) {
+    TestDevice chosen;
+    TestDevice other;
+    ASSERT_TRUE(adb_.connect(chosen));
+    ASSERT_TRUE(adb_.connect(other));
+
+    QStringList listed = chooseOnly(chosen.serial());
+    listed.sort();
+    QStringList expected{chosen.serial() + " ✓", other.serial() + " ✓"};
+    expected.sort();
+    EXPECT_EQ(listed, expected) << "every ready device is ticked at first";
+    EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "ADB模式: " + chosen.serial());
+
+    EXPECT_FALSE(answerModal([&] { run().start(); }, "确定").shown);
+    ASSERT_EQ(run().state(), State::Running);
+    EXPECT_TRUE(chosen.waitForLine("screen DONE", 20000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Idle; }, 5000));
+    EXPECT_TRUE(other.log().isEmpty());
+
+    // Without its stop the task waits on the device's last screen until stopped.
+    android_.edit([](QJsonObject& root) {
+        QJsonArray scenes = root["scene_list"].toArray();
+        QJsonObject done = scenes.last().toObject();
+        done["event_list"] = QJsonArray();
+        scenes.replace(scenes.size() - 1, done);
+        root["scene_list"] = scenes;
+    });
+    QString error;
+    ASSERT_TRUE(window_->openTask(android_.path(), &error));
+    ASSERT_TRUE(run().start());
+    QTest::qWait(500);
+    ASSERT_EQ(run().state(), State::Running);
+    QElapsedTimer stopping;
+    stopping.start();
+    run().stop();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Idle; }, 5000));
+    EXPECT_LT(stopping.elapsed(), 1000);
+}
+
+}  // namespace
+}  // namespace autoscene::testing
