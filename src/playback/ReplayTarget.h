@@ -33,7 +33,7 @@ public:
     void mouse(const engine::TaskInfo&, platform::Point, platform::MouseOp, int) override {}
     void wheel(const engine::TaskInfo&, int, platform::Point) override {}
     void key(const engine::TaskInfo&, int, platform::KeyOp) override {}
-    void keyGroup(const engine::TaskInfo&, const std::vector<int>&) override {}
+    bool keyGroup(const engine::TaskInfo&, const std::vector<int>&) override { return true; }
     void inputText(const engine::TaskInfo&, const QString&) override {}
     QString takeInputError(const engine::TaskInfo&) override {
         return QStringLiteral("a replay sends no input");
