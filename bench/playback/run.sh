@@ -13,10 +13,7 @@ demo_task="$here/../../examples/demo"
 work=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$work"' EXIT
 
-exec 3>"$work/display"
-Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp >/dev/null 2>&1 &
-for _ in $(seq 50); do [ -s "$work/display" ] && break; sleep 0.1; done
-export DISPLAY=":$(cat "$work/display")"
+source "$here/../private-xvfb.sh"
 
 mkdir "$work/static"
 cat >"$work/static/script.json" <<'JSON'

@@ -10,12 +10,17 @@ seconds=${2:-3}
 work=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$work"' EXIT
 
-exec 3>"$work/display"
-Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp >/dev/null 2>&1 &
-for _ in $(seq 50); do [ -s "$work/display" ] && break; sleep 0.1; done
-export DISPLAY=":$(cat "$work/display")"
+source "$here/../private-xvfb.sh"
 mkdir "$work/task"
-echo '{"scene_list": []}' >"$work/task/script.json"
+# One event that never fires: the runner refuses a task with nothing to run.
+cat >"$work/task/script.json" <<'JSON'
+{"var_list": [{"type": 1, "id": 1, "name": "never", "value": "0"}],
+ "scene_list": [{"name": "any",
+   "scene_event": {"name": "any", "item_group": {"type": 5, "item_list": []}},
+   "event_list": [{"name": "never", "item_group": {"type": 5, "item_list": [
+     {"type": 2, "relation": 1, "variable_id": 1, "compare_value": "1", "state": 0}]},
+     "action_list": []}]}]}
+JSON
 
 runner=$("$build/bin/autoscene-run" "$work/task" --full-screen --loop-interval 0 --json \
     --time-limit "$((seconds - 1))" | tail -1 |
