@@ -193,15 +193,7 @@ void shootDevices(Shooter& shooter, const QString& suffix) {
 
 void shootTaskPage(Shooter& shooter, const QString& suffix) {
     TestTask task;
-    task.edit([](QJsonObject& root) {
-        QJsonArray variables = root["var_list"].toArray();
-        for (const int index : {0, 2}) {
-            QJsonObject variable = variables[index].toObject();
-            variable["is_config"] = true;
-            variables.replace(index, variable);
-        }
-        root["var_list"] = variables;
-    });
+    task.markConfigVariables({0, 2});
     TaskMainPage page{AppConfig(task.configPath()), {}};
     QString error;
     if (!page.openTask(task.path(), &error)) {

@@ -33,15 +33,7 @@ class TaskPage : public ::testing::Test {
 protected:
     void SetUp() override {
         // "typed" and "gold" are set per target.
-        task_.edit([](QJsonObject& root) {
-            QJsonArray variables = root["var_list"].toArray();
-            for (const int index : {0, 2}) {
-                QJsonObject variable = variables[index].toObject();
-                variable["is_config"] = true;
-                variables.replace(index, variable);
-            }
-            root["var_list"] = variables;
-        });
+        task_.markConfigVariables({0, 2});
         ui::AppConfig(task_.configPath()).setLoopMode(1);
         backend_ = platform::makeX11Backend(nullptr);
         hotKeys_ = platform::makeX11HotKeys(nullptr);

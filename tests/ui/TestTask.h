@@ -4,10 +4,12 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
 #include <functional>
+#include <initializer_list>
 
 namespace autoscene::testing {
 
@@ -31,6 +33,18 @@ public:
         change(root);
         file.open(QIODevice::WriteOnly | QIODevice::Truncate);
         file.write(QJsonDocument(root).toJson());
+    }
+    // Marks the variables at these places of var_list as set per target.
+    void markConfigVariables(std::initializer_list<int> indexes) const {
+        edit([&](QJsonObject& root) {
+            QJsonArray variables = root["var_list"].toArray();
+            for (const int index : indexes) {
+                QJsonObject variable = variables[index].toObject();
+                variable["is_config"] = true;
+                variables.replace(index, variable);
+            }
+            root["var_list"] = variables;
+        });
     }
     QString path() const { return dir_.path(); }
     QString configPath() const { return config_.filePath("config.ini"); }
