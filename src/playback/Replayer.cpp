@@ -26,7 +26,7 @@ ReplayResult Replayer::replay(const Recording& recording,
     ReplayResult result;
     for (const auto& [target, cycles] : targets) {
         replayTarget(recording, cycles, stopRequested, result);
-        if (!result.error.isEmpty()) {
+        if (!result.error.isEmpty() || result.interrupted) {
             break;
         }
     }
@@ -87,13 +87,14 @@ void Replayer::replayTarget(const Recording& recording,
     runner_.start({engine::RunTarget{engine::TargetKind::Desktop}});
     while (!runner_.waitUntilIdle(std::chrono::milliseconds(0))) {
         if (stopRequested(std::chrono::milliseconds(50))) {
+            result.interrupted = true;
             runner_.stop();
         }
     }
     runner_.setSceneObserver(nullptr);
     runner_.setRunObserver(nullptr);
     runner_.setCycleStartHook({});
-    if (next < cycles.size() && result.error.isEmpty()) {
+    if (next < cycles.size() && result.error.isEmpty() && !result.interrupted) {
         result.cycles.push_back(
             {cycles[next],
              QJsonArray{QJsonObject{{"kind", "ended"},
