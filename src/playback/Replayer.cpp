@@ -1,6 +1,7 @@
 #include "playback/Replayer.h"
 
 #include <QDir>
+#include <atomic>
 #include <map>
 #include <opencv2/imgcodecs.hpp>
 
@@ -68,8 +69,14 @@ void Replayer::replayTarget(const Recording& recording,
         }
         target_.setFrame(bgr);
     });
+    // Set on this thread, read on the worker's: a cycle that ends after the user stopped
+    // the replay may have been cut short, so it is not compared.
+    std::atomic<bool> interrupted = false;
     CycleLog log(runner_, [&](const CycleReport& report) {
         const RecordedCycle& cycle = *cycles[next++];
+        if (interrupted) {
+            return;
+        }
         if (cycle.frameDropped) {
             ++result.skipped;
             return;
@@ -87,13 +94,14 @@ void Replayer::replayTarget(const Recording& recording,
     runner_.start({engine::RunTarget{engine::TargetKind::Desktop}});
     while (!runner_.waitUntilIdle(std::chrono::milliseconds(0))) {
         if (stopRequested(std::chrono::milliseconds(50))) {
-            result.interrupted = true;
+            interrupted = true;
             runner_.stop();
         }
     }
     runner_.setSceneObserver(nullptr);
     runner_.setRunObserver(nullptr);
     runner_.setCycleStartHook({});
+    result.interrupted = interrupted;
     if (next < cycles.size() && result.error.isEmpty() && !result.interrupted) {
         result.cycles.push_back(
             {cycles[next],
