@@ -199,9 +199,11 @@ int replayRecording(const QStringList& arguments, const RunIo& io) {
            {"differing_cycles", int(result.cycles.size())},
            {"seconds", seconds},
            {"recorded_seconds", recorded},
-           {"speed", speed}},
-          QStringLiteral("%1 cycles replayed (%2 without their dropped frame), %3 differ; %4 s "
-                         "for a run of %5 s (%6x)")
+           {"speed", speed},
+           {"interrupted", result.interrupted}},
+          QStringLiteral("%1%2 cycles replayed (%3 without their dropped frame), %4 differ; %5 s "
+                         "for a run of %6 s (%7x)")
+              .arg(result.interrupted ? QStringLiteral("interrupted: ") : QString())
               .arg(result.replayed)
               .arg(result.skipped)
               .arg(result.cycles.size())
@@ -209,6 +211,9 @@ int replayRecording(const QStringList& arguments, const RunIo& io) {
               .arg(recorded, 0, 'f', 2)
               .arg(speed, 0, 'f', 1));
     io.out.flush();
+    if (result.interrupted) {
+        return kReplayInterrupted;
+    }
     return result.cycles.empty() ? kSameDecisions : kDecisionsDiffer;
 }
 

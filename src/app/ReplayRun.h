@@ -13,6 +13,7 @@ enum ReplayExitCode : int {
     kSameDecisions = 0,
     kDecisionsDiffer = 1,
     kBadReplayInput = 2,
+    kReplayInterrupted = 130,  // the shell's code for Ctrl+C: not every cycle was compared
 };
 
 int replayRecording(const QStringList& arguments, const RunIo& io);

@@ -51,6 +51,10 @@ QJsonObject ColorCondition::describe(std::thread::id thread) const {
     if (const Counts* counts = counts_.find(thread)) {
         status.insert(QStringLiteral("previous"), counts->previous);
         status.insert(QStringLiteral("count"), counts->current);
+        // What the counts were held against, so that a reader of the evidence need not
+        // look the condition up.
+        status.insert(QStringLiteral("more_than"), tests_.count);
+        status.insert(QStringLiteral("change_tolerance"), tests_.countTolerance);
     }
     return status;
 }

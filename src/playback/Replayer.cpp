@@ -1,6 +1,7 @@
 #include "playback/Replayer.h"
 
 #include <QDir>
+#include <atomic>
 #include <map>
 #include <opencv2/imgcodecs.hpp>
 
@@ -26,7 +27,7 @@ ReplayResult Replayer::replay(const Recording& recording,
     ReplayResult result;
     for (const auto& [target, cycles] : targets) {
         replayTarget(recording, cycles, stopRequested, result);
-        if (!result.error.isEmpty()) {
+        if (!result.error.isEmpty() || result.interrupted) {
             break;
         }
     }
@@ -68,8 +69,14 @@ void Replayer::replayTarget(const Recording& recording,
         }
         target_.setFrame(bgr);
     });
+    // Set on this thread, read on the worker's: a cycle that ends after the user stopped
+    // the replay may have been cut short, so it is not compared.
+    std::atomic<bool> interrupted = false;
     CycleLog log(runner_, [&](const CycleReport& report) {
         const RecordedCycle& cycle = *cycles[next++];
+        if (interrupted) {
+            return;
+        }
         if (cycle.frameDropped) {
             ++result.skipped;
             return;
@@ -87,13 +94,15 @@ void Replayer::replayTarget(const Recording& recording,
     runner_.start({engine::RunTarget{engine::TargetKind::Desktop}});
     while (!runner_.waitUntilIdle(std::chrono::milliseconds(0))) {
         if (stopRequested(std::chrono::milliseconds(50))) {
+            interrupted = true;
             runner_.stop();
         }
     }
     runner_.setSceneObserver(nullptr);
     runner_.setRunObserver(nullptr);
     runner_.setCycleStartHook({});
-    if (next < cycles.size() && result.error.isEmpty()) {
+    result.interrupted = interrupted;
+    if (next < cycles.size() && result.error.isEmpty() && !result.interrupted) {
         result.cycles.push_back(
             {cycles[next],
              QJsonArray{QJsonObject{{"kind", "ended"},

@@ -31,6 +31,7 @@ struct ReplayResult {
     std::int64_t replayed = 0;
     std::int64_t skipped = 0;  // recorded without their dropped frame
     QString error;             // a frame that does not decode; the replay stops there
+    bool interrupted = false;  // the user stopped it before the recording's end
 };
 
 class Replayer {

@@ -1,5 +1,6 @@
 #include "ui/AppConfig.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QStandardPaths>
@@ -9,6 +10,8 @@ namespace autoscene::ui {
 namespace {
 
 constexpr int kRecentTaskCount = 8;
+constexpr int kPlaybackKeep = 100;
+constexpr int kPlaybackMaxMb = 2048;
 
 }  // namespace
 
@@ -59,6 +62,22 @@ bool AppConfig::playback() const {
 
 void AppConfig::setPlayback(bool on) {
     write("playback", on);
+}
+
+QString AppConfig::playbackFolder(const QString& configPath) {
+    return QFileInfo(configPath).absolutePath() + QStringLiteral("/playback");
+}
+
+playback::RecordingLimits AppConfig::playbackLimits() const {
+    const QSettings settings(path_, QSettings::IniFormat);
+    // A value that is not a number, or negative, leaves its default in force.
+    const auto read = [&settings](const char* key, int fallback) {
+        bool ok = false;
+        const int value = settings.value(key, fallback).toInt(&ok);
+        return ok && value >= 0 ? value : fallback;
+    };
+    return {read("playback_keep", kPlaybackKeep),
+            qint64(read("playback_max_mb", kPlaybackMaxMb)) * 1024 * 1024};
 }
 
 std::optional<QSize> AppConfig::size(const char* key) const {

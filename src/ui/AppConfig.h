@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <optional>
 
+#include "playback/RecordingPruning.h"
+
 namespace autoscene::ui {
 
 class AppConfig {
@@ -28,6 +30,11 @@ public:
     void setLoopMode(int mode);
     bool playback() const;
     void setPlayback(bool on);
+    // The folder the application's recordings go to: playback/ beside `configPath`.
+    static QString playbackFolder(const QString& configPath);
+    // How many recordings, and how many megabytes of them, that folder keeps:
+    // playback_keep (100) and playback_max_mb (2048); 0 means no limit.
+    playback::RecordingLimits playbackLimits() const;
 
     // Sizes are kept as "WIDTHxHEIGHT"; nothing for a missing or unreadable value.
     std::optional<QSize> mainWindowSize() const;

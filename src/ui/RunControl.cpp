@@ -13,6 +13,7 @@
 #include "targets/WindowTarget.h"
 #include "ui/AdbDevices.h"
 #include "ui/LoopModeDialog.h"
+#include "ui/RunRecording.h"
 
 Q_LOGGING_CATEGORY(lcRun, "autoscene.ui.run")
 
@@ -204,12 +205,12 @@ bool RunControl::startOn(const std::vector<RunTarget>& targets) {
     }
     engine::TaskRunner& runner = session_->runner();
     runner.setWindowMatcher(matcher_.get());  // none in ADB mode
-    runner.setSceneObserver(&feed_);
-    runner.setRunObserver(&feed_);
+    recording_ = std::make_unique<RunRecording>(config_, task.folderPath, runner, feed_);
     runner.setLoopMode(*loopMode);
     feed_.take();
     if (!runner.start(targets)) {
         session_.reset();
+        recording_.reset();
         return false;
     }
     finishPoll_.start();
@@ -261,6 +262,7 @@ void RunControl::checkFinished() {
     finishPoll_.stop();
     // The workers have left: joining them and unloading what the run used is quick.
     session_.reset();
+    recording_.reset();
     setState(State::Idle);
 }
 

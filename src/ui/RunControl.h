@@ -33,6 +33,7 @@ class WindowQueryMatcher;
 
 namespace autoscene::ui {
 
+class RunRecording;
 class TaskEditor;
 
 class RunControl : public QObject {
@@ -90,6 +91,8 @@ private:
     platform::android::AdbClient adb_;
     State state_ = State::Idle;
     RunFeed feed_;
+    // Before the session, so that the workers have left when it goes.
+    std::unique_ptr<RunRecording> recording_;
     // The session after the target it runs on, so that it goes first.
     std::unique_ptr<engine::ITargetService> target_;
     targets::DeviceTarget* devices_ = nullptr;  // target_ in ADB mode

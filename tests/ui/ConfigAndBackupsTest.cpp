@@ -22,6 +22,8 @@ TEST(AppConfig, EmptyFileGivesTheDefaults) {
     EXPECT_EQ(config.stopKey(), "F10");
     EXPECT_EQ(config.loopMode(), 0);
     EXPECT_TRUE(config.playback());
+    EXPECT_EQ(config.playbackLimits().maxCount, 100);
+    EXPECT_EQ(config.playbackLimits().maxBytes, 2048LL << 20);
     EXPECT_FALSE(config.mainWindowSize());
     EXPECT_FALSE(config.launcherSize());
     EXPECT_TRUE(config.recentTasks().isEmpty());
@@ -51,15 +53,17 @@ TEST(AppConfig, WritesAtOnceAndReadsBackInAnotherInstance) {
     EXPECT_TRUE(text.startsWith("[General]\n")) << text.constData();
 }
 
-TEST(AppConfig, UnreadableSizesAreIgnored) {
+TEST(AppConfig, UnreadableValuesAreIgnored) {
     QTemporaryDir dir;
     const QString path = dir.filePath("config.ini");
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("mainwindow_size=wide\nlauncher_size=0x300\n");
+    file.write("mainwindow_size=wide\nlauncher_size=0x300\nplayback_keep=5\nplayback_max_mb=-1\n");
     file.close();
     EXPECT_FALSE(AppConfig(path).mainWindowSize());
     EXPECT_FALSE(AppConfig(path).launcherSize());
+    EXPECT_EQ(AppConfig(path).playbackLimits().maxCount, 5);
+    EXPECT_EQ(AppConfig(path).playbackLimits().maxBytes, 2048LL << 20) << "a negative size";
 }
 
 TEST(AppConfig, RecentTasksKeepTheLatestFirstOnce) {

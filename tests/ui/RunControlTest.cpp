@@ -1,6 +1,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
 #include <QJsonArray>
 #include <QLabel>
 #include <QListWidget>
@@ -10,9 +11,11 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
+#include "playback/RecordingReader.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/RunView.h"
 
@@ -57,6 +60,11 @@ protected:
         return answerModals([&] { action("action_run").trigger(); }, answers);
     }
 
+    QStringList recordings() const {
+        return QDir(ui::AppConfig::playbackFolder(task_.configPath()))
+            .entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    }
+
     bool waitUntilIdle() {
         // The demo takes ~4 s on a loaded machine; a stuck run still fails in time.
         return QTest::qWaitFor([&] { return run().state() == State::Idle; }, 20000);
@@ -74,6 +82,14 @@ TEST_F(RunFromWindow, RunsTheDemoToItsStopActionAndLogsIt) {
     EXPECT_TRUE(demo->waitForLine("screen FINISH", 0, 0));
     EXPECT_EQ(window_->runView().targetCount(), 1);
     EXPECT_GE(window_->runView().firedCount(0), 5) << "start, menu, form (3), finish";
+    // Playback is on by default: the run left a recording that reads back.
+    ASSERT_EQ(recordings().size(), 1);
+    QString error;
+    const auto recording = playback::readRecording(
+        ui::AppConfig::playbackFolder(task_.configPath()) + '/' + recordings()[0], &error);
+    ASSERT_TRUE(recording) << error.toStdString();
+    EXPECT_TRUE(std::any_of(recording->cycles.begin(), recording->cycles.end(),
+                            [](const auto& c) { return c.line["scene"].toString() == "finish"; }));
 
     ui::LogTargetWindow& log = window_->logWindow();
     EXPECT_TRUE(log.isVisible());
@@ -122,7 +138,8 @@ TEST_F(RunFromWindow, StartsPausesAndStopsAgainstTheDemoTarget) {
     EXPECT_FALSE(run().runner());
 }
 
-TEST_F(RunFromWindow, StopsWhilePaused) {
+TEST_F(RunFromWindow, StopsWhilePausedAndRecordsNothingWithPlaybackOff) {
+    ui::AppConfig(task_.configPath()).setPlayback(false);
     const auto demo = startDemo();
     clickRun({});
     ASSERT_EQ(run().state(), State::Running);
@@ -130,6 +147,7 @@ TEST_F(RunFromWindow, StopsWhilePaused) {
     ASSERT_EQ(run().state(), State::Paused);
     action("action_stop").trigger();
     EXPECT_TRUE(waitUntilIdle());
+    EXPECT_TRUE(recordings().isEmpty());
 }
 
 TEST_F(RunFromWindow, NoTargetChosen) {

@@ -154,6 +154,15 @@ TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges)
         if (line["type"] == "difference") {
             reported.insert(line["cycle"].toInt());
         }
+        // Each colour count's evidence says what it was held against.
+        for (const QJsonValue& difference : line["differences"].toArray()) {
+            const QJsonValue colour = difference["new"]["conditions"]["item_state"][0];
+            if (colour["type"] == "color" &&
+                colour["name"] == difference["old"]["conditions"]["item_state"][0]["name"]) {
+                EXPECT_EQ(difference["old"]["conditions"]["item_state"][0]["more_than"], 1000);
+                EXPECT_EQ(colour["more_than"], highest);
+            }
+        }
     }
     std::set<int> expected;
     for (const auto& [cycle, seen] : counts) {
