@@ -12,6 +12,7 @@
 #include "app/DeviceChoice.h"
 #include "app/RunReporter.h"
 #include "app/RunSession.h"
+#include "app/TaskPlugin.h"
 #include "app/WindowChoice.h"
 #include "engine/ObserverFanOut.h"
 #include "engine/TaskRunner.h"
@@ -19,8 +20,6 @@
 #include "model/TaskDocument.h"
 #include "model/TaskSummary.h"
 #include "playback/Recorder.h"
-#include "plugins/BackgroundPlugin.h"
-#include "plugins/PluginCall.h"
 #include "script/Clipboard.h"
 #include "script/TaskScripts.h"
 #include "targets/DeviceTarget.h"
@@ -273,18 +272,12 @@ int runTask(const RunOptions& options, platform::IDesktopBackend* backend, const
     const platform::WindowQuery query = windowQuery(settings.windowInfo, options);
     targets::WindowTarget target(*backend, modes, query);
     targets::WindowQueryMatcher matcher(*backend, query);
-    std::unique_ptr<plugins::BackgroundPlugin> plugin;
-    if (!task.funcPluginFile.isEmpty()) {
-        const QString path = plugins::taskFilePath(task.folderPath, task.funcPluginFile);
-        QString error;
-        plugin = plugins::BackgroundPlugin::load(
-            path, plugins::servicesFromJson(task.enabledPluginFunc.text), &error);
-        if (!plugin) {
-            io.err << "the task's background plug-in does not load: " << error << '\n';
-            return kBadArguments;
-        }
-        target.setPlugin(plugin.get());
+    const TaskPlugin plugin = loadTaskPlugin(task);
+    if (!plugin.error.isEmpty()) {
+        io.err << "the task's background plug-in does not load: " << plugin.error << '\n';
+        return kBadArguments;
     }
+    target.setPlugin(plugin.plugin.get());
 
     if (options.listTargets) {
         return listTargets(drivesWindow(options, settings), *backend, matcher, io.out);

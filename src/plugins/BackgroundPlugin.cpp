@@ -43,6 +43,21 @@ BackgroundServices servicesFromJson(const std::string& jsonList) {
     return services;
 }
 
+std::string servicesToJson(const BackgroundServices& services) {
+    const std::pair<bool, const char*> named[] = {{services.capture, "capture"},
+                                                  {services.mouse, "mouse"},
+                                                  {services.key, "key"},
+                                                  {services.input, "input"},
+                                                  {services.wheel, "wheel"}};
+    QJsonArray list;
+    for (const auto& [ticked, name] : named) {
+        if (ticked) {
+            list.append(QString::fromLatin1(name));
+        }
+    }
+    return QJsonDocument(list).toJson(QJsonDocument::Compact).toStdString();
+}
+
 std::unique_ptr<BackgroundPlugin> BackgroundPlugin::load(const QString& path,
                                                          BackgroundServices services,
                                                          QString* error) {

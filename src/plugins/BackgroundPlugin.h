@@ -23,6 +23,8 @@ struct BackgroundServices {
 // The services named in a task's enabled_plugin_func: a JSON list of the strings "capture",
 // "mouse", "key", "input" and "wheel"; other entries are ignored.
 BackgroundServices servicesFromJson(const std::string& jsonList);
+// The enabled_plugin_func list of the ticked services.
+std::string servicesToJson(const BackgroundServices& services);
 
 // Largest width and height taken from mv_capture_info.
 inline constexpr int kMaxCaptureSide = 16384;

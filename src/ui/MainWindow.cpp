@@ -227,11 +227,11 @@ void MainWindow::saveScreenshot() {
 }
 
 void MainWindow::openSettings() {
-    SettingView view(editor_.document().settings, config_, this);
+    SettingView view(editor_.document(), config_, this);
     if (view.exec() != QDialog::Accepted) {
         return;
     }
-    view.applyTo(editor_.document().settings);
+    view.applyTo(editor_.document());
     view.saveHotKeys();
     if (hotKeys_) {
         hotKeys_->registerAll();

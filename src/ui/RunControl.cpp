@@ -6,6 +6,7 @@
 #include "android/AdbOutput.h"
 #include "app/DeviceChoice.h"
 #include "app/RunSession.h"
+#include "app/TaskPlugin.h"
 #include "editor/Prompts.h"
 #include "editor/TaskEditor.h"
 #include "engine/TaskRunner.h"
@@ -168,16 +169,19 @@ bool RunControl::captures(const RunTarget& target) {
     if (target.kind == TargetKind::AndroidDevice) {
         return true;
     }
-    if (!desktop_.backend) {
+    // Through the target service, so that a plug-in that captures is what is tried.
+    engine::TaskInfo probe;
+    probe.kind = target.kind;
+    probe.window = target.window;
+    probe.child = target.child;
+    bool captured = false;
+    target_->capture(probe, [&captured](const platform::BgraView& view) {
+        captured = view.width > 0 && view.height > 0 && view.pixels;
+    });
+    if (!captured) {
         showNotice(window_, tr("截图失败！"));
-        return false;
     }
-    const bool background = editor_.document().settings.backCapture;
-    if (desktop_.backend->capture(target.window, background).empty()) {
-        showNotice(window_, tr("截图失败！"));
-        return false;
-    }
-    return true;
+    return captured;
 }
 
 bool RunControl::start() {
@@ -193,11 +197,13 @@ bool RunControl::startOn(const std::vector<RunTarget>& targets) {
         return false;
     }
     const std::optional<int> loopMode = chooseLoopMode();
-    if (!loopMode || !captures(targets.front())) {
+    if (!loopMode) {
         return false;
     }
     session_.reset();
-    makeTargetService(targets);
+    if (!makeTargetService(targets) || !captures(targets.front())) {
+        return false;
+    }
     const model::TaskDocument& task = editor_.document();
     session_ = std::make_unique<app::RunSession>(task, *target_, desktop_.windows);
     if (!session_->startOcrService()) {
@@ -218,22 +224,42 @@ bool RunControl::startOn(const std::vector<RunTarget>& targets) {
     return true;
 }
 
-void RunControl::makeTargetService(const std::vector<RunTarget>& targets) {
+void RunControl::releaseTargetService() {
     matcher_.reset();
     devices_ = nullptr;
+    target_.reset();
+    plugin_.reset();
+}
+
+bool RunControl::makeTargetService(const std::vector<RunTarget>& targets) {
+    releaseTargetService();
     if (targets.front().kind == TargetKind::AndroidDevice) {
         auto devices = std::make_unique<targets::DeviceTarget>(adb_, app::deviceTargetOptions({}));
         devices_ = devices.get();
         target_ = std::move(devices);
-        return;
+        return true;
     }
+    if (!desktop_.backend) {
+        showNotice(window_, tr("截图失败！"));
+        return false;
+    }
+    app::TaskPlugin plugin = app::loadTaskPlugin(editor_.document());
+    if (!plugin.error.isEmpty()) {
+        qCWarning(lcRun) << "the task's background plug-in does not load:" << plugin.error;
+        showNotice(window_, tr("插件加载失败"));
+        return false;
+    }
+    plugin_ = std::move(plugin.plugin);
     const model::TaskSettings& settings = editor_.document().settings;
     targets::WindowTarget::Modes modes;
     modes.backgroundInput = settings.backAct;
     modes.backgroundCapture = settings.backCapture;
     const platform::WindowQuery query = app::windowQueryOf(settings.windowInfo);
-    target_ = std::make_unique<targets::WindowTarget>(*desktop_.backend, modes, query);
+    auto window = std::make_unique<targets::WindowTarget>(*desktop_.backend, modes, query);
+    window->setPlugin(plugin_.get());
+    target_ = std::move(window);
     matcher_ = std::make_unique<targets::WindowQueryMatcher>(*desktop_.backend, query);
+    return true;
 }
 
 void RunControl::togglePause() {
@@ -263,6 +289,7 @@ void RunControl::checkFinished() {
     // The workers have left: joining them and unloading what the run used is quick.
     session_.reset();
     recording_.reset();
+    releaseTargetService();
     setState(State::Idle);
 }
 

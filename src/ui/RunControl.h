@@ -26,6 +26,10 @@ class ITargetService;
 class TaskRunner;
 }  // namespace autoscene::engine
 
+namespace autoscene::plugins {
+class BackgroundPlugin;
+}
+
 namespace autoscene::targets {
 class DeviceTarget;
 class WindowQueryMatcher;
@@ -75,8 +79,10 @@ private:
     std::optional<std::vector<engine::RunTarget>> chooseTargets();
     std::optional<engine::RunTarget> chooseWindow();
     std::optional<std::vector<engine::RunTarget>> chooseDevices();
-    // The service the targets are driven through.
-    void makeTargetService(const std::vector<engine::RunTarget>& targets);
+    // The service the targets are driven through, with the task's background plug-in;
+    // false when that does not load.
+    bool makeTargetService(const std::vector<engine::RunTarget>& targets);
+    void releaseTargetService();
     std::optional<int> chooseLoopMode();
     bool captures(const engine::RunTarget& target);
     void setState(State state);
@@ -93,7 +99,9 @@ private:
     RunFeed feed_;
     // Before the session, so that the workers have left when it goes.
     std::unique_ptr<RunRecording> recording_;
-    // The session after the target it runs on, so that it goes first.
+    // The session after the target it runs on, and that after the plug-in it uses, so that
+    // each goes before what it uses.
+    std::unique_ptr<plugins::BackgroundPlugin> plugin_;
     std::unique_ptr<engine::ITargetService> target_;
     targets::DeviceTarget* devices_ = nullptr;  // target_ in ADB mode
     std::unique_ptr<targets::WindowQueryMatcher> matcher_;

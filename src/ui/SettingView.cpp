@@ -2,12 +2,17 @@
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLoggingCategory>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
 #include <QVBoxLayout>
@@ -17,6 +22,9 @@
 #include "editor/AccessibleNames.h"
 #include "editor/Prompts.h"
 #include "ui/HotKeyEdit.h"
+#include "ui/PluginFuncsDialog.h"
+
+Q_LOGGING_CATEGORY(lcSettings, "autoscene.ui.settings")
 
 namespace autoscene::ui {
 
@@ -43,8 +51,13 @@ HotKeyEdit* hotKeyField(const char* objectName, const QString& text) {
 
 }  // namespace
 
-SettingView::SettingView(const model::TaskSettings& settings, AppConfig config, QWidget* parent)
-    : QDialog(parent), config_(std::move(config)) {
+SettingView::SettingView(const model::TaskDocument& task, AppConfig config, QWidget* parent)
+    : QDialog(parent),
+      config_(std::move(config)),
+      taskFolder_(task.folderPath),
+      pluginFile_(task.funcPluginFile),
+      pluginServices_(plugins::servicesFromJson(task.enabledPluginFunc.text)) {
+    const model::TaskSettings& settings = task.settings;
     setObjectName(QStringLiteral("SettingView"));
     setWindowTitle(tr("设置"));
 
@@ -92,14 +105,38 @@ SettingView::SettingView(const model::TaskSettings& settings, AppConfig config, 
     backInput_->setObjectName(QStringLiteral("checkBox_back_keymouse"));
     backInput_->setChecked(settings.backAct);
 
-    auto* task = new QGroupBox(tr("任务"));
-    auto* taskForm = new QFormLayout(task);
+    auto* backgroundNote = new QLabel(
+        tr("后台设置说明:\n1、目标窗口不能最小化,部分应用不支持相关功能\n2、使用ADB和全屏模式"
+           "不需要设置此项\n3、可以选择插件替代编辑器的后台功能，插件包括截屏、点击、输入等基础"
+           "功能"));
+    backgroundNote->setWordWrap(true);
+
+    pluginField_ = new QLineEdit;
+    pluginField_->setObjectName(QStringLiteral("lineEdit_plugin"));
+    pluginField_->setReadOnly(true);
+    pluginField_->setAccessibleName(tr("插件"));
+    auto* browse = new QPushButton(tr("选择插件"));
+    browse->setObjectName(QStringLiteral("pushButton_choose_plugin"));
+    connect(browse, &QPushButton::clicked, this, &SettingView::browsePlugin);
+    pluginServicesButton_ = new QPushButton(tr("插件功能"));
+    pluginServicesButton_->setObjectName(QStringLiteral("pushButton_plugin_funcs"));
+    connect(pluginServicesButton_, &QPushButton::clicked, this, &SettingView::editPluginServices);
+    auto* plugin = new QHBoxLayout;
+    plugin->addWidget(pluginField_, 1);
+    plugin->addWidget(browse);
+    plugin->addWidget(pluginServicesButton_);
+    showPlugin();
+
+    auto* taskBox = new QGroupBox(tr("任务"));
+    auto* taskForm = new QFormLayout(taskBox);
     taskForm->addRow(tr("扩大默认搜索范围"), expandSize_);
     taskForm->addRow(tr("多窗口"), strategy);
     taskForm->addRow(QString(), note);
     taskForm->addRow(tr("运行速度"), speed);
     taskForm->addRow(QString(), backCapture_);
     taskForm->addRow(QString(), backInput_);
+    taskForm->addRow(tr("插件"), plugin);
+    taskForm->addRow(QString(), backgroundNote);
 
     captureKey_ = hotKeyField("lineEdit_capture_key", config_.captureKey());
     startKey_ = hotKeyField("lineEdit_start_key", config_.startKey());
@@ -116,13 +153,14 @@ SettingView::SettingView(const model::TaskSettings& settings, AppConfig config, 
     QDialogButtonBox* buttons = okCancelButtons(*this);
 
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(task);
+    layout->addWidget(taskBox);
     layout->addWidget(keys);
     layout->addWidget(buttons);
     nameControlsAfterText(*this);
 }
 
-void SettingView::applyTo(model::TaskSettings& settings) const {
+void SettingView::applyTo(model::TaskDocument& task) const {
+    model::TaskSettings& settings = task.settings;
     settings.expandSize = expandSize_->text().toInt();
     settings.concurrency = concurrency_->isChecked();
     // An interval between the steps stays as it is until the slider is moved.
@@ -131,6 +169,54 @@ void SettingView::applyTo(model::TaskSettings& settings) const {
     }
     settings.backCapture = backCapture_->isChecked();
     settings.backAct = backInput_->isChecked();
+    task.funcPluginFile = pluginFile_;
+    task.enabledPluginFunc.text =
+        pluginFile_.isEmpty() ? std::string("[]") : plugins::servicesToJson(pluginServices_);
+}
+
+bool SettingView::choosePlugin(const QString& path) {
+    QString error;
+    if (!plugins::BackgroundPlugin::load(path, {}, &error)) {
+        qCWarning(lcSettings) << "plug-in" << path << "does not load:" << error;
+        showNotice(this, tr("插件加载失败"));
+        return false;
+    }
+    // A library inside the task folder moves with it.
+    const QString relative = QDir(taskFolder_).relativeFilePath(path);
+    pluginFile_ = !taskFolder_.isEmpty() && !relative.startsWith(QLatin1String(".."))
+                      ? relative
+                      : QFileInfo(path).absoluteFilePath();
+    pluginServices_ = {};
+    showPlugin();
+    return true;
+}
+
+void SettingView::browsePlugin() {
+#ifdef Q_OS_WIN
+    const QString filter = QStringLiteral("dll Files (*.dll)");
+#else
+    const QString filter = QStringLiteral("so Files (*.so)");
+#endif
+    const QString path = QFileDialog::getOpenFileName(this, tr("选择插件"), taskFolder_, filter);
+    if (!path.isEmpty() && choosePlugin(path)) {
+        editPluginServices();
+    }
+}
+
+void SettingView::editPluginServices() {
+    PluginFuncsDialog dialog(pluginServices_, this);
+    const int answer = dialog.exec();
+    if (answer == PluginFuncsDialog::kRemoved) {
+        pluginFile_.clear();
+    } else if (answer == QDialog::Accepted) {
+        pluginServices_ = dialog.services();
+    }
+    showPlugin();
+}
+
+void SettingView::showPlugin() {
+    pluginField_->setText(pluginFile_);
+    pluginServicesButton_->setEnabled(!pluginFile_.isEmpty());
 }
 
 void SettingView::saveHotKeys() {

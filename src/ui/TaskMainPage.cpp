@@ -98,9 +98,9 @@ TaskMainPage::TaskMainPage(AppConfig config, Desktop desktop, QWidget* parent)
             });
     connect(findChild<QPushButton*>(QStringLiteral("pushButton_settings")), &QPushButton::clicked,
             this, [this] {
-                SettingView view(editor_.document().settings, config_, this);
+                SettingView view(editor_.document(), config_, this);
                 if (view.exec() == QDialog::Accepted) {
-                    view.applyTo(editor_.document().settings);
+                    view.applyTo(editor_.document());
                     view.saveHotKeys();
                     if (hotKeys_) {
                         hotKeys_->registerAll();

@@ -12,12 +12,15 @@
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
+#include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
 #include "playback/RecordingReader.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/RunView.h"
+#include "ui/SettingView.h"
 
 // Xlib's macros (None) after gtest's names.
 #include "DemoTargetProcess.h"
@@ -318,6 +321,51 @@ TEST_F(RunFromWindow, ChangedRunModeAsksWhichToUse) {
     EXPECT_EQ(run().state(), State::Running);
     run().stop();
     EXPECT_TRUE(waitUntilIdle());
+}
+
+TEST_F(RunFromWindow, BackgroundPluginChosenInTheSettingsCapturesAndActsForTheRun) {
+    const auto demo = startDemo();
+    const QDir folder = task_.folder();
+    folder.mkdir("plugins");
+    ASSERT_TRUE(QFile::copy(FILE_BACKEND_PLUGIN, folder.filePath("plugins/file-backend.so")));
+    // The plug-in shows the run a still of the demo's first screen.
+    const platform::BgraFrame frame = backend_->capture(demo->window(), false);
+    ASSERT_FALSE(frame.empty());
+    cv::Mat still;
+    cv::cvtColor(cv::Mat(frame.height, frame.width, CV_8UC4,
+                         const_cast<std::uint8_t*>(frame.pixels.data()), frame.stride),
+                 still, cv::COLOR_BGRA2BGR);
+    ASSERT_TRUE(cv::imwrite(folder.filePath("capture.ppm").toStdString(), still));
+    qputenv("FILE_BACKEND_DIR", folder.path().toUtf8());
+
+    model::TaskDocument& task = window_->editor().document();
+    ui::SettingView view(task, ui::AppConfig(task_.configPath()));
+    const ModalSeen refused = answerModal(
+        [&] { EXPECT_FALSE(view.choosePlugin(folder.filePath("script.json"))); }, "确定");
+    EXPECT_EQ(refused.text, "插件加载失败");
+    ASSERT_TRUE(view.choosePlugin(folder.filePath("plugins/file-backend.so")));
+    view.applyTo(task);
+    EXPECT_EQ(task.funcPluginFile, "plugins/file-backend.so") << "kept relative to the task";
+    EXPECT_EQ(task.enabledPluginFunc.text, R"(["capture","mouse","key","input","wheel"])");
+
+    EXPECT_FALSE(clickRun({{"确定"}})[0].shown);
+    ASSERT_EQ(run().state(), State::Running);
+    const QString window = QString::number(demo->window());
+    const auto log = [&] {
+        QFile file(folder.filePath("input.log"));
+        file.open(QIODevice::ReadOnly);
+        return QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !log().filter("down " + window).empty(); }, 10000))
+        << "the start screen's tap goes through the plug-in: " << log().join('|').toStdString();
+    run().stop();
+    ASSERT_TRUE(waitUntilIdle());
+    EXPECT_EQ(log().mid(0, 4),
+              (QStringList{"global_init", "global_uninit", "global_init", "init " + window}))
+        << "loaded once to check it in the settings, then for the run";
+    EXPECT_EQ(log().mid(log().size() - 2), (QStringList{"uninit " + window, "global_uninit"}))
+        << "the plug-in is unloaded when the run ends";
+    EXPECT_TRUE(demo->settledLines("main ButtonPress", 0).empty()) << "the window got nothing";
 }
 
 }  // namespace

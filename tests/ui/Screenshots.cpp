@@ -30,6 +30,7 @@
 #include "ui/AutoRunner.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/MainWindow.h"
+#include "ui/PluginFuncsDialog.h"
 #include "ui/RunConfiguration.h"
 #include "ui/RunControl.h"
 #include "ui/SceneListView.h"
@@ -228,6 +229,9 @@ void shootMainWindow(Shooter& shooter, const QString& suffix) {
     shooter.saveContextMenu(window->sceneList(), 4, "scene-menu" + suffix);
     shooter.saveModal("settings" + suffix,
                       [&] { window->findChild<QAction*>("action_settings")->trigger(); });
+    shooter.saveModal("plugin-funcs" + suffix, [&] {
+        PluginFuncsDialog(autoscene::plugins::BackgroundServices{}, window).exec();
+    });
     shooter.saveModal("rename-prompt" + suffix, [&] { window->sceneList().renameRow(4); });
     shooter.saveModal("delete-question" + suffix, [&] { window->sceneList().deleteRow(4); });
     QMenu* targets = window->findChild<QMenu*>();

@@ -1100,6 +1100,37 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::PluginFuncsDialog</name>
+    <message>
+        <source>插件功能</source>
+        <translation>Plug-in services</translation>
+    </message>
+    <message>
+        <source>截屏</source>
+        <translation>Capture</translation>
+    </message>
+    <message>
+        <source>鼠标</source>
+        <translation>Mouse</translation>
+    </message>
+    <message>
+        <source>键盘</source>
+        <translation>Keyboard</translation>
+    </message>
+    <message>
+        <source>输入</source>
+        <translation>Text input</translation>
+    </message>
+    <message>
+        <source>滚轮</source>
+        <translation>Wheel</translation>
+    </message>
+    <message>
+        <source>移除</source>
+        <translation>Remove</translation>
+    </message>
+</context>
+<context>
     <name>Prompts</name>
     <message>
         <source>提示</source>
@@ -1214,6 +1245,10 @@
     <message>
         <source>查看设置</source>
         <translation>View settings</translation>
+    </message>
+    <message>
+        <source>插件加载失败</source>
+        <translation>The plug-in failed to load</translation>
     </message>
 </context>
 <context>
@@ -1382,6 +1417,32 @@
     <message>
         <source>停止热键</source>
         <translation>Stop hot key</translation>
+    </message>
+    <message>
+        <source>后台设置说明:
+1、目标窗口不能最小化,部分应用不支持相关功能
+2、使用ADB和全屏模式不需要设置此项
+3、可以选择插件替代编辑器的后台功能，插件包括截屏、点击、输入等基础功能</source>
+        <translation>Background notes:
+1. The target window must not be minimised; some applications do not support this
+2. ADB and full-screen mode need no background setting
+3. A plug-in can replace the background functions: capture, click, input and the like</translation>
+    </message>
+    <message>
+        <source>插件</source>
+        <translation>Plug-in</translation>
+    </message>
+    <message>
+        <source>选择插件</source>
+        <translation>Choose plug-in</translation>
+    </message>
+    <message>
+        <source>插件功能</source>
+        <translation>Plug-in services</translation>
+    </message>
+    <message>
+        <source>插件加载失败</source>
+        <translation>The plug-in failed to load</translation>
     </message>
 </context>
 <context>
