@@ -116,9 +116,9 @@ void RunReporter::threadStartedOnWindow(platform::WindowHandle window) {
 }
 
 void RunReporter::threadStartedOnDevice(const QString& serial) {
+    const QString route = routeOf_ ? routeOf_(serial) : QString();
     std::lock_guard lock(mutex_);
     const int target = targetNumber();
-    const QString route = deviceRoutes_.contains(serial) ? deviceRoutes_.at(serial) : QString();
     print({{"type", "target"},
            {"target", target},
            {"kind", "device"},

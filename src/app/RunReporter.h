@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QTextStream>
 #include <atomic>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -38,8 +39,10 @@ public:
     void frameCaptured(const cv::Mat& frame) override;
 
     int eventsFired() const { return eventsFired_; }
-    // How each device is driven ("service" or "adb") by serial, named in its target line.
-    void setDeviceRoutes(std::map<QString, QString> routes) { deviceRoutes_ = std::move(routes); }
+    // How a device is driven ("service" or "adb"), named in its target line. Asked on the
+    // device's worker as it starts, since choosing may wait for the device.
+    using RouteOf = std::function<QString(const QString& serial)>;
+    void setDeviceRoutes(RouteOf routeOf) { routeOf_ = std::move(routeOf); }
     // The last frame any worker captured (empty when none was); call once the run is over.
     cv::Mat lastFrame();
     void printSummary(const RunSummary& summary);
@@ -60,7 +63,7 @@ private:
     std::map<int, const engine::Scene*> currentScenes_;
     std::atomic<int> eventsFired_{0};
     std::atomic<bool> captureFailureShown_{false};
-    std::map<QString, QString> deviceRoutes_;
+    RouteOf routeOf_;
     std::mutex frameMutex_;
     cv::Mat lastFrame_;  // shares the worker's pixels, which it keeps writing into
 };

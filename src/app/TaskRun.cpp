@@ -173,8 +173,8 @@ double drive(engine::TaskRunner& runner, const std::vector<RunTarget>& targets,
 // Plays the task on `targets` through `service` until the run ends.
 int play(const RunOptions& options, const model::TaskDocument& task,
          engine::ITargetService& service, const std::vector<RunTarget>& targets,
-         engine::IWindowMatcher* matcher, const RunIo& io,
-         std::map<QString, QString> deviceRoutes = {}, const std::function<void()>& ending = {}) {
+         engine::IWindowMatcher* matcher, const RunIo& io, RunReporter::RouteOf deviceRoutes = {},
+         const std::function<void()>& ending = {}) {
     RunSession session(task, service, io.windows);
     if (!session.startOcrService(options.ocrPort)) {
         io.err << "morvane-ocr is neither beside autoscene-run nor in the working directory: "
@@ -235,12 +235,10 @@ int playOnDevices(const RunOptions& options, const model::TaskDocument& task, co
     }
     targets::DeviceTarget target(adb, deviceTargetOptions(options));
     const auto& devices = std::get<std::vector<RunTarget>>(chosen);
-    std::map<QString, QString> routes;
-    for (const RunTarget& device : devices) {
-        routes[device.serial] = target.routeOf(device.serial);
-    }
-    return play(options, task, target, devices, nullptr, io, std::move(routes),
-                [&target] { target.cancelWaits(); });
+    return play(
+        options, task, target, devices, nullptr, io,
+        [&target](const QString& serial) { return target.routeOf(serial); },
+        [&target] { target.cancelWaits(); });
 }
 
 }  // namespace

@@ -11,8 +11,9 @@ namespace autoscene::sys {
 
 // Runs `commandLine` (8-bit text: UTF-8 on POSIX, the ANSI code page on Windows),
 // waits until it closes its output and returns everything it wrote to standard
-// output and standard error, in order. Throws std::runtime_error with
-// "CreatePipe failed", "CreateProcess failed:<code>" or "ReadFile failed".
+// output and standard error, in order. Throws std::runtime_error whose text starts with
+// "CreatePipe failed", "CreateProcess failed:<code>" or "ReadFile failed" (on Windows
+// the others name the system's error code too).
 std::string runCommandCapture(const std::string& commandLine);
 
 enum class CommandEnd { Exited, TimedOut, Stopped };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <string>
 
 namespace autoscene::sys::win32 {
 
@@ -42,7 +43,7 @@ PipeEnds createPipe(bool childReads) {
     inheritable.bInheritHandle = TRUE;
     PipeEnds ends;
     if (!CreatePipe(&ends.read, &ends.write, &inheritable, kPipeBytes)) {
-        throw std::runtime_error("CreatePipe failed");
+        throw std::runtime_error("CreatePipe failed: error " + std::to_string(GetLastError()));
     }
     SetHandleInformation(childReads ? ends.write : ends.read, HANDLE_FLAG_INHERIT, 0);
     return ends;
@@ -71,10 +72,11 @@ PROCESS_INFORMATION startOnPipes(const std::string& commandLine, HANDLE input, H
 bool readAvailable(HANDLE pipe, HANDLE process, std::string& out) {
     DWORD available = 0;
     if (!PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr)) {
-        if (GetLastError() == ERROR_BROKEN_PIPE) {
+        const DWORD error = GetLastError();
+        if (error == ERROR_BROKEN_PIPE) {
             return false;
         }
-        throw std::runtime_error("ReadFile failed");
+        throw std::runtime_error("ReadFile failed: PeekNamedPipe error " + std::to_string(error));
     }
     if (available == 0) {
         // Returns early when the child ends; once it has, something it started may still
@@ -87,7 +89,7 @@ bool readAvailable(HANDLE pipe, HANDLE process, std::string& out) {
     std::array<char, kReadChunkBytes> buffer{};
     DWORD readBytes = 0;
     if (!ReadFile(pipe, buffer.data(), std::min(available, kReadChunkBytes), &readBytes, nullptr)) {
-        throw std::runtime_error("ReadFile failed");
+        throw std::runtime_error("ReadFile failed: error " + std::to_string(GetLastError()));
     }
     out.append(buffer.data(), readBytes);
     return true;

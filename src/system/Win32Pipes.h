@@ -25,7 +25,7 @@ void closeAll(std::initializer_list<HANDLE> handles);
 PROCESS_INFORMATION startOnPipes(const std::string& commandLine, HANDLE input, HANDLE output);
 
 // An anonymous pipe; the end that stays with the caller (the write end when the child
-// reads) is not inheritable. Throws "CreatePipe failed".
+// reads) is not inheritable. Throws "CreatePipe failed: error <code>".
 struct PipeEnds {
     HANDLE read = nullptr;
     HANDLE write = nullptr;
@@ -34,7 +34,8 @@ PipeEnds createPipe(bool childReads);
 
 // Anonymous pipes cannot be waited on together with a stop, so output is polled: appends
 // what `pipe` holds to `out`, or waits a little (less once `process` has ended) when it
-// holds nothing. False once the pipe is broken; throws "ReadFile failed".
+// holds nothing. False once the pipe is broken; throws "ReadFile failed: …" with
+// the failing call and its error code.
 bool readAvailable(HANDLE pipe, HANDLE process, std::string& out);
 
 // When a stop or the deadline (none: no limit) ends a wait for output.

@@ -52,7 +52,7 @@ DeviceTarget::DeviceTarget(android::AdbClient adb, Options options)
       services_(
           adb_, options_.serviceFile, options_.keys,
           [](const std::string& line) { qCDebug(lcDevice).noquote() << line.c_str(); },
-          cancelled_) {}
+          cancelled_.get_token()) {}
 
 DeviceTarget::~DeviceTarget() = default;
 
@@ -69,9 +69,14 @@ std::unique_ptr<android::IDeviceRoute> DeviceTarget::chooseRoute(const std::stri
     if (options_.route == Route::Service) {
         return service;
     }
-    const android::DeviceCapture trial = service->capture({});
+    const android::DeviceCapture trial = service->capture(cancelled_.get_token());
     if (!trial.frame.empty()) {
         return service;
+    }
+    if (cancelled_.stop_requested()) {
+        qCInfo(lcDevice).noquote()
+            << "device" << serial.c_str() << "the run ended before its service answered: adb alone";
+        return std::make_unique<android::AdbRoute>(adb_, serial);
     }
     qCWarning(lcDevice).noquote() << "device" << serial.c_str()
                                   << "service did not answer:" << trial.error.c_str()

@@ -10,6 +10,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -40,14 +41,15 @@ public:
     ~DeviceTarget() override;
 
     // "service" or "adb": how the device is driven, chosen on first use and logged once.
+    // Choosing may wait for the device service; cancelWaits() cuts that short.
     QString routeOf(const QString& serial);
     // The geometry of the device's last frame, where its route is told it (the service).
     std::optional<platform::android::ServiceFrameInfo> frameInfo(const QString& serial) {
         return device(serial).route->lastFrameInfo();
     }
-    // Ends every wait for a device service's port at once, and fails later ones at once:
-    // the run is stopping.
-    void cancelWaits() { cancelled_ = true; }
+    // Ends every wait for a device service at once, and fails later ones at once: the run
+    // is stopping.
+    void cancelWaits() { cancelled_.request_stop(); }
 
     bool capture(const engine::TaskInfo& task, const platform::FrameConsumer& consume) override;
     bool isWindow(platform::WindowHandle) override { return false; }
@@ -93,7 +95,7 @@ private:
 
     const platform::android::AdbClient adb_;
     const Options options_;
-    std::atomic<bool> cancelled_{false};
+    std::stop_source cancelled_;
     std::atomic<bool> lost_{false};
     QString lostText_;  // under mutex_; set once, before lost_
     platform::android::DeviceServices services_;

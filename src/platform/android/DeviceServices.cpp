@@ -15,13 +15,12 @@ constexpr const char* kServiceClass = "cn.morvane.adb_operation.httpserver.Simpl
 }  // namespace
 
 DeviceServices::DeviceServices(const AdbClient& adb, std::string serviceFile,
-                               IServiceKeyProvider* keys, LogSink log,
-                               const std::atomic<bool>& cancelled)
+                               IServiceKeyProvider* keys, LogSink log, std::stop_token cancelled)
     : adb_(adb),
       serviceFile_(std::move(serviceFile)),
       keys_(keys),
       log_(std::move(log)),
-      cancelled_(cancelled) {}
+      cancelled_(std::move(cancelled)) {}
 
 DeviceServices::~DeviceServices() {
     std::vector<std::thread> threads;
@@ -49,7 +48,7 @@ std::optional<int> DeviceServices::port(const std::string& serial, std::chrono::
                                         const std::stop_token& stop) {
     const auto start = std::chrono::steady_clock::now();
     const auto deadline = start + limit;
-    const auto givenUp = [&] { return cancelled_ || stop.stop_requested(); };
+    const auto givenUp = [&] { return cancelled_.stop_requested() || stop.stop_requested(); };
     // Sleeps in 50 ms steps until `until`; false when the waits were given up.
     const auto sleepUntil = [&](std::chrono::steady_clock::time_point until) {
         while (!givenUp() && std::chrono::steady_clock::now() < until) {

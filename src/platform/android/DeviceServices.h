@@ -5,7 +5,6 @@
 // process lives; when it ends the entry and the forward go, and the next request starts
 // everything again.
 
-#include <atomic>
 #include <chrono>
 #include <functional>
 #include <map>
@@ -36,9 +35,9 @@ using LogSink = std::function<void(const std::string&)>;
 class DeviceServices {
 public:
     // `serviceFile` is the service's code on this computer; `keys` may be null (empty key).
-    // Once `cancelled` is set, waits for a port end at once.
+    // Once `cancelled` is requested, waits for a port end at once.
     DeviceServices(const AdbClient& adb, std::string serviceFile, IServiceKeyProvider* keys,
-                   LogSink log, const std::atomic<bool>& cancelled);
+                   LogSink log, std::stop_token cancelled);
     // Ends every service process started here and waits for their threads.
     ~DeviceServices();
     DeviceServices(const DeviceServices&) = delete;
@@ -60,7 +59,7 @@ private:
     const std::string serviceFile_;
     IServiceKeyProvider* const keys_;
     const LogSink log_;
-    const std::atomic<bool>& cancelled_;
+    const std::stop_token cancelled_;
     std::mutex mutex_;  // everything below
     std::map<std::string, int> ports_;
     std::set<std::string> starting_;

@@ -128,7 +128,9 @@ TEST(DeviceRun, TheDemoTaskPlaysThroughTheDeviceService) {
     EXPECT_FALSE(adb.adb({"forward", "--list"}).contains(device.serial()));
 }
 
-TEST(DeviceRun, CtrlCReachesAWorkerWaitingForTheDeviceService) {
+// The default route tries the device service before the run's first frame; a service that
+// never answers is given up at once by Ctrl+C and by the time limit.
+TEST(DeviceRun, StopAndTimeLimitCutShortTheWaitForTheDeviceService) {
     PrivateAdb adb;
     TestDevice device({"--service-broken"});
     ASSERT_TRUE(adb.connect(device));
@@ -138,24 +140,37 @@ TEST(DeviceRun, CtrlCReachesAWorkerWaitingForTheDeviceService) {
     service.write("service code");
     service.close();
 
-    QProcess process;
-    process.start(AUTOSCENE_RUN_PATH,
-                  {AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--device-route", "service",
-                   "--device-service", service.fileName(), "--json"});
-    ASSERT_TRUE(process.waitForStarted());
-    // Bounded generously: a loaded machine may take seconds to start the run.
-    QByteArray out;
-    for (int wait = 0; wait < 300 && !out.contains("\"target\""); ++wait) {
-        process.waitForReadyRead(100);
-        out += process.readAllStandardOutput();
+    for (const bool interrupt : {true, false}) {
+        SCOPED_TRACE(interrupt ? "Ctrl+C" : "time limit");
+        QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device",         device.serial(),
+                              "--device-service",     service.fileName(), "--json"};
+        if (!interrupt) {
+            arguments << "--time-limit"
+                      << "1";
+        }
+        const int startsBefore = int(device.log().filter("service key ").size());
+        QProcess process;
+        process.start(AUTOSCENE_RUN_PATH, arguments);
+        ASSERT_TRUE(process.waitForStarted());
+        // Bounded generously: a loaded machine may take seconds to start the run.
+        for (int wait = 0; wait < 300 && device.log().filter("service key ").size() == startsBefore;
+             ++wait) {
+            QThread::msleep(20);
+        }
+        QElapsedTimer sinceStart;
+        sinceStart.start();
+        if (interrupt) {
+            QThread::msleep(300);
+            ::kill(pid_t(process.processId()), SIGINT);
+        }
+        ASSERT_TRUE(process.waitForFinished(4000));
+        EXPECT_LT(sinceStart.elapsed(), interrupt ? 800 : 1500);
+        const QByteArray out = process.readAllStandardOutput();
+        EXPECT_EQ(process.exitCode(), interrupt ? 0 : 124);
+        EXPECT_TRUE(
+            out.contains(interrupt ? "\"ended\":\"interrupted\"" : "\"ended\":\"time_limit\""))
+            << out.toStdString();
     }
-    // The worker now waits for a service that never comes (5 s per request).
-    QThread::msleep(700);
-    ::kill(pid_t(process.processId()), SIGINT);
-    EXPECT_TRUE(process.waitForFinished(4000));
-    out += process.readAllStandardOutput();
-    EXPECT_EQ(process.exitCode(), 0);
-    EXPECT_TRUE(out.contains("\"ended\":\"interrupted\"")) << out.toStdString();
 }
 
 // autoscene-run started with --json; reads its output until the target line.
