@@ -100,7 +100,9 @@ TaskMainPage::TaskMainPage(AppConfig config, Desktop desktop, QWidget* parent)
             this, [this] {
                 SettingView view(editor_.document().settings, config_, this);
                 if (view.exec() == QDialog::Accepted) {
-                    view.applyTo(editor_.document().settings);
+                    model::TaskSettings changed = editor_.document().settings;
+                    view.applyTo(changed);
+                    editor_.changeSettings(std::move(changed), tr("修改设置"));
                     view.saveHotKeys();
                     if (hotKeys_) {
                         hotKeys_->registerAll();

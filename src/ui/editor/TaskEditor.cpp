@@ -6,6 +6,7 @@
 #include "editor/EventClipboard.h"
 #include "editor/EventCommands.h"
 #include "editor/SceneCommands.h"
+#include "editor/SettingsCommand.h"
 
 namespace autoscene::ui {
 
@@ -176,6 +177,10 @@ bool TaskEditor::removeDefinition(int id) {
         return false;
     }
     return push(new RemoveDefinitionCommand(*this, id));
+}
+
+bool TaskEditor::changeSettings(model::TaskSettings settings, const QString& text) {
+    return push(new SettingsCommand(*this, std::move(settings), text));
 }
 
 bool TaskEditor::push(QUndoCommand* command) {
