@@ -55,6 +55,7 @@ MainWindow::MainWindow(AppConfig config, Desktop desktop, QWidget* parent)
     eventTree_ = new EventTree(editor_);
     connect(sceneList_, &SceneListView::sceneSelected, eventTree_, &EventTree::showScene);
     connect(&editor_, &TaskEditor::modifiedChanged, this, &QWidget::setWindowModified);
+    connect(&editor_, &TaskEditor::settingsChanged, this, &MainWindow::showTarget);
 
     auto* splitter = new QSplitter;
     splitter->addWidget(titled(tr("界面"), sceneList_));
@@ -231,7 +232,9 @@ void MainWindow::openSettings() {
     if (view.exec() != QDialog::Accepted) {
         return;
     }
-    view.applyTo(editor_.document());
+    TaskSetup changed = TaskSetup::of(editor_.document());
+    view.applyTo(changed);
+    editor_.changeSetup(std::move(changed), tr("修改设置"));
     view.saveHotKeys();
     if (hotKeys_) {
         hotKeys_->registerAll();
@@ -282,8 +285,9 @@ void MainWindow::buildTargetMenu() {
     menu->addAction(tr("选择窗口"), this, &MainWindow::chooseWindow);
     menu->addAction(tr("ADB模式"), this, &MainWindow::chooseDevices);
     menu->addAction(tr("全屏模式"), this, [this] {
-        editor_.document().settings.taskMode = int(model::TaskMode::FullScreen);
-        showTarget();
+        model::TaskSettings changed = editor_.document().settings;
+        changed.taskMode = int(model::TaskMode::FullScreen);
+        editor_.changeSettings(std::move(changed), tr("更改目标"));
     });
     menu->addAction(tr("查看修改窗口信息"), this, &MainWindow::editWindowInfo);
     targetButton_->setMenu(menu);
@@ -301,7 +305,7 @@ void MainWindow::chooseWindow() {
     if (!chosen) {
         return;
     }
-    model::TaskSettings& settings = editor_.document().settings;
+    model::TaskSettings settings = editor_.document().settings;
     settings.taskMode = int(model::TaskMode::Window);
     settings.windowInfo.title = QString::fromStdString(chosen->title);
     settings.windowInfo.className = QString::fromStdString(chosen->className);
@@ -309,7 +313,7 @@ void MainWindow::chooseWindow() {
     settings.windowInfo.width = chosen->clientRect.width;
     settings.windowInfo.height = chosen->clientRect.height;
     run_->setChosenWindow(chosen->window);
-    showTarget();
+    editor_.changeSettings(std::move(settings), tr("更改目标"));
 }
 
 void MainWindow::chooseDevices() {
@@ -317,13 +321,14 @@ void MainWindow::chooseDevices() {
     if (!dialog.refresh() || dialog.exec() != QDialog::Accepted) {
         return;
     }
-    editor_.document().settings.taskMode = int(model::TaskMode::AndroidDevice);
+    model::TaskSettings changed = editor_.document().settings;
+    changed.taskMode = int(model::TaskMode::AndroidDevice);
     run_->setChosenDevices(dialog.chosen());
-    showTarget();
+    editor_.changeSettings(std::move(changed), tr("更改目标"));
 }
 
 void MainWindow::editWindowInfo() {
-    model::TaskSettings& settings = editor_.document().settings;
+    model::TaskSettings settings = editor_.document().settings;
     WindowInfoDialog dialog(settings.windowInfo, this);
     if (dialog.exec() != QDialog::Accepted) {
         return;
@@ -332,7 +337,7 @@ void MainWindow::editWindowInfo() {
     settings.taskMode = int(model::TaskMode::Window);
     // The handle chosen before may be another window than the record now names.
     run_->setChosenWindow(0);
-    showTarget();
+    editor_.changeSettings(std::move(settings), tr("更改目标"));
 }
 
 void MainWindow::showTarget() {

@@ -159,8 +159,8 @@ SettingView::SettingView(const model::TaskDocument& task, AppConfig config, QWid
     nameControlsAfterText(*this);
 }
 
-void SettingView::applyTo(model::TaskDocument& task) const {
-    model::TaskSettings& settings = task.settings;
+void SettingView::applyTo(TaskSetup& setup) const {
+    model::TaskSettings& settings = setup.settings;
     settings.expandSize = expandSize_->text().toInt();
     settings.concurrency = concurrency_->isChecked();
     // An interval between the steps stays as it is until the slider is moved.
@@ -169,8 +169,8 @@ void SettingView::applyTo(model::TaskDocument& task) const {
     }
     settings.backCapture = backCapture_->isChecked();
     settings.backAct = backInput_->isChecked();
-    task.funcPluginFile = pluginFile_;
-    task.enabledPluginFunc.text =
+    setup.pluginFile = pluginFile_;
+    setup.pluginServices.text =
         pluginFile_.isEmpty() ? std::string("[]") : plugins::servicesToJson(pluginServices_);
 }
 

@@ -5,6 +5,7 @@
 
 #include <QDialog>
 
+#include "editor/SettingsCommand.h"
 #include "model/TaskDocument.h"
 #include "plugins/BackgroundPlugin.h"
 #include "ui/AppConfig.h"
@@ -25,7 +26,7 @@ public:
     SettingView(const model::TaskDocument& task, AppConfig config, QWidget* parent = nullptr);
 
     // The settings as the dialog shows them.
-    void applyTo(model::TaskDocument& task) const;
+    void applyTo(TaskSetup& setup) const;
     // Takes the library as the task's background plug-in, every service ticked, when it
     // loads; otherwise says so and keeps the previous one.
     bool choosePlugin(const QString& path);

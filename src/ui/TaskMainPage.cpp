@@ -100,7 +100,9 @@ TaskMainPage::TaskMainPage(AppConfig config, Desktop desktop, QWidget* parent)
             this, [this] {
                 SettingView view(editor_.document(), config_, this);
                 if (view.exec() == QDialog::Accepted) {
-                    view.applyTo(editor_.document());
+                    TaskSetup changed = TaskSetup::of(editor_.document());
+                    view.applyTo(changed);
+                    editor_.changeSetup(std::move(changed), tr("修改设置"));
                     view.saveHotKeys();
                     if (hotKeys_) {
                         hotKeys_->registerAll();

@@ -93,6 +93,12 @@ TEST_F(Editor, EveryEditUndoesAndRedoesToTheSameBytes) {
              return e.replaceDefinition(std::move(copy));
          }},
         {"delete definition", [](TaskEditor& e) { return e.removeDefinition(3); }},
+        {"change settings",
+         [](TaskEditor& e) {
+             model::TaskSettings settings = e.document().settings;
+             settings.windowInfo.title = "新窗口";
+             return e.changeSettings(settings, "settings");
+         }},
     };
     for (const auto& [name, edit] : edits) {
         SCOPED_TRACE(name);

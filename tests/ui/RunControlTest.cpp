@@ -344,7 +344,9 @@ TEST_F(RunFromWindow, BackgroundPluginChosenInTheSettingsCapturesAndActsForTheRu
         [&] { EXPECT_FALSE(view.choosePlugin(folder.filePath("script.json"))); }, "确定");
     EXPECT_EQ(refused.text, "插件加载失败");
     ASSERT_TRUE(view.choosePlugin(folder.filePath("plugins/file-backend.so")));
-    view.applyTo(task);
+    ui::TaskSetup setup = ui::TaskSetup::of(task);
+    view.applyTo(setup);
+    ASSERT_TRUE(window_->editor().changeSetup(std::move(setup), "plug-in"));
     EXPECT_EQ(task.funcPluginFile, "plugins/file-backend.so") << "kept relative to the task";
     EXPECT_EQ(task.enabledPluginFunc.text, R"(["capture","mouse","key","input","wheel"])");
 

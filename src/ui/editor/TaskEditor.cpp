@@ -6,6 +6,7 @@
 #include "editor/EventClipboard.h"
 #include "editor/EventCommands.h"
 #include "editor/SceneCommands.h"
+#include "editor/SettingsCommand.h"
 
 namespace autoscene::ui {
 
@@ -176,6 +177,16 @@ bool TaskEditor::removeDefinition(int id) {
         return false;
     }
     return push(new RemoveDefinitionCommand(*this, id));
+}
+
+bool TaskEditor::changeSettings(model::TaskSettings settings, const QString& text) {
+    TaskSetup setup = TaskSetup::of(document_);
+    setup.settings = std::move(settings);
+    return changeSetup(std::move(setup), text);
+}
+
+bool TaskEditor::changeSetup(TaskSetup setup, const QString& text) {
+    return push(new SettingsCommand(*this, std::move(setup), text));
 }
 
 bool TaskEditor::push(QUndoCommand* command) {

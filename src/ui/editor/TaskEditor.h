@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+#include "editor/SettingsCommand.h"
 #include "model/TaskDocument.h"
 
 namespace autoscene::ui {
@@ -71,6 +72,11 @@ public:
     bool replaceDefinition(std::unique_ptr<model::EditorVariable> definition);
     bool removeDefinition(int id);
 
+    // The task's settings replaced as one step; false while locked.
+    bool changeSettings(model::TaskSettings settings, const QString& text);
+    // The settings and the background plug-in replaced as one step; false while locked.
+    bool changeSetup(TaskSetup setup, const QString& text);
+
     // While a run reads the document, every edit, undo and redo is refused.
     void setLocked(bool locked) { locked_ = locked; }
     bool isLocked() const { return locked_; }
@@ -86,6 +92,7 @@ public:
     void announceEvents(int sceneRow) { emit eventsChanged(sceneRow); }
     void announceEvent(int sceneRow, int eventRow) { emit eventChanged(sceneRow, eventRow); }
     void announceDefinitions() { emit definitionsChanged(); }
+    void announceSettings() { emit settingsChanged(); }
 
 signals:
     void scenesChanged();
@@ -94,6 +101,7 @@ signals:
     // One event changed in place.
     void eventChanged(int sceneRow, int eventRow);
     void definitionsChanged();
+    void settingsChanged();
     void modifiedChanged(bool modified);
 
 private:

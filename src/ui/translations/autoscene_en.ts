@@ -1098,6 +1098,14 @@
         <source>ADB模式: %1</source>
         <translation>ADB mode: %1</translation>
     </message>
+    <message>
+        <source>修改设置</source>
+        <translation>Change settings</translation>
+    </message>
+    <message>
+        <source>更改目标</source>
+        <translation>Change target</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::PluginFuncsDialog</name>
@@ -1530,6 +1538,10 @@
     <message>
         <source>任务正在运行中,请停止后任务再关闭</source>
         <translation>The task is running; stop it before closing.</translation>
+    </message>
+    <message>
+        <source>修改设置</source>
+        <translation>Change settings</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,37 @@
+#pragma once
+// An undoable change of the task's settings (loop, target window, mode and the rest) and its
+// background plug-in: the whole records are swapped, so undo gives back every field at once.
+
+#include <QUndoCommand>
+
+#include "model/TaskDocument.h"
+
+namespace autoscene::ui {
+
+class TaskEditor;
+
+// What the settings dialog edits: the settings record and the background plug-in.
+struct TaskSetup {
+    model::TaskSettings settings;
+    QString pluginFile;
+    model::RawJson pluginServices;
+
+    static TaskSetup of(const model::TaskDocument& task) {
+        return {task.settings, task.funcPluginFile, task.enabledPluginFunc};
+    }
+};
+
+class SettingsCommand : public QUndoCommand {
+public:
+    SettingsCommand(TaskEditor& editor, TaskSetup setup, const QString& text);
+    void redo() override { swap(); }
+    void undo() override { swap(); }
+
+private:
+    void swap();
+
+    TaskEditor& editor_;
+    TaskSetup other_;  // the version not in the document now
+};
+
+}  // namespace autoscene::ui
