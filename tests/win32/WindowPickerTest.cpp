@@ -31,7 +31,15 @@ WindowPick settle(Win32WindowPicker& picker) {
     return pick;
 }
 
+// Puts the pointer back: a window a later test opens under it would get a real mouse move.
+struct PointerKeeper {
+    PointerKeeper() { GetCursorPos(&point); }
+    ~PointerKeeper() { SetCursorPos(point.x, point.y); }
+    POINT point{};
+};
+
 TEST(WindowPickerTest, AClickOnAChildPicksItsTopLevelWindow) {
+    const PointerKeeper pointer;
     RecorderProcess recorder;
     ASSERT_TRUE(recorder.started());
     RECT inner{};
