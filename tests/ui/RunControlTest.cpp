@@ -72,6 +72,16 @@ protected:
         // The demo takes ~4 s on a loaded machine; a stuck run still fails in time.
         return QTest::qWaitFor([&] { return run().state() == State::Idle; }, 20000);
     }
+
+    // A run started now drives `driven` past its first screen and leaves `other` alone.
+    void runsOnlyOn(DemoTargetProcess& driven, DemoTargetProcess& other) {
+        clickRun({});
+        ASSERT_EQ(run().state(), State::Running);
+        EXPECT_TRUE(driven.waitForLine("screen MENU", 0, 5000));
+        EXPECT_FALSE(other.waitForLine("screen MENU", 0, 200));
+        run().stop();
+        EXPECT_TRUE(waitUntilIdle());
+    }
 };
 
 TEST_F(RunFromWindow, RunsTheDemoToItsStopActionAndLogsIt) {
@@ -181,12 +191,7 @@ TEST_F(RunFromWindow, SeveralWindowsNeedAChoice) {
     EXPECT_EQ(run().state(), State::Idle);
 
     run().setChosenWindow(second->window());
-    clickRun({});
-    ASSERT_EQ(run().state(), State::Running);
-    EXPECT_TRUE(second->waitForLine("screen MENU", 0, 5000));
-    EXPECT_FALSE(first->waitForLine("screen MENU", 0, 200));
-    run().stop();
-    EXPECT_TRUE(waitUntilIdle());
+    runsOnlyOn(*second, *first);
 }
 
 TEST_F(RunFromWindow, WindowChosenFromTheListBecomesTheTarget) {
@@ -215,12 +220,7 @@ TEST_F(RunFromWindow, WindowChosenFromTheListBecomesTheTarget) {
     EXPECT_EQ(info.title, "Second Demo");
     EXPECT_TRUE(info.isFullmatchTitle);
 
-    clickRun({});
-    ASSERT_EQ(run().state(), State::Running);
-    EXPECT_TRUE(second->waitForLine("screen MENU", 0, 5000));
-    EXPECT_FALSE(first->waitForLine("screen MENU", 0, 200));
-    run().stop();
-    EXPECT_TRUE(waitUntilIdle());
+    runsOnlyOn(*second, *first);
 }
 
 TEST_F(RunFromWindow, WindowPointedAtWithTheCrosshairBecomesTheTarget) {
@@ -238,11 +238,7 @@ TEST_F(RunFromWindow, WindowPointedAtWithTheCrosshairBecomesTheTarget) {
     });
     window_->findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[0]->trigger();
     EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Second Demo");
-    clickRun({});
-    ASSERT_EQ(run().state(), State::Running);
-    EXPECT_TRUE(second->waitForLine("screen MENU", 0, 5000));
-    run().stop();
-    EXPECT_TRUE(waitUntilIdle());
+    runsOnlyOn(*second, *first);
 }
 
 TEST_F(RunFromWindow, WindowOfAnotherSizeMayBeResized) {
