@@ -31,6 +31,7 @@
 #include "ui/TaskBackups.h"
 #include "ui/WindowInfoDialog.h"
 #include "ui/WindowListDialog.h"
+#include "ui/playback/PlaybackWindow.h"
 
 namespace autoscene::ui {
 
@@ -136,9 +137,43 @@ void MainWindow::buildToolBar() {
         logWindow_->raise();
         logWindow_->activateWindow();
     });
+    wire("playback", &MainWindow::showPlayback);
     wire("action_stop", [this] {
         run_->stop();
     })->setIcon(QIcon(QStringLiteral(":/image/stop.png")));
+}
+
+void MainWindow::showPlayback() {
+    if (!playback_) {
+        playback_ = new PlaybackWindow(editor_, AppConfig::playbackFolder(config_.path()), this);
+        connect(playback_, &PlaybackWindow::eventRequested, this, &MainWindow::selectEvent);
+    } else {
+        playback_->listRecordings();
+    }
+    playback_->show();
+    playback_->raise();
+    playback_->activateWindow();
+}
+
+void MainWindow::selectEvent(const QString& scene, const QString& event) {
+    for (int row = 0; row < editor_.sceneRows(); ++row) {
+        if (editor_.sceneAt(row)->name != scene) {
+            continue;
+        }
+        sceneList_->selectRow(row);
+        // Row 0 is the identification event.
+        for (int eventRow = event.isEmpty() ? 0 : 1; eventRow < editor_.eventRows(row);
+             ++eventRow) {
+            if (event.isEmpty() || editor_.eventAt(row, eventRow)->name == event) {
+                eventTree_->selectRows({eventRow});
+                break;
+            }
+        }
+        raise();
+        activateWindow();
+        return;
+    }
+    statusBar()->showMessage(tr("任务中没有界面 %1").arg(scene));
 }
 
 void MainWindow::buildUndoActions(QToolBar& bar) {

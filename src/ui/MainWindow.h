@@ -18,6 +18,7 @@ namespace autoscene::ui {
 class EventTree;
 class HotKeyRegistrar;
 class LogTargetWindow;
+class PlaybackWindow;
 class RunView;
 class SceneListView;
 
@@ -65,6 +66,9 @@ private:
     void buildHotKeys();
     // Saves a picture of the target into the task's screenshots/ folder.
     void saveScreenshot();
+    void showPlayback();
+    // Selects an event in the scene and event lists, for the playback window.
+    void selectEvent(const QString& scene, const QString& event);
 
     AppConfig config_;
     Desktop desktop_;
@@ -80,6 +84,7 @@ private:
     RunControl::State shownRunState_ = RunControl::State::Idle;
     QTimer* definitionsRefresh_ = nullptr;
     HotKeyRegistrar* hotKeys_ = nullptr;
+    PlaybackWindow* playback_ = nullptr;
 };
 
 }  // namespace autoscene::ui

@@ -15,6 +15,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QTranslator>
+#include <QTreeWidget>
 #include <cstdio>
 #include <functional>
 
@@ -27,6 +28,7 @@
 #include "editor/FormDialog.h"
 #include "editor/ItemCatalog.h"
 #include "editor/TaskEditor.h"
+#include "model/EditorConditions.h"
 #include "ui/AutoRunner.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/MainWindow.h"
@@ -36,6 +38,7 @@
 #include "ui/SceneListView.h"
 #include "ui/TaskMainPage.h"
 #include "ui/Translations.h"
+#include "ui/playback/PlaybackWindow.h"
 #include "x11/X11Backend.h"
 #include "x11/X11WindowPicker.h"
 
@@ -176,6 +179,50 @@ void shootRun(Shooter& shooter, const QString& suffix) {
     stop();
 }
 
+// The playback window on a recording of the demo run, then after an edit that makes the form
+// scene's identification fail on its recorded frames.
+void shootPlayback(Shooter& shooter, const QString& suffix) {
+    TestTask task;
+    AppConfig(task.configPath()).setLoopMode(1);
+    const auto backend = autoscene::platform::makeX11Backend(nullptr);
+    MainWindow window{AppConfig(task.configPath()), {backend.get(), nullptr, nullptr, nullptr}};
+    QString error;
+    if (!window.openTask(task.path(), &error)) {
+        return;
+    }
+    window.setGeometry(0, 0, 1180, 700);
+    window.show();
+    autoscene::testing::DemoTargetProcess demo(qgetenv("DISPLAY").toStdString(),
+                                               {"--geometry", "800x600+1200+0"});
+    window.runControl().start();
+    if (!QTest::qWaitFor([&] { return window.runControl().state() == RunControl::State::Idle; },
+                         20000)) {
+        std::fprintf(stderr, "the demo run did not end\n");
+        return;
+    }
+    window.findChild<QAction*>("playback")->trigger();
+    auto* playback = window.findChild<PlaybackWindow*>();
+    playback->findChild<QPushButton*>("pushButton_next_scene")->click();
+    auto* decisions = playback->findChild<QTreeWidget*>("tree_decisions");
+    decisions->setCurrentItem(decisions->topLevelItem(decisions->topLevelItemCount() - 1));
+    shooter.save(*playback, "playback" + suffix);
+    TaskEditor& editor = window.editor();
+    for (int row = TaskEditor::kFixedRows; row < editor.sceneRows(); ++row) {
+        if (editor.sceneAt(row)->name == "form") {
+            autoscene::model::EditorEvent identification = *editor.eventAt(row, 0);
+            static_cast<autoscene::model::EditorColorCondition&>(
+                *identification.conditions.items()[0])
+                .count = 3900;
+            editor.replaceEvent(row, 0, identification, "raise");
+        }
+    }
+    if (!QTest::qWaitFor([&] { return !playback->replaying(); }, 20000)) {
+        std::fprintf(stderr, "the replay of the edited task did not end\n");
+    }
+    playback->findChild<QPushButton*>("pushButton_next_difference")->click();
+    shooter.save(*playback, "playback-edited" + suffix);
+}
+
 // A test device behind an adb server of its own, listed in ADB mode.
 void shootDevices(Shooter& shooter, const QString& suffix) {
     autoscene::testing::PrivateAdb adb;
@@ -311,12 +358,14 @@ int main(int argc, char* argv[]) {
     shootRun(shooter, "");
     shootDevices(shooter, "");
     shootTaskPage(shooter, "");
+    shootPlayback(shooter, "");
     if (QTranslator* english = installTranslation(app, QLocale(QLocale::English))) {
         shootMainWindow(shooter, "-en");
         shootEditor(shooter, "-en");
         shootRun(shooter, "-en");
         shootDevices(shooter, "-en");
         shootTaskPage(shooter, "-en");
+        shootPlayback(shooter, "-en");
         QApplication::removeTranslator(english);
     }
     return shooter.failed() ? 1 : 0;
