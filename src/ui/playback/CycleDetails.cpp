@@ -18,10 +18,6 @@ constexpr int kEventRole = Qt::UserRole + 1;
 constexpr int kHolds = 1;  // engine::ItemState as the evidence writes it
 constexpr int kFails = 2;
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("CycleDetails", text);
-}
-
 QString mark(int state) {
     return state == kHolds   ? QStringLiteral("✔")
            : state == kFails ? QStringLiteral("✘")
@@ -58,7 +54,7 @@ void addConditions(QTreeWidgetItem& parent, const QJsonObject& group) {
         const QJsonObject condition = value.toObject();
         auto* row = new QTreeWidgetItem(&parent);
         if (condition["item_state"].isArray()) {
-            row->setText(0, tr("条件组"));
+            row->setText(0, QCoreApplication::translate("CycleDetails", "条件组"));
             addConditions(*row, condition);
             continue;
         }
@@ -85,10 +81,10 @@ void showDecisions(QTreeWidget& tree, const QJsonObject& cycleLine) {
         const bool identification = check.contains("identification");
         auto* row = new QTreeWidgetItem(&tree);
         row->setText(0, identification
-                            ? tr("%1 识别界面 %2")
+                            ? QCoreApplication::translate("CycleDetails", "%1 识别界面 %2")
                                   .arg(mark(check["holds"].toBool() ? kHolds : kFails),
                                        check["scene"].toString())
-                            : tr("%1 事件 %2 (%3)")
+                            : QCoreApplication::translate("CycleDetails", "%1 事件 %2 (%3)")
                                   .arg(mark(check["holds"].toBool() ? kHolds : kFails),
                                        check["event"].toString(), check["scene"].toString()));
         row->setData(0, kSceneRole, check["scene"].toString());
@@ -98,11 +94,11 @@ void showDecisions(QTreeWidget& tree, const QJsonObject& cycleLine) {
     for (const QJsonValue& value : cycleLine["fired"].toArray()) {
         const QJsonObject fired = value.toObject();
         auto* row = new QTreeWidgetItem(&tree);
-        row->setText(
-            0,
-            fired["entered"].toBool()
-                ? tr("→ 进入界面 %1").arg(fired["scene"].toString())
-                : tr("→ 触发 %1 (%2)").arg(fired["event"].toString(), fired["scene"].toString()));
+        row->setText(0, fired["entered"].toBool()
+                            ? QCoreApplication::translate("CycleDetails", "→ 进入界面 %1")
+                                  .arg(fired["scene"].toString())
+                            : QCoreApplication::translate("CycleDetails", "→ 触发 %1 (%2)")
+                                  .arg(fired["event"].toString(), fired["scene"].toString()));
         for (const QJsonValue& action : fired["actions"].toArray()) {
             auto* result = new QTreeWidgetItem(row);
             result->setText(0, actionKindName(action.toObject()["type"].toInt()));
@@ -111,8 +107,9 @@ void showDecisions(QTreeWidget& tree, const QJsonObject& cycleLine) {
     }
     auto* scene = new QTreeWidgetItem(&tree);
     scene->setText(0, cycleLine["scene"].isString()
-                          ? tr("结束于界面 %1").arg(cycleLine["scene"].toString())
-                          : tr("结束时不在任何界面"));
+                          ? QCoreApplication::translate("CycleDetails", "结束于界面 %1")
+                                .arg(cycleLine["scene"].toString())
+                          : QCoreApplication::translate("CycleDetails", "结束时不在任何界面"));
     tree.expandAll();
     tree.resizeColumnToContents(0);
 }

@@ -37,7 +37,7 @@ void addShapes(const QJsonObject& condition, std::vector<EvidenceView::Shape>& s
         }
     } else if (type == QStringLiteral("color") && condition.contains("count")) {
         shapes.push_back({{},
-                          EvidenceView::tr("%1: %2 个像素 (需 > %3)")
+                          EvidenceView::tr("%1: %2 个像素 (阈值 %3)")
                               .arg(name)
                               .arg(condition["count"].toInt())
                               .arg(condition["more_than"].toInt()),

@@ -75,8 +75,8 @@ PlaybackWindow::PlaybackWindow(TaskEditor& editor, QString folder, QWidget* pare
     auto* body = new QSplitter;
     body->addWidget(evidence_);
     body->addWidget(details);
-    body->setStretchFactor(0, 3);
-    body->setStretchFactor(1, 2);
+    body->setStretchFactor(0, 1);
+    body->setSizes({600, 480});
 
     openInEditor_ = new QPushButton(tr("在编辑器中打开"));
     openInEditor_->setObjectName(QStringLiteral("pushButton_open_in_editor"));
@@ -125,7 +125,8 @@ PlaybackWindow::PlaybackWindow(TaskEditor& editor, QString folder, QWidget* pare
     if (recordings_->count() > 0) {
         openRecording(recordings_->itemData(0).toString());
     } else {
-        status_->setText(tr("%1 中还没有录像: 在设置中打开回放后运行任务即可录制").arg(folder_));
+        status_->setText(
+            tr("%1 中还没有录像: config.ini 的 playback 打开时, 每次运行都会录制").arg(folder_));
     }
 }
 

@@ -48,6 +48,37 @@
     </message>
 </context>
 <context>
+    <name>CycleDetails</name>
+    <message>
+        <source>条件组</source>
+        <translation>Condition group</translation>
+    </message>
+    <message>
+        <source>%1 识别界面 %2</source>
+        <translation>%1 identify scene %2</translation>
+    </message>
+    <message>
+        <source>%1 事件 %2 (%3)</source>
+        <translation>%1 event %2 (%3)</translation>
+    </message>
+    <message>
+        <source>→ 进入界面 %1</source>
+        <translation>→ entered scene %1</translation>
+    </message>
+    <message>
+        <source>→ 触发 %1 (%2)</source>
+        <translation>→ fired %1 (%2)</translation>
+    </message>
+    <message>
+        <source>结束于界面 %1</source>
+        <translation>Ended on scene %1</translation>
+    </message>
+    <message>
+        <source>结束时不在任何界面</source>
+        <translation>Ended on no scene</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::DeviceListDialog</name>
     <message>
         <source>ADB设备</source>
@@ -68,6 +99,13 @@
     <message>
         <source>未发现ADB设备，请先连接设备</source>
         <translation>No ADB device found; connect a device first.</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::EditedReplay</name>
+    <message>
+        <source>找不到文字识别服务 morvane-ocr: 屏幕文字按空白比较</source>
+        <translation>Text recognition service morvane-ocr not found: screen text compares as empty</translation>
     </message>
 </context>
 <context>
@@ -139,6 +177,21 @@
     <message>
         <source>重命名</source>
         <translation>Rename</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::EvidenceView</name>
+    <message>
+        <source>画面与证据</source>
+        <translation>Frame and evidence</translation>
+    </message>
+    <message>
+        <source>此周期没有画面</source>
+        <translation>No frame in this cycle</translation>
+    </message>
+    <message>
+        <source>%1: %2 个像素 (阈值 %3)</source>
+        <translation>%1: %2 pixels (threshold %3)</translation>
     </message>
 </context>
 <context>
@@ -1106,6 +1159,137 @@
         <source>更改目标</source>
         <translation>Change target</translation>
     </message>
+    <message>
+        <source>任务中没有界面 %1</source>
+        <translation>The task has no scene %1</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::PlaybackWindow</name>
+    <message>
+        <source>回放</source>
+        <translation>Playback</translation>
+    </message>
+    <message>
+        <source>录像</source>
+        <translation>Recording</translation>
+    </message>
+    <message>
+        <source>打开...</source>
+        <translation>Open...</translation>
+    </message>
+    <message>
+        <source>录像:</source>
+        <translation>Recording:</translation>
+    </message>
+    <message>
+        <source>界面变化</source>
+        <translation>Scene change</translation>
+    </message>
+    <message>
+        <source>修改后决定不同</source>
+        <translation>Decides differently after the edit</translation>
+    </message>
+    <message>
+        <source>触发事件</source>
+        <translation>Event fired</translation>
+    </message>
+    <message>
+        <source>决定</source>
+        <translation>Decision</translation>
+    </message>
+    <message>
+        <source>证据</source>
+        <translation>Evidence</translation>
+    </message>
+    <message>
+        <source>变量、计时器与定时器</source>
+        <translation>Variables, timers and alarms</translation>
+    </message>
+    <message>
+        <source>名称</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>类型</source>
+        <translation>Kind</translation>
+    </message>
+    <message>
+        <source>值</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>在编辑器中打开</source>
+        <translation>Open in editor</translation>
+    </message>
+    <message>
+        <source>选择录像文件夹</source>
+        <translation>Choose a recording folder</translation>
+    </message>
+    <message>
+        <source>◀ 界面变化</source>
+        <translation>◀ Scene change</translation>
+    </message>
+    <message>
+        <source>◀ 触发</source>
+        <translation>◀ Fired</translation>
+    </message>
+    <message>
+        <source>◀ 上一周期</source>
+        <translation>◀ Previous cycle</translation>
+    </message>
+    <message>
+        <source>下一周期 ▶</source>
+        <translation>Next cycle ▶</translation>
+    </message>
+    <message>
+        <source>触发 ▶</source>
+        <translation>Fired ▶</translation>
+    </message>
+    <message>
+        <source>界面变化 ▶</source>
+        <translation>Scene change ▶</translation>
+    </message>
+    <message>
+        <source>差异 ▶</source>
+        <translation>Difference ▶</translation>
+    </message>
+    <message>
+        <source>无法打开录像: %1</source>
+        <translation>Cannot open the recording: %1</translation>
+    </message>
+    <message>
+        <source>%1: %2 个周期, %3 个目标</source>
+        <translation>%1: %2 cycles, %3 targets</translation>
+    </message>
+    <message>
+        <source>目标%1 周期 %2 (%3/%4) %5</source>
+        <translation>Target %1 cycle %2 (%3/%4) %5</translation>
+    </message>
+    <message>
+        <source>此周期的画面在录制时被丢弃 (磁盘跟不上)</source>
+        <translation>This cycle&apos;s frame was dropped while recording (the disk fell behind)</translation>
+    </message>
+    <message>
+        <source>无法读取画面 %1</source>
+        <translation>Cannot read frame %1</translation>
+    </message>
+    <message>
+        <source>正在用修改后的任务重放录像...</source>
+        <translation>Replaying the recording with the edited task...</translation>
+    </message>
+    <message>
+        <source>修改后的任务在录像的每个周期都作出相同的决定</source>
+        <translation>The edited task decides as recorded in every cycle</translation>
+    </message>
+    <message>
+        <source>修改后的任务在 %1 个周期作出不同的决定 (红色)</source>
+        <translation>The edited task decides differently in %1 cycles (red)</translation>
+    </message>
+    <message>
+        <source>%1 中还没有录像: config.ini 的 playback 打开时, 每次运行都会录制</source>
+        <translation>No recordings in %1 yet: while playback is on in config.ini, every run is recorded</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::PluginFuncsDialog</name>
@@ -1542,6 +1726,17 @@
     <message>
         <source>修改设置</source>
         <translation>Change settings</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::TimelineView</name>
+    <message>
+        <source>时间轴</source>
+        <translation>Timeline</translation>
+    </message>
+    <message>
+        <source>目标%1</source>
+        <translation>Target %1</translation>
     </message>
 </context>
 <context>
