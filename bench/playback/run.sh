@@ -4,11 +4,12 @@
 # 0) and on a capture-only task over a static 1920x1080 screen, the bytes a recording takes
 # per 1 000 cycles of that static screen, and how much faster autoscene-replay replays the
 # demo recording than the recorded run took.
-# Usage: bench/playback/run.sh [BUILD_DIR] [SECONDS]
+# Usage: [ROUNDS=7] bench/playback/run.sh [BUILD_DIR] [SECONDS]
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 build=$(cd "${1:-$here/../../build/default}" && pwd)
 seconds=${2:-5}
+rounds=${ROUNDS:-7}
 demo_task="$here/../../examples/demo"
 work=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$work"' EXIT
@@ -28,26 +29,9 @@ JSON
 
 # The summary's value of KEY from a --json run's last line.
 summary() { tail -1 | python3 -c "import json,sys; print(json.load(sys.stdin)['$1'])"; }
-ratio() { python3 -c "print(f'{$1 / $2:.2f}')"; }
 round1() { python3 -c "print(f'{$1:.1f}')"; }
+round2() { python3 -c "print(f'{$1:.2f}')"; }
 
-demo_run() {  # [--record DIR]
-    "$build/bin/autoscene-demo-target" >/dev/null 2>&1 &
-    local target=$!
-    sleep 1
-    "$build/bin/autoscene-run" "$demo_task" --loop-interval 0 --json --time-limit 60 "$@" |
-        summary cycles_per_second
-    kill "$target"
-    wait "$target" 2>/dev/null || true
-}
-
-demo_plain=$(demo_run)
-demo_recorded=$(demo_run --record "$work/demo-recording")
-# Three runs of each, taken in turn so that the machine's load falls on both alike; the
-# median counts.
-median() {
-    python3 -c "import statistics, sys; print(statistics.median(map(float, sys.argv[1:])))" "$@"
-}
 # Runs autoscene-run with the arguments and prints its summary line with the processor time
 # it took ("cpu_seconds") added: less bent by other programs' load than cycles per second.
 timed_run() {
@@ -60,37 +44,68 @@ summary["cpu_seconds"] = usage.ru_utime + usage.ru_stime
 print(json.dumps(summary))
 PY
 }
-cpu_per_cycle() { python3 -c "import json,sys; s=json.load(sys.stdin); print(1000*s['cpu_seconds']/s['cycles'])"; }
-plain=() recorded=() plain_cpu=() recorded_cpu=()
-for run in 1 2 3; do
-    plain_json=$(timed_run "$work/static" --json --time-limit "$seconds")
-    plain+=("$(echo "$plain_json" | summary cycles_per_second)")
-    plain_cpu+=("$(echo "$plain_json" | cpu_per_cycle)")
-    rm -rf "$work/static-recording"
-    static_json=$(timed_run "$work/static" --json --time-limit "$seconds" \
-        --record "$work/static-recording")
-    recorded+=("$(echo "$static_json" | summary cycles_per_second)")
-    recorded_cpu+=("$(echo "$static_json" | cpu_per_cycle)")
-done
-static_plain=$(median "${plain[@]}")
-static_recorded=$(median "${recorded[@]}")
-cpu_plain=$(median "${plain_cpu[@]}")
-cpu_recorded=$(median "${recorded_cpu[@]}")
+demo_run() {  # [--record DIR]
+    "$build/bin/autoscene-demo-target" >/dev/null 2>&1 &
+    local target=$!
+    sleep 1
+    timed_run "$demo_task" --loop-interval 0 --json --time-limit 60 "$@"
+    kill "$target"
+    wait "$target" 2>/dev/null || true
+}
+static_run() {  # [--record DIR]
+    timed_run "$work/static" --json --time-limit "$seconds" "$@"
+}
+
+# Each round runs a task without and with --record back to back, in turns of which goes
+# first, and yields the ratio of the two: the machine's load, which changes from one minute
+# to the next, falls on both runs of a round alike. The median round counts.
+# Prints "plain recorded rate-ratio cpu-ratio" per round; $1 runs one (given --record DIR).
+rounds() {
+    local run=$1 plain recorded
+    for round in $(seq "$rounds"); do
+        rm -rf "$work/recording"
+        if ((round % 2)); then
+            plain=$($run)
+            recorded=$($run --record "$work/recording")
+        else
+            recorded=$($run --record "$work/recording")
+            plain=$($run)
+        fi
+        python3 - "$plain" "$recorded" <<'PY'
+import json, sys
+p, r = (json.loads(a) for a in sys.argv[1:])
+cpu = lambda s: s["cpu_seconds"] / s["cycles"]
+print(p["cycles_per_second"], r["cycles_per_second"],
+      r["cycles_per_second"] / p["cycles_per_second"], cpu(r) / cpu(p))
+PY
+    done
+}
+column() { cut -d' ' -f"$1" | xargs python3 -c "import statistics, sys; print(statistics.median(map(float, sys.argv[1:])))"; }
+
+demo_rounds=$(rounds demo_run)
+mv "$work/recording" "$work/demo-recording"
+static_rounds=$(rounds static_run)
+static_json=$(static_run --record "$work/static-recording")
 static_cycles=$(echo "$static_json" | summary cycles)
 static_bytes=$(du -sb "$work/static-recording" | cut -f1)
 task_bytes=$(du -sb "$work/static-recording/task" | cut -f1)
 replay_speed=$("$build/bin/autoscene-replay" "$work/demo-recording" --json | summary speed)
 
-printf '%-52s %14s %14s %8s\n' "measure" "without" "with" "ratio"
-printf '%-52s %14s %14s %8s\n' "demo, cycles/s (loop interval 0), --record" \
-    "$(round1 "$demo_plain")" "$(round1 "$demo_recorded")" "$(ratio "$demo_recorded" "$demo_plain")"
-printf '%-52s %14s %14s %8s\n' "static 1920x1080 capture only, cycles/s (median of 3)" \
-    "$(round1 "$static_plain")" "$(round1 "$static_recorded")" \
-    "$(ratio "$static_recorded" "$static_plain")"
-printf '%-52s %14s %14s %8s\n' "static 1920x1080, processor ms per cycle (median)" \
-    "$(python3 -c "print(f'{$cpu_plain:.3f}')")" "$(python3 -c "print(f'{$cpu_recorded:.3f}')")" \
-    "$(ratio "$cpu_recorded" "$cpu_plain")"
-printf '%-52s %14s %14s %8s\n' "static screen, bytes per 1 000 cycles (no task copy)" "-" \
+row() { printf '%-60s %12s %12s %8s\n' "$@"; }
+row "measure (median of $rounds alternating rounds)" "without" "with" "ratio"
+row "demo, cycles/s (loop interval 0), --record" \
+    "$(round1 "$(echo "$demo_rounds" | column 1)")" "$(round1 "$(echo "$demo_rounds" | column 2)")" \
+    "$(round2 "$(echo "$demo_rounds" | column 3)")"
+row "static 1920x1080 capture only, cycles/s" \
+    "$(round1 "$(echo "$static_rounds" | column 1)")" \
+    "$(round1 "$(echo "$static_rounds" | column 2)")" "$(round2 "$(echo "$static_rounds" | column 3)")"
+row "static 1920x1080, processor time per cycle" "-" "-" \
+    "$(round2 "$(echo "$static_rounds" | column 4)")"
+row "static screen, bytes per 1 000 cycles (no task copy)" "-" \
     "$(python3 -c "print(round(($static_bytes - $task_bytes) * 1000 / $static_cycles))")" "-"
-printf '%-52s %14s %14s %8s\n' "demo replay: recorded run's time / replay's time" "-" \
-    "$(round1 "$replay_speed")" "-"
+row "demo replay: recorded run's time / replay's time" "-" "$(round1 "$replay_speed")" "-"
+echo "rounds (cycles/s without, with, ratio, processor time ratio):"
+echo "demo:"
+echo "$demo_rounds"
+echo "static:"
+echo "$static_rounds"

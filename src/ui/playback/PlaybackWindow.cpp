@@ -14,6 +14,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "editor/AccessibleNames.h"
 #include "editor/TaskEditor.h"
 #include "playback/RecordingLayout.h"
 #include "ui/playback/CycleDetails.h"
@@ -50,6 +51,7 @@ PlaybackWindow::PlaybackWindow(TaskEditor& editor, QString folder, QWidget* pare
     status_ = new QLabel;
     status_->setObjectName(QStringLiteral("label_recording_status"));
     status_->setWordWrap(true);
+    status_->setAccessibleName(tr("录像状态"));
     auto* top = new QHBoxLayout;
     top->addWidget(new QLabel(tr("录像:")));
     top->addWidget(recordings_, 1);
@@ -83,6 +85,7 @@ PlaybackWindow::PlaybackWindow(TaskEditor& editor, QString folder, QWidget* pare
     openInEditor_->setEnabled(false);
     replayStatus_ = new QLabel;
     replayStatus_->setObjectName(QStringLiteral("label_replay_status"));
+    replayStatus_->setAccessibleName(tr("修改后的重放"));
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(replayStatus_, 1);
     bottom->addWidget(openInEditor_);
@@ -121,6 +124,7 @@ PlaybackWindow::PlaybackWindow(TaskEditor& editor, QString folder, QWidget* pare
         }
     });
     resize(1100, 720);
+    nameControlsAfterText(*this);
     listRecordings();
     if (recordings_->count() > 0) {
         openRecording(recordings_->itemData(0).toString());
@@ -157,6 +161,7 @@ void PlaybackWindow::buildNavigation(QWidget& bar) {
     position_ = new QLabel;
     position_->setObjectName(QStringLiteral("label_cycle"));
     position_->setAlignment(Qt::AlignCenter);
+    position_->setAccessibleName(tr("当前周期"));
     layout->addWidget(position_, 1);
     add("pushButton_next_cycle", tr("下一周期 ▶"), QKeySequence(Qt::Key_Right),
         [this](CycleMarks::Position at) { return marks_->step(at, 1); });
