@@ -1,4 +1,6 @@
 #include <QAction>
+#include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QPushButton>
 #include <QTest>
@@ -37,8 +39,14 @@ protected:
                                {"--geometry", "800x600+0+0"});
         ASSERT_TRUE(demo.started());
         window_->runControl().start();
-        ASSERT_TRUE(demo.waitForLine("screen FINISH", 0, 10000));
-        QTest::qWait(1500);
+        // Stopped once the finish screen has been seen for a while (its cycles fire nothing).
+        const auto recordedLines = [&] {
+            const QDir root(ui::AppConfig::playbackFolder(task_.configPath()));
+            QFile file(root.filePath(root.entryList(QDir::Dirs | QDir::NoDotAndDotDot).value(0) +
+                                     "/cycles.jsonl"));
+            return file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') : 0;
+        };
+        ASSERT_TRUE(QTest::qWaitFor([&] { return recordedLines() > 16; }, 20000));
         window_->runControl().stop();
         ASSERT_TRUE(QTest::qWaitFor(
             [&] { return window_->runControl().state() == ui::RunControl::State::Idle; }, 20000));

@@ -50,7 +50,7 @@ QString fields(const QJsonObject& object, const QStringList& skipped) {
 }
 
 void addConditions(QTreeWidgetItem& parent, const QJsonObject& group) {
-    for (const QJsonValue& value : group["item_state"].toArray()) {
+    for (const auto& value : group["item_state"].toArray()) {
         const QJsonObject condition = value.toObject();
         auto* row = new QTreeWidgetItem(&parent);
         if (condition["item_state"].isArray()) {
@@ -76,7 +76,7 @@ QString valueText(const QJsonValue& value) {
 
 void showDecisions(QTreeWidget& tree, const QJsonObject& cycleLine) {
     tree.clear();
-    for (const QJsonValue& value : cycleLine["checks"].toArray()) {
+    for (const auto& value : cycleLine["checks"].toArray()) {
         const QJsonObject check = value.toObject();
         const bool identification = check.contains("identification");
         auto* row = new QTreeWidgetItem(&tree);
@@ -91,7 +91,7 @@ void showDecisions(QTreeWidget& tree, const QJsonObject& cycleLine) {
         row->setData(0, kEventRole, identification ? QString() : check["event"].toString());
         addConditions(*row, check["conditions"].toObject());
     }
-    for (const QJsonValue& value : cycleLine["fired"].toArray()) {
+    for (const auto& value : cycleLine["fired"].toArray()) {
         const QJsonObject fired = value.toObject();
         auto* row = new QTreeWidgetItem(&tree);
         row->setText(0, fired["entered"].toBool()
@@ -99,7 +99,7 @@ void showDecisions(QTreeWidget& tree, const QJsonObject& cycleLine) {
                                   .arg(fired["scene"].toString())
                             : QCoreApplication::translate("CycleDetails", "→ 触发 %1 (%2)")
                                   .arg(fired["event"].toString(), fired["scene"].toString()));
-        for (const QJsonValue& action : fired["actions"].toArray()) {
+        for (const auto& action : fired["actions"].toArray()) {
             auto* result = new QTreeWidgetItem(row);
             result->setText(0, actionKindName(action.toObject()["type"].toInt()));
             result->setText(1, fields(action.toObject(), {"type"}));

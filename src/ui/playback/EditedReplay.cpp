@@ -27,7 +27,7 @@ void EditedReplay::cancel() {
     thread_ = nullptr;
 }
 
-void EditedReplay::start(std::shared_ptr<const playback::Recording> recording,
+void EditedReplay::start(const std::shared_ptr<const playback::Recording>& recording,
                          const model::TaskDocument& task) {
     cancel();
     // The editor goes on changing its document: the replay reads a copy that only it holds.

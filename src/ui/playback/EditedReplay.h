@@ -25,7 +25,7 @@ public:
     ~EditedReplay() override;
 
     // Replays `recording` with a copy of `task` taken now.
-    void start(std::shared_ptr<const playback::Recording> recording,
+    void start(const std::shared_ptr<const playback::Recording>& recording,
                const model::TaskDocument& task);
     // Stops the replay under way, dropping its answer.
     void cancel();

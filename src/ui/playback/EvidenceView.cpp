@@ -16,7 +16,7 @@ constexpr int kHolds = 1;  // engine::ItemState::Holds as the evidence writes it
 void addShapes(const QJsonObject& condition, std::vector<EvidenceView::Shape>& shapes) {
     const QString type = condition["type"].toString();
     if (condition["item_state"].isArray()) {  // a group
-        for (const QJsonValue& member : condition["item_state"].toArray()) {
+        for (const auto& member : condition["item_state"].toArray()) {
             addShapes(member.toObject(), shapes);
         }
         return;
@@ -43,7 +43,7 @@ void addShapes(const QJsonObject& condition, std::vector<EvidenceView::Shape>& s
                               .arg(condition["more_than"].toInt()),
                           holds});
     } else if (condition["text_rects"].isArray()) {
-        for (const QJsonValue& value : condition["text_rects"].toArray()) {
+        for (const auto& value : condition["text_rects"].toArray()) {
             const QJsonObject box = value.toObject();
             shapes.push_back({QRect(box["x"].toInt(), box["y"].toInt(), box["width"].toInt(),
                                     box["height"].toInt()),
@@ -71,7 +71,7 @@ void EvidenceView::show(const QImage& frame, const QJsonObject& cycleLine, const
     frame_ = frame;
     missing_ = missing;
     shapes_.clear();
-    for (const QJsonValue& check : cycleLine["checks"].toArray()) {
+    for (const auto& check : cycleLine["checks"].toArray()) {
         addShapes(check.toObject()["conditions"].toObject(), shapes_);
     }
     // A condition checked by several events is drawn once.

@@ -63,6 +63,7 @@ PlaybackWindow::PlaybackWindow(TaskEditor& editor, QString folder, QWidget* pare
                                              "<span style='color:#28a03c'>■</span> %3")
                                   .arg(tr("界面变化"), tr("修改后决定不同"), tr("触发事件")));
     legend->setObjectName(QStringLiteral("label_timeline_legend"));
+    legend->setAccessibleName(tr("图例"));
     auto* navigation = new QWidget;
     buildNavigation(*navigation);
 

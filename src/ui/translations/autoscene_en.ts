@@ -1290,6 +1290,22 @@
         <source>%1 中还没有录像: config.ini 的 playback 打开时, 每次运行都会录制</source>
         <translation>No recordings in %1 yet: while playback is on in config.ini, every run is recorded</translation>
     </message>
+    <message>
+        <source>录像状态</source>
+        <translation>Recording status</translation>
+    </message>
+    <message>
+        <source>图例</source>
+        <translation>Legend</translation>
+    </message>
+    <message>
+        <source>修改后的重放</source>
+        <translation>Replay after the edit</translation>
+    </message>
+    <message>
+        <source>当前周期</source>
+        <translation>Current cycle</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::PluginFuncsDialog</name>
