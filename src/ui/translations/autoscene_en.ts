@@ -1260,7 +1260,7 @@
     </message>
     <message>
         <source>%1: %2 个周期, %3 个目标</source>
-        <translation>%1: %2 cycles, %3 targets</translation>
+        <translation>%1: %2 cycles, %3 target(s)</translation>
     </message>
     <message>
         <source>目标%1 周期 %2 (%3/%4) %5</source>
