@@ -85,7 +85,7 @@ TEST_F(AdbMode, TheTickedDeviceRunsTheTaskAndStopsWhenAsked) {
     EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "ADB模式: " + chosen.serial());
 
     EXPECT_FALSE(answerModal([&] { run().start(); }, "确定").shown);
-    ASSERT_EQ(run().state(), State::Running);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Running; }, 10000));
     EXPECT_TRUE(chosen.waitForLine("screen DONE", 20000));
     EXPECT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Idle; }, 5000));
     EXPECT_TRUE(other.log().isEmpty());
@@ -101,13 +101,37 @@ TEST_F(AdbMode, TheTickedDeviceRunsTheTaskAndStopsWhenAsked) {
     QString error;
     ASSERT_TRUE(window_->openTask(android_.path(), &error));
     ASSERT_TRUE(run().start());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Running; }, 10000));
     QTest::qWait(500);
-    ASSERT_EQ(run().state(), State::Running);
     QElapsedTimer stopping;
     stopping.start();
     run().stop();
     EXPECT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Idle; }, 5000));
     EXPECT_LT(stopping.elapsed(), 1000);
+}
+
+TEST_F(AdbMode, FirstCaptureIsTriedOffTheWindowThreadAndStopEndsTheTry) {
+    TestDevice device;
+    ASSERT_TRUE(adb_.connect(device));
+    chooseOnly(device.serial());
+    device.pause();  // keeps adb waiting
+    ASSERT_TRUE(run().start());
+    EXPECT_TRUE(run().checkingDevice());
+    QElapsedTimer stopping;
+    stopping.start();
+    run().stop();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !run().checkingDevice(); }, 5000));
+    EXPECT_LT(stopping.elapsed(), 500);
+
+    ASSERT_TRUE(run().start());
+    const ModalSeen failed = answerModal(
+        [&] {
+            device.kill();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !run().checkingDevice(); }, 15000));
+        },
+        "确定");
+    EXPECT_EQ(failed.text, "截图失败！");
+    EXPECT_EQ(run().state(), State::Idle);
 }
 
 }  // namespace
