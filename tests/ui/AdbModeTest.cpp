@@ -32,13 +32,19 @@ protected:
 
     ui::RunControl& run() { return window_->runControl(); }
 
-    // Opens "ADB模式" and ticks only `serial` in the list before accepting it.
+    // Opens "ADB模式" and ticks only `serial` in the list before accepting it. The list is
+    // looked for until it shows: adb is asked before the dialog opens.
     QStringList chooseOnly(const QString& serial) {
         QStringList listed;
-        QTimer::singleShot(100, [&] {
+        QTimer poll;
+        poll.setInterval(20);
+        QObject::connect(&poll, &QTimer::timeout, [&] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_TRUE(dialog);
-            auto* list = dialog->findChild<QListWidget*>("listWidget_devices");
+            auto* list = dialog ? dialog->findChild<QListWidget*>("listWidget_devices") : nullptr;
+            if (!list) {
+                return;
+            }
+            poll.stop();
             for (int row = 0; row < list->count(); ++row) {
                 QListWidgetItem* item = list->item(row);
                 listed << item->text() + (item->checkState() == Qt::Checked ? " ✓" : "");
@@ -46,6 +52,7 @@ protected:
             }
             dialog->accept();
         });
+        poll.start();
         window_->findChild<QPushButton*>("pushButton_select_window")
             ->menu()
             ->actions()[1]
