@@ -12,12 +12,18 @@ namespace autoscene::ui {
 HotKeyRegistrar::HotKeyRegistrar(platform::IGlobalHotKeys& keys, AppConfig config, QWidget* window,
                                  Scope scope)
     : QObject(window), keys_(keys), config_(std::move(config)), window_(window), scope_(scope) {
-    notifier_ = new QSocketNotifier(keys_.eventDescriptor(), QSocketNotifier::Read, this);
-    connect(notifier_, &QSocketNotifier::activated, this,
-            [this] { keys_.dispatch([this](int id) { pressed(id); }); });
+    const auto dispatch = [this] { keys_.dispatch([this](int id) { pressed(id); }); };
+    if (keys_.eventDescriptor() >= 0) {
+        notifier_ = new QSocketNotifier(keys_.eventDescriptor(), QSocketNotifier::Read, this);
+        connect(notifier_, &QSocketNotifier::activated, this, dispatch);
+    } else {
+        keys_.setWakeUp(
+            [this, dispatch] { QMetaObject::invokeMethod(this, dispatch, Qt::QueuedConnection); });
+    }
 }
 
 HotKeyRegistrar::~HotKeyRegistrar() {
+    keys_.setWakeUp({});
     for (const int id : {kCapture, kStart, kStop, kPageStart, kPageStop}) {
         keys_.unregisterKey(id);
     }

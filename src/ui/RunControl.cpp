@@ -41,7 +41,10 @@ RunControl::RunControl(TaskEditor& editor, AppConfig config, Desktop desktop, QW
     connect(&finishPoll_, &QTimer::timeout, this, &RunControl::checkFinished);
 }
 
-RunControl::~RunControl() = default;
+RunControl::~RunControl() {
+    // A device check under way ends at once, before its thread is joined.
+    stop();
+}
 
 engine::TaskRunner* RunControl::runner() {
     return session_ ? &session_->runner() : nullptr;
@@ -163,25 +166,43 @@ std::optional<int> RunControl::chooseLoopMode() {
     return script;
 }
 
-bool RunControl::captures(const RunTarget& target) {
-    // A device's first capture may wait seconds for its service; the run reports a device
-    // it cannot capture.
-    if (target.kind == TargetKind::AndroidDevice) {
-        return true;
-    }
+bool RunControl::captures(const RunTarget& target, std::stop_token stop) {
     // Through the target service, so that a plug-in that captures is what is tried.
     engine::TaskInfo probe;
     probe.kind = target.kind;
     probe.window = target.window;
     probe.child = target.child;
+    probe.serial = target.serial;
+    probe.stop = std::move(stop);
     bool captured = false;
     target_->capture(probe, [&captured](const platform::BgraView& view) {
         captured = view.width > 0 && view.height > 0 && view.pixels;
     });
-    if (!captured) {
-        showNotice(window_, tr("截图失败！"));
-    }
     return captured;
+}
+
+void RunControl::checkDeviceThenRun(const std::vector<RunTarget>& targets, int loopMode) {
+    checkedTargets_ = targets;
+    checkedLoopMode_ = loopMode;
+    deviceCheck_ = std::jthread([this, first = targets.front()](std::stop_token stop) {
+        const bool captured = captures(first, std::move(stop));
+        QMetaObject::invokeMethod(
+            this, [this, captured] { deviceChecked(captured); }, Qt::QueuedConnection);
+    });
+}
+
+void RunControl::deviceChecked(bool captured) {
+    deviceCheck_.join();
+    if (deviceCheck_.get_stop_token().stop_requested()) {
+        qCInfo(lcRun) << "the start was stopped while the device's first capture was tried";
+        releaseTargetService();
+    } else if (!captured) {
+        releaseTargetService();
+        showNotice(window_, tr("截图失败！"));
+    } else {
+        run(checkedTargets_, checkedLoopMode_);
+    }
+    deviceCheck_ = {};
 }
 
 bool RunControl::start() {
@@ -193,7 +214,7 @@ bool RunControl::start() {
 }
 
 bool RunControl::startOn(const std::vector<RunTarget>& targets) {
-    if (state_ != State::Idle || targets.empty()) {
+    if (state_ != State::Idle || targets.empty() || checkingDevice()) {
         return false;
     }
     const std::optional<int> loopMode = chooseLoopMode();
@@ -201,9 +222,21 @@ bool RunControl::startOn(const std::vector<RunTarget>& targets) {
         return false;
     }
     session_.reset();
-    if (!makeTargetService(targets) || !captures(targets.front())) {
+    if (!makeTargetService(targets)) {
         return false;
     }
+    if (devices_) {
+        checkDeviceThenRun(targets, *loopMode);
+        return true;
+    }
+    if (!captures(targets.front(), {})) {
+        showNotice(window_, tr("截图失败！"));
+        return false;
+    }
+    return run(targets, *loopMode);
+}
+
+bool RunControl::run(const std::vector<RunTarget>& targets, int loopMode) {
     const model::TaskDocument& task = editor_.document();
     session_ = std::make_unique<app::RunSession>(task, *target_, desktop_.windows);
     if (!session_->startOcrService()) {
@@ -212,7 +245,7 @@ bool RunControl::startOn(const std::vector<RunTarget>& targets) {
     engine::TaskRunner& runner = session_->runner();
     runner.setWindowMatcher(matcher_.get());  // none in ADB mode
     recording_ = std::make_unique<RunRecording>(config_, task.folderPath, runner, feed_);
-    runner.setLoopMode(*loopMode);
+    runner.setLoopMode(loopMode);
     feed_.take();
     if (!runner.start(targets)) {
         session_.reset();
@@ -273,6 +306,7 @@ void RunControl::togglePause() {
 }
 
 void RunControl::stop() {
+    deviceCheck_.request_stop();
     if (session_) {
         session_->runner().stop();
     }

@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <memory>
 #include <optional>
+#include <stop_token>
+#include <thread>
 
 #include "android/AdbClient.h"
 #include "engine/TaskInfo.h"
@@ -53,10 +55,14 @@ public:
     // The checks, then the run; false when a check or the user stopped the start.
     bool start();
     // The run on targets already chosen, all of one kind, after the run-mode and capture
-    // checks.
+    // checks. A device's first capture may keep adb busy for seconds, so it is tried on a
+    // thread of its own: true then means the run starts once the device has answered.
     bool startOn(const std::vector<engine::RunTarget>& targets);
+    // A start is waiting for a device's first capture.
+    bool checkingDevice() const { return deviceCheck_.joinable(); }
     void togglePause();
-    // Asks the run to end; the state turns idle once its workers have left.
+    // Asks the run, or the device check before it, to end; the state turns idle once its
+    // workers have left.
     void stop();
 
     // The window the user chose for the task, used when several match it.
@@ -84,7 +90,10 @@ private:
     bool makeTargetService(const std::vector<engine::RunTarget>& targets);
     void releaseTargetService();
     std::optional<int> chooseLoopMode();
-    bool captures(const engine::RunTarget& target);
+    bool captures(const engine::RunTarget& target, std::stop_token stop);
+    void checkDeviceThenRun(const std::vector<engine::RunTarget>& targets, int loopMode);
+    void deviceChecked(bool captured);
+    bool run(const std::vector<engine::RunTarget>& targets, int loopMode);
     void setState(State state);
     void checkFinished();
 
@@ -107,6 +116,10 @@ private:
     std::unique_ptr<targets::WindowQueryMatcher> matcher_;
     std::unique_ptr<app::RunSession> session_;
     QTimer finishPoll_;
+    // After the target service it uses, so that it is joined first.
+    std::jthread deviceCheck_;
+    std::vector<engine::RunTarget> checkedTargets_;
+    int checkedLoopMode_ = 0;
 };
 
 }  // namespace autoscene::ui

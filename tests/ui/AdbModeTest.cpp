@@ -32,13 +32,19 @@ protected:
 
     ui::RunControl& run() { return window_->runControl(); }
 
-    // Opens "ADB模式" and ticks only `serial` in the list before accepting it.
+    // Opens "ADB模式" and ticks only `serial` in the list before accepting it. The list is
+    // looked for until it shows: adb is asked before the dialog opens.
     QStringList chooseOnly(const QString& serial) {
         QStringList listed;
-        QTimer::singleShot(100, [&] {
+        QTimer poll;
+        poll.setInterval(20);
+        QObject::connect(&poll, &QTimer::timeout, [&] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_TRUE(dialog);
-            auto* list = dialog->findChild<QListWidget*>("listWidget_devices");
+            auto* list = dialog ? dialog->findChild<QListWidget*>("listWidget_devices") : nullptr;
+            if (!list) {
+                return;
+            }
+            poll.stop();
             for (int row = 0; row < list->count(); ++row) {
                 QListWidgetItem* item = list->item(row);
                 listed << item->text() + (item->checkState() == Qt::Checked ? " ✓" : "");
@@ -46,6 +52,7 @@ protected:
             }
             dialog->accept();
         });
+        poll.start();
         window_->findChild<QPushButton*>("pushButton_select_window")
             ->menu()
             ->actions()[1]
@@ -85,7 +92,7 @@ TEST_F(AdbMode, TheTickedDeviceRunsTheTaskAndStopsWhenAsked) {
     EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "ADB模式: " + chosen.serial());
 
     EXPECT_FALSE(answerModal([&] { run().start(); }, "确定").shown);
-    ASSERT_EQ(run().state(), State::Running);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Running; }, 10000));
     EXPECT_TRUE(chosen.waitForLine("screen DONE", 20000));
     EXPECT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Idle; }, 5000));
     EXPECT_TRUE(other.log().isEmpty());
@@ -101,13 +108,37 @@ TEST_F(AdbMode, TheTickedDeviceRunsTheTaskAndStopsWhenAsked) {
     QString error;
     ASSERT_TRUE(window_->openTask(android_.path(), &error));
     ASSERT_TRUE(run().start());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Running; }, 10000));
     QTest::qWait(500);
-    ASSERT_EQ(run().state(), State::Running);
     QElapsedTimer stopping;
     stopping.start();
     run().stop();
     EXPECT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Idle; }, 5000));
     EXPECT_LT(stopping.elapsed(), 1000);
+}
+
+TEST_F(AdbMode, FirstCaptureIsTriedOffTheWindowThreadAndStopEndsTheTry) {
+    TestDevice device;
+    ASSERT_TRUE(adb_.connect(device));
+    chooseOnly(device.serial());
+    device.pause();  // keeps adb waiting
+    ASSERT_TRUE(run().start());
+    EXPECT_TRUE(run().checkingDevice());
+    QElapsedTimer stopping;
+    stopping.start();
+    run().stop();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !run().checkingDevice(); }, 5000));
+    EXPECT_LT(stopping.elapsed(), 500);
+
+    ASSERT_TRUE(run().start());
+    const ModalSeen failed = answerModal(
+        [&] {
+            device.kill();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !run().checkingDevice(); }, 15000));
+        },
+        "确定");
+    EXPECT_EQ(failed.text, "截图失败！");
+    EXPECT_EQ(run().state(), State::Idle);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // The task page: configurations saved, loaded and synchronised, and one task run on two
-// demo windows at once.
+// demo windows at once with its background plug-in.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -109,12 +109,18 @@ TEST(TaskPageConfiguration, UnreadableConfigurationsNameTheirFirstBadField) {
     }
 }
 
-TEST_F(TaskPage, RunsOneTaskOnTwoWindowsAtOnceAndStops) {
-    // In parallel and in the background, as windows on top of each other need.
+TEST_F(TaskPage, RunsOneTaskOnTwoWindowsAtOnceWithItsPluginAndStops) {
+    // In parallel and in the background, as windows on top of each other need; the plug-in
+    // only for the wheel, which the task does not turn.
+    const QDir folder = task_.folder();
+    ASSERT_TRUE(QFile::copy(FILE_BACKEND_PLUGIN, folder.filePath("file-backend.so")));
+    qputenv("FILE_BACKEND_DIR", folder.path().toUtf8());
     task_.edit([](QJsonObject& root) {
         root["concurrency"] = true;
         root["back_act"] = true;
         root["back_capture"] = true;
+        root["func_plugin_file"] = "file-backend.so";
+        root["enabled_plugin_func"] = QJsonArray{"wheel"};
     });
     QString error;
     ASSERT_TRUE(page_->openTask(task_.path(), &error));
@@ -135,6 +141,12 @@ TEST_F(TaskPage, RunsOneTaskOnTwoWindowsAtOnceAndStops) {
     click("pushButton_stop");
     EXPECT_TRUE(QTest::qWaitFor([&] { return page_->runControl().state() == State::Idle; }, 5000));
     EXPECT_EQ(page_->logWindow().targetCount(), 2);
+    QFile log(folder.filePath("input.log"));
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    const QString loaded = QString::fromUtf8(log.readAll());
+    for (const auto* target : {&first, &second}) {
+        EXPECT_TRUE(loaded.contains(QStringLiteral("\ninit %1\n").arg(target->window())));
+    }
 
     page_->setConfiguration({{window(0x3fffff, "gone", "1")}});
     EXPECT_EQ(answerModal([&] { click("pushButton_start"); }, "确定").text, "未发现指定窗口: gone");

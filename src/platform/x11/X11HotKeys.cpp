@@ -63,6 +63,8 @@ public:
     }
 
     int eventDescriptor() const override { return ConnectionNumber(display_); }
+    // The descriptor announces the presses here.
+    void setWakeUp(std::function<void()> /*wake*/) override {}
 
     void dispatch(const std::function<void(int)>& pressed) override {
         while (XPending(display_) > 0) {

@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QThread>
+#include <csignal>
 #include <cstdlib>
 
 #include "LoopbackPort.h"
@@ -28,6 +29,10 @@ void TestDevice::kill() {
         process_.kill();
         process_.waitForFinished();
     }
+}
+
+void TestDevice::pause() {
+    ::kill(pid_t(process_.processId()), SIGSTOP);
 }
 
 QStringList TestDevice::log() const {

@@ -25,6 +25,8 @@ public:
     // Waits up to `timeoutMs` for a log line equal to `line`.
     bool waitForLine(const QString& line, int timeoutMs = 5000) const;
     void kill();
+    // Stops the process where it is: adb keeps it listed, but it answers nothing.
+    void pause();
 
 private:
     QTemporaryDir folder_;
