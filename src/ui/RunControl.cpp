@@ -169,19 +169,45 @@ bool RunControl::captures(const RunTarget& target) {
     if (target.kind == TargetKind::AndroidDevice) {
         return true;
     }
-    // Through the target service, so that a plug-in that captures is what is tried.
-    engine::TaskInfo probe;
-    probe.kind = target.kind;
-    probe.window = target.window;
-    probe.child = target.child;
-    bool captured = false;
-    target_->capture(probe, [&captured](const platform::BgraView& view) {
-        captured = view.width > 0 && view.height > 0 && view.pixels;
-    });
+    const bool captured = !grab(target).isNull();
     if (!captured) {
         showNotice(window_, tr("截图失败！"));
     }
     return captured;
+}
+
+QImage RunControl::grab(const RunTarget& target) {
+    engine::TaskInfo probe;
+    probe.kind = target.kind;
+    probe.window = target.window;
+    probe.child = target.child;
+    probe.serial = target.serial;
+    QImage image;
+    target_->capture(probe, [&image](const platform::BgraView& view) {
+        if (view.width > 0 && view.height > 0 && view.pixels) {
+            // BGRA in memory is RGB32 on the little-endian machines we run on; the alpha
+            // byte is ignored.
+            image = QImage(view.pixels, view.width, view.height, view.stride, QImage::Format_RGB32)
+                        .copy();
+        }
+    });
+    return image;
+}
+
+QImage RunControl::captureImage() {
+    if (state_ != State::Idle) {
+        return {};
+    }
+    const std::optional<std::vector<RunTarget>> targets = chooseTargets();
+    if (!targets || !makeTargetService(*targets)) {
+        return {};
+    }
+    QImage image = grab(targets->front());
+    releaseTargetService();
+    if (image.isNull()) {
+        showNotice(window_, tr("截图失败！"));
+    }
+    return image;
 }
 
 bool RunControl::start() {

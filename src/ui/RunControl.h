@@ -3,6 +3,7 @@
 // order, then the runner on its own worker threads. The window's thread never waits on
 // the run: it learns of the run's end by polling and of its progress through the feed.
 
+#include <QImage>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -55,6 +56,9 @@ public:
     // The run on targets already chosen, all of one kind, after the run-mode and capture
     // checks.
     bool startOn(const std::vector<engine::RunTarget>& targets);
+    // One picture of the task's target, chosen as a run chooses it (the first device in ADB
+    // mode); a null image, after the user was told why, when there is none or a run is on.
+    QImage captureImage();
     void togglePause();
     // Asks the run to end; the state turns idle once its workers have left.
     void stop();
@@ -85,6 +89,8 @@ private:
     void releaseTargetService();
     std::optional<int> chooseLoopMode();
     bool captures(const engine::RunTarget& target);
+    // Through the target service, so that a plug-in that captures is what is tried.
+    QImage grab(const engine::RunTarget& target);
     void setState(State state);
     void checkFinished();
 
