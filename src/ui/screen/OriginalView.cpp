@@ -60,7 +60,8 @@ void OriginalView::setSelection(const QRect& rect) {
 
 void OriginalView::setBounds(const QRect& bounds) {
     bounds_ = bounds;
-    setSelection(selection_);
+    // A selection cut down to the bounds would fill them and leave no room to draw anew.
+    setSelection(limits().contains(selection_) ? selection_ : QRect());
     viewport()->update();
 }
 

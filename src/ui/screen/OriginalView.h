@@ -40,7 +40,7 @@ public:
     QRect selection() const { return selection_; }
     // Clipped to the bounds.
     void setSelection(const QRect& rect);
-    // Where the selection may lie: the whole picture when empty.
+    // Where the selection may lie: the whole picture when empty. A selection outside goes.
     void setBounds(const QRect& bounds);
 
     void setOverlays(std::vector<Overlay> overlays);
