@@ -14,10 +14,6 @@ namespace autoscene::ui {
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("ScreenResources", text);
-}
-
 template <class Record>
 int nextId(const std::vector<Record>& records) {
     int id = 0;
@@ -48,10 +44,10 @@ model::ScreenInfo screenOf(const QImage& picture) {
 
 QString checkCut(const Cut& cut) {
     if (cut.name.trimmed().isEmpty()) {
-        return tr("请输入名称");
+        return QCoreApplication::translate("ScreenResources", "请输入名称");
     }
     if (cut.picture.isNull() || cut.rect.isEmpty() || !cut.picture.rect().contains(cut.rect)) {
-        return tr("请在原图上框选一个区域");
+        return QCoreApplication::translate("ScreenResources", "请在原图上框选一个区域");
     }
     return {};
 }
@@ -81,7 +77,7 @@ QImage loadOriginal(const model::TaskDocument& task, int id) {
 SavedResource saveOriginal(TaskEditor& editor, const QImage& picture) {
     const model::TaskDocument& task = editor.document();
     if (picture.isNull()) {
-        return {0, tr("截图失败！")};
+        return {0, QCoreApplication::translate("ScreenResources", "截图失败！")};
     }
     QString file;
     const model::AddImageResult stored =
@@ -91,7 +87,7 @@ SavedResource saveOriginal(TaskEditor& editor, const QImage& picture) {
     }
     const int id = nextId(task.originals);
     if (!editor.addOriginal({id, file})) {
-        return {0, tr("任务运行中,不能修改")};
+        return {0, QCoreApplication::translate("ScreenResources", "任务运行中,不能修改")};
     }
     return {id, {}};
 }
@@ -103,7 +99,7 @@ SavedResource saveTemplate(TaskEditor& editor, const Cut& cut) {
     const model::TaskDocument& task = editor.document();
     if (std::any_of(task.images.begin(), task.images.end(),
                     [&](const auto& image) { return image.name == cut.name; })) {
-        return {0, tr("已存在此名字的图片")};
+        return {0, QCoreApplication::translate("ScreenResources", "已存在此名字的图片")};
     }
     model::ImageRecord image;
     image.id = nextId(task.images);
@@ -119,7 +115,7 @@ SavedResource saveTemplate(TaskEditor& editor, const Cut& cut) {
     }
     const int id = image.id;
     if (!editor.addImage(std::move(image))) {
-        return {0, tr("任务运行中,不能修改")};
+        return {0, QCoreApplication::translate("ScreenResources", "任务运行中,不能修改")};
     }
     return {id, {}};
 }
@@ -138,7 +134,7 @@ SavedResource saveArea(TaskEditor& editor, const Cut& cut) {
     crop->screenInfo = screenOf(cut.picture);
     const int id = crop->id;
     if (!editor.addDefinition(std::move(crop))) {
-        return {0, tr("任务运行中,不能修改")};
+        return {0, QCoreApplication::translate("ScreenResources", "任务运行中,不能修改")};
     }
     return {id, {}};
 }
@@ -146,11 +142,11 @@ SavedResource saveArea(TaskEditor& editor, const Cut& cut) {
 SavedResource saveColour(TaskEditor& editor, const QString& name, std::int64_t rgb,
                          float similarity) {
     if (name.trimmed().isEmpty()) {
-        return {0, tr("请输入名称")};
+        return {0, QCoreApplication::translate("ScreenResources", "请输入名称")};
     }
     const int id = nextId(editor.document().colors);
     if (!editor.addColor({id, name, similarity, rgb & 0xFFFFFF})) {
-        return {0, tr("任务运行中,不能修改")};
+        return {0, QCoreApplication::translate("ScreenResources", "任务运行中,不能修改")};
     }
     return {id, {}};
 }

@@ -341,7 +341,9 @@ void ScreenToolsDialog::updateColourPreview() {
 }
 
 void ScreenToolsDialog::suggestName() {
-    static const char* const stems[] = {"图片%1", "范围%1", "点击区域%1", "文字区域%1", "颜色%1"};
+    static const char* const stems[] = {QT_TR_NOOP("图片%1"), QT_TR_NOOP("范围%1"),
+                                        QT_TR_NOOP("点击区域%1"), QT_TR_NOOP("文字区域%1"),
+                                        QT_TR_NOOP("颜色%1")};
     const model::TaskDocument& task = editor_.document();
     const auto taken = [&](const QString& name) {
         switch (mode()) {
