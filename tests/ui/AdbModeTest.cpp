@@ -110,5 +110,12 @@ TEST_F(AdbMode, TheTickedDeviceRunsTheTaskAndStopsWhenAsked) {
     EXPECT_LT(stopping.elapsed(), 1000);
 }
 
+TEST_F(AdbMode, ScreenshotTakesTheChosenDevice) {
+    TestDevice device({"--size", "360x640"});
+    ASSERT_TRUE(adb_.connect(device));
+    chooseOnly(device.serial());
+    EXPECT_EQ(run().captureImage().size(), QSize(360, 640));
+}
+
 }  // namespace
 }  // namespace autoscene::testing

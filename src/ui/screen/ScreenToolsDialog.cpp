@@ -64,6 +64,9 @@ ScreenToolsDialog::ScreenToolsDialog(TaskEditor& editor, Capture capture, QWidge
         showOriginal(originals.back().id);
     }
     setMode(Mode::Template);
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+        button->setAutoDefault(button == save_);
+    }
     nameControlsAfterText(*this);
     resize(1180, 760);
 }
@@ -167,13 +170,13 @@ QWidget* ScreenToolsDialog::buildSidePanel() {
     save_ = new QPushButton(tr("保存"));
     save_->setObjectName(QStringLiteral("pushButton_save"));
     connect(save_, &QPushButton::clicked, this, &ScreenToolsDialog::saveCurrent);
-    connect(name_, &QLineEdit::returnPressed, this, &ScreenToolsDialog::saveCurrent);
+    // Enter saves: the other buttons are no defaults.
+    save_->setDefault(true);
     message_ = new QLabel;
     message_->setObjectName(QStringLiteral("label_message"));
     message_->setWordWrap(true);
     auto* close = new QPushButton(tr("关闭"));
     close->setObjectName(QStringLiteral("pushButton_close"));
-    close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &QDialog::close);
 
     auto* panel = new QWidget;
