@@ -33,6 +33,12 @@ QSpinBox* coordinateBox(const char* objectName, const QString& accessibleName) {
     return box;
 }
 
+// Labels whose text changes stay named after it.
+void showText(QLabel* label, const QString& text) {
+    label->setText(text);
+    label->setAccessibleName(text);
+}
+
 }  // namespace
 
 ScreenToolsDialog::ScreenToolsDialog(TaskEditor& editor, Capture capture, QWidget* parent)
@@ -50,7 +56,7 @@ ScreenToolsDialog::ScreenToolsDialog(TaskEditor& editor, Capture capture, QWidge
     connect(view_, &OriginalView::selectionChanged, this, &ScreenToolsDialog::showSelection);
     connect(view_, &OriginalView::pixelPicked, this, &ScreenToolsDialog::pickColour);
     connect(view_, &OriginalView::zoomChanged, this, [this](double zoom) {
-        zoomText_->setText(QStringLiteral("%1%").arg(zoom * 100, 0, 'f', zoom < 1 ? 1 : 0));
+        showText(zoomText_, QStringLiteral("%1%").arg(zoom * 100, 0, 'f', zoom < 1 ? 1 : 0));
     });
     connect(&editor_, &TaskEditor::resourcesChanged, this, [this] {
         refreshOriginals();
@@ -226,7 +232,7 @@ void ScreenToolsDialog::setMode(Mode mode) {
     updateColourPreview();
     showCutOverlays();
     suggestName();
-    message_->clear();
+    showText(message_, {});
     if (mode == Mode::ClickArea && bounds.isEmpty() && !picture_.isNull()) {
         showMessage(tr("先从这张原图裁剪模板图片"), true);
     }
@@ -324,13 +330,13 @@ void ScreenToolsDialog::pickColour(QPoint pixel) {
 void ScreenToolsDialog::updateColourPreview() {
     if (mode() != Mode::Colour || colour_ < 0 || picture_.isNull()) {
         view_->setMask({});
-        swatch_->clear();
+        showText(swatch_, {});
         swatch_->setStyleSheet({});
-        count_->setText(mode() == Mode::Colour ? tr("在原图上点击取色") : QString());
+        showText(count_, mode() == Mode::Colour ? tr("在原图上点击取色") : QString());
         return;
     }
     const QColor colour = QColor::fromRgb(QRgb(colour_));
-    swatch_->setText(colour.name().toUpper());
+    showText(swatch_, colour.name().toUpper());
     swatch_->setStyleSheet(QStringLiteral("background-color: %1; color: %2;")
                                .arg(colour.name(), colour.lightness() > 140 ? "black" : "white"));
     const float similarity = float(similarity_->value());
@@ -339,8 +345,8 @@ void ScreenToolsDialog::updateColourPreview() {
     const bool inSelection = !selection.isEmpty();
     const int counted =
         colourCount(picture_, colour_, similarity, inSelection ? selection : picture_.rect());
-    count_->setText(inSelection ? tr("选区内计数: %1").arg(counted)
-                                : tr("全图计数: %1").arg(counted));
+    showText(count_,
+             inSelection ? tr("选区内计数: %1").arg(counted) : tr("全图计数: %1").arg(counted));
 }
 
 void ScreenToolsDialog::suggestName() {
@@ -417,7 +423,7 @@ int ScreenToolsDialog::saveCurrent() {
 
 void ScreenToolsDialog::showMessage(const QString& text, bool error) {
     message_->setStyleSheet(error ? QStringLiteral("color: #c00000;") : QString());
-    message_->setText(text);
+    showText(message_, text);
 }
 
 }  // namespace autoscene::ui
