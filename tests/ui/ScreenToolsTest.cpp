@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
+#include <QWidget>
 
 #include "TestTask.h"
 #include "editor/TaskEditor.h"
@@ -157,6 +158,22 @@ TEST_F(ScreenTools, AreasAreCropsAndClickAreasStayInsideTheirTemplate) {
     EXPECT_TRUE(editor_.document().definitionByName("blue click"));
 }
 
+TEST_F(ScreenTools, EveryControlIsNamed) {
+    for (const Mode mode : {Mode::ClickArea, Mode::Colour}) {
+        dialog_->setMode(mode);
+        QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, at(20, 15));
+        for (QWidget* widget : dialog_->findChildren<QWidget*>()) {
+            if (widget->isVisible() && widget->focusPolicy() != Qt::NoFocus &&
+                widget != view().viewport() && !widget->inherits("QScrollBar") &&
+                !widget->parentWidget()->inherits("QAbstractSpinBox")) {
+                EXPECT_FALSE(widget->accessibleName().isEmpty())
+                    << widget->metaObject()->className() << " "
+                    << widget->objectName().toStdString();
+            }
+        }
+    }
+}
+
 TEST_F(ScreenTools, ScreenshotBecomesTheShownOriginal) {
     picture_.fill(Qt::green);
     child<QPushButton>("pushButton_capture")->click();
@@ -166,6 +183,9 @@ TEST_F(ScreenTools, ScreenshotBecomesTheShownOriginal) {
     EXPECT_EQ(child<QComboBox>("comboBox_ori")->currentText(), originals.back().name);
     EXPECT_EQ(ui::loadOriginal(editor_.document(), originals.back().id).pixelColor(0, 0),
               Qt::green);
+    editor_.undo();
+    EXPECT_EQ(dialog_->originalId(), 0) << "nothing is cut from an original taken back";
+    EXPECT_FALSE(child<QPushButton>("pushButton_save")->isEnabled());
 }
 
 }  // namespace

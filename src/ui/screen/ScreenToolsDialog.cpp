@@ -59,6 +59,15 @@ ScreenToolsDialog::ScreenToolsDialog(TaskEditor& editor, Capture capture, QWidge
         showText(zoomText_, QStringLiteral("%1%").arg(zoom * 100, 0, 'f', zoom < 1 ? 1 : 0));
     });
     connect(&editor_, &TaskEditor::resourcesChanged, this, [this] {
+        const auto& originals = editor_.document().originals;
+        if (std::none_of(originals.begin(), originals.end(),
+                         [this](const auto& original) { return original.id == originalId_; })) {
+            // Undone: nothing may be cut from an original the task no longer has.
+            originalId_ = 0;
+            picture_ = QImage();
+            view_->setImage(picture_);
+            setMode(mode());
+        }
         refreshOriginals();
         refreshTemplates();
         showCutOverlays();
