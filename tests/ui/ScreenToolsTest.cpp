@@ -26,7 +26,7 @@ namespace {
 
 using Mode = ui::ScreenToolsDialog::Mode;
 
-// Grey, a red block, a block 20 off red, and a blue one.
+// Grey, a red block, a block 20 off red, a blue one, and one pattern twice.
 QImage drawnOriginal() {
     QImage picture(200, 150, QImage::Format_RGB32);
     picture.fill(QColor(128, 128, 128));
@@ -34,6 +34,10 @@ QImage drawnOriginal() {
     painter.fillRect(10, 10, 30, 20, QColor(255, 0, 0));
     painter.fillRect(60, 10, 10, 10, QColor(235, 0, 0));
     painter.fillRect(100, 80, 50, 40, QColor(0, 0, 255));
+    for (const QPoint at : {QPoint(10, 100), QPoint(150, 20)}) {
+        painter.fillRect(QRect(at, QSize(20, 12)), Qt::yellow);
+        painter.fillRect(QRect(at + QPoint(4, 4), QSize(6, 4)), Qt::black);
+    }
     return picture;
 }
 
@@ -112,6 +116,16 @@ TEST_F(ScreenTools, CutTemplateIsAThreeChannelPngWithItsRecord) {
     editor_.undo();
     EXPECT_EQ(editor_.document().images.size(), before);
     EXPECT_TRUE(file.exists());
+}
+
+TEST_F(ScreenTools, ATemplateThatAlsoMatchesElsewhereIsPointedOut) {
+    view().setSelection({8, 8, 70, 25});
+    save("red blocks");
+    EXPECT_EQ(message(), "已保存: red blocks，在原图中只匹配一处");
+    view().setSelection({8, 98, 24, 16});
+    save("pattern");
+    EXPECT_TRUE(message().contains("(148, 18)")) << message().toStdString();
+    EXPECT_EQ(view().overlays().back().rect, QRect(148, 18, 24, 16));
 }
 
 TEST_F(ScreenTools, ColourPreviewCountsWhatTheColourConditionCounts) {

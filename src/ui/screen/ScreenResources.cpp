@@ -4,11 +4,14 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <algorithm>
+#include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
+#include "conditions/ScreenConditions.h"
 #include "editor/TaskEditor.h"
 #include "model/TaskImages.h"
 #include "recognition/ColorSearch.h"
+#include "recognition/TemplateMatcher.h"
 
 namespace autoscene::ui {
 
@@ -149,6 +152,26 @@ SavedResource saveColour(TaskEditor& editor, const QString& name, std::int64_t r
         return {0, QCoreApplication::translate("ScreenResources", "任务运行中,不能修改")};
     }
     return {id, {}};
+}
+
+std::optional<OtherMatch> matchElsewhere(const model::TaskDocument& task, int id,
+                                         const QImage& picture) {
+    const model::ImageRecord* image = task.image(id);
+    if (!image || picture.isNull() || !picture.rect().contains(image->rect)) {
+        return std::nullopt;
+    }
+    // The cut's own pixels inverted: neither it nor any place overlapping it much matches.
+    cv::Mat frame = bgrOf(picture);
+    cv::Mat own = frame(
+        cv::Rect(image->rect.x(), image->rect.y(), image->rect.width(), image->rect.height()));
+    cv::bitwise_not(own, own);
+    const auto matcher = conditions::makeTemplateMatcher(task, id, std::nullopt);
+    const recognition::MatchResult found = matcher->find(frame, {}, 0);
+    const float similarity = matcher->settings().similarity;
+    if (found.status != recognition::kMatchOk || found.score < similarity) {
+        return std::nullopt;
+    }
+    return OtherMatch{found.match, found.score, similarity};
 }
 
 QImage colourMask(const QImage& picture, std::int64_t rgb, float similarity) {

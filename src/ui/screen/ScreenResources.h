@@ -7,6 +7,7 @@
 #include <QRect>
 #include <QString>
 #include <cstdint>
+#include <optional>
 
 namespace autoscene::model {
 class TaskDocument;
@@ -43,6 +44,17 @@ SavedResource saveTemplate(TaskEditor& editor, const Cut& cut);
 SavedResource saveArea(TaskEditor& editor, const Cut& cut);
 SavedResource saveColour(TaskEditor& editor, const QString& name, std::int64_t rgb,
                          float similarity);
+
+// The best place outside the image's own rectangle where the image condition would find
+// image `id` in the picture (at or above its similarity); nothing when it finds it there
+// only. A second place is where clicks on the template go wrong.
+struct OtherMatch {
+    QRect rect;
+    float score = 0;
+    float similarity = 0;  // the image's threshold
+};
+std::optional<OtherMatch> matchElsewhere(const model::TaskDocument& task, int id,
+                                         const QImage& picture);
 
 // 255 where the colour condition counts a pixel of the picture as the colour, else 0.
 QImage colourMask(const QImage& picture, std::int64_t rgb, float similarity);

@@ -24,6 +24,7 @@ namespace {
 
 const QColor kTemplateColour(40, 120, 255);
 const QColor kAreaColour(0, 170, 90);
+const QColor kOtherMatchColour(255, 140, 0);
 
 QSpinBox* coordinateBox(const char* objectName, const QString& accessibleName) {
     auto* box = new QSpinBox;
@@ -427,7 +428,29 @@ int ScreenToolsDialog::saveCurrent() {
     const QString name = cut.name;
     suggestName();
     showMessage(tr("已保存: %1").arg(name), false);
+    if (mode() == Mode::Template) {
+        warnOfOtherMatch(saved.id, name);
+    }
     return saved.id;
+}
+
+void ScreenToolsDialog::warnOfOtherMatch(int imageId, const QString& name) {
+    const std::optional<OtherMatch> other = matchElsewhere(editor_.document(), imageId, picture_);
+    if (!other) {
+        showMessage(tr("已保存: %1，在原图中只匹配一处").arg(name), false);
+        return;
+    }
+    std::vector<OriginalView::Overlay> overlays = view_->overlays();
+    overlays.push_back(
+        {other->rect, kOtherMatchColour, tr("也匹配 %1").arg(other->score, 0, 'f', 2)});
+    view_->setOverlays(std::move(overlays));
+    showMessage(tr("已保存: %1。注意: 它在 (%2, %3) 也匹配，相似度 %4 ≥ %5，点击可能落在别处")
+                    .arg(name)
+                    .arg(other->rect.x())
+                    .arg(other->rect.y())
+                    .arg(other->score, 0, 'f', 2)
+                    .arg(other->similarity, 0, 'f', 2),
+                true);
 }
 
 void ScreenToolsDialog::showMessage(const QString& text, bool error) {

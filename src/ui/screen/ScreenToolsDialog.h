@@ -55,6 +55,8 @@ private:
     void selectionTyped();
     void updateColourPreview();
     void suggestName();
+    // Says whether the new template is found elsewhere in the original too.
+    void warnOfOtherMatch(int imageId, const QString& name);
     void showMessage(const QString& text, bool error);
 
     TaskEditor& editor_;

@@ -1987,6 +1987,18 @@ These items will stop working. Delete it?</translation>
         <source>已保存: %1</source>
         <translation>Saved: %1</translation>
     </message>
+    <message>
+        <source>已保存: %1，在原图中只匹配一处</source>
+        <translation>Saved: %1; it matches in one place of the source image only</translation>
+    </message>
+    <message>
+        <source>也匹配 %1</source>
+        <translation>Also matches %1</translation>
+    </message>
+    <message>
+        <source>已保存: %1。注意: 它在 (%2, %3) 也匹配，相似度 %4 ≥ %5，点击可能落在别处</source>
+        <translation>Saved: %1. Note: it also matches at (%2, %3), similarity %4 ≥ %5; clicks may land there</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::TaskEditor</name>
