@@ -328,6 +328,7 @@ void shootScreenTools(Shooter& shooter, const QString& suffix) {
     shooter.save(tools, "screen-template-zoomed" + suffix);
     view.setZoom(1);
     tools.saveCurrent();
+    shooter.save(tools, "screen-template-saved" + suffix);
     tools.setMode(Mode::SearchArea);
     view.setSelection({180, 160, 280, 160});
     shooter.save(tools, "screen-area" + suffix);
