@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -435,7 +436,10 @@ int ScreenToolsDialog::saveCurrent() {
 }
 
 void ScreenToolsDialog::warnOfOtherMatch(int imageId, const QString& name) {
+    // A search of the whole original: up to a second on a 1080p screenshot full of detail.
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     const std::optional<OtherMatch> other = matchElsewhere(editor_.document(), imageId, picture_);
+    QGuiApplication::restoreOverrideCursor();
     if (!other) {
         showMessage(tr("已保存: %1，在原图中只匹配一处").arg(name), false);
         return;
