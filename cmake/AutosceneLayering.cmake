@@ -100,7 +100,9 @@ function(autoscene_check_layering)
     # Recordings see a run through the engine's observers; the programs choose the items.
     autoscene_forbid_links(autoscene_playback FORBIDDEN autoscene_app autoscene_editor autoscene_ui)
     # The editor is the lower half of the application: the frame uses it, never the reverse.
-    autoscene_forbid_links(autoscene_editor FORBIDDEN autoscene_ui)
+    autoscene_forbid_links(autoscene_editor FORBIDDEN autoscene_ui autoscene_screen)
+    # The screen tools stand on the editor and serve the frame.
+    autoscene_forbid_links(autoscene_screen FORBIDDEN autoscene_ui)
     # Only the application uses widgets; the programs below it stay headless.
     foreach(target autoscene_model autoscene_engine autoscene_conditions autoscene_targets
             autoscene_script autoscene_actions autoscene_playback autoscene_app autoscene-run

@@ -73,12 +73,25 @@ std::optional<QString> imageFilePath(const TaskDocument& task, const ImageRecord
     return imageFolder(task) + image.file;
 }
 
-AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pixels,
-                        const std::function<qint64()>& secondsNow) {
+std::optional<QString> originalFilePath(const TaskDocument& task,
+                                        const OriginalImageRecord& original) {
+    if (!isPlainFileName(original.name)) {
+        return std::nullopt;
+    }
+    return originalsFolder(task) + original.name;
+}
+
+AddImageResult storeImage(const TaskDocument& task, ImageRecord& image, const QImage& pixels,
+                          const std::function<qint64()>& secondsNow) {
     if (image.file.isEmpty()) {
         image.file = timestampFileName(secondsNow());
     }
-    AddImageResult result = storePng(imageFolder(task), image.file, pixels);
+    return storePng(imageFolder(task), image.file, pixels);
+}
+
+AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pixels,
+                        const std::function<qint64()>& secondsNow) {
+    AddImageResult result = storeImage(task, image, pixels, secondsNow);
     if (result.ok) {
         task.imageRects.insert(image.file, image.rect);
         task.images.push_back(std::move(image));
@@ -86,10 +99,10 @@ AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pix
     return result;
 }
 
-AddImageResult addOriginal(TaskDocument& task, OriginalImageRecord original, QString fileName,
-                           const QImage& pixels) {
+AddImageResult storeOriginal(const TaskDocument& task, QString& fileName, const QImage& pixels,
+                             const std::function<qint64()>& secondsNow) {
     if (fileName.isEmpty()) {
-        fileName = timestampFileName(QDateTime::currentSecsSinceEpoch());
+        fileName = timestampFileName(secondsNow());
     }
     AddImageResult result = storePng(originalsFolder(task), fileName, pixels);
     if (!result.ok) {
@@ -101,7 +114,15 @@ AddImageResult addOriginal(TaskDocument& task, OriginalImageRecord original, QSt
                  pixels.scaledToWidth(qMin(kThumbnailWidth, qMax(1, pixels.width())),
                                       Qt::SmoothTransformation));
     }
-    task.originals.push_back(std::move(original));
+    return result;
+}
+
+AddImageResult addOriginal(TaskDocument& task, OriginalImageRecord original, QString fileName,
+                           const QImage& pixels) {
+    AddImageResult result = storeOriginal(task, fileName, pixels);
+    if (result.ok) {
+        task.originals.push_back(std::move(original));
+    }
     return result;
 }
 

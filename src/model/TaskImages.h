@@ -23,6 +23,10 @@ QString thumbnailFolder(const TaskDocument& task);
 
 // The path of an image record's file, or nothing when its name is not plain.
 std::optional<QString> imageFilePath(const TaskDocument& task, const ImageRecord& image);
+// An original's picture is the file in ori/ named by the record's name; nothing when the
+// name is not a plain file name.
+std::optional<QString> originalFilePath(const TaskDocument& task,
+                                        const OriginalImageRecord& original);
 
 struct AddImageResult {
     bool ok = false;
@@ -31,11 +35,22 @@ struct AddImageResult {
     QString error;
 };
 
+// Names the record's file "<secondsNow()>.png" when it has none and stores the pixels as
+// 32-bit RGB PNG unless the file exists; the task's lists stay as they are.
+AddImageResult storeImage(
+    const TaskDocument& task, ImageRecord& image, const QImage& pixels,
+    const std::function<qint64()>& secondsNow = &QDateTime::currentSecsSinceEpoch);
+
 // Appends the record (naming its file "<secondsNow()>.png" when it has none), stores
 // the pixels as 32-bit RGB PNG unless the file exists, and remembers the rectangle
 // under the file name. A file name that is not plain is refused.
 AddImageResult addImage(
     TaskDocument& task, ImageRecord image, const QImage& pixels,
+    const std::function<qint64()>& secondsNow = &QDateTime::currentSecsSinceEpoch);
+
+// Stores an original screenshot and its thumbnail, named like images, without recording it.
+AddImageResult storeOriginal(
+    const TaskDocument& task, QString& fileName, const QImage& pixels,
     const std::function<qint64()>& secondsNow = &QDateTime::currentSecsSinceEpoch);
 
 // Stores an original screenshot and its thumbnail, named like images.

@@ -1,7 +1,6 @@
 #include "ui/MainWindow.h"
 
 #include <QCloseEvent>
-#include <QDateTime>
 #include <QDir>
 #include <QDockWidget>
 #include <QHBoxLayout>
@@ -16,11 +15,11 @@
 #include <QUndoStack>
 #include <QVBoxLayout>
 
-#include "app/RunSession.h"
 #include "editor/AccessibleNames.h"
 #include "editor/DefinitionsDialog.h"
 #include "editor/Prompts.h"
 #include "engine/TaskRunner.h"
+#include "screen/ScreenResources.h"
 #include "ui/DeviceListDialog.h"
 #include "ui/EventTree.h"
 #include "ui/HotKeyRegistrar.h"
@@ -129,6 +128,7 @@ void MainWindow::buildToolBar() {
         DefinitionsDialog dialog(editor_, this);
         dialog.exec();
     });
+    buildScreenToolActions();
     buildUndoActions(*bar);
     wire("action_settings", &MainWindow::openSettings);
     wire("action_run", &MainWindow::runClicked)->setIcon(QIcon(QStringLiteral(":/image/run.png")));
@@ -234,32 +234,41 @@ void MainWindow::buildHotKeys() {
 }
 
 void MainWindow::saveScreenshot() {
-    if (!desktop_.backend) {
+    const QImage picture = run_->captureImage();
+    if (picture.isNull()) {
+        return;  // the capture told the user why
+    }
+    const SavedResource saved = saveOriginal(editor_, picture);
+    if (!saved) {
+        showNotice(this, saved.error);
         return;
     }
-    platform::IDesktopBackend& backend = *desktop_.backend;
-    const model::TaskSettings& settings = editor_.document().settings;
-    platform::WindowHandle window = 0;
-    if (settings.taskMode == int(model::TaskMode::Window)) {
-        const platform::WindowQuery query = app::windowQueryOf(settings.windowInfo);
-        const auto windows = backend.topLevelWindows();
-        const auto found = std::find_if(windows.begin(), windows.end(),
-                                        [&](auto w) { return backend.matches(w, query); });
-        window = found == windows.end() ? 0 : *found;
+    statusBar()->showMessage(tr("原图已保存: %1").arg(editor_.document().originals.back().name));
+}
+
+ScreenToolsDialog& MainWindow::screenTools(ScreenToolsDialog::Mode mode) {
+    if (!screenTools_) {
+        screenTools_ = new ScreenToolsDialog(
+            editor_, [this] { return run_->captureImage(); }, this);
     }
-    const platform::BgraFrame frame = backend.capture(window, settings.backCapture);
-    const QDir folder(QDir(folder_).filePath(QStringLiteral("screenshots")));
-    const QString path = folder.filePath(
-        QStringLiteral("screenshot_%1.png")
-            .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd_HHmmss_zzz"))));
-    // BGRA in memory is what QImage calls ARGB32 on the little-endian machines we run on.
-    const QImage image(frame.pixels.data(), frame.width, frame.height, frame.stride,
-                       QImage::Format_ARGB32);
-    if (frame.empty() || !folder.mkpath(QStringLiteral(".")) || !image.save(path)) {
-        showNotice(this, tr("截图失败！"));
-        return;
-    }
-    statusBar()->showMessage(tr("截图已保存: %1").arg(path));
+    screenTools_->setMode(mode);
+    screenTools_->show();
+    screenTools_->raise();
+    screenTools_->activateWindow();
+    return *screenTools_;
+}
+
+void MainWindow::buildScreenToolActions() {
+    using Mode = ScreenToolsDialog::Mode;
+    const auto wire = [this](const char* name, auto slot) {
+        QAction* action = findChild<QAction*>(QString::fromLatin1(name));
+        action->setEnabled(true);
+        connect(action, &QAction::triggered, this, slot);
+    };
+    wire("action_ori_image", [this] { screenTools(Mode::Template); });
+    wire("action_crop_image", [this] { screenTools(Mode::Template).takeScreenshot(); });
+    wire("action_range", [this] { screenTools(Mode::SearchArea); });
+    wire("action_color", [this] { screenTools(Mode::Colour); });
 }
 
 void MainWindow::openSettings() {

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 
 #include "editor/TaskEditor.h"
+#include "screen/ScreenToolsDialog.h"
 #include "ui/AppConfig.h"
 #include "ui/Desktop.h"
 #include "ui/RunControl.h"
@@ -39,6 +40,8 @@ public:
     RunControl& runControl() { return *run_; }
     RunView& runView() { return *runView_; }
     LogTargetWindow& logWindow() { return *logWindow_; }
+    // The screen tools, shown in `mode`; made on first use.
+    ScreenToolsDialog& screenTools(ScreenToolsDialog::Mode mode);
 
 signals:
     // A run started or ended: edits are refused while it reads the document.
@@ -64,7 +67,8 @@ private:
     void showRunState(RunControl::State state);
     void showRunNotes();
     void buildHotKeys();
-    // Saves a picture of the target into the task's screenshots/ folder.
+    void buildScreenToolActions();
+    // Keeps a picture of the target as a new original of the task.
     void saveScreenshot();
     void showPlayback();
     // Selects an event in the scene and event lists, for the playback window.
@@ -85,6 +89,7 @@ private:
     QTimer* definitionsRefresh_ = nullptr;
     HotKeyRegistrar* hotKeys_ = nullptr;
     PlaybackWindow* playback_ = nullptr;
+    ScreenToolsDialog* screenTools_ = nullptr;
 };
 
 }  // namespace autoscene::ui

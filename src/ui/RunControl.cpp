@@ -166,7 +166,7 @@ std::optional<int> RunControl::chooseLoopMode() {
     return script;
 }
 
-bool RunControl::captures(const RunTarget& target, std::stop_token stop) {
+QImage RunControl::grab(const RunTarget& target, std::stop_token stop) {
     // Through the target service, so that a plug-in that captures is what is tried.
     engine::TaskInfo probe;
     probe.kind = target.kind;
@@ -174,18 +174,39 @@ bool RunControl::captures(const RunTarget& target, std::stop_token stop) {
     probe.child = target.child;
     probe.serial = target.serial;
     probe.stop = std::move(stop);
-    bool captured = false;
-    target_->capture(probe, [&captured](const platform::BgraView& view) {
-        captured = view.width > 0 && view.height > 0 && view.pixels;
+    QImage image;
+    target_->capture(probe, [&image](const platform::BgraView& view) {
+        if (view.width > 0 && view.height > 0 && view.pixels) {
+            // BGRA in memory is RGB32 on the little-endian machines we run on; the alpha
+            // byte is ignored.
+            image = QImage(view.pixels, view.width, view.height, view.stride, QImage::Format_RGB32)
+                        .copy();
+        }
     });
-    return captured;
+    return image;
+}
+
+QImage RunControl::captureImage() {
+    if (state_ != State::Idle || checkingDevice()) {
+        return {};
+    }
+    const std::optional<std::vector<RunTarget>> targets = chooseTargets();
+    if (!targets || !makeTargetService(*targets)) {
+        return {};
+    }
+    QImage image = grab(targets->front(), {});
+    releaseTargetService();
+    if (image.isNull()) {
+        showNotice(window_, tr("截图失败！"));
+    }
+    return image;
 }
 
 void RunControl::checkDeviceThenRun(const std::vector<RunTarget>& targets, int loopMode) {
     checkedTargets_ = targets;
     checkedLoopMode_ = loopMode;
     deviceCheck_ = std::jthread([this, first = targets.front()](std::stop_token stop) {
-        const bool captured = captures(first, std::move(stop));
+        const bool captured = !grab(first, std::move(stop)).isNull();
         QMetaObject::invokeMethod(
             this, [this, captured] { deviceChecked(captured); }, Qt::QueuedConnection);
     });
@@ -229,7 +250,7 @@ bool RunControl::startOn(const std::vector<RunTarget>& targets) {
         checkDeviceThenRun(targets, *loopMode);
         return true;
     }
-    if (!captures(targets.front(), {})) {
+    if (grab(targets.front(), {}).isNull()) {
         showNotice(window_, tr("截图失败！"));
         return false;
     }

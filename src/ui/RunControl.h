@@ -3,6 +3,7 @@
 // order, then the runner on its own worker threads. The window's thread never waits on
 // the run: it learns of the run's end by polling and of its progress through the feed.
 
+#include <QImage>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -60,6 +61,9 @@ public:
     bool startOn(const std::vector<engine::RunTarget>& targets);
     // A start is waiting for a device's first capture.
     bool checkingDevice() const { return deviceCheck_.joinable(); }
+    // One picture of the task's target, chosen as a run chooses it (the first device in ADB
+    // mode); a null image, after the user was told why, when there is none or a run is on.
+    QImage captureImage();
     void togglePause();
     // Asks the run, or the device check before it, to end; the state turns idle once its
     // workers have left.
@@ -90,7 +94,8 @@ private:
     bool makeTargetService(const std::vector<engine::RunTarget>& targets);
     void releaseTargetService();
     std::optional<int> chooseLoopMode();
-    bool captures(const engine::RunTarget& target, std::stop_token stop);
+    // Through the target service, so that a plug-in that captures is what is tried.
+    QImage grab(const engine::RunTarget& target, std::stop_token stop);
     void checkDeviceThenRun(const std::vector<engine::RunTarget>& targets, int loopMode);
     void deviceChecked(bool captured);
     bool run(const std::vector<engine::RunTarget>& targets, int loopMode);

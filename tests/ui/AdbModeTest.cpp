@@ -141,5 +141,12 @@ TEST_F(AdbMode, FirstCaptureIsTriedOffTheWindowThreadAndStopEndsTheTry) {
     EXPECT_EQ(run().state(), State::Idle);
 }
 
+TEST_F(AdbMode, ScreenshotTakesTheChosenDevice) {
+    TestDevice device({"--size", "360x640"});
+    ASSERT_TRUE(adb_.connect(device));
+    chooseOnly(device.serial());
+    EXPECT_EQ(run().captureImage().size(), QSize(360, 640));
+}
+
 }  // namespace
 }  // namespace autoscene::testing

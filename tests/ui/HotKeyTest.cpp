@@ -83,7 +83,7 @@ TEST_F(HotKeys, KeyHeldByAnotherProgramIsNamedAndTheOthersStillWork) {
     EXPECT_EQ(run().state(), State::Idle) << "F8 belongs to the other program";
 
     press({XK_Alt_L, XK_Shift_L, XK_s});
-    const QDir shots(task_.folder().filePath("screenshots"));
+    const QDir shots(task_.folder().filePath("ori"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return shots.entryList({"*.png"}).size() == 1; }, 3000));
 
     ASSERT_TRUE(run().start());

@@ -29,6 +29,8 @@
 #include "editor/ItemCatalog.h"
 #include "editor/TaskEditor.h"
 #include "model/EditorConditions.h"
+#include "screen/OriginalView.h"
+#include "screen/ScreenToolsDialog.h"
 #include "ui/AutoRunner.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/MainWindow.h"
@@ -338,6 +340,58 @@ void shootEditor(Shooter& shooter, const QString& suffix) {
     shooter.saveModal("definition-delete-used" + suffix, [&] { definitions.deleteDefinition(0); });
 }
 
+// The screen tools on a screenshot of the demo, taken through the toolbar as a user would.
+void shootScreenTools(Shooter& shooter, const QString& suffix) {
+    TestTask task;
+    task.edit([](QJsonObject& root) {
+        QJsonObject window = root["window_info"].toObject();
+        window["width"] = 800;
+        window["height"] = 600;
+        root["window_info"] = window;
+    });
+    const auto backend = autoscene::platform::makeX11Backend(nullptr);
+    MainWindow window{AppConfig(task.configPath()), {backend.get(), nullptr, nullptr, nullptr}};
+    QString error;
+    if (!window.openTask(task.path(), &error)) {
+        return;
+    }
+    autoscene::testing::DemoTargetProcess demo(qgetenv("DISPLAY").toStdString(),
+                                               {"--geometry", "800x600+1240+0"});
+    QTest::qWait(1000);
+    using Mode = ScreenToolsDialog::Mode;
+    window.findChild<QAction*>("action_crop_image")->trigger();
+    ScreenToolsDialog& tools = window.screenTools(Mode::Template);
+    tools.resize(1280, 800);
+    tools.move(0, 0);
+    if (!QTest::qWaitFor([&] { return !tools.view().image().isNull(); }, 5000)) {
+        std::fprintf(stderr, "no screenshot of the demo\n");
+        return;
+    }
+    OriginalView& view = tools.view();
+    view.setZoom(1);
+    view.setSelection({220, 200, 200, 80});
+    shooter.save(tools, "screen-template" + suffix);
+    view.setZoom(16, view.viewportRectOf({220, 200, 1, 1}).topLeft());
+    shooter.save(tools, "screen-template-zoomed" + suffix);
+    view.setZoom(1);
+    tools.saveCurrent();
+    shooter.save(tools, "screen-template-saved" + suffix);
+    tools.setMode(Mode::SearchArea);
+    view.setSelection({180, 160, 280, 160});
+    shooter.save(tools, "screen-area" + suffix);
+    tools.setMode(Mode::ClickArea);
+    view.setSelection({240, 220, 60, 40});
+    shooter.save(tools, "screen-click-area" + suffix);
+    tools.setMode(Mode::TextRegion);
+    view.setSelection({20, 20, 300, 60});
+    shooter.save(tools, "screen-text-region" + suffix);
+    tools.setMode(Mode::Colour);
+    view.setSelection({});
+    tools.pickColour({30, 300});
+    shooter.save(tools, "screen-colour" + suffix);
+    tools.close();
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -359,6 +413,7 @@ int main(int argc, char* argv[]) {
     shootDevices(shooter, "");
     shootTaskPage(shooter, "");
     shootPlayback(shooter, "");
+    shootScreenTools(shooter, "");
     if (QTranslator* english = installTranslation(app, QLocale(QLocale::English))) {
         shootMainWindow(shooter, "-en");
         shootEditor(shooter, "-en");
@@ -366,6 +421,7 @@ int main(int argc, char* argv[]) {
         shootDevices(shooter, "-en");
         shootTaskPage(shooter, "-en");
         shootPlayback(shooter, "-en");
+        shootScreenTools(shooter, "-en");
         QApplication::removeTranslator(english);
     }
     return shooter.failed() ? 1 : 0;

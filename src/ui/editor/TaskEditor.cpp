@@ -5,6 +5,7 @@
 #include "editor/DefinitionCommands.h"
 #include "editor/EventClipboard.h"
 #include "editor/EventCommands.h"
+#include "editor/ResourceCommands.h"
 #include "editor/SceneCommands.h"
 #include "editor/SettingsCommand.h"
 
@@ -163,6 +164,21 @@ bool TaskEditor::replaceEvent(int sceneRow, int row, model::EditorEvent event,
 
 bool TaskEditor::addDefinition(std::unique_ptr<model::EditorVariable> definition) {
     return push(new AddDefinitionCommand(*this, std::move(definition)));
+}
+
+bool TaskEditor::addImage(model::ImageRecord image) {
+    return push(new AddResourceCommand(*this, &model::TaskDocument::images, std::move(image),
+                                       tr("添加图片")));
+}
+
+bool TaskEditor::addColor(model::ColorRecord color) {
+    return push(new AddResourceCommand(*this, &model::TaskDocument::colors, std::move(color),
+                                       tr("添加颜色")));
+}
+
+bool TaskEditor::addOriginal(model::OriginalImageRecord original) {
+    return push(new AddResourceCommand(*this, &model::TaskDocument::originals, std::move(original),
+                                       tr("添加原图")));
 }
 
 bool TaskEditor::replaceDefinition(std::unique_ptr<model::EditorVariable> definition) {

@@ -72,6 +72,11 @@ public:
     bool replaceDefinition(std::unique_ptr<model::EditorVariable> definition);
     bool removeDefinition(int id);
 
+    // Records whose files are already written; each keeps its id. False while locked.
+    bool addImage(model::ImageRecord image);
+    bool addColor(model::ColorRecord color);
+    bool addOriginal(model::OriginalImageRecord original);
+
     // The task's settings replaced as one step; false while locked.
     bool changeSettings(model::TaskSettings settings, const QString& text);
     // The settings and the background plug-in replaced as one step; false while locked.
@@ -93,6 +98,7 @@ public:
     void announceEvent(int sceneRow, int eventRow) { emit eventChanged(sceneRow, eventRow); }
     void announceDefinitions() { emit definitionsChanged(); }
     void announceSettings() { emit settingsChanged(); }
+    void announceResources() { emit resourcesChanged(); }
 
 signals:
     void scenesChanged();
@@ -102,6 +108,8 @@ signals:
     void eventChanged(int sceneRow, int eventRow);
     void definitionsChanged();
     void settingsChanged();
+    // Images, colours or originals added or removed.
+    void resourcesChanged();
     void modifiedChanged(bool modified);
 
 private:

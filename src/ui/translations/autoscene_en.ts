@@ -1108,14 +1108,6 @@
         <translation>The task is running; stop it before closing.</translation>
     </message>
     <message>
-        <source>截图失败！</source>
-        <translation>Screenshot failed!</translation>
-    </message>
-    <message>
-        <source>截图已保存: %1</source>
-        <translation>Screenshot saved: %1</translation>
-    </message>
-    <message>
         <source>选择窗口</source>
         <translation>Choose window</translation>
     </message>
@@ -1162,6 +1154,10 @@
     <message>
         <source>任务中没有界面 %1</source>
         <translation>The task has no scene %1</translation>
+    </message>
+    <message>
+        <source>原图已保存: %1</source>
+        <translation>Source image saved: %1</translation>
     </message>
 </context>
 <context>
@@ -1550,6 +1546,29 @@
     <message>
         <source>下移</source>
         <translation>Down</translation>
+    </message>
+</context>
+<context>
+    <name>ScreenResources</name>
+    <message>
+        <source>请输入名称</source>
+        <translation>Enter a name</translation>
+    </message>
+    <message>
+        <source>请在原图上框选一个区域</source>
+        <translation>Draw a rectangle on the source image</translation>
+    </message>
+    <message>
+        <source>截图失败！</source>
+        <translation>Screenshot failed!</translation>
+    </message>
+    <message>
+        <source>任务运行中,不能修改</source>
+        <translation>The task is running and cannot be changed</translation>
+    </message>
+    <message>
+        <source>已存在此名字的图片</source>
+        <translation>An image with this name already exists</translation>
     </message>
 </context>
 <context>
@@ -2023,6 +2042,176 @@ These items will stop working. Delete it?</translation>
     </message>
 </context>
 <context>
+    <name>autoscene::ui::OriginalView</name>
+    <message>
+        <source>原图</source>
+        <translation>Source image</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::ScreenToolsDialog</name>
+    <message>
+        <source>原图与截图</source>
+        <translation>Source images and screenshots</translation>
+    </message>
+    <message>
+        <source>原图</source>
+        <translation>Source image</translation>
+    </message>
+    <message>
+        <source>截图</source>
+        <translation>Screenshot</translation>
+    </message>
+    <message>
+        <source>延时(秒)</source>
+        <translation>Delay (s)</translation>
+    </message>
+    <message>
+        <source> 秒</source>
+        <translation> s</translation>
+    </message>
+    <message>
+        <source>原图:</source>
+        <translation>Source image:</translation>
+    </message>
+    <message>
+        <source>缩小</source>
+        <translation>Zoom out</translation>
+    </message>
+    <message>
+        <source>放大</source>
+        <translation>Zoom in</translation>
+    </message>
+    <message>
+        <source>适合窗口</source>
+        <translation>Fit</translation>
+    </message>
+    <message>
+        <source>原始大小</source>
+        <translation>Actual size</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Tool</translation>
+    </message>
+    <message>
+        <source>模板图片</source>
+        <translation>Template image</translation>
+    </message>
+    <message>
+        <source>搜索范围</source>
+        <translation>Search area</translation>
+    </message>
+    <message>
+        <source>点击区域</source>
+        <translation>Click area</translation>
+    </message>
+    <message>
+        <source>文字区域</source>
+        <translation>Text region</translation>
+    </message>
+    <message>
+        <source>颜色</source>
+        <translation>Colour</translation>
+    </message>
+    <message>
+        <source>所在图片</source>
+        <translation>In image</translation>
+    </message>
+    <message>
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message>
+        <source>Y</source>
+        <translation>Y</translation>
+    </message>
+    <message>
+        <source>宽</source>
+        <translation>Width</translation>
+    </message>
+    <message>
+        <source>高</source>
+        <translation>Height</translation>
+    </message>
+    <message>
+        <source>相似度</source>
+        <translation>Similarity</translation>
+    </message>
+    <message>
+        <source>名称</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>先从这张原图裁剪模板图片</source>
+        <translation>Cut a template image from this source image first</translation>
+    </message>
+    <message>
+        <source>找不到原图文件</source>
+        <translation>The source image file is missing</translation>
+    </message>
+    <message>
+        <source>在原图上点击取色</source>
+        <translation>Click the source image to pick a colour</translation>
+    </message>
+    <message>
+        <source>选区内计数: %1</source>
+        <translation>Counted in the selection: %1</translation>
+    </message>
+    <message>
+        <source>全图计数: %1</source>
+        <translation>Counted in the whole image: %1</translation>
+    </message>
+    <message>
+        <source>图片%1</source>
+        <translation>Image %1</translation>
+    </message>
+    <message>
+        <source>范围%1</source>
+        <translation>Area %1</translation>
+    </message>
+    <message>
+        <source>点击区域%1</source>
+        <translation>Click area %1</translation>
+    </message>
+    <message>
+        <source>文字区域%1</source>
+        <translation>Text region %1</translation>
+    </message>
+    <message>
+        <source>颜色%1</source>
+        <translation>Colour %1</translation>
+    </message>
+    <message>
+        <source>原图已保存: %1</source>
+        <translation>Source image saved: %1</translation>
+    </message>
+    <message>
+        <source>已保存: %1</source>
+        <translation>Saved: %1</translation>
+    </message>
+    <message>
+        <source>已保存: %1，在原图中只匹配一处</source>
+        <translation>Saved: %1; it matches in one place of the source image only</translation>
+    </message>
+    <message>
+        <source>也匹配 %1</source>
+        <translation>Also matches %1</translation>
+    </message>
+    <message>
+        <source>已保存: %1。注意: 它在 (%2, %3) 也匹配，相似度 %4 ≥ %5，点击可能落在别处</source>
+        <translation>Saved: %1. Note: it also matches at (%2, %3), similarity %4 ≥ %5; clicks may land there</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::TaskEditor</name>
     <message>
         <source>添加变量 %1</source>
@@ -2081,6 +2270,18 @@ These items will stop working. Delete it?</translation>
             <numerusform>Paste %n event</numerusform>
             <numerusform>Paste %n events</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>添加图片</source>
+        <translation>Add image</translation>
+    </message>
+    <message>
+        <source>添加颜色</source>
+        <translation>Add colour</translation>
+    </message>
+    <message>
+        <source>添加原图</source>
+        <translation>Add source image</translation>
     </message>
 </context>
 </TS>
