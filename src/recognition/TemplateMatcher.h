@@ -91,6 +91,12 @@ public:
     // Of the first `resultCount` results: the first found, else the best scored.
     MatchResult bestResult();
 
+    // Every place in `rect` where the template scores at least `floor` (rounded as the
+    // matches are), best first, at most `limit`, for showing a user what a search sees;
+    // the status says why there are none when the search cannot run.
+    std::vector<MatchResult> candidates(const cv::Mat& frame, const QRect& rect, float floor,
+                                        size_t limit, int* status = nullptr);
+
     const Settings& settings() const { return settings_; }
     cv::Size templateSize() const;
 
@@ -99,6 +105,8 @@ private:
     void matchInto(MatchRecord& record, const cv::Mat& frame, const QRect& rect,
                    std::int64_t cycleId) const;
     void prepareRegion(const cv::Mat& frameRegion, cv::Mat& region) const;
+    // The part of the frame searched for `rect`, or nothing when the template does not fit.
+    std::optional<cv::Rect> searchedArea(const cv::Mat& frame, const QRect& rect) const;
 
     const Settings settings_;
     std::mutex loadMutex_;

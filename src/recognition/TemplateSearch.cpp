@@ -100,28 +100,33 @@ struct Peak {
     cv::Point at;
 };
 
-// Local maxima of the reduced scores within kCandidateMargin of the best, best first;
-// nothing when there are too many to follow up.
-std::optional<std::vector<Peak>> candidates(const cv::Mat& scores, cv::Mat& peaks) {
-    double best = 0.0;
-    cv::minMaxLoc(scores, nullptr, &best);
+// Local maxima of `scores` at or above `floor`, best first.
+std::vector<Peak> peaksAbove(const cv::Mat& scores, float floor, cv::Mat& peaks) {
     cv::dilate(scores, peaks, cv::Mat());
-    const float floor = float(best) - kCandidateMargin;
     std::vector<Peak> found;
     for (int y = 0; y < scores.rows; ++y) {
         const float* row = scores.ptr<float>(y);
         const float* peakRow = peaks.ptr<float>(y);
         for (int x = 0; x < scores.cols; ++x) {
             if (row[x] >= floor && row[x] == peakRow[x]) {
-                if (found.size() == kMaxCandidates) {
-                    return std::nullopt;
-                }
                 found.push_back({row[x], {x, y}});
             }
         }
     }
     std::sort(found.begin(), found.end(),
               [](const Peak& a, const Peak& b) { return a.score > b.score; });
+    return found;
+}
+
+// Local maxima of the reduced scores within kCandidateMargin of the best, best first;
+// nothing when there are too many to follow up.
+std::optional<std::vector<Peak>> candidates(const cv::Mat& scores, cv::Mat& peaks) {
+    double best = 0.0;
+    cv::minMaxLoc(scores, nullptr, &best);
+    std::vector<Peak> found = peaksAbove(scores, float(best) - kCandidateMargin, peaks);
+    if (found.size() > kMaxCandidates) {
+        return std::nullopt;
+    }
     return found;
 }
 
@@ -225,7 +230,59 @@ bool nearRoundingBoundary(double score, double noise) {
     return std::abs(hundredths - std::floor(hundredths) - 0.5) <= noise * 100.0;
 }
 
+// Keeps the best of the matches that overlap by more than half a template either way.
+std::vector<BestMatch> separate(std::vector<BestMatch> matches, cv::Size templ, size_t limit) {
+    std::sort(matches.begin(), matches.end(), before);
+    std::vector<BestMatch> kept;
+    for (const BestMatch& match : matches) {
+        const bool near = std::any_of(kept.begin(), kept.end(), [&](const BestMatch& k) {
+            return std::abs(k.at.x - match.at.x) * 2 < templ.width &&
+                   std::abs(k.at.y - match.at.y) * 2 < templ.height;
+        });
+        if (!near) {
+            kept.push_back(match);
+            if (kept.size() == limit) {
+                break;
+            }
+        }
+    }
+    return kept;
+}
+
 }  // namespace
+
+std::vector<BestMatch> searchAll(const cv::Mat& region, const cv::Mat& templ, double floor,
+                                 size_t limit, SearchScratch& scratch) {
+    std::vector<BestMatch> found;
+    const std::optional<cv::Size> factor =
+        double(region.total()) < kMinAreaRatio * double(templ.total())
+            ? std::nullopt
+            : reductionFor(templ, scratch.coarseTemplate);
+    if (!factor) {
+        cv::matchTemplate(region, templ, scratch.scores, cv::TM_CCOEFF_NORMED);
+        for (const Peak& peak : peaksAbove(scratch.scores, float(floor), scratch.peaks)) {
+            found.push_back({peak.at, peak.score, SearchRoute::Exhaustive});
+        }
+        return separate(std::move(found), templ.size(), limit);
+    }
+    reduce(region, *factor, scratch.coarseRegion);
+    cv::matchTemplate(scratch.coarseRegion, scratch.coarseTemplate, scratch.coarseScores,
+                      cv::TM_CCOEFF_NORMED);
+    std::vector<Peak> peaks =
+        peaksAbove(scratch.coarseScores, float(floor) - kCandidateMargin, scratch.peaks);
+    // Follow-ups cost a full-size neighbourhood each; a repetitive screen has many.
+    peaks.resize(std::min(peaks.size(), std::max(limit * 4, kMaxCandidates)));
+    if (peaks.empty()) {
+        return found;
+    }
+    for (const Neighbourhood& n :
+         confirm(region, templ, peaks, *factor, scratch.scores).neighbourhoods) {
+        if (n.best.score >= floor) {
+            found.push_back(n.best);
+        }
+    }
+    return separate(std::move(found), templ.size(), limit);
+}
 
 BestMatch searchExhaustive(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch) {
     cv::matchTemplate(region, templ, scratch.scores, cv::TM_CCOEFF_NORMED);

@@ -7,6 +7,7 @@
 // for that search's position and two-decimal score it runs that search.
 
 #include <opencv2/core/mat.hpp>
+#include <vector>
 
 #include "recognition/ReducedFrames.h"
 
@@ -34,5 +35,12 @@ BestMatch searchExhaustive(const cv::Mat& region, const cv::Mat& templ, SearchSc
 // With a cycle, the reduced region is shared with the cycle's other searches of it.
 BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch,
                              const SearchCycle* cycle = nullptr);
+
+// Every position scoring at least `floor` that no better one within half a template
+// overlaps, best first, at most `limit`. The reduced scores point at them as in the
+// coarse-to-fine search, so a position whose reduced score falls far below its own may
+// be missed; the best match of the searches above is not guaranteed among them.
+std::vector<BestMatch> searchAll(const cv::Mat& region, const cv::Mat& templ, double floor,
+                                 size_t limit, SearchScratch& scratch);
 
 }  // namespace autoscene::recognition
