@@ -38,6 +38,13 @@ AddImageResult addImage(
     TaskDocument& task, ImageRecord image, const QImage& pixels,
     const std::function<qint64()>& secondsNow = &QDateTime::currentSecsSinceEpoch);
 
+// Stores the pixels in image/ under the first free name of "<secondsNow()>.png",
+// "<secondsNow()>-2.png", ...: a file that replaces an image's pixels never overwrites the
+// one that undo may bring back.
+AddImageResult storeNewImageFile(
+    const TaskDocument& task, const QImage& pixels,
+    const std::function<qint64()>& secondsNow = &QDateTime::currentSecsSinceEpoch);
+
 // Stores an original screenshot and its thumbnail, named like images.
 AddImageResult addOriginal(TaskDocument& task, OriginalImageRecord original, QString fileName,
                            const QImage& pixels);

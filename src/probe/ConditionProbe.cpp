@@ -2,6 +2,7 @@
 
 #include <QJsonObject>
 #include <algorithm>
+#include <atomic>
 #include <thread>
 
 #include "actions/RuntimeItems.h"
@@ -87,13 +88,20 @@ bool outsideOnly(const std::vector<ProbeCandidate>& candidates, float threshold)
     return outside;
 }
 
-// Candidates of `imageId` on the whole frame, each marked by whether `searched` holds it.
+// Unique in the process, as the shared reduced copies are kept by thread and cycle.
+std::int64_t nextCycle() {
+    static std::atomic<std::int64_t> last{0};
+    return ++last;
+}
+
+// Candidates in `over`, each marked by whether `searched` holds it.
 std::vector<ProbeCandidate> imageCandidates(recognition::TemplateMatcher& matcher,
-                                            const cv::Mat& frame, const QRect& searched,
-                                            float floor) {
+                                            const cv::Mat& frame, const QRect& over,
+                                            const QRect& searched, float floor,
+                                            std::int64_t cycle) {
     std::vector<ProbeCandidate> list;
-    for (const recognition::MatchResult& found : matcher.candidates(
-             frame, QRect(0, 0, frame.cols, frame.rows), floor, ConditionProbe::kCandidateLimit)) {
+    for (const recognition::MatchResult& found :
+         matcher.candidates(frame, over, floor, ConditionProbe::kCandidateLimit, cycle)) {
         // The matcher searches one pixel past the area's edge where the frame has it.
         const bool inArea = searched.adjusted(0, 0, 1, 1).contains(found.match);
         list.push_back({found.match, found.score, QString(), inArea});
@@ -127,14 +135,25 @@ struct ConditionProbe::Parts {
         }
     }
 
-    void start(engine::TaskInfo& info, const cv::Mat& frame) {
-        info.frame = frame;
-        info.cycleCount = ++cycle;
+    // The task as the runner's worker holds it for `frame`: one cycle per frame, so the
+    // items probed on one frame share its reduced copies and label detections. The frame
+    // is kept, so that no other frame can take its pixels' place while it counts as seen.
+    engine::TaskInfo& start(const cv::Mat& frame) {
+        if (!info || frame.data != seen.data || frame.size != seen.size) {
+            seen = frame;
+            info = std::make_unique<engine::TaskInfo>();
+            info->frame = frame;
+            info->cycleCount = nextCycle();
+        }
         targets.aimedAt.reset();
+        return *info;
     }
 
-    void describeImage(ProbeResult& out, int imageId, int searchId, bool present, float score,
-                       int status, const cv::Mat& frame);
+    // `found` is what the item itself found, with the matcher it searched with when it
+    // can be had (its scores are then taken again rather than searched for).
+    void describeImage(ProbeResult& out, int imageId, int searchId, bool present,
+                       const recognition::MatchResult& found,
+                       std::shared_ptr<recognition::TemplateMatcher> matcher, const cv::Mat& frame);
     void describeColour(ProbeResult& out, int colorId, int searchId, const cv::Mat& frame);
     void describeLabel(ProbeResult& out, int labelId, int searchId, float sim, bool present,
                        engine::TaskInfo& info);
@@ -149,22 +168,41 @@ struct ConditionProbe::Parts {
     engine::RunContext context{task, definitions, clock, targets, control};
     conditions::ScreenServices services;
     engine::RuntimeFactory factory;
-    std::int64_t cycle = 0;
+    cv::Mat seen;
+    std::unique_ptr<engine::TaskInfo> info;
 };
 
 void ConditionProbe::Parts::describeImage(ProbeResult& out, int imageId, int searchId, bool present,
-                                          float score, int status, const cv::Mat& frame) {
+                                          const recognition::MatchResult& found,
+                                          std::shared_ptr<recognition::TemplateMatcher> matcher,
+                                          const cv::Mat& frame) {
+    const float score = found.score;
+    const int status = found.status;
     const ImageRecord* image = task.image(imageId);
     out.threshold = image ? image->sim : 0.0f;
     const std::optional<QRect> crop = definitions.cropRect(searchId);
     // The matcher the runner builds, so the area carries the task's expansion.
-    const auto matcher = conditions::makeTemplateMatcher(task, imageId, crop);
+    if (!matcher) {
+        matcher = conditions::makeTemplateMatcher(task, imageId, crop);
+    }
     const QRect searched = matcher->defaultRect(frame);
     if (crop) {
         out.searchArea = searched;
     }
+    // Beyond the area only where that may tell why the image is not found in it.
+    const bool beyond =
+        crop && !out.holds && present &&
+        (status == recognition::kMatchOk || status == recognition::kMatchAreaTooSmall);
     out.candidates =
-        imageCandidates(*matcher, frame, searched, std::min(kCandidateFloor, out.threshold));
+        imageCandidates(*matcher, frame, beyond ? QRect(0, 0, frame.cols, frame.rows) : searched,
+                        searched, std::min(kCandidateFloor, out.threshold), info->cycleCount);
+    // What the item found is listed whatever the list's own search saw.
+    const bool listed = std::any_of(out.candidates.begin(), out.candidates.end(),
+                                    [&](const ProbeCandidate& c) { return c.rect == found.match; });
+    if (!listed && !found.match.isEmpty() && found.status == recognition::kMatchOk &&
+        found.score >= std::min(kCandidateFloor, out.threshold)) {
+        addSorted(out.candidates, {found.match, found.score, QString(), true});
+    }
     if (out.holds) {
         return;
     }
@@ -264,17 +302,15 @@ ProbeResult ConditionProbe::run(const IEditorCondition& record, const cv::Mat& f
         out.reason = reasons::noFrame();
         return out;
     }
-    engine::TaskInfo info;
-    parts_->start(info, frame);
+    engine::TaskInfo& info = parts_->start(frame);
     out.holds = screen->observesExpected(info);
     const std::thread::id thread = std::this_thread::get_id();
     switch (record.type()) {
         case EditorImageCondition::kType: {
             const auto& r = static_cast<const EditorImageCondition&>(record);
-            const recognition::MatchResult match =
-                static_cast<conditions::ImageCondition*>(screen)->result(thread);
-            parts_->describeImage(out, r.imageId, r.searchId, r.state == 1, match.score,
-                                  match.status, frame);
+            auto* image = static_cast<conditions::ImageCondition*>(screen);
+            parts_->describeImage(out, r.imageId, r.searchId, r.state == 1, image->result(thread),
+                                  image->matcher(), frame);
             break;
         }
         case EditorColorCondition::kType: {
@@ -324,20 +360,20 @@ ProbeResult ConditionProbe::run(const IEditorAction& record, const cv::Mat& fram
     }
     parts_->ensureLabels(type);
     const std::unique_ptr<engine::IAction> built = parts_->factory.action(record, parts_->context);
-    engine::TaskInfo info;
-    parts_->start(info, frame);
+    engine::TaskInfo& info = parts_->start(frame);
     built->run(info);
     const QJsonObject result = built->state(std::this_thread::get_id());
     out.click = parts_->targets.aimedAt;
     out.holds = out.click.has_value();
-    const float score = float(result.value(QStringLiteral("sim")).toDouble());
-    const int status = statusOfText(result.value(QStringLiteral("err")).toString());
+    recognition::MatchResult found;
+    found.score = float(result.value(QStringLiteral("sim")).toDouble());
+    found.status = statusOfText(result.value(QStringLiteral("err")).toString());
     if (type == EditorImageAction::kType) {
         const auto& r = static_cast<const EditorImageAction&>(record);
-        parts_->describeImage(out, r.imageId, r.searchId, true, score, status, frame);
+        parts_->describeImage(out, r.imageId, r.searchId, true, found, nullptr, frame);
     } else if (type == EditorSaveCoordAction::kType) {
         const auto& r = static_cast<const EditorSaveCoordAction&>(record);
-        parts_->describeImage(out, r.imageId, r.searchId, true, score, status, frame);
+        parts_->describeImage(out, r.imageId, r.searchId, true, found, nullptr, frame);
     } else if (type == EditorClickColorAction::kType) {
         const auto& r = static_cast<const EditorClickColorAction&>(record);
         parts_->describeColour(out, r.colorId, r.searchId, frame);
@@ -368,7 +404,8 @@ std::vector<ProbeCandidate> otherMatches(const TaskDocument& task, int imageId,
     const auto matcher = conditions::makeTemplateMatcher(task, imageId, std::nullopt);
     std::vector<ProbeCandidate> others;
     const QRect whole(0, 0, original.cols, original.rows);
-    for (const ProbeCandidate& found : imageCandidates(*matcher, original, whole, image->sim)) {
+    for (const ProbeCandidate& found :
+         imageCandidates(*matcher, original, whole, whole, image->sim, nextCycle())) {
         // The template's own place, give or take the rounding of a cut.
         if (!found.rect.intersects(own) || (found.rect & own).width() * 2 < own.width() ||
             (found.rect & own).height() * 2 < own.height()) {

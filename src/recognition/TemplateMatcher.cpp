@@ -135,6 +135,12 @@ void TemplateMatcher::prepareRegion(const cv::Mat& frameRegion, cv::Mat& region)
     }
 }
 
+const SearchCycle* TemplateMatcher::sharedCycle(const SearchCycle& cycle) const {
+    // Only colour regions view the frame itself, which the cycle's other templates search
+    // too.
+    return settings_.imageType == MatchImageType::Color ? &cycle : nullptr;
+}
+
 std::optional<cv::Rect> TemplateMatcher::searchedArea(const cv::Mat& frame,
                                                       const QRect& rect) const {
     const int x0 = std::max(rect.x(), 0);
@@ -154,7 +160,8 @@ std::optional<cv::Rect> TemplateMatcher::searchedArea(const cv::Mat& frame,
 }
 
 std::vector<MatchResult> TemplateMatcher::candidates(const cv::Mat& frame, const QRect& rect,
-                                                     float floor, size_t limit, int* status) {
+                                                     float floor, size_t limit,
+                                                     std::int64_t cycleId, int* status) {
     ensureLoaded();
     int why = template_.empty() ? kMatchMissingImage : templateValid_ ? kMatchOk : kMatchBadFormat;
     std::vector<MatchResult> found;
@@ -167,9 +174,17 @@ std::vector<MatchResult> TemplateMatcher::candidates(const cv::Mat& frame, const
         MatchRecord& record = records_.get();
         cv::Mat region;
         prepareRegion(frame(*area), region);
+        const SearchCycle cycle{sys::threadKey(), cycleId};
         // Rounding may lift a score just under the floor onto it.
-        for (const BestMatch& match :
-             searchAll(region, template_, double(floor) - 0.005, limit, record.search)) {
+        const double lowest = double(floor) - 0.005;
+        const bool searched =
+            record.cycleId == cycleId && record.searchedRect == rect && !settings_.exhaustiveSearch;
+        std::vector<BestMatch> matches =
+            searched
+                ? listAround(region, template_, record.searchedBest, lowest, limit, record.search)
+                : searchAll(region, template_, lowest, limit, record.search, sharedCycle(cycle));
+        record.searchedRect.reset();
+        for (const BestMatch& match : matches) {
             MatchResult result;
             result.searched = rect;
             result.match =
@@ -225,17 +240,16 @@ void TemplateMatcher::matchInto(MatchRecord& record, const cv::Mat& frame, const
         result.region.release();
     } else {
         prepareRegion(frame(*area), result.region);
-        // Only colour regions view the frame itself, which the cycle's other
-        // templates search too.
         const SearchCycle cycle{sys::threadKey(), cycleId};
-        const SearchCycle* shared = settings_.imageType == MatchImageType::Color ? &cycle : nullptr;
         const BestMatch best =
             settings_.exhaustiveSearch
                 ? searchExhaustive(result.region, template_, record.search)
-                : searchCoarseToFine(result.region, template_, record.search, shared);
+                : searchCoarseToFine(result.region, template_, record.search, sharedCycle(cycle));
         result.match =
             QRect(area->x + best.at.x, area->y + best.at.y, template_.cols, template_.rows);
         result.score = roundedScore(best.score);
+        record.searchedRect = rect;
+        record.searchedBest = best;
     }
     record.status = result.status;
     record.found = result.status == kMatchOk && result.score >= settings_.similarity;

@@ -76,6 +76,19 @@ void reduce(const cv::Mat& image, cv::Size factor, cv::Mat& reduced) {
     cv::GaussianBlur(reduced, reduced, cv::Size(3, 3), 0);
 }
 
+// The region reduced by `factor`: the cycle's shared copy, else one made in the scratch.
+cv::Mat reducedRegion(const cv::Mat& region, cv::Size factor, SearchScratch& scratch,
+                      const SearchCycle* cycle) {
+    if (cycle) {
+        // Shared, so only read: scratch.coarseRegion is reduced into in place.
+        return ReducedFrames::shared().get(
+            *cycle, region, factor,
+            [&](const cv::Mat& pixels, cv::Mat& reduced) { reduce(pixels, factor, reduced); });
+    }
+    reduce(region, factor, scratch.coarseRegion);
+    return scratch.coarseRegion;
+}
+
 // The reduction factors for the template, or nothing when no reduced copy keeps enough
 // of it; the reduced template is left in `reduced`.
 std::optional<cv::Size> reductionFor(const cv::Mat& templ, cv::Mat& reduced) {
@@ -251,34 +264,48 @@ std::vector<BestMatch> separate(std::vector<BestMatch> matches, cv::Size templ, 
 
 }  // namespace
 
-std::vector<BestMatch> searchAll(const cv::Mat& region, const cv::Mat& templ, double floor,
-                                 size_t limit, SearchScratch& scratch) {
+namespace {
+
+std::vector<BestMatch> peaksOfScores(SearchScratch& scratch, cv::Size templ, double floor,
+                                     size_t limit) {
     std::vector<BestMatch> found;
-    const std::optional<cv::Size> factor =
-        double(region.total()) < kMinAreaRatio * double(templ.total())
-            ? std::nullopt
-            : reductionFor(templ, scratch.coarseTemplate);
-    if (!factor) {
-        cv::matchTemplate(region, templ, scratch.scores, cv::TM_CCOEFF_NORMED);
-        for (const Peak& peak : peaksAbove(scratch.scores, float(floor), scratch.peaks)) {
-            found.push_back({peak.at, peak.score, SearchRoute::Exhaustive});
-        }
-        return separate(std::move(found), templ.size(), limit);
+    for (const Peak& peak : peaksAbove(scratch.scores, float(floor), scratch.peaks)) {
+        found.push_back({peak.at, peak.score, SearchRoute::Exhaustive});
     }
-    reduce(region, *factor, scratch.coarseRegion);
-    cv::matchTemplate(scratch.coarseRegion, scratch.coarseTemplate, scratch.coarseScores,
-                      cv::TM_CCOEFF_NORMED);
+    return separate(std::move(found), templ, limit);
+}
+
+}  // namespace
+
+std::vector<BestMatch> searchAll(const cv::Mat& region, const cv::Mat& templ, double floor,
+                                 size_t limit, SearchScratch& scratch, const SearchCycle* cycle) {
+    return listAround(region, templ, searchCoarseToFine(region, templ, scratch, cycle), floor,
+                      limit, scratch);
+}
+
+std::vector<BestMatch> listAround(const cv::Mat& region, const cv::Mat& templ,
+                                  const BestMatch& best, double floor, size_t limit,
+                                  SearchScratch& scratch) {
+    // Below the floor there is nothing to list; the best's scores show where the others are.
+    if (best.score < floor) {
+        return {};
+    }
+    if (best.route == SearchRoute::Exhaustive) {
+        return peaksOfScores(scratch, templ.size(), floor, limit);
+    }
+    // The coarse route left the reduced scores and the reduced template in the scratch.
+    const std::optional<cv::Size> factor = reductionFor(templ, scratch.coarseTemplate);
     std::vector<Peak> peaks =
         peaksAbove(scratch.coarseScores, float(floor) - kCandidateMargin, scratch.peaks);
     // Follow-ups cost a full-size neighbourhood each; a repetitive screen has many.
     peaks.resize(std::min(peaks.size(), std::max(limit * 4, kMaxCandidates)));
-    if (peaks.empty()) {
-        return found;
-    }
-    for (const Neighbourhood& n :
-         confirm(region, templ, peaks, *factor, scratch.scores).neighbourhoods) {
-        if (n.best.score >= floor) {
-            found.push_back(n.best);
+    std::vector<BestMatch> found{best};
+    if (factor && !peaks.empty()) {
+        for (const Neighbourhood& n :
+             confirm(region, templ, peaks, *factor, scratch.scores).neighbourhoods) {
+            if (n.best.score >= floor) {
+                found.push_back(n.best);
+            }
         }
     }
     return separate(std::move(found), templ.size(), limit);
@@ -298,18 +325,8 @@ BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, Search
     if (!factor) {
         return searchExhaustive(region, templ, scratch);
     }
-    cv::Mat coarseRegion;
-    if (cycle) {
-        // Shared, so only read: scratch.coarseRegion is reduced into in place.
-        coarseRegion = ReducedFrames::shared().get(
-            *cycle, region, *factor,
-            [&](const cv::Mat& pixels, cv::Mat& reduced) { reduce(pixels, *factor, reduced); });
-    } else {
-        reduce(region, *factor, scratch.coarseRegion);
-        coarseRegion = scratch.coarseRegion;
-    }
-    cv::matchTemplate(coarseRegion, scratch.coarseTemplate, scratch.coarseScores,
-                      cv::TM_CCOEFF_NORMED);
+    cv::matchTemplate(reducedRegion(region, *factor, scratch, cycle), scratch.coarseTemplate,
+                      scratch.coarseScores, cv::TM_CCOEFF_NORMED);
     const std::optional<std::vector<Peak>> peaks = candidates(scratch.coarseScores, scratch.peaks);
     if (!peaks) {
         return searchExhaustive(region, templ, scratch);

@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
 #include <QTableWidget>
@@ -27,6 +28,7 @@
 #include "editor/FormDialog.h"
 #include "editor/ItemCatalog.h"
 #include "editor/TaskEditor.h"
+#include "model/EditorConditions.h"
 #include "ui/AutoRunner.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/MainWindow.h"
@@ -36,6 +38,9 @@
 #include "ui/SceneListView.h"
 #include "ui/TaskMainPage.h"
 #include "ui/Translations.h"
+#include "ui/probe/ProbePanel.h"
+#include "ui/templates/ModelsDialog.h"
+#include "ui/templates/TemplatesDialog.h"
 #include "x11/X11Backend.h"
 #include "x11/X11WindowPicker.h"
 
@@ -291,6 +296,36 @@ void shootEditor(Shooter& shooter, const QString& suffix) {
     shooter.saveModal("definition-delete-used" + suffix, [&] { definitions.deleteDefinition(0); });
 }
 
+// The test on the screen passing and failing, the template images and the label model.
+void shootScreenTools(Shooter& shooter, const QString& suffix) {
+    TestTask task;
+    task.folder().mkdir("ori");
+    QImage screen(640, 480, QImage::Format_RGB32);
+    screen.fill(QColor(90, 90, 90));
+    QPainter(&screen).drawImage(220, 200, QImage(task.folder().filePath("image/1.png")));
+    QPainter(&screen).drawImage(20, 40, QImage(task.folder().filePath("image/1.png")));
+    screen.save(task.folder().filePath("ori/a.png"));
+    TaskEditor editor;
+    if (!editor.open(task.path())) {
+        return;
+    }
+    autoscene::model::EditorImageCondition condition;
+    condition.imageId = 1;
+    for (const int searchId : {0, 7}) {
+        condition.searchId = searchId;
+        ProbePanel panel(editor.document(), &condition, nullptr, nullptr);
+        panel.show();
+        panel.test();
+        shooter.save(panel, QStringLiteral("probe-panel-%1%2").arg(searchId).arg(suffix));
+    }
+    TemplatesDialog templates(editor);
+    templates.show();
+    shooter.save(templates, "templates" + suffix);
+    ModelsDialog models(editor);
+    models.show();
+    shooter.save(models, "models" + suffix);
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -311,12 +346,14 @@ int main(int argc, char* argv[]) {
     shootRun(shooter, "");
     shootDevices(shooter, "");
     shootTaskPage(shooter, "");
+    shootScreenTools(shooter, "");
     if (QTranslator* english = installTranslation(app, QLocale(QLocale::English))) {
         shootMainWindow(shooter, "-en");
         shootEditor(shooter, "-en");
         shootRun(shooter, "-en");
         shootDevices(shooter, "-en");
         shootTaskPage(shooter, "-en");
+        shootScreenTools(shooter, "-en");
         QApplication::removeTranslator(english);
     }
     return shooter.failed() ? 1 : 0;

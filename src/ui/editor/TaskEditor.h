@@ -72,6 +72,13 @@ public:
     bool replaceDefinition(std::unique_ptr<model::EditorVariable> definition);
     bool removeDefinition(int id);
 
+    // Template images by id: the record replaced whole (a rename, new pixels in a new
+    // file), or removed; false for an unknown id. Removing leaves the file for undo.
+    bool replaceImage(model::ImageRecord image, const QString& text);
+    bool removeImage(int id);
+    // The label model the task's label items detect with, and its class names.
+    bool changeModel(const QString& modelId, const QStringList& labelNames);
+
     // The task's settings replaced as one step; false while locked.
     bool changeSettings(model::TaskSettings settings, const QString& text);
     // The settings and the background plug-in replaced as one step; false while locked.
@@ -93,6 +100,7 @@ public:
     void announceEvent(int sceneRow, int eventRow) { emit eventChanged(sceneRow, eventRow); }
     void announceDefinitions() { emit definitionsChanged(); }
     void announceSettings() { emit settingsChanged(); }
+    void announceImages() { emit imagesChanged(); }
 
 signals:
     void scenesChanged();
@@ -102,6 +110,7 @@ signals:
     void eventChanged(int sceneRow, int eventRow);
     void definitionsChanged();
     void settingsChanged();
+    void imagesChanged();
     void modifiedChanged(bool modified);
 
 private:

@@ -83,14 +83,18 @@ TEST_F(ConditionProbeTest, ImageConditionsGiveTheRunnersVerdictWithItsReason) {
         EXPECT_EQ(result.holds, c.holds);
         EXPECT_EQ(result.reason, c.reason);
     }
-    // Both copies are listed, the one in the area first among equals; the area is the crop.
+    // Found in its crop, the list keeps to the crop; found only beyond it, the list shows
+    // both copies outside.
     const ProbeResult around = probe.run(image(1, 10), original);
-    ASSERT_EQ(around.candidates.size(), 2u);
+    ASSERT_EQ(around.candidates.size(), 1u);
+    EXPECT_EQ(around.candidates.front().rect, QRect(250, 180, 40, 24));
     EXPECT_EQ(around.searchArea, QRect(230, 160, 80, 64));
     EXPECT_FLOAT_EQ(around.threshold, 0.9f);
-    for (const ProbeCandidate& c : around.candidates) {
+    const ProbeResult elsewhere = probe.run(image(1, 11), original);
+    ASSERT_EQ(elsewhere.candidates.size(), 2u);
+    for (const ProbeCandidate& c : elsewhere.candidates) {
         EXPECT_FLOAT_EQ(c.score, 1.0f);
-        EXPECT_EQ(c.inArea, c.rect == QRect(250, 180, 40, 24)) << c.rect.x();
+        EXPECT_FALSE(c.inArea);
     }
     // Noise over the only copy: the reason quotes the score the runner found.
     cv::Mat noisy = autoscene::test::noiseFrame(400, 300, 7);
