@@ -51,9 +51,15 @@ void ProbeFrameView::paintEvent(QPaintEvent*) {
     QFont font = painter.font();
     font.setPointSizeF(std::max(6.0, font.pointSizeF() / scale));
     painter.setFont(font);
+    QPen halo = pen;
+    halo.setWidth(4);
+    halo.setColor(Qt::black);
     for (const probe::ProbeCandidate& c : result_.candidates) {
         const bool passes = c.inArea && c.score >= result_.threshold;
-        pen.setColor(passes ? QColor(0, 200, 60) : QColor(255, 150, 0));
+        // Under a dark halo, so the frame's own colours cannot hide the box.
+        painter.setPen(halo);
+        painter.drawRect(c.rect);
+        pen.setColor(passes ? QColor(0, 230, 80) : QColor(255, 150, 0));
         painter.setPen(pen);
         painter.drawRect(c.rect);
         const QString label = c.text.isEmpty() ? QString::number(double(c.score), 'f', 2) : c.text;

@@ -67,6 +67,7 @@ ProbePanel::ProbePanel(const model::TaskDocument& task, const model::IEditorCond
     verdict_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     candidates_->setObjectName(QStringLiteral("listWidget_candidates"));
     candidates_->setAccessibleName(tr("候选"));
+    candidates_->setMinimumWidth(240);
 
     auto* top = new QHBoxLayout;
     top->addWidget(new QLabel(tr("画面")));
