@@ -34,8 +34,8 @@ public:
     ~ConditionProbe();
 
     // `frame` is 3-channel BGR, as the runner captures it.
-    ProbeResult run(const model::IEditorCondition& condition, const cv::Mat& frame);
-    ProbeResult run(const model::IEditorAction& action, const cv::Mat& frame);
+    ProbeResult run(const model::IEditorCondition& record, const cv::Mat& frame);
+    ProbeResult run(const model::IEditorAction& record, const cv::Mat& frame);
 
 private:
     struct Parts;

@@ -175,7 +175,7 @@ QString ModelsDialog::useModel(const recognition::LabelModelFiles& chosen) {
     for (const auto& [from, to] :
          {std::pair{chosen.configuration, target.configuration},
           std::pair{chosen.weights, target.weights}, std::pair{chosen.names, target.names}}) {
-        if (const QString error = copyInto(from, to); !error.isEmpty()) {
+        if (QString error = copyInto(from, to); !error.isEmpty()) {
             return error;
         }
     }
