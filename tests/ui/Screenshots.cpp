@@ -21,6 +21,7 @@
 
 #include "TestDevice.h"
 #include "TestTask.h"
+#include "TinyLabelModel.h"
 #include "XvfbServer.h"
 #include "editor/DefinitionsDialog.h"
 #include "editor/EventEditor.h"
@@ -324,6 +325,10 @@ void shootScreenTools(Shooter& shooter, const QString& suffix) {
     ModelsDialog models(editor);
     models.show();
     shooter.save(models, "models" + suffix);
+    QTemporaryDir modelFolder;
+    models.useModel(autoscene::testing::tinyModel(QDir(modelFolder.path())));
+    models.test();
+    shooter.save(models, "models-tested" + suffix);
 }
 
 }  // namespace

@@ -62,8 +62,7 @@ void ProbeFrameView::paintEvent(QPaintEvent*) {
         pen.setColor(passes ? QColor(0, 230, 80) : QColor(255, 150, 0));
         painter.setPen(pen);
         painter.drawRect(c.rect);
-        const QString label = c.text.isEmpty() ? QString::number(double(c.score), 'f', 2) : c.text;
-        painter.drawText(QPointF(c.rect.left(), c.rect.top() - 3 / scale), label);
+        painter.drawText(QPointF(c.rect.left(), c.rect.top() - 3 / scale), candidateLabel(c));
     }
     if (result_.click) {
         pen.setColor(Qt::red);

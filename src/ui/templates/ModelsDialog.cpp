@@ -138,7 +138,7 @@ void ModelsDialog::showModel() {
     }
     model_->setText(task.modelId.isEmpty()
                         ? tr("没有模型")
-                        : tr("模型 %1：%2 个标签").arg(task.modelId).arg(names.size()));
+                        : tr("模型 %1，标签数：%2").arg(task.modelId).arg(names.size()));
     model_->setAccessibleName(model_->text());
     labels_->clear();
     labels_->addItems(names);
@@ -200,7 +200,7 @@ void ModelsDialog::test() {
                                        QImage::Format_BGR888)
                                     .copy(),
                 result);
-    verdict_->setText(result.holds ? tr("找到 %1 个框").arg(result.candidates.size())
+    verdict_->setText(result.holds ? tr("找到的框：%1").arg(result.candidates.size())
                                    : tr("没有找到：%1").arg(result.reason));
     verdict_->setAccessibleName(verdict_->text());
 }

@@ -1158,10 +1158,6 @@
         <translation>No model</translation>
     </message>
     <message>
-        <source>模型 %1：%2 个标签</source>
-        <translation>Model %1: %2 labels</translation>
-    </message>
-    <message>
         <source>权重文件</source>
         <translation>Weights file</translation>
     </message>
@@ -1194,12 +1190,16 @@
         <translation>The model files cannot be read: %1</translation>
     </message>
     <message>
-        <source>找到 %1 个框</source>
-        <translation>%1 boxes found</translation>
-    </message>
-    <message>
         <source>没有找到：%1</source>
         <translation>Not found: %1</translation>
+    </message>
+    <message>
+        <source>模型 %1，标签数：%2</source>
+        <translation>Model %1, labels: %2</translation>
+    </message>
+    <message>
+        <source>找到的框：%1</source>
+        <translation>Boxes found: %1</translation>
     </message>
 </context>
 <context>
