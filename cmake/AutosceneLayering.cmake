@@ -97,6 +97,8 @@ function(autoscene_check_layering)
     autoscene_forbid_links(autoscene_plugins FORBIDDEN autoscene_conditions autoscene_script
         autoscene_actions autoscene_app autoscene_x11 autoscene_win32)
     autoscene_forbid_links(autoscene_actions FORBIDDEN autoscene_playback autoscene_app)
+    # The editor's test on the screen runs the runner's own items; the application stands on it.
+    autoscene_forbid_links(autoscene_probe FORBIDDEN autoscene_playback autoscene_app)
     # Recordings see a run through the engine's observers; the programs choose the items.
     autoscene_forbid_links(autoscene_playback FORBIDDEN autoscene_app autoscene_editor autoscene_ui)
     # The editor is the lower half of the application: the frame uses it, never the reverse.
@@ -105,7 +107,7 @@ function(autoscene_check_layering)
     autoscene_forbid_links(autoscene_screen FORBIDDEN autoscene_ui)
     # Only the application uses widgets; the programs below it stay headless.
     foreach(target autoscene_model autoscene_engine autoscene_conditions autoscene_targets
-            autoscene_script autoscene_actions autoscene_playback autoscene_app autoscene-run
+            autoscene_script autoscene_actions autoscene_probe autoscene_playback autoscene_app autoscene-run
             autoscene-task autoscene-replay)
         autoscene_forbid_links(${target} FORBIDDEN autoscene_ui autoscene_editor Qt6::Widgets)
     endforeach()

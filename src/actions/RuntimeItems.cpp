@@ -11,8 +11,15 @@ namespace autoscene::actions {
 void registerAllRuntimeItems(engine::RuntimeFactory& factory,
                              std::shared_ptr<const text::OcrClient> ocr,
                              platform::IWindowControl* windows) {
-    const conditions::ScreenServices services{std::move(ocr),
-                                              std::make_shared<recognition::LabelDetector>()};
+    registerAllRuntimeItems(
+        factory,
+        conditions::ScreenServices{std::move(ocr), std::make_shared<recognition::LabelDetector>()},
+        windows);
+}
+
+void registerAllRuntimeItems(engine::RuntimeFactory& factory,
+                             const conditions::ScreenServices& services,
+                             platform::IWindowControl* windows) {
     conditions::registerScreenConditions(factory, services);
     registerInputActions(factory);
     registerMatchingActions(factory, services);

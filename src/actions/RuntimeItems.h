@@ -11,6 +11,9 @@ class RuntimeFactory;
 namespace autoscene::text {
 class OcrClient;
 }
+namespace autoscene::conditions {
+struct ScreenServices;
+}
 namespace autoscene::platform {
 class IWindowControl;
 }
@@ -21,6 +24,10 @@ namespace autoscene::actions {
 // nothing. `windows` serves the window methods of scripts; without it they find nothing.
 void registerAllRuntimeItems(engine::RuntimeFactory& factory,
                              std::shared_ptr<const text::OcrClient> ocr,
+                             platform::IWindowControl* windows = nullptr);
+// With the screen services given, so that the caller may look at the label detections.
+void registerAllRuntimeItems(engine::RuntimeFactory& factory,
+                             const conditions::ScreenServices& services,
                              platform::IWindowControl* windows = nullptr);
 
 }  // namespace autoscene::actions

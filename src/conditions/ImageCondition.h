@@ -21,6 +21,7 @@ public:
     QJsonObject describe(std::thread::id thread) const override;
     // The calling thread's last detection.
     recognition::MatchResult result(std::thread::id thread) const;
+    const std::shared_ptr<recognition::TemplateMatcher>& matcher() const { return matcher_; }
 
 protected:
     QString typeWord() const override { return QStringLiteral("image"); }

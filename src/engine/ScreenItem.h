@@ -36,6 +36,9 @@ public:
     bool evaluate(TaskInfo& task) override;
     // The detection step of each cycle.
     void prepare(TaskInfo& task);
+    // Whether one detection on the task's frame shows the expected state, whatever the
+    // confirmed time asks on top.
+    bool observesExpected(TaskInfo& task) { return found(task); }
     void clearThreadState() override;
     QJsonObject describe(std::thread::id thread) const override;
 

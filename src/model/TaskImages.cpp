@@ -99,6 +99,17 @@ AddImageResult addImage(TaskDocument& task, ImageRecord image, const QImage& pix
     return result;
 }
 
+AddImageResult storeNewImageFile(const TaskDocument& task, const QImage& pixels,
+                                 const std::function<qint64()>& secondsNow) {
+    const qint64 seconds = secondsNow();
+    const QDir folder(imageFolder(task));
+    QString name = timestampFileName(seconds);
+    for (int n = 2; QFileInfo::exists(folder.filePath(name)); ++n) {
+        name = QStringLiteral("%1-%2.png").arg(seconds).arg(n);
+    }
+    return storePng(imageFolder(task), name, pixels);
+}
+
 AddImageResult storeOriginal(const TaskDocument& task, QString& fileName, const QImage& pixels,
                              const std::function<qint64()>& secondsNow) {
     if (fileName.isEmpty()) {

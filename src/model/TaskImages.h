@@ -48,6 +48,13 @@ AddImageResult addImage(
     TaskDocument& task, ImageRecord image, const QImage& pixels,
     const std::function<qint64()>& secondsNow = &QDateTime::currentSecsSinceEpoch);
 
+// Stores the pixels in image/ under the first free name of "<secondsNow()>.png",
+// "<secondsNow()>-2.png", ...: a file that replaces an image's pixels never overwrites the
+// one that undo may bring back.
+AddImageResult storeNewImageFile(
+    const TaskDocument& task, const QImage& pixels,
+    const std::function<qint64()>& secondsNow = &QDateTime::currentSecsSinceEpoch);
+
 // Stores an original screenshot and its thumbnail, named like images, without recording it.
 AddImageResult storeOriginal(
     const TaskDocument& task, QString& fileName, const QImage& pixels,

@@ -31,6 +31,11 @@ std::int64_t swapRedBlue(std::int64_t rgb) {
     return (rgb & 0xff) << 16 | (rgb & 0xff00) | ((rgb >> 16) & 0xff);
 }
 
+// Scores are compared and shown with two decimals.
+float roundedScore(double score) {
+    return float(std::round(score * 100.0) / 100.0);
+}
+
 }  // namespace
 
 const MatchResult* MatchRecord::resultFor(const QRect& searched) const {
@@ -130,6 +135,72 @@ void TemplateMatcher::prepareRegion(const cv::Mat& frameRegion, cv::Mat& region)
     }
 }
 
+const SearchCycle* TemplateMatcher::sharedCycle(const SearchCycle& cycle) const {
+    // Only colour regions view the frame itself, which the cycle's other templates search
+    // too.
+    return settings_.imageType == MatchImageType::Color ? &cycle : nullptr;
+}
+
+std::optional<cv::Rect> TemplateMatcher::searchedArea(const cv::Mat& frame,
+                                                      const QRect& rect) const {
+    const int x0 = std::max(rect.x(), 0);
+    const int y0 = std::max(rect.y(), 0);
+    // A negative left or top keeps the full width and height; only a rectangle that
+    // ends before the frame begins is left with nothing.
+    const bool before = rect.x() + rect.width() <= 0 || rect.y() + rect.height() <= 0;
+    const int width = before ? 0 : std::min({rect.width(), frame.cols, frame.cols - x0});
+    const int height = before ? 0 : std::min({rect.height(), frame.rows, frame.rows - y0});
+    if (template_.cols > width || template_.rows > height) {
+        return std::nullopt;
+    }
+    // One pixel wider and taller where the frame has it; the size check above stays on
+    // the clipped area.
+    return cv::Rect(x0, y0, std::min(width + 1, frame.cols - x0),
+                    std::min(height + 1, frame.rows - y0));
+}
+
+std::vector<MatchResult> TemplateMatcher::candidates(const cv::Mat& frame, const QRect& rect,
+                                                     float floor, size_t limit,
+                                                     std::int64_t cycleId, int* status) {
+    ensureLoaded();
+    int why = template_.empty() ? kMatchMissingImage : templateValid_ ? kMatchOk : kMatchBadFormat;
+    std::vector<MatchResult> found;
+    const std::optional<cv::Rect> area =
+        why == kMatchOk && !frame.empty() ? searchedArea(frame, rect) : std::nullopt;
+    if (why == kMatchOk && !frame.empty() && !area) {
+        why = kMatchAreaTooSmall;
+    }
+    if (area) {
+        MatchRecord& record = records_.get();
+        cv::Mat region;
+        prepareRegion(frame(*area), region);
+        const SearchCycle cycle{sys::threadKey(), cycleId};
+        // Rounding may lift a score just under the floor onto it.
+        const double lowest = double(floor) - 0.005;
+        const bool searched =
+            record.cycleId == cycleId && record.searchedRect == rect && !settings_.exhaustiveSearch;
+        std::vector<BestMatch> matches =
+            searched
+                ? listAround(region, template_, record.searchedBest, lowest, limit, record.search)
+                : searchAll(region, template_, lowest, limit, record.search, sharedCycle(cycle));
+        record.searchedRect.reset();
+        for (const BestMatch& match : matches) {
+            MatchResult result;
+            result.searched = rect;
+            result.match =
+                QRect(area->x + match.at.x, area->y + match.at.y, template_.cols, template_.rows);
+            result.score = roundedScore(match.score);
+            if (result.score >= floor) {
+                found.push_back(std::move(result));
+            }
+        }
+    }
+    if (status) {
+        *status = why;
+    }
+    return found;
+}
+
 void TemplateMatcher::matchInto(MatchRecord& record, const cv::Mat& frame, const QRect& rect,
                                 std::int64_t cycleId) const {
     if (record.cycleId != cycleId) {
@@ -163,32 +234,22 @@ void TemplateMatcher::matchInto(MatchRecord& record, const cv::Mat& frame, const
     result.score = 0.0f;
     result.status = kMatchOk;
 
-    const int x0 = std::max(rect.x(), 0);
-    const int y0 = std::max(rect.y(), 0);
-    // A negative left or top keeps the full width and height; only a rectangle that
-    // ends before the frame begins is left with nothing.
-    const bool before = rect.x() + rect.width() <= 0 || rect.y() + rect.height() <= 0;
-    const int width = before ? 0 : std::min({rect.width(), frame.cols, frame.cols - x0});
-    const int height = before ? 0 : std::min({rect.height(), frame.rows, frame.rows - y0});
-    if (template_.cols > width || template_.rows > height) {
+    const std::optional<cv::Rect> area = searchedArea(frame, rect);
+    if (!area) {
         result.status = kMatchAreaTooSmall;
         result.region.release();
     } else {
-        // One pixel wider and taller where the frame has it; the size check above
-        // stays on the clipped area.
-        const cv::Rect area(x0, y0, std::min(width + 1, frame.cols - x0),
-                            std::min(height + 1, frame.rows - y0));
-        prepareRegion(frame(area), result.region);
-        // Only colour regions view the frame itself, which the cycle's other
-        // templates search too.
+        prepareRegion(frame(*area), result.region);
         const SearchCycle cycle{sys::threadKey(), cycleId};
-        const SearchCycle* shared = settings_.imageType == MatchImageType::Color ? &cycle : nullptr;
         const BestMatch best =
             settings_.exhaustiveSearch
                 ? searchExhaustive(result.region, template_, record.search)
-                : searchCoarseToFine(result.region, template_, record.search, shared);
-        result.match = QRect(x0 + best.at.x, y0 + best.at.y, template_.cols, template_.rows);
-        result.score = float(std::round(best.score * 100.0) / 100.0);
+                : searchCoarseToFine(result.region, template_, record.search, sharedCycle(cycle));
+        result.match =
+            QRect(area->x + best.at.x, area->y + best.at.y, template_.cols, template_.rows);
+        result.score = roundedScore(best.score);
+        record.searchedRect = rect;
+        record.searchedBest = best;
     }
     record.status = result.status;
     record.found = result.status == kMatchOk && result.score >= settings_.similarity;

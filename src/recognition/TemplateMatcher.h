@@ -51,6 +51,10 @@ struct MatchRecord {
     std::vector<MatchResult> results;
     size_t resultCount = 0;
     SearchScratch search;
+    // The rectangle last searched in `cycleId` and what the search found there; its scores
+    // are still in `search`.
+    std::optional<QRect> searchedRect;
+    BestMatch searchedBest;
 
     const MatchResult* resultFor(const QRect& searched) const;
 };
@@ -91,6 +95,14 @@ public:
     // Of the first `resultCount` results: the first found, else the best scored.
     MatchResult bestResult();
 
+    // Every place in `rect` where the template scores at least `floor` (rounded as the
+    // matches are), best first, at most `limit`, for showing a user what a search sees;
+    // the status says why there are none when the search cannot run. Searches of one
+    // cycle share the reduced frame; when this thread's last search in the cycle was of
+    // `rect`, its scores serve again.
+    std::vector<MatchResult> candidates(const cv::Mat& frame, const QRect& rect, float floor,
+                                        size_t limit, std::int64_t cycleId, int* status = nullptr);
+
     const Settings& settings() const { return settings_; }
     cv::Size templateSize() const;
 
@@ -99,6 +111,9 @@ private:
     void matchInto(MatchRecord& record, const cv::Mat& frame, const QRect& rect,
                    std::int64_t cycleId) const;
     void prepareRegion(const cv::Mat& frameRegion, cv::Mat& region) const;
+    // The part of the frame searched for `rect`, or nothing when the template does not fit.
+    std::optional<cv::Rect> searchedArea(const cv::Mat& frame, const QRect& rect) const;
+    const SearchCycle* sharedCycle(const SearchCycle& cycle) const;
 
     const Settings settings_;
     std::mutex loadMutex_;

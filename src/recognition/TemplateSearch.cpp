@@ -76,6 +76,19 @@ void reduce(const cv::Mat& image, cv::Size factor, cv::Mat& reduced) {
     cv::GaussianBlur(reduced, reduced, cv::Size(3, 3), 0);
 }
 
+// The region reduced by `factor`: the cycle's shared copy, else one made in the scratch.
+cv::Mat reducedRegion(const cv::Mat& region, cv::Size factor, SearchScratch& scratch,
+                      const SearchCycle* cycle) {
+    if (cycle) {
+        // Shared, so only read: scratch.coarseRegion is reduced into in place.
+        return ReducedFrames::shared().get(
+            *cycle, region, factor,
+            [&](const cv::Mat& pixels, cv::Mat& reduced) { reduce(pixels, factor, reduced); });
+    }
+    reduce(region, factor, scratch.coarseRegion);
+    return scratch.coarseRegion;
+}
+
 // The reduction factors for the template, or nothing when no reduced copy keeps enough
 // of it; the reduced template is left in `reduced`.
 std::optional<cv::Size> reductionFor(const cv::Mat& templ, cv::Mat& reduced) {
@@ -100,28 +113,33 @@ struct Peak {
     cv::Point at;
 };
 
-// Local maxima of the reduced scores within kCandidateMargin of the best, best first;
-// nothing when there are too many to follow up.
-std::optional<std::vector<Peak>> candidates(const cv::Mat& scores, cv::Mat& peaks) {
-    double best = 0.0;
-    cv::minMaxLoc(scores, nullptr, &best);
+// Local maxima of `scores` at or above `floor`, best first.
+std::vector<Peak> peaksAbove(const cv::Mat& scores, float floor, cv::Mat& peaks) {
     cv::dilate(scores, peaks, cv::Mat());
-    const float floor = float(best) - kCandidateMargin;
     std::vector<Peak> found;
     for (int y = 0; y < scores.rows; ++y) {
         const float* row = scores.ptr<float>(y);
         const float* peakRow = peaks.ptr<float>(y);
         for (int x = 0; x < scores.cols; ++x) {
             if (row[x] >= floor && row[x] == peakRow[x]) {
-                if (found.size() == kMaxCandidates) {
-                    return std::nullopt;
-                }
                 found.push_back({row[x], {x, y}});
             }
         }
     }
     std::sort(found.begin(), found.end(),
               [](const Peak& a, const Peak& b) { return a.score > b.score; });
+    return found;
+}
+
+// Local maxima of the reduced scores within kCandidateMargin of the best, best first;
+// nothing when there are too many to follow up.
+std::optional<std::vector<Peak>> candidates(const cv::Mat& scores, cv::Mat& peaks) {
+    double best = 0.0;
+    cv::minMaxLoc(scores, nullptr, &best);
+    std::vector<Peak> found = peaksAbove(scores, float(best) - kCandidateMargin, peaks);
+    if (found.size() > kMaxCandidates) {
+        return std::nullopt;
+    }
     return found;
 }
 
@@ -225,7 +243,73 @@ bool nearRoundingBoundary(double score, double noise) {
     return std::abs(hundredths - std::floor(hundredths) - 0.5) <= noise * 100.0;
 }
 
+// Keeps the best of the matches that overlap by more than half a template either way.
+std::vector<BestMatch> separate(std::vector<BestMatch> matches, cv::Size templ, size_t limit) {
+    std::sort(matches.begin(), matches.end(), before);
+    std::vector<BestMatch> kept;
+    for (const BestMatch& match : matches) {
+        const bool near = std::any_of(kept.begin(), kept.end(), [&](const BestMatch& k) {
+            return std::abs(k.at.x - match.at.x) * 2 < templ.width &&
+                   std::abs(k.at.y - match.at.y) * 2 < templ.height;
+        });
+        if (!near) {
+            kept.push_back(match);
+            if (kept.size() == limit) {
+                break;
+            }
+        }
+    }
+    return kept;
+}
+
 }  // namespace
+
+namespace {
+
+std::vector<BestMatch> peaksOfScores(SearchScratch& scratch, cv::Size templ, double floor,
+                                     size_t limit) {
+    std::vector<BestMatch> found;
+    for (const Peak& peak : peaksAbove(scratch.scores, float(floor), scratch.peaks)) {
+        found.push_back({peak.at, peak.score, SearchRoute::Exhaustive});
+    }
+    return separate(std::move(found), templ, limit);
+}
+
+}  // namespace
+
+std::vector<BestMatch> searchAll(const cv::Mat& region, const cv::Mat& templ, double floor,
+                                 size_t limit, SearchScratch& scratch, const SearchCycle* cycle) {
+    return listAround(region, templ, searchCoarseToFine(region, templ, scratch, cycle), floor,
+                      limit, scratch);
+}
+
+std::vector<BestMatch> listAround(const cv::Mat& region, const cv::Mat& templ,
+                                  const BestMatch& best, double floor, size_t limit,
+                                  SearchScratch& scratch) {
+    // Below the floor there is nothing to list; the best's scores show where the others are.
+    if (best.score < floor) {
+        return {};
+    }
+    if (best.route == SearchRoute::Exhaustive) {
+        return peaksOfScores(scratch, templ.size(), floor, limit);
+    }
+    // The coarse route left the reduced scores and the reduced template in the scratch.
+    const std::optional<cv::Size> factor = reductionFor(templ, scratch.coarseTemplate);
+    std::vector<Peak> peaks =
+        peaksAbove(scratch.coarseScores, float(floor) - kCandidateMargin, scratch.peaks);
+    // Follow-ups cost a full-size neighbourhood each; a repetitive screen has many.
+    peaks.resize(std::min(peaks.size(), std::max(limit * 4, kMaxCandidates)));
+    std::vector<BestMatch> found{best};
+    if (factor && !peaks.empty()) {
+        for (const Neighbourhood& n :
+             confirm(region, templ, peaks, *factor, scratch.scores).neighbourhoods) {
+            if (n.best.score >= floor) {
+                found.push_back(n.best);
+            }
+        }
+    }
+    return separate(std::move(found), templ.size(), limit);
+}
 
 BestMatch searchExhaustive(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch) {
     cv::matchTemplate(region, templ, scratch.scores, cv::TM_CCOEFF_NORMED);
@@ -241,18 +325,8 @@ BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, Search
     if (!factor) {
         return searchExhaustive(region, templ, scratch);
     }
-    cv::Mat coarseRegion;
-    if (cycle) {
-        // Shared, so only read: scratch.coarseRegion is reduced into in place.
-        coarseRegion = ReducedFrames::shared().get(
-            *cycle, region, *factor,
-            [&](const cv::Mat& pixels, cv::Mat& reduced) { reduce(pixels, *factor, reduced); });
-    } else {
-        reduce(region, *factor, scratch.coarseRegion);
-        coarseRegion = scratch.coarseRegion;
-    }
-    cv::matchTemplate(coarseRegion, scratch.coarseTemplate, scratch.coarseScores,
-                      cv::TM_CCOEFF_NORMED);
+    cv::matchTemplate(reducedRegion(region, *factor, scratch, cycle), scratch.coarseTemplate,
+                      scratch.coarseScores, cv::TM_CCOEFF_NORMED);
     const std::optional<std::vector<Peak>> peaks = candidates(scratch.coarseScores, scratch.peaks);
     if (!peaks) {
         return searchExhaustive(region, templ, scratch);

@@ -7,6 +7,7 @@
 // for that search's position and two-decimal score it runs that search.
 
 #include <opencv2/core/mat.hpp>
+#include <vector>
 
 #include "recognition/ReducedFrames.h"
 
@@ -34,5 +35,19 @@ BestMatch searchExhaustive(const cv::Mat& region, const cv::Mat& templ, SearchSc
 // With a cycle, the reduced region is shared with the cycle's other searches of it.
 BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, SearchScratch& scratch,
                              const SearchCycle* cycle = nullptr);
+
+// Every position scoring at least `floor` that no better one within half a template
+// overlaps, best first, at most `limit`. The best is searchCoarseToFine's; where that took
+// every position's score the list is exact, otherwise the reduced scores point at the
+// others, so one whose reduced score falls far below its own may be missed. With a cycle,
+// the reduced region is shared as in searchCoarseToFine.
+std::vector<BestMatch> searchAll(const cv::Mat& region, const cv::Mat& templ, double floor,
+                                 size_t limit, SearchScratch& scratch,
+                                 const SearchCycle* cycle = nullptr);
+// The rest of searchAll after its search: `best` is what searchCoarseToFine of the same
+// region and template last returned with this scratch, whose scores it left there.
+std::vector<BestMatch> listAround(const cv::Mat& region, const cv::Mat& templ,
+                                  const BestMatch& best, double floor, size_t limit,
+                                  SearchScratch& scratch);
 
 }  // namespace autoscene::recognition

@@ -14,6 +14,7 @@
 #include "editor/EventEditor.h"
 #include "editor/Prompts.h"
 #include "editor/TaskEditor.h"
+#include "ui/probe/ProbePanel.h"
 
 namespace autoscene::ui {
 
@@ -146,6 +147,12 @@ void EventTree::editEvent(int row) {
         return;
     }
     EventEditor dialog(editor_.document(), *event, this);
+    connect(&dialog, &EventEditor::testRequested, &dialog,
+            [this, &dialog](const model::IEditorCondition* condition,
+                            const model::IEditorAction* action) {
+                ProbePanel panel(editor_.document(), condition, action, screen_, &dialog);
+                panel.exec();
+            });
     if (dialog.exec() == QDialog::Accepted) {
         editor_.replaceEvent(sceneRow_, row, dialog.result(),
                              tr("编辑事件 %1").arg(dialog.result().name));

@@ -11,6 +11,10 @@ namespace autoscene::model {
 class EditorEvent;
 }  // namespace autoscene::model
 
+namespace autoscene::platform {
+class IDesktopBackend;
+}
+
 namespace autoscene::ui {
 
 class TaskEditor;
@@ -22,6 +26,8 @@ public:
 
     // Shows the events of the scene at `sceneRow` of the scene list; none for a row outside.
     void showScene(int sceneRow);
+    // The screen the event editor's test on the screen captures; none: originals only.
+    void setScreen(platform::IDesktopBackend* screen) { screen_ = screen; }
     int sceneRow() const { return sceneRow_; }
 
     // Event rows selected (a selected condition or action selects its event), ascending.
@@ -52,6 +58,7 @@ private:
 
     TaskEditor& editor_;
     int sceneRow_ = -1;
+    platform::IDesktopBackend* screen_ = nullptr;
 };
 
 }  // namespace autoscene::ui

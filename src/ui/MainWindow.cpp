@@ -31,6 +31,8 @@
 #include "ui/WindowInfoDialog.h"
 #include "ui/WindowListDialog.h"
 #include "ui/playback/PlaybackWindow.h"
+#include "ui/templates/ModelsDialog.h"
+#include "ui/templates/TemplatesDialog.h"
 
 namespace autoscene::ui {
 
@@ -53,6 +55,7 @@ MainWindow::MainWindow(AppConfig config, Desktop desktop, QWidget* parent)
     run_ = new RunControl(editor_, config_, desktop, this);
     sceneList_ = new SceneListView(editor_);
     eventTree_ = new EventTree(editor_);
+    eventTree_->setScreen(desktop_.backend);
     connect(sceneList_, &SceneListView::sceneSelected, eventTree_, &EventTree::showScene);
     connect(&editor_, &TaskEditor::modifiedChanged, this, &QWidget::setWindowModified);
     connect(&editor_, &TaskEditor::settingsChanged, this, &MainWindow::showTarget);
@@ -141,6 +144,15 @@ void MainWindow::buildToolBar() {
     wire("action_stop", [this] {
         run_->stop();
     })->setIcon(QIcon(QStringLiteral(":/image/stop.png")));
+    wire("action_model", [this] {
+        ModelsDialog dialog(editor_, this);
+        dialog.exec();
+    });
+    QAction* templates = bar->addAction(tr("图片"), this, [this] {
+        TemplatesDialog dialog(editor_, this);
+        dialog.exec();
+    });
+    templates->setObjectName(QStringLiteral("action_templates"));
 }
 
 void MainWindow::showPlayback() {

@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
 #include <QTableWidget>
@@ -21,6 +22,7 @@
 
 #include "TestDevice.h"
 #include "TestTask.h"
+#include "TinyLabelModel.h"
 #include "XvfbServer.h"
 #include "editor/DefinitionsDialog.h"
 #include "editor/EventEditor.h"
@@ -41,6 +43,9 @@
 #include "ui/TaskMainPage.h"
 #include "ui/Translations.h"
 #include "ui/playback/PlaybackWindow.h"
+#include "ui/probe/ProbePanel.h"
+#include "ui/templates/ModelsDialog.h"
+#include "ui/templates/TemplatesDialog.h"
 #include "x11/X11Backend.h"
 #include "x11/X11WindowPicker.h"
 
@@ -392,6 +397,40 @@ void shootScreenTools(Shooter& shooter, const QString& suffix) {
     tools.close();
 }
 
+// The test on the screen passing and failing, the template images and the label model.
+void shootProbeAndTemplates(Shooter& shooter, const QString& suffix) {
+    TestTask task;
+    task.folder().mkdir("ori");
+    QImage screen(640, 480, QImage::Format_RGB32);
+    screen.fill(QColor(90, 90, 90));
+    QPainter(&screen).drawImage(220, 200, QImage(task.folder().filePath("image/1.png")));
+    QPainter(&screen).drawImage(20, 40, QImage(task.folder().filePath("image/1.png")));
+    screen.save(task.folder().filePath("ori/a.png"));
+    TaskEditor editor;
+    if (!editor.open(task.path())) {
+        return;
+    }
+    autoscene::model::EditorImageCondition condition;
+    condition.imageId = 1;
+    for (const int searchId : {0, 7}) {
+        condition.searchId = searchId;
+        ProbePanel panel(editor.document(), &condition, nullptr, nullptr);
+        panel.show();
+        panel.test();
+        shooter.save(panel, QStringLiteral("probe-panel-%1%2").arg(searchId).arg(suffix));
+    }
+    TemplatesDialog templates(editor);
+    templates.show();
+    shooter.save(templates, "templates" + suffix);
+    ModelsDialog models(editor);
+    models.show();
+    shooter.save(models, "models" + suffix);
+    QTemporaryDir modelFolder;
+    models.useModel(autoscene::testing::tinyModel(QDir(modelFolder.path())));
+    models.test();
+    shooter.save(models, "models-tested" + suffix);
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -413,6 +452,7 @@ int main(int argc, char* argv[]) {
     shootDevices(shooter, "");
     shootTaskPage(shooter, "");
     shootPlayback(shooter, "");
+    shootProbeAndTemplates(shooter, "");
     shootScreenTools(shooter, "");
     if (QTranslator* english = installTranslation(app, QLocale(QLocale::English))) {
         shootMainWindow(shooter, "-en");
@@ -421,6 +461,7 @@ int main(int argc, char* argv[]) {
         shootDevices(shooter, "-en");
         shootTaskPage(shooter, "-en");
         shootPlayback(shooter, "-en");
+        shootProbeAndTemplates(shooter, "-en");
         shootScreenTools(shooter, "-en");
         QApplication::removeTranslator(english);
     }

@@ -87,6 +87,8 @@ EventEditor::EventEditor(const model::TaskDocument& task, model::EditorEvent eve
             [this] { moveSelected(-1); });
     connect(button(tr("下移"), "pushButton_down", shared), &QPushButton::clicked, this,
             [this] { moveSelected(1); });
+    connect(button(tr("在屏幕上测试"), "pushButton_test_on_screen", shared), &QPushButton::clicked,
+            this, &EventEditor::testSelected);
     shared->addStretch();
     shared->addWidget(okCancelButtons(*this));
 
@@ -256,6 +258,18 @@ void EventEditor::editSelected() {
         }
     } else if (!selectedPath().isEmpty()) {
         editCondition(selectedPath());
+    }
+}
+
+void EventEditor::testSelected() {
+    if (actionsFocused_) {
+        const int row = actions_->currentRow();
+        if (row >= 0 && size_t(row) < event_.actions.size()) {
+            emit testRequested(nullptr, event_.actions[size_t(row)].get());
+        }
+    } else if (const Path path = selectedPath(); !path.isEmpty()) {
+        const model::EditorGroupCondition& parent = groupAt(path.mid(0, path.size() - 1));
+        emit testRequested(parent.items()[size_t(path.back())].get(), nullptr);
     }
 }
 

@@ -40,6 +40,13 @@ public:
     void editSelected();
     void removeSelected();
     void moveSelected(int step);
+    // Asks for the selected condition or action to be tried on the screen.
+    void testSelected();
+
+signals:
+    // Exactly one of the two is set; both live until the dialog's next change.
+    void testRequested(const model::IEditorCondition* condition,
+                       const model::IEditorAction* action);
 
 private:
     using Path = QList<int>;

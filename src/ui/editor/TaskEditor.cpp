@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "editor/DefinitionCommands.h"
+#include "editor/ResourceCommands.h"
 #include "editor/EventClipboard.h"
 #include "editor/EventCommands.h"
 #include "editor/ResourceCommands.h"
@@ -193,6 +194,24 @@ bool TaskEditor::removeDefinition(int id) {
         return false;
     }
     return push(new RemoveDefinitionCommand(*this, id));
+}
+
+bool TaskEditor::replaceImage(model::ImageRecord image, const QString& text) {
+    if (!document_.image(image.id)) {
+        return false;
+    }
+    return push(new ReplaceImageCommand(*this, std::move(image), text));
+}
+
+bool TaskEditor::removeImage(int id) {
+    if (!document_.image(id)) {
+        return false;
+    }
+    return push(new RemoveImageCommand(*this, id));
+}
+
+bool TaskEditor::changeModel(const QString& modelId, const QStringList& labelNames) {
+    return push(new ModelCommand(*this, modelId, labelNames));
 }
 
 bool TaskEditor::changeSettings(model::TaskSettings settings, const QString& text) {

@@ -76,6 +76,12 @@ public:
     bool addImage(model::ImageRecord image);
     bool addColor(model::ColorRecord color);
     bool addOriginal(model::OriginalImageRecord original);
+    // Template images by id: the record replaced whole (a rename, new pixels in a new
+    // file), or removed; false for an unknown id. Removing leaves the file for undo.
+    bool replaceImage(model::ImageRecord image, const QString& text);
+    bool removeImage(int id);
+    // The label model the task's label items detect with, and its class names.
+    bool changeModel(const QString& modelId, const QStringList& labelNames);
 
     // The task's settings replaced as one step; false while locked.
     bool changeSettings(model::TaskSettings settings, const QString& text);
@@ -108,7 +114,7 @@ signals:
     void eventChanged(int sceneRow, int eventRow);
     void definitionsChanged();
     void settingsChanged();
-    // Images, colours or originals added or removed.
+    // Images, colours or originals added, replaced or removed.
     void resourcesChanged();
     void modifiedChanged(bool modified);
 

@@ -1,0 +1,418 @@
+#include "probe/ConditionProbe.h"
+
+#include <QJsonObject>
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+#include "actions/RuntimeItems.h"
+#include "conditions/ImageCondition.h"
+#include "conditions/LabelCondition.h"
+#include "conditions/LabelSearch.h"
+#include "conditions/ScreenConditions.h"
+#include "conditions/ScreenTextCondition.h"
+#include "conditions/TextSearch.h"
+#include "engine/RunClock.h"
+#include "engine/RuntimeDefinitions.h"
+#include "engine/RuntimeFactory.h"
+#include "engine/ScreenItem.h"
+#include "engine/TargetService.h"
+#include "model/EditorActions.h"
+#include "model/EditorConditions.h"
+#include "model/TaskDocument.h"
+#include "probe/ProbeReasons.h"
+#include "recognition/ColorSearch.h"
+#include "recognition/LabelDetector.h"
+
+namespace autoscene::probe {
+
+using namespace autoscene::model;
+
+namespace {
+
+// Takes no input: every click is refused, and where it was aimed is noted.
+class WatchedTargets : public engine::ITargetService {
+public:
+    bool capture(const engine::TaskInfo&, const platform::FrameConsumer&) override { return false; }
+    bool isWindow(platform::WindowHandle) override { return false; }
+    std::vector<platform::WindowHandle> candidateWindows() override { return {}; }
+    QString refusesPoint(const engine::TaskInfo&, platform::Point point) override {
+        aimedAt = QPoint(point.x, point.y);
+        return QStringLiteral("test on the screen");
+    }
+    void mouse(const engine::TaskInfo&, platform::Point, platform::MouseOp, int) override {}
+    void wheel(const engine::TaskInfo&, int, platform::Point) override {}
+    void key(const engine::TaskInfo&, int, platform::KeyOp) override {}
+    bool keyGroup(const engine::TaskInfo&, const std::vector<int>&) override { return true; }
+    void inputText(const engine::TaskInfo&, const QString&) override {}
+
+    std::optional<QPoint> aimedAt;
+};
+
+class NoRunControl : public engine::IRunControl {
+public:
+    void stopByTask() override {}
+    void finishCurrentTarget(int) override {}
+    bool stopRequested() const override { return false; }
+    void enterExclusive() override {}
+    void leaveExclusive() override {}
+};
+
+int statusOfText(const QString& err) {
+    for (int status : {recognition::kMatchBadFormat, recognition::kMatchMissingImage,
+                       recognition::kMatchAreaTooSmall}) {
+        if (err == recognition::matchStatusText(status)) {
+            return status;
+        }
+    }
+    return recognition::kMatchOk;
+}
+
+void addSorted(std::vector<ProbeCandidate>& list, ProbeCandidate candidate) {
+    const auto at = std::find_if(list.begin(), list.end(), [&](const ProbeCandidate& c) {
+        return c.score < candidate.score;
+    });
+    list.insert(at, std::move(candidate));
+}
+
+bool outsideOnly(const std::vector<ProbeCandidate>& candidates, float threshold) {
+    bool outside = false;
+    for (const ProbeCandidate& c : candidates) {
+        if (c.score >= threshold) {
+            if (c.inArea) {
+                return false;
+            }
+            outside = true;
+        }
+    }
+    return outside;
+}
+
+// Unique in the process, as the shared reduced copies are kept by thread and cycle.
+std::int64_t nextCycle() {
+    static std::atomic<std::int64_t> last{0};
+    return ++last;
+}
+
+// Candidates in `over`, each marked by whether `searched` holds it.
+std::vector<ProbeCandidate> imageCandidates(recognition::TemplateMatcher& matcher,
+                                            const cv::Mat& frame, const QRect& over,
+                                            const QRect& searched, float floor,
+                                            std::int64_t cycle) {
+    std::vector<ProbeCandidate> list;
+    for (const recognition::MatchResult& found :
+         matcher.candidates(frame, over, floor, ConditionProbe::kCandidateLimit, cycle)) {
+        // The matcher searches one pixel past the area's edge where the frame has it.
+        const bool inArea = searched.adjusted(0, 0, 1, 1).contains(found.match);
+        list.push_back({found.match, found.score, QString(), inArea});
+    }
+    return list;
+}
+
+}  // namespace
+
+struct ConditionProbe::Parts {
+    Parts(const TaskDocument& task, std::shared_ptr<const text::OcrClient> ocr)
+        : task(task),
+          definitions(task, clock),
+          services{std::move(ocr), std::make_shared<recognition::LabelDetector>()} {
+        // An action's waits between clicks return at once: nothing is clicked.
+        clock.stop();
+        actions::registerAllRuntimeItems(factory, services);
+        for (const auto& hook : factory.runStartHooks()) {
+            hook(task);
+        }
+    }
+
+    // The runner loads the model only for tasks that use labels; a label item tried before
+    // any is saved in the task loads it here.
+    void ensureLabels(int type) {
+        const bool label = type == EditorLabelCondition::kType ||
+                           type == EditorLabelAction::kType ||
+                           type == EditorSaveLabelCoordAction::kType;
+        if (label && !services.labels->loaded() && !task.modelId.isEmpty()) {
+            services.labels->load(recognition::labelModelFiles(task.folderPath, task.modelId));
+        }
+    }
+
+    // The task as the runner's worker holds it for `frame`: one cycle per frame, so the
+    // items probed on one frame share its reduced copies and label detections. The frame
+    // is kept, so that no other frame can take its pixels' place while it counts as seen.
+    engine::TaskInfo& start(const cv::Mat& frame) {
+        if (!info || frame.data != seen.data || frame.size != seen.size) {
+            seen = frame;
+            info = std::make_unique<engine::TaskInfo>();
+            info->frame = frame;
+            info->cycleCount = nextCycle();
+        }
+        targets.aimedAt.reset();
+        return *info;
+    }
+
+    // `found` is what the item itself found, with the matcher it searched with when it
+    // can be had (its scores are then taken again rather than searched for).
+    void describeImage(ProbeResult& out, int imageId, int searchId, bool present,
+                       const recognition::MatchResult& found,
+                       std::shared_ptr<recognition::TemplateMatcher> matcher, const cv::Mat& frame);
+    void describeColour(ProbeResult& out, int colorId, int searchId, const cv::Mat& frame);
+    void describeLabel(ProbeResult& out, int labelId, int searchId, float sim, bool present,
+                       engine::TaskInfo& info);
+    void describeText(ProbeResult& out, const std::vector<text::TextBox>& boxes,
+                      const QString& wanted);
+
+    const TaskDocument& task;
+    engine::RunClock clock;
+    engine::RuntimeDefinitions definitions;
+    WatchedTargets targets;
+    NoRunControl control;
+    engine::RunContext context{task, definitions, clock, targets, control};
+    conditions::ScreenServices services;
+    engine::RuntimeFactory factory;
+    cv::Mat seen;
+    std::unique_ptr<engine::TaskInfo> info;
+};
+
+void ConditionProbe::Parts::describeImage(ProbeResult& out, int imageId, int searchId, bool present,
+                                          const recognition::MatchResult& found,
+                                          std::shared_ptr<recognition::TemplateMatcher> matcher,
+                                          const cv::Mat& frame) {
+    const float score = found.score;
+    const int status = found.status;
+    const ImageRecord* image = task.image(imageId);
+    out.threshold = image ? image->sim : 0.0f;
+    const std::optional<QRect> crop = definitions.cropRect(searchId);
+    // The matcher the runner builds, so the area carries the task's expansion.
+    if (!matcher) {
+        matcher = conditions::makeTemplateMatcher(task, imageId, crop);
+    }
+    const QRect searched = matcher->defaultRect(frame);
+    if (crop) {
+        out.searchArea = searched;
+    }
+    // Beyond the area only where that may tell why the image is not found in it.
+    const bool beyond =
+        crop && !out.holds && present &&
+        (status == recognition::kMatchOk || status == recognition::kMatchAreaTooSmall);
+    out.candidates =
+        imageCandidates(*matcher, frame, beyond ? QRect(0, 0, frame.cols, frame.rows) : searched,
+                        searched, std::min(kCandidateFloor, out.threshold), info->cycleCount);
+    // What the item found is listed whatever the list's own search saw.
+    const bool listed = std::any_of(out.candidates.begin(), out.candidates.end(),
+                                    [&](const ProbeCandidate& c) { return c.rect == found.match; });
+    if (!listed && !found.match.isEmpty() && found.status == recognition::kMatchOk &&
+        found.score >= std::min(kCandidateFloor, out.threshold)) {
+        addSorted(out.candidates, {found.match, found.score, QString(), true});
+    }
+    if (out.holds) {
+        return;
+    }
+    if (!present) {
+        out.reason = reasons::imageShown(score, out.threshold);
+    } else if (status == recognition::kMatchAreaTooSmall) {
+        out.reason = reasons::templateLargerThanArea();
+    } else if (status != recognition::kMatchOk) {
+        out.reason = reasons::imageUnreadable();
+    } else if (outsideOnly(out.candidates, out.threshold)) {
+        out.reason = reasons::outsideSearchArea();
+    } else {
+        out.reason = reasons::scoreBelow(score, out.threshold);
+    }
+}
+
+void ConditionProbe::Parts::describeColour(ProbeResult& out, int colorId, int searchId,
+                                           const cv::Mat& frame) {
+    out.searchArea = definitions.cropRect(searchId);
+    const std::optional<recognition::SearchColour> colour =
+        recognition::searchColour(task, colorId);
+    if (!colour) {
+        out.reason = reasons::colourDeleted();
+        return;
+    }
+    cv::Mat mask;
+    out.count =
+        recognition::countColor(frame, colour->rgb, colour->similarity,
+                                out.searchArea.value_or(QRect(0, 0, frame.cols, frame.rows)), mask);
+}
+
+void ConditionProbe::Parts::describeLabel(ProbeResult& out, int labelId, int searchId, float sim,
+                                          bool present, engine::TaskInfo& info) {
+    out.threshold = sim;
+    const engine::SearchArea area(definitions, searchId);
+    out.searchArea = area.crop();
+    const QString name = services.labels->className(labelId);
+    const std::vector<recognition::LabelBox> boxes =
+        conditions::labelsOf(info, services.labels.get());
+    const std::vector<recognition::LabelBox> inArea =
+        conditions::findAllLabels(boxes, name, 0.0f, area.rects());
+    for (const recognition::LabelBox& box : boxes) {
+        if (box.name == name && !name.isEmpty()) {
+            const QRect rect = conditions::boxRect(box);
+            const bool held = std::any_of(inArea.begin(), inArea.end(), [&](const auto& b) {
+                return conditions::boxRect(b) == rect;
+            });
+            addSorted(out.candidates, {rect, box.probability, name, held});
+        }
+    }
+    if (out.holds) {
+        return;
+    }
+    if (!services.labels->loaded()) {
+        out.reason = reasons::noLabelModel();
+    } else if (!present) {
+        out.reason =
+            reasons::labelShown(name, out.candidates.empty() ? 0.0f : out.candidates.front().score);
+    } else if (out.candidates.empty()) {
+        out.reason = reasons::noLabelBox(name);
+    } else if (outsideOnly(out.candidates, sim)) {
+        out.reason = reasons::outsideSearchArea();
+    } else {
+        const auto best = std::find_if(out.candidates.begin(), out.candidates.end(),
+                                       [](const ProbeCandidate& c) { return c.inArea; });
+        out.reason = reasons::scoreBelow(best == out.candidates.end() ? 0.0f : best->score, sim);
+    }
+}
+
+void ConditionProbe::Parts::describeText(ProbeResult& out, const std::vector<text::TextBox>& boxes,
+                                         const QString& wanted) {
+    for (const text::TextBox& box : boxes) {
+        out.candidates.push_back({box.rect, 0.0f, box.text, true});
+    }
+    if (!out.holds) {
+        out.reason = reasons::textNotRead(wanted);
+    }
+}
+
+ConditionProbe::ConditionProbe(const TaskDocument& task, std::shared_ptr<const text::OcrClient> ocr)
+    : parts_(std::make_unique<Parts>(task, std::move(ocr))) {}
+
+ConditionProbe::~ConditionProbe() = default;
+
+ProbeResult ConditionProbe::run(const IEditorCondition& record, const cv::Mat& frame) {
+    ProbeResult out;
+    parts_->ensureLabels(record.type());
+    const std::unique_ptr<engine::ICondition> built =
+        parts_->factory.condition(record, parts_->context);
+    auto* screen = dynamic_cast<engine::ScreenItem*>(built.get());
+    if (!screen) {
+        out.reason = reasons::notOnScreen();
+        return out;
+    }
+    out.probed = true;
+    if (frame.empty()) {
+        out.reason = reasons::noFrame();
+        return out;
+    }
+    engine::TaskInfo& info = parts_->start(frame);
+    out.holds = screen->observesExpected(info);
+    const std::thread::id thread = std::this_thread::get_id();
+    switch (record.type()) {
+        case EditorImageCondition::kType: {
+            const auto& r = static_cast<const EditorImageCondition&>(record);
+            auto* image = static_cast<conditions::ImageCondition*>(screen);
+            parts_->describeImage(out, r.imageId, r.searchId, r.state == 1, image->result(thread),
+                                  image->matcher(), frame);
+            break;
+        }
+        case EditorColorCondition::kType: {
+            const auto& r = static_cast<const EditorColorCondition&>(record);
+            parts_->describeColour(out, r.colorId, r.searchId, frame);
+            out.threshold = float(r.count);
+            if (!out.holds && out.reason.isEmpty()) {
+                const bool countTest = (r.state & (engine::kMoreThan | engine::kNotMoreThan)) != 0;
+                out.reason = countTest ? reasons::colourCount(out.count, r.count,
+                                                              (r.state & engine::kMoreThan) != 0)
+                                       : reasons::changeNeedsTwoFrames();
+            }
+            break;
+        }
+        case EditorLabelCondition::kType: {
+            const auto& r = static_cast<const EditorLabelCondition&>(record);
+            parts_->describeLabel(out, r.labelId, r.searchId, r.sim, r.state == 1, info);
+            break;
+        }
+        case EditorScreenTextCondition::kType: {
+            const auto* text = static_cast<conditions::ScreenTextCondition*>(screen);
+            parts_->describeText(out, text->result(thread),
+                                 text->describe(thread).value(QStringLiteral("text")).toString());
+            break;
+        }
+        default:
+            break;
+    }
+    return out;
+}
+
+ProbeResult ConditionProbe::run(const IEditorAction& record, const cv::Mat& frame) {
+    ProbeResult out;
+    const int type = record.type();
+    const bool finds = type == EditorImageAction::kType || type == EditorSaveCoordAction::kType ||
+                       type == EditorClickColorAction::kType || type == EditorLabelAction::kType ||
+                       type == EditorSaveLabelCoordAction::kType ||
+                       type == EditorClickTextAction::kType;
+    if (!finds) {
+        out.reason = reasons::notOnScreen();
+        return out;
+    }
+    out.probed = true;
+    if (frame.empty()) {
+        out.reason = reasons::noFrame();
+        return out;
+    }
+    parts_->ensureLabels(type);
+    const std::unique_ptr<engine::IAction> built = parts_->factory.action(record, parts_->context);
+    engine::TaskInfo& info = parts_->start(frame);
+    built->run(info);
+    const QJsonObject result = built->state(std::this_thread::get_id());
+    out.click = parts_->targets.aimedAt;
+    out.holds = out.click.has_value();
+    recognition::MatchResult found;
+    found.score = float(result.value(QStringLiteral("sim")).toDouble());
+    found.status = statusOfText(result.value(QStringLiteral("err")).toString());
+    if (type == EditorImageAction::kType) {
+        const auto& r = static_cast<const EditorImageAction&>(record);
+        parts_->describeImage(out, r.imageId, r.searchId, true, found, nullptr, frame);
+    } else if (type == EditorSaveCoordAction::kType) {
+        const auto& r = static_cast<const EditorSaveCoordAction&>(record);
+        parts_->describeImage(out, r.imageId, r.searchId, true, found, nullptr, frame);
+    } else if (type == EditorClickColorAction::kType) {
+        const auto& r = static_cast<const EditorClickColorAction&>(record);
+        parts_->describeColour(out, r.colorId, r.searchId, frame);
+        if (!out.holds && out.reason.isEmpty()) {
+            out.reason = reasons::colourCount(std::max(out.count, 0), 0, true);
+        }
+    } else if (type == EditorLabelAction::kType) {
+        const auto& r = static_cast<const EditorLabelAction&>(record);
+        parts_->describeLabel(out, r.labelId, r.searchId, r.sim, true, info);
+    } else if (type == EditorSaveLabelCoordAction::kType) {
+        const auto& r = static_cast<const EditorSaveLabelCoordAction&>(record);
+        parts_->describeLabel(out, r.labelId, r.searchId, r.sim, true, info);
+    } else {
+        const auto& r = static_cast<const EditorClickTextAction&>(record);
+        const conditions::TextSearch search =
+            conditions::makeTextSearch(r.textInfo, parts_->context, parts_->services.ocr);
+        parts_->describeText(out, search.find(info), search.matcher().wanted());
+    }
+    return out;
+}
+
+std::vector<ProbeCandidate> otherMatches(const TaskDocument& task, int imageId,
+                                         const cv::Mat& original, const QRect& own) {
+    const ImageRecord* image = task.image(imageId);
+    if (!image || original.empty()) {
+        return {};
+    }
+    const auto matcher = conditions::makeTemplateMatcher(task, imageId, std::nullopt);
+    std::vector<ProbeCandidate> others;
+    const QRect whole(0, 0, original.cols, original.rows);
+    for (const ProbeCandidate& found :
+         imageCandidates(*matcher, original, whole, whole, image->sim, nextCycle())) {
+        // The template's own place, give or take the rounding of a cut.
+        if (!found.rect.intersects(own) || (found.rect & own).width() * 2 < own.width() ||
+            (found.rect & own).height() * 2 < own.height()) {
+            others.push_back(found);
+        }
+    }
+    return others;
+}
+
+}  // namespace autoscene::probe

@@ -1,0 +1,50 @@
+#pragma once
+// Runs a task's screen conditions and find-then-click actions on single frames, as the
+// editor's test on the screen does: the item is built and evaluated by the runner's own
+// code, on a target that takes no input.
+
+#include <memory>
+#include <opencv2/core/mat.hpp>
+#include <vector>
+
+#include "probe/ProbeResult.h"
+
+namespace autoscene::model {
+class TaskDocument;
+class IEditorCondition;
+class IEditorAction;
+}  // namespace autoscene::model
+namespace autoscene::text {
+class OcrClient;
+}
+
+namespace autoscene::probe {
+
+class ConditionProbe {
+public:
+    // Candidates scoring below this are not listed (nor any below the item's threshold
+    // when that is lower).
+    static constexpr float kCandidateFloor = 0.6f;
+    static constexpr size_t kCandidateLimit = 20;
+
+    // Loads the task's label model when it uses labels. Without `ocr` text items read
+    // nothing. The task must outlive the probe and stay unchanged while it is used.
+    explicit ConditionProbe(const model::TaskDocument& task,
+                            std::shared_ptr<const text::OcrClient> ocr = {});
+    ~ConditionProbe();
+
+    // `frame` is 3-channel BGR, as the runner captures it.
+    ProbeResult run(const model::IEditorCondition& record, const cv::Mat& frame);
+    ProbeResult run(const model::IEditorAction& record, const cv::Mat& frame);
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+// The places of `original` other than `own` where the task's image `imageId` scores at
+// its threshold or above: where a click meant for it could land instead.
+std::vector<ProbeCandidate> otherMatches(const model::TaskDocument& task, int imageId,
+                                         const cv::Mat& original, const QRect& own);
+
+}  // namespace autoscene::probe

@@ -1,0 +1,129 @@
+// The test on the screen and the template images through their widgets, on the demo task
+// with two originals: "a.png" holds the start button where it was cut, "b.png" only grey.
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QImage>
+#include <QLabel>
+#include <QListWidget>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+
+#include "ModalAnswer.h"
+#include "TestTask.h"
+#include "TinyLabelModel.h"
+#include "editor/TaskEditor.h"
+#include "model/EditorConditions.h"
+#include "model/TaskImages.h"
+#include "ui/probe/ProbePanel.h"
+#include "ui/templates/ModelsDialog.h"
+#include "ui/templates/TemplatesDialog.h"
+
+namespace autoscene::testing {
+namespace {
+
+class ProbeAndTemplates : public ::testing::Test {
+protected:
+    void SetUp() override {
+        task_.folder().mkdir("ori");
+        QImage screen(640, 480, QImage::Format_RGB32);
+        screen.fill(QColor(90, 90, 90));
+        screen.save(task_.folder().filePath("ori/b.png"));
+        QPainter(&screen).drawImage(220, 200, QImage(task_.folder().filePath("image/1.png")));
+        screen.save(task_.folder().filePath("ori/a.png"));
+        ASSERT_TRUE(editor_.open(task_.path()));
+    }
+
+    TestTask task_;
+    ui::TaskEditor editor_;
+};
+
+TEST_F(ProbeAndTemplates, ProbePanelShowsTheScoreAndWhyItFails) {
+    model::EditorImageCondition condition;
+    condition.imageId = 1;
+    ui::ProbePanel panel(editor_.document(), &condition, nullptr, nullptr);
+    ASSERT_EQ(panel.source().count(), 2);  // the originals only: no desktop given
+    struct Case {
+        int searchId;
+        int original;
+        bool holds;
+        QString verdict;
+        QString firstCandidate;
+    };
+    const Case cases[] = {
+        {0, 0, true, "成立（阈值 0.90）", "1.00  220,200 200×80"},
+        {6, 0, false, "不成立：图片大于查找范围（阈值 0.90）", "1.00  220,200 200×80（范围外）"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.searchId);
+        condition.searchId = c.searchId;
+        ui::ProbePanel shown(editor_.document(), &condition, nullptr, nullptr);
+        shown.source().setCurrentIndex(c.original);
+        shown.test();
+        EXPECT_EQ(shown.result().holds, c.holds) << c.searchId;
+        EXPECT_EQ(shown.findChild<QLabel*>("label_verdict")->text(), c.verdict);
+        const auto* list = shown.findChild<QListWidget*>("listWidget_candidates");
+        ASSERT_GT(list->count(), 0);
+        EXPECT_EQ(list->item(0)->text(), c.firstCandidate);
+    }
+    // On grey nothing scores above the floor.
+    condition.searchId = 0;
+    ui::ProbePanel grey(editor_.document(), &condition, nullptr, nullptr);
+    grey.source().setCurrentIndex(1);
+    grey.test();
+    EXPECT_FALSE(grey.result().holds);
+    EXPECT_TRUE(grey.result().candidates.empty());
+    EXPECT_TRUE(grey.result().reason.startsWith("相似度 "));
+}
+
+TEST_F(ProbeAndTemplates, TemplatesAreRenamedReplacedAndKeptWhileUsed) {
+    ui::TemplatesDialog dialog(editor_);
+    dialog.select(1);
+    EXPECT_EQ(dialog.list().currentItem()->text(1), "2");  // the condition and the click
+    EXPECT_EQ(dialog.hint().text(), "在这张原图上只有一处达到阈值");
+
+    ASSERT_TRUE(dialog.renameSelected("start"));
+    EXPECT_EQ(editor_.document().image(1)->name, "start");
+    // A name taken by another image is refused with a notice.
+    EXPECT_TRUE(
+        answerModal([&] { EXPECT_FALSE(dialog.renameSelected("done badge")); }, "确定").shown);
+
+    const QString before = editor_.document().image(1)->file;
+    dialog.originals().setCurrentIndex(1);  // b.png: grey where the button was
+    ASSERT_TRUE(dialog.replaceSelected());
+    const model::ImageRecord& replaced = *editor_.document().image(1);
+    EXPECT_NE(replaced.file, before);
+    EXPECT_EQ(QImage(*model::imageFilePath(editor_.document(), replaced)).pixelColor(5, 5),
+              QColor(90, 90, 90));
+    EXPECT_EQ(editor_.document().usersOf(model::Ref::Image, 1).size(), 2u);
+    EXPECT_TRUE(QFile::exists(task_.folder().filePath("image/" + before)));
+
+    const ModalSeen refused = answerModal([&] { dialog.removeSelected(); }, "确定");
+    EXPECT_TRUE(refused.shown);
+    EXPECT_TRUE(refused.text.contains("不能删除"));
+    EXPECT_NE(editor_.document().image(1), nullptr);
+
+    editor_.undo();
+    editor_.undo();
+    EXPECT_EQ(editor_.document().image(1)->file, before);
+    EXPECT_EQ(editor_.document().image(1)->name, "start button");
+}
+
+TEST_F(ProbeAndTemplates, ChosenModelIsCopiedAndItsLabelTestedOnAnOriginal) {
+    QTemporaryDir elsewhere;
+    ui::ModelsDialog dialog(editor_);
+    ASSERT_EQ(dialog.useModel(tinyModel(QDir(elsewhere.path()))), QString());
+    EXPECT_EQ(editor_.document().modelId, "tiny");
+    EXPECT_TRUE(task_.folder().exists("model/tiny.weights"));
+    ASSERT_EQ(dialog.labels().count(), 1);
+    dialog.originals().setCurrentIndex(0);
+    dialog.test();
+    EXPECT_EQ(dialog.verdict().text(), "找到的框：1");
+    editor_.undo();
+    EXPECT_TRUE(editor_.document().modelId.isEmpty());
+    EXPECT_EQ(dialog.labels().count(), 0);
+}
+
+}  // namespace
+}  // namespace autoscene::testing

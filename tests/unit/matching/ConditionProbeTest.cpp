@@ -1,0 +1,148 @@
+// The test on the screen: one fixed original, each item probed on it with the verdict,
+// score and reason the editor draws, and the uniqueness hint of a template cut from it.
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <opencv2/imgcodecs.hpp>
+
+#include "MatchingTestKit.h"
+#include "model/EditorActions.h"
+#include "model/EditorConditions.h"
+#include "model/TaskDocument.h"
+#include "probe/ConditionProbe.h"
+#include "probe/ProbeReasons.h"
+
+using namespace autoscene::model;
+using namespace autoscene::probe;
+
+namespace {
+
+// A 400x300 original of noise with the template (cut at 250,180) pasted again at 40,30,
+// an orange block of 10x10 and three crops: one around the cut, one away from both
+// copies and one smaller than the template.
+class ConditionProbeTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        original = autoscene::test::noiseFrame(400, 300, 7);
+        const cv::Mat piece = original(cv::Rect(250, 180, 40, 24)).clone();
+        piece.copyTo(original(cv::Rect(40, 30, 40, 24)));
+        original(cv::Rect(300, 20, 10, 10)).setTo(cv::Scalar(0, 128, 255));
+        ASSERT_TRUE(QDir().mkpath(dir.filePath(QStringLiteral("image"))));
+        ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/t.png")).toStdString(), piece));
+        QFile file(dir.filePath(QStringLiteral("script.json")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(R"({
+            "image_list": [{"id": 1, "name": "button", "file": "t.png", "rect": "250,180,40,24",
+                            "sim": 0.9, "type": 1},
+                           {"id": 3, "name": "gone", "file": "missing.png", "rect": "0,0,4,4",
+                            "sim": 0.9, "type": 1}],
+            "color_list": [{"id": 2, "name": "orange", "sim": 1.0, "color": 16744448}],
+            "var_list": [{"type": 2, "id": 10, "name": "around", "rect": "230,160,80,64"},
+                         {"type": 2, "id": 11, "name": "elsewhere", "rect": "100,100,100,60"},
+                         {"type": 2, "id": 12, "name": "small", "rect": "0,0,20,20"}]})");
+        file.close();
+        ASSERT_TRUE(document.openFolder(dir.path()).ok);
+    }
+
+    static EditorImageCondition image(int imageId, int searchId, int state = 1) {
+        EditorImageCondition c;
+        c.imageId = imageId;
+        c.searchId = searchId;
+        c.state = state;
+        return c;
+    }
+
+    QTemporaryDir dir;
+    cv::Mat original;
+    TaskDocument document;
+};
+
+TEST_F(ConditionProbeTest, ImageConditionsGiveTheRunnersVerdictWithItsReason) {
+    ConditionProbe probe(document);
+    struct Case {
+        EditorImageCondition condition;
+        const cv::Mat* frame;
+        bool holds;
+        QString reason;
+    };
+    const Case cases[] = {
+        {image(1, 0), &original, true, {}},
+        {image(1, 10), &original, true, {}},
+        {image(1, 11), &original, false, reasons::outsideSearchArea()},
+        {image(1, 12), &original, false, reasons::templateLargerThanArea()},
+        {image(1, 0, 0), &original, false, reasons::imageShown(1.0f, 0.9f)},
+        {image(3, 0), &original, false, reasons::imageUnreadable()},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.condition.searchId * 10 + c.condition.imageId);
+        const ProbeResult result = probe.run(c.condition, *c.frame);
+        EXPECT_TRUE(result.probed);
+        EXPECT_EQ(result.holds, c.holds);
+        EXPECT_EQ(result.reason, c.reason);
+    }
+    // Found in its crop, the list keeps to the crop; found only beyond it, the list shows
+    // both copies outside.
+    const ProbeResult around = probe.run(image(1, 10), original);
+    ASSERT_EQ(around.candidates.size(), 1u);
+    EXPECT_EQ(around.candidates.front().rect, QRect(250, 180, 40, 24));
+    EXPECT_EQ(around.searchArea, QRect(230, 160, 80, 64));
+    EXPECT_FLOAT_EQ(around.threshold, 0.9f);
+    const ProbeResult elsewhere = probe.run(image(1, 11), original);
+    ASSERT_EQ(elsewhere.candidates.size(), 2u);
+    for (const ProbeCandidate& c : elsewhere.candidates) {
+        EXPECT_FLOAT_EQ(c.score, 1.0f);
+        EXPECT_FALSE(c.inArea);
+    }
+    // Noise over the only copy: the reason quotes the score the runner found.
+    cv::Mat noisy = autoscene::test::noiseFrame(400, 300, 7);
+    cv::Mat spot = noisy(cv::Rect(250, 180, 40, 24));
+    cv::Mat noise(spot.size(), CV_16SC3);
+    cv::randn(noise, cv::Scalar::all(0), cv::Scalar::all(40));
+    cv::Mat shifted;
+    spot.convertTo(shifted, CV_16SC3);
+    shifted += noise;
+    shifted.convertTo(spot, CV_8UC3);
+    const ProbeResult weak = probe.run(image(1, 0), noisy);
+    ASSERT_FALSE(weak.holds);
+    ASSERT_EQ(weak.candidates.size(), 1u);
+    const float score = weak.candidates.front().score;
+    EXPECT_LT(score, 0.9f);
+    EXPECT_EQ(weak.reason, reasons::scoreBelow(score, 0.9f));
+}
+
+TEST_F(ConditionProbeTest, ActionsAimWithoutClickingAndColoursCount) {
+    ConditionProbe probe(document);
+    EditorImageAction click;
+    click.imageId = 1;
+    click.searchId = 10;
+    const ProbeResult aimed = probe.run(click, original);
+    ASSERT_TRUE(aimed.click.has_value());
+    // A click lands anywhere in the match, its far edges included.
+    EXPECT_TRUE(QRect(250, 180, 41, 25).contains(*aimed.click));
+    EXPECT_TRUE(aimed.holds);
+
+    EditorColorCondition colour;
+    colour.colorId = 2;
+    colour.count = 120;
+    colour.state = int(ColorTest::MoreThan);
+    const ProbeResult counted = probe.run(colour, original);
+    EXPECT_EQ(counted.count, 100);
+    EXPECT_FALSE(counted.holds);
+    EXPECT_EQ(counted.reason, reasons::colourCount(100, 120, true));
+
+    EXPECT_FALSE(probe.run(EditorDelayAction(), original).probed);
+}
+
+TEST_F(ConditionProbeTest, UniquenessHintNamesTheOtherCopyOnly) {
+    const std::vector<ProbeCandidate> others =
+        otherMatches(document, 1, original, QRect(250, 180, 40, 24));
+    ASSERT_EQ(others.size(), 1u);
+    EXPECT_EQ(others.front().rect, QRect(40, 30, 40, 24));
+    cv::Mat single = autoscene::test::noiseFrame(400, 300, 7);
+    EXPECT_TRUE(otherMatches(document, 1, single, QRect(250, 180, 40, 24)).empty());
+}
+
+}  // namespace
