@@ -7,11 +7,10 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "conditions/ScreenConditions.h"
 #include "editor/TaskEditor.h"
 #include "model/TaskImages.h"
+#include "probe/ConditionProbe.h"
 #include "recognition/ColorSearch.h"
-#include "recognition/TemplateMatcher.h"
 
 namespace autoscene::ui {
 
@@ -160,18 +159,15 @@ std::optional<OtherMatch> matchElsewhere(const model::TaskDocument& task, int id
     if (!image || picture.isNull() || !picture.rect().contains(image->rect)) {
         return std::nullopt;
     }
-    // The cut's own pixels inverted: neither it nor any place overlapping it much matches.
-    cv::Mat frame = bgrOf(picture);
-    cv::Mat own = frame(
-        cv::Rect(image->rect.x(), image->rect.y(), image->rect.width(), image->rect.height()));
-    cv::bitwise_not(own, own);
-    const auto matcher = conditions::makeTemplateMatcher(task, id, std::nullopt);
-    const recognition::MatchResult found = matcher->find(frame, {}, 0);
-    const float similarity = matcher->settings().similarity;
-    if (found.status != recognition::kMatchOk || found.score < similarity) {
+    const std::vector<probe::ProbeCandidate> others =
+        probe::otherMatches(task, id, bgrOf(picture), image->rect);
+    if (others.empty()) {
         return std::nullopt;
     }
-    return OtherMatch{found.match, found.score, similarity};
+    const auto best =
+        std::max_element(others.begin(), others.end(),
+                         [](const auto& a, const auto& b) { return a.score < b.score; });
+    return OtherMatch{best->rect, best->score, image->sim};
 }
 
 QImage colourMask(const QImage& picture, std::int64_t rgb, float similarity) {
