@@ -19,6 +19,7 @@
 #include "app/RunSession.h"
 #include "editor/AccessibleNames.h"
 #include "editor/DefinitionsDialog.h"
+#include "editor/PluginListDialog.h"
 #include "editor/Prompts.h"
 #include "engine/TaskRunner.h"
 #include "ui/DeviceListDialog.h"
@@ -110,6 +111,7 @@ void MainWindow::buildToolBar() {
         {"action_color", tr("颜色"), {}},
         {"action_config", tr("配置"), {}},
         {"action_model", tr("模型"), {}},
+        {"action_plugins", tr("插件列表"), {}},
     };
     for (const Entry& entry : entries) {
         QAction* action = bar->addAction(entry.text);
@@ -126,6 +128,10 @@ void MainWindow::buildToolBar() {
     wire("action_save", &MainWindow::save);
     wire("action_variable", [this] {
         DefinitionsDialog dialog(editor_, this);
+        dialog.exec();
+    });
+    wire("action_plugins", [this] {
+        PluginListDialog dialog(editor_, this);
         dialog.exec();
     });
     buildUndoActions(*bar);

@@ -10,6 +10,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -28,8 +29,10 @@
 #include "editor/FieldForm.h"
 #include "editor/ItemCatalog.h"
 #include "editor/KeyCaptureEdit.h"
+#include "editor/PluginListDialog.h"
 #include "editor/TaskEditor.h"
 #include "model/JsonWriter.h"
+#include "model/PluginDescription.h"
 #include "ui/EventTree.h"
 
 namespace autoscene::testing {
@@ -212,6 +215,8 @@ bool changeControl(QWidget* control, const QString& key, const model::TaskDocume
                                               {"exclude", task.definitions[0]->name}};
         const bool json = key.startsWith("action_") || key == "target" || key == "filter_color";
         line->setText(valid.value(key, json ? "[1]" : line->text() + "字"));
+    } else {
+        return false;  // a form of its own, checked by its own test
     }
     return true;
 }
@@ -316,6 +321,55 @@ TEST_F(Editor, EachFormKeepsItsRecordAndChangesOnlyTheFieldChanged) {
     }
 }
 
+TEST_F(Editor, PluginActionsChooseFromTheTasksPluginListAndFillTheirRecord) {
+    ui::PluginListDialog plugins(editor_);
+    const ModalSeen refused =
+        answerModal([&] { plugins.addPluginFile(task_.path() + "/script.json"); }, "确定");
+    EXPECT_TRUE(refused.text.startsWith("插件文件:")) << refused.text.toStdString();
+    ASSERT_TRUE(plugins.addPluginFile(EXAMPLE_PLUGINS "/colour-probe.json"));
+    EXPECT_TRUE(plugins.list().item(0)->text().startsWith("Colour probe"));
+
+    auto action = ui::newAction(model::EditorPluginAction::kType);
+    ui::FieldForm form(editor_.document());
+    ui::addItemFields(form, *action, editor_.document());
+    EXPECT_EQ(form.findChild<QComboBox*>("comboBox_action")->currentText(), "average_color");
+    form.findChild<QLineEdit*>("input_value/region")->setText("0,0,10,10");
+    form.findChild<QComboBox*>("input/match")->setCurrentText("typed");
+    form.findChild<QComboBox*>("option/tolerance")->setCurrentText("32");
+    form.findChild<QComboBox*>("output/count")->setCurrentText("slid");
+    ASSERT_TRUE(form.problems().isEmpty()) << form.problems().join(',').toStdString();
+    form.apply();
+    const QJsonObject record = recordOf([&](model::JsonWriter& out) { action->write(out); });
+    const auto array = [](const char* json) { return QJsonDocument::fromJson(json).array(); };
+    EXPECT_EQ(record["config_file"].toString(), EXAMPLE_PLUGINS "/colour-probe.json");
+    EXPECT_EQ(record["action_inputs"].toArray(),
+              array(R"([{"action_arg":"region","action_varvalue":"0,0,10,10"},
+                        {"action_arg":"match","action_varvalue":1}])"));
+    EXPECT_EQ(record["action_optioninputs"].toArray(),
+              array(R"([{"action_arg":"tolerance","action_option":["0","8","32"],
+                         "action_varvalue":"32"}])"));
+    EXPECT_EQ(record["action_outputs"].toArray(),
+              array(R"([{"action_result":"color","action_varvalue":0},
+                        {"action_result":"count","action_varvalue":2}])"));
+
+    // Removing asks; without its plug-in the action still opens, says why and keeps its record.
+    const ModalSeen asked = answerModal([&] { plugins.removePlugin(0); }, "确定");
+    EXPECT_TRUE(asked.text.contains("如果任务中使用相关功能移除后将会导致异常"))
+        << asked.text.toStdString();
+    EXPECT_TRUE(editor_.document().pluginFiles.isEmpty());
+    editor_.undo();
+    EXPECT_EQ(editor_.document().pluginFiles.size(), 1);
+    static_cast<model::EditorPluginAction&>(*action).configFile = "gone.json";
+    ui::FieldForm orphan(editor_.document());
+    ui::addItemFields(orphan, *action, editor_.document());
+    EXPECT_EQ(orphan.findChild<QLabel*>("label_plugin_status")->text(),
+              model::missingPluginMessage());
+    EXPECT_EQ(orphan.findChild<QComboBox*>("input/match")->currentText(), "typed");
+    orphan.apply();
+    EXPECT_EQ(recordOf([&](model::JsonWriter& out) { action->write(out); })["action_inputs"],
+              record["action_inputs"]);
+}
+
 TEST_F(Editor, FormsSayWhatIsWrongBeforeSaving) {
     model::TaskDocument& task = editor_.document();
     task.width = 800;
@@ -331,7 +385,7 @@ TEST_F(Editor, FormsSayWhatIsWrongBeforeSaving) {
     auto image = ui::newCondition(1);
     EXPECT_EQ(problems(*image, {}, {}), "图片: 没有选择");
     auto plugin = ui::newAction(20);
-    EXPECT_EQ(problems(*plugin, "action_arg", "[1,"), "参数不是有效的JSON");
+    EXPECT_EQ(problems(*plugin, {}, {}), "没有选择插件");
     auto reset = ui::newAction(9);
     EXPECT_EQ(problems(*reset, "exclude", "typed, 无此变量"),
               "不重置的变量: 没有名为 无此变量 的变量");
