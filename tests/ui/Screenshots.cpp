@@ -26,6 +26,7 @@
 #include "editor/FieldForm.h"
 #include "editor/FormDialog.h"
 #include "editor/ItemCatalog.h"
+#include "editor/PluginListDialog.h"
 #include "editor/TaskEditor.h"
 #include "ui/AutoRunner.h"
 #include "ui/LogTargetWindow.h"
@@ -289,6 +290,15 @@ void shootEditor(Shooter& shooter, const QString& suffix) {
     shooter.save(definitions, "definitions" + suffix);
     shooter.saveModal("definition-new" + suffix, [&] { definitions.addDefinition(); });
     shooter.saveModal("definition-delete-used" + suffix, [&] { definitions.deleteDefinition(0); });
+    PluginListDialog plugins(editor);
+    plugins.addPluginFile(QStringLiteral(EXAMPLE_PLUGINS "/colour-probe.json"));
+    plugins.show();
+    shooter.save(plugins, "plugin-list" + suffix);
+    auto plugin = newAction(autoscene::model::EditorPluginAction::kType);
+    auto* form = new FieldForm(editor.document());
+    addItemFields(*form, *plugin, editor.document());
+    shootForm(form, itemFormTitle(*plugin), "action-20-chosen");
+    shooter.saveModal("plugin-remove" + suffix, [&] { plugins.removePlugin(0); });
 }
 
 }  // namespace

@@ -1106,6 +1106,10 @@
         <source>更改目标</source>
         <translation>Change target</translation>
     </message>
+    <message>
+        <source>插件列表</source>
+        <translation>Plug-in list</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::PluginFuncsDialog</name>
@@ -1809,6 +1813,108 @@ These items will stop working. Delete it?</translation>
     <message>
         <source>此项没有需要设置的内容</source>
         <translation>This item has nothing to set.</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::PluginActionForm</name>
+    <message>
+        <source>插件异常，插件动作:%1未找到</source>
+        <translation>Plug-in error, plug-in action: %1 not found</translation>
+    </message>
+    <message>
+        <source>插件</source>
+        <translation>Plug-in</translation>
+    </message>
+    <message>
+        <source>插件动作</source>
+        <translation>Plug-in action</translation>
+    </message>
+    <message>
+        <source>%1 (加载失败)</source>
+        <translation>%1 (failed to load)</translation>
+    </message>
+    <message>
+        <source>参数</source>
+        <translation>Arguments</translation>
+    </message>
+    <message>
+        <source>值</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>无</source>
+        <translation>None</translation>
+    </message>
+    <message>
+        <source>任务没有加载插件: 请先在插件列表中加载插件</source>
+        <translation>The task has no plug-ins: load one in the plug-in list first</translation>
+    </message>
+    <message>
+        <source>%1的来源</source>
+        <translation>Source of %1</translation>
+    </message>
+    <message>
+        <source>结果%1保存到</source>
+        <translation>Save result %1 to</translation>
+    </message>
+    <message>
+        <source>%1 →</source>
+        <translation>%1 →</translation>
+    </message>
+    <message>
+        <source>此动作没有参数</source>
+        <translation>This action has no parameters</translation>
+    </message>
+    <message>
+        <source>没有选择插件</source>
+        <translation>No plug-in chosen</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::PluginListDialog</name>
+    <message>
+        <source>插件文件:%1加载失败</source>
+        <translation>Plug-in file: %1 failed to load</translation>
+    </message>
+    <message>
+        <source>插件列表</source>
+        <translation>Plug-in list</translation>
+    </message>
+    <message>
+        <source>加载插件</source>
+        <translation>Load plug-in</translation>
+    </message>
+    <message>
+        <source>移除</source>
+        <translation>Remove</translation>
+    </message>
+    <message>
+        <source>重新加载</source>
+        <translation>Reload</translation>
+    </message>
+    <message>
+        <source>查看插件</source>
+        <translation>Show plug-in</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>(加载失败)</source>
+        <translation>(failed to load)</translation>
+    </message>
+    <message>
+        <source>选择插件</source>
+        <translation>Choose plug-in</translation>
+    </message>
+    <message>
+        <source>将要移除插件%1,如果任务中使用相关功能移除后将会导致异常！</source>
+        <translation>The plug-in %1 will be removed; tasks that use it will fail!</translation>
+    </message>
+    <message>
+        <source>移除插件 %1</source>
+        <translation>Remove plug-in %1</translation>
     </message>
 </context>
 <context>
