@@ -7,6 +7,7 @@
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QMenu>
+#include <QMimeData>
 #include <algorithm>
 #include <functional>
 
@@ -158,8 +159,10 @@ void EventTree::copySelected() {
         events.push_back(editor_.eventAt(sceneRow_, row));
     }
     if (!events.empty()) {
-        QApplication::clipboard()->setText(
-            QString::fromUtf8(eventsToTaskJson(editor_.document(), events)));
+        auto* data = new QMimeData;
+        data->setText(QString::fromUtf8(eventsToTaskJson(editor_.document(), events)));
+        data->setData(kTaskFolderMimeType, editor_.document().folderPath.toUtf8());
+        QApplication::clipboard()->setMimeData(data);
     }
 }
 
@@ -167,8 +170,10 @@ void EventTree::paste() {
     const int row = insertionRow();
     const int before = editor_.eventRows(sceneRow_);
     QString error;
-    const QByteArray text = QApplication::clipboard()->text().toUtf8();
-    if (!editor_.pasteEvents(sceneRow_, row, text, &error)) {
+    const QMimeData* data = QApplication::clipboard()->mimeData();
+    const QByteArray text = data ? data->text().toUtf8() : QByteArray();
+    const QString source = data ? QString::fromUtf8(data->data(kTaskFolderMimeType)) : QString();
+    if (!editor_.pasteEvents(sceneRow_, row, text, &error, source)) {
         if (!error.isEmpty()) {
             showNotice(this, error);
         }

@@ -18,6 +18,7 @@
 
 #include "app/RunSession.h"
 #include "editor/AccessibleNames.h"
+#include "editor/ColorsDialog.h"
 #include "editor/DefinitionsDialog.h"
 #include "editor/PluginListDialog.h"
 #include "editor/Prompts.h"
@@ -128,6 +129,10 @@ void MainWindow::buildToolBar() {
     wire("action_save", &MainWindow::save);
     wire("action_variable", [this] {
         DefinitionsDialog dialog(editor_, this);
+        dialog.exec();
+    });
+    wire("action_color", [this] {
+        ColorsDialog dialog(editor_, this);
         dialog.exec();
     });
     wire("action_plugins", [this] {

@@ -5,6 +5,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QJsonArray>
@@ -24,6 +25,7 @@
 #include "ModalAnswer.h"
 #include "TestTask.h"
 #include "editor/ColorButton.h"
+#include "editor/ColorsDialog.h"
 #include "editor/EventClipboard.h"
 #include "editor/EventEditor.h"
 #include "editor/FieldForm.h"
@@ -186,6 +188,60 @@ TEST_F(Editor, PastedEventsUseTheTargetsDefinitionsByNameOrBringTheirOwn) {
     EXPECT_FALSE(other.document().definitions.empty());
     other.undo();
     EXPECT_TRUE(other.document().definitions.empty());
+}
+
+TEST_F(Editor, PastedEventsBringTheImagesAndColoursTheyUseWithTheirFiles) {
+    std::vector<const model::EditorEvent*> events;
+    for (int scene = 3; scene < editor_.sceneRows(); ++scene) {
+        for (int row = 1; row < editor_.eventRows(scene); ++row) {
+            events.push_back(editor_.eventAt(scene, row));
+        }
+    }
+    const QByteArray json = ui::eventsToTaskJson(editor_.document(), events);
+    TestTask otherTask;
+    otherTask.edit([](QJsonObject& root) {
+        root["image_list"] = QJsonArray();
+        root["color_list"] = QJsonArray();
+    });
+    QDir(otherTask.path() + "/image").removeRecursively();
+    ui::TaskEditor other;
+    ASSERT_TRUE(other.open(otherTask.path()));
+    QString error;
+    EXPECT_FALSE(other.pasteEvents(3, 1, json, &error));  // the image file is nowhere
+    EXPECT_TRUE(error.contains("start button")) << error.toStdString();
+    EXPECT_EQ(other.undoStack().count(), 0);
+
+    for (int pass = 0; pass < 2; ++pass) {  // the second paste finds them by name
+        ASSERT_TRUE(other.pasteEvents(3, 1, json, &error, task_.path())) << error.toStdString();
+        const model::TaskDocument& into = other.document();
+        ASSERT_EQ(into.images.size(), 1u);
+        EXPECT_EQ(into.images[0].name, "start button");
+        EXPECT_EQ(into.colors.size(), 1u);
+        EXPECT_EQ(into.colors[0].name, "next enabled");
+        EXPECT_EQ(into.usersOf(model::Ref::Image, into.images[0].id).size(), pass + 1u);
+        EXPECT_EQ(into.usersOf(model::Ref::Color, into.colors[0].id).size(), pass + 1u);
+        QFile copied(otherTask.path() + "/image/" + into.images[0].file);
+        QFile original(task_.path() + "/image/" + editor_.document().images[0].file);
+        ASSERT_TRUE(copied.open(QIODevice::ReadOnly) && original.open(QIODevice::ReadOnly));
+        EXPECT_EQ(copied.readAll(), original.readAll());
+    }
+    other.undo();
+    other.undo();
+    EXPECT_TRUE(other.document().images.empty());
+    EXPECT_TRUE(other.document().colors.empty());
+}
+
+TEST_F(Editor, DeletingAColourListsItsUsersAndAsksAndUndoes) {
+    ui::ColorsDialog colors(editor_);
+    const QByteArray before = text();
+    const ModalSeen kept = answerModal([&] { colors.deleteColor(2); }, "取消");
+    EXPECT_TRUE(kept.text.contains("form / next")) << kept.text.toStdString();
+    EXPECT_EQ(text(), before);
+    answerModal([&] { colors.deleteColor(2); }, "确定");
+    EXPECT_EQ(editor_.document().colors.size(), 2u);
+    EXPECT_EQ(colors.list().count(), 2);
+    editor_.undo();
+    EXPECT_EQ(text(), before);
 }
 
 // Changes a control the way a user would; false when it offers nothing else to choose.

@@ -21,6 +21,7 @@
 #include "TestDevice.h"
 #include "TestTask.h"
 #include "XvfbServer.h"
+#include "editor/ColorsDialog.h"
 #include "editor/DefinitionsDialog.h"
 #include "editor/EventEditor.h"
 #include "editor/FieldForm.h"
@@ -290,6 +291,11 @@ void shootEditor(Shooter& shooter, const QString& suffix) {
     shooter.save(definitions, "definitions" + suffix);
     shooter.saveModal("definition-new" + suffix, [&] { definitions.addDefinition(); });
     shooter.saveModal("definition-delete-used" + suffix, [&] { definitions.deleteDefinition(0); });
+    ColorsDialog colors(editor);
+    colors.show();
+    shooter.save(colors, "colors" + suffix);
+    shooter.saveModal("color-edit" + suffix, [&] { colors.editColor(0); });
+    shooter.saveModal("color-delete-used" + suffix, [&] { colors.deleteColor(2); });
     PluginListDialog plugins(editor);
     plugins.addPluginFile(QStringLiteral(EXAMPLE_PLUGINS "/colour-probe.json"));
     plugins.show();

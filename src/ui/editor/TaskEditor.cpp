@@ -5,6 +5,7 @@
 #include "editor/DefinitionCommands.h"
 #include "editor/EventClipboard.h"
 #include "editor/EventCommands.h"
+#include "editor/ResourceCommands.h"
 #include "editor/SceneCommands.h"
 #include "editor/SettingsCommand.h"
 
@@ -210,11 +211,15 @@ void TaskEditor::redo() {
     }
 }
 
-bool TaskEditor::pasteEvents(int sceneRow, int row, const QByteArray& json, QString* error) {
+bool TaskEditor::pasteEvents(int sceneRow, int row, const QByteArray& json, QString* error,
+                             const QString& sourceFolder) {
     if (locked_ || row < 1 || row > eventRows(sceneRow)) {
         return false;
     }
     PastedEvents pasted = eventsFromTaskJson(json, document_, freeEventId());
+    if (pasted.error.isEmpty()) {
+        pasted.error = copyImageFiles(pasted, sourceFolder, document_);
+    }
     if (!pasted.error.isEmpty()) {
         if (error) {
             *error = pasted.error;
@@ -225,9 +230,42 @@ bool TaskEditor::pasteEvents(int sceneRow, int row, const QByteArray& json, QStr
     for (auto& definition : pasted.definitions) {
         addDefinition(std::move(definition));
     }
+    for (auto& image : pasted.images) {
+        addImage(std::move(image.record));
+    }
+    for (auto& color : pasted.colors) {
+        addColor(std::move(color));
+    }
     insertEvents(sceneRow, row, std::move(pasted.events), QString());
     undo_.endMacro();
     return true;
+}
+
+bool TaskEditor::addImage(model::ImageRecord image) {
+    const QString text = tr("添加图片 %1").arg(image.name);
+    return push(new ImageCommand(*this, ImageCommand::Change::Add, std::move(image), text));
+}
+
+bool TaskEditor::addColor(model::ColorRecord color) {
+    const QString text = tr("添加颜色 %1").arg(color.name);
+    return push(new ColorCommand(*this, ColorCommand::Change::Add, std::move(color), text));
+}
+
+bool TaskEditor::replaceColor(model::ColorRecord color) {
+    if (!document_.color(color.id)) {
+        return false;
+    }
+    const QString text = tr("修改颜色 %1").arg(color.name);
+    return push(new ColorCommand(*this, ColorCommand::Change::Replace, std::move(color), text));
+}
+
+bool TaskEditor::removeColor(int id) {
+    const model::ColorRecord* color = document_.color(id);
+    if (!color) {
+        return false;
+    }
+    const QString text = tr("删除颜色 %1").arg(color->name);
+    return push(new ColorCommand(*this, ColorCommand::Change::Remove, *color, text));
 }
 
 bool TaskEditor::save(QString* error) {

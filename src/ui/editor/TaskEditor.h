@@ -62,15 +62,23 @@ public:
     // Replaces the whole event (name, switch, conditions, actions) in one step.
     bool replaceEvent(int sceneRow, int row, model::EditorEvent event, const QString& text);
 
-    // Adds the events of task JSON (the clipboard's form) at `row`, with the definitions
-    // they need, as one step; false with `error` set when the text holds no events.
-    bool pasteEvents(int sceneRow, int row, const QByteArray& json, QString* error = nullptr);
+    // Adds the events of task JSON (the clipboard's form) at `row`, with the definitions,
+    // images and colours they need, as one step; false with `error` set when the text holds
+    // no events. Image files are copied from `sourceFolder`, the task they were copied from.
+    bool pasteEvents(int sceneRow, int row, const QByteArray& json, QString* error = nullptr,
+                     const QString& sourceFolder = {});
 
     // The new definition keeps its id.
     bool addDefinition(std::unique_ptr<model::EditorVariable> definition);
     // The definition with the same id is replaced; false when there is none.
     bool replaceDefinition(std::unique_ptr<model::EditorVariable> definition);
     bool removeDefinition(int id);
+
+    // Images and colours keep the ids they come with; a replaced one keeps its id.
+    bool addImage(model::ImageRecord image);
+    bool addColor(model::ColorRecord color);
+    bool replaceColor(model::ColorRecord color);
+    bool removeColor(int id);
 
     // The task's settings replaced as one step; false while locked.
     bool changeSettings(model::TaskSettings settings, const QString& text);
@@ -93,6 +101,7 @@ public:
     void announceEvent(int sceneRow, int eventRow) { emit eventChanged(sceneRow, eventRow); }
     void announceDefinitions() { emit definitionsChanged(); }
     void announceSettings() { emit settingsChanged(); }
+    void announceResources() { emit resourcesChanged(); }
 
 signals:
     void scenesChanged();
@@ -102,6 +111,7 @@ signals:
     void eventChanged(int sceneRow, int eventRow);
     void definitionsChanged();
     void settingsChanged();
+    void resourcesChanged();
     void modifiedChanged(bool modified);
 
 private:

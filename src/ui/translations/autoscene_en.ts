@@ -1638,6 +1638,43 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::ColorsDialog</name>
+    <message>
+        <source>颜色</source>
+        <translation>Colours</translation>
+    </message>
+    <message>
+        <source>编辑</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>%1    %2    相似度 %3</source>
+        <translation>%1    %2    similarity %3</translation>
+    </message>
+    <message>
+        <source>是否删除 %1?</source>
+        <translation>Delete %1?</translation>
+    </message>
+    <message>
+        <source>%1 正在被以下条目使用:
+%2
+
+删除后这些条目将失效,是否删除?</source>
+        <translation>%1 is used by:
+%2
+
+These items will stop working. Delete it?</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::DefinitionsDialog</name>
     <message>
         <source>新建变量</source>
@@ -1976,6 +2013,34 @@ These items will stop working. Delete it?</translation>
             <numerusform>Paste %n event</numerusform>
             <numerusform>Paste %n events</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>图片 %1 的文件名无效: %2</source>
+        <translation>Image %1 has an invalid file name: %2</translation>
+    </message>
+    <message>
+        <source>图片 %1 的文件 %2 无处可取</source>
+        <translation>The file %2 of image %1 is not available to copy</translation>
+    </message>
+    <message>
+        <source>图片 %1 不能复制到 %2</source>
+        <translation>Image %1 cannot be copied to %2</translation>
+    </message>
+    <message>
+        <source>添加图片 %1</source>
+        <translation>Add image %1</translation>
+    </message>
+    <message>
+        <source>添加颜色 %1</source>
+        <translation>Add colour %1</translation>
+    </message>
+    <message>
+        <source>修改颜色 %1</source>
+        <translation>Change colour %1</translation>
+    </message>
+    <message>
+        <source>删除颜色 %1</source>
+        <translation>Delete colour %1</translation>
     </message>
 </context>
 </TS>
