@@ -204,7 +204,9 @@ void PluginActionForm::showAction(int /*index*/) {
         rows_->addRow(name, row);
         inputs_.push_back({name, source, literal});
     }
-    for (const auto& [name, allowed] : choiceNames) {
+    for (const auto& choice : choiceNames) {
+        const QString& name = choice.first;
+        const QStringList& allowed = choice.second;
         const auto held = std::find_if(call.choices.begin(), call.choices.end(),
                                        [&](const auto& c) { return c.name == name; });
         auto* combo = new QComboBox;
