@@ -1872,7 +1872,7 @@ These items will stop working. Delete it?</translation>
     </message>
     <message>
         <source>参数</source>
-        <translation>Arguments</translation>
+        <translation>Parameters</translation>
     </message>
     <message>
         <source>值</source>
