@@ -4,25 +4,22 @@
 // move (also by dragging), switch on and off, rename. Every edit goes through the task's undo
 // stack.
 
-#include <QTreeWidget>
+#include <QTreeView>
 #include <vector>
-
-namespace autoscene::model {
-class EditorEvent;
-}  // namespace autoscene::model
 
 namespace autoscene::ui {
 
+class EventListModel;
 class TaskEditor;
 
-class EventTree : public QTreeWidget {
+class EventTree : public QTreeView {
     Q_OBJECT
 public:
     explicit EventTree(TaskEditor& editor, QWidget* parent = nullptr);
 
     // Shows the events of the scene at `sceneRow` of the scene list; none for a row outside.
     void showScene(int sceneRow);
-    int sceneRow() const { return sceneRow_; }
+    int sceneRow() const;
 
     // Event rows selected (a selected condition or action selects its event), ascending.
     std::vector<int> selectedRows() const;
@@ -44,14 +41,12 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    void refresh();
-    // The event's name and its lines under it.
-    void fillRow(QTreeWidgetItem& row, const model::EditorEvent& event) const;
     // Where added and pasted events go.
     int insertionRow() const;
 
     TaskEditor& editor_;
-    int sceneRow_ = -1;
+    EventListModel* events_;
+    std::vector<int> keptSelection_;  // across a reload of the model
 };
 
 }  // namespace autoscene::ui

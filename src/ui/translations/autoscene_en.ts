@@ -71,14 +71,17 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::EventListModel</name>
+    <message>
+        <source>%1 (已禁用)</source>
+        <translation>%1 (disabled)</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::EventTree</name>
     <message>
         <source>事件</source>
         <translation>Events</translation>
-    </message>
-    <message>
-        <source>%1 (已禁用)</source>
-        <translation>%1 (disabled)</translation>
     </message>
     <message>
         <source>新事件</source>
