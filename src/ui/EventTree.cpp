@@ -7,6 +7,8 @@
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QMenu>
+#include <QMimeData>
+#include <QStyledItemDelegate>
 #include <algorithm>
 #include <functional>
 
@@ -14,42 +16,48 @@
 #include "editor/EventEditor.h"
 #include "editor/Prompts.h"
 #include "editor/TaskEditor.h"
+#include "ui/EventListModel.h"
 #include "ui/probe/ProbePanel.h"
 
 namespace autoscene::ui {
 
-EventTree::EventTree(TaskEditor& editor, QWidget* parent) : QTreeWidget(parent), editor_(editor) {
+namespace {
+
+// Conditions and actions sit indented under their event.
+class LineIndent : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (index.data(EventListModel::kItemLineRole).toBool()) {
+            option->rect.adjust(option->fontMetrics.height() * 3 / 2, 0, 0, 0);
+        }
+    }
+};
+
+}  // namespace
+
+EventTree::EventTree(TaskEditor& editor, QWidget* parent)
+    : QTreeView(parent), editor_(editor), events_(new EventListModel(editor, this)) {
     setObjectName(QStringLiteral("treeWidget_event"));
     setAccessibleName(tr("事件"));
     setHeaderHidden(true);
-    setColumnCount(1);
+    setRootIsDecorated(false);
+    setModel(events_);
+    setItemDelegate(new LineIndent(this));
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     // Long scenes draw only the rows in view.
     setUniformRowHeights(true);
     setDragDropMode(QAbstractItemView::InternalMove);
     setDropIndicatorShown(true);
-    connect(&editor_, &TaskEditor::eventsChanged, this, [this](int row) {
-        if (row == sceneRow_) {
-            refresh();
-        }
-    });
-    // Long scenes stay quick to edit: a changed event redraws its own row only.
-    connect(&editor_, &TaskEditor::eventChanged, this, [this](int scene, int row) {
-        const model::EditorEvent* event = editor_.eventAt(scene, row);
-        if (scene == sceneRow_ && event && topLevelItem(row)) {
-            fillRow(*topLevelItem(row), *event);
-        }
-    });
-    // Descriptions name definitions; scene edits move rows.
-    connect(&editor_, &TaskEditor::definitionsChanged, this, &EventTree::refresh);
-    connect(&editor_, &TaskEditor::scenesChanged, this, &EventTree::refresh);
-    connect(this, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item) {
-        while (item->parent()) {
-            item = item->parent();
-        }
-        editEvent(indexOfTopLevelItem(item));
-    });
+    connect(events_, &QAbstractItemModel::modelAboutToBeReset, this,
+            [this] { keptSelection_ = selectedRows(); });
+    connect(events_, &QAbstractItemModel::modelReset, this, [this] { selectRows(keptSelection_); });
+    connect(this, &QTreeView::doubleClicked, this,
+            [this](const QModelIndex& index) { editEvent(events_->eventOf(index)); });
     struct Shortcut {
         QKeySequence keys;
         void (EventTree::*slot)();
@@ -68,47 +76,17 @@ EventTree::EventTree(TaskEditor& editor, QWidget* parent) : QTreeWidget(parent),
 }
 
 void EventTree::showScene(int sceneRow) {
-    sceneRow_ = sceneRow;
-    refresh();
+    events_->showScene(sceneRow);
 }
 
-void EventTree::refresh() {
-    const std::vector<int> selected = selectedRows();
-    clear();
-    const model::EditorScene* scene = editor_.sceneAt(sceneRow_);
-    if (!scene) {
-        return;
-    }
-    QList<QTreeWidgetItem*> rows;
-    for (const model::EditorEvent* event : scene->allEvents()) {
-        auto* row = new QTreeWidgetItem;
-        fillRow(*row, *event);
-        rows << row;
-    }
-    // One insertion: adding rows one by one costs a layout each.
-    addTopLevelItems(rows);
-    expandAll();
-    selectRows(selected);
-}
-
-void EventTree::fillRow(QTreeWidgetItem& row, const model::EditorEvent& event) const {
-    row.setText(0, event.disabled ? tr("%1 (已禁用)").arg(event.name) : event.name);
-    qDeleteAll(row.takeChildren());
-    for (const model::IEditorItem* item : event.items()) {
-        auto* line = new QTreeWidgetItem(&row);
-        line->setText(0, item->describe(editor_.document()));
-        line->setToolTip(0, line->text(0));
-    }
-    row.setExpanded(true);
+int EventTree::sceneRow() const {
+    return events_->sceneRow();
 }
 
 std::vector<int> EventTree::selectedRows() const {
     std::vector<int> rows;
-    for (QTreeWidgetItem* item : selectedItems()) {
-        while (item->parent()) {
-            item = item->parent();
-        }
-        rows.push_back(indexOfTopLevelItem(item));
+    for (const QModelIndex& index : selectionModel()->selectedIndexes()) {
+        rows.push_back(events_->eventOf(index));
     }
     std::sort(rows.begin(), rows.end());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
@@ -118,16 +96,16 @@ std::vector<int> EventTree::selectedRows() const {
 void EventTree::selectRows(const std::vector<int>& rows) {
     clearSelection();
     for (int row : rows) {
-        if (QTreeWidgetItem* item = topLevelItem(row)) {
-            item->setSelected(true);
-            setCurrentItem(item, 0, QItemSelectionModel::Select);
+        const QModelIndex index = events_->rowOf(row);
+        if (index.isValid()) {
+            selectionModel()->setCurrentIndex(index, QItemSelectionModel::Select);
         }
     }
 }
 
 int EventTree::insertionRow() const {
     const std::vector<int> rows = selectedRows();
-    return rows.empty() ? editor_.eventRows(sceneRow_) : rows.back() + 1;
+    return rows.empty() ? editor_.eventRows(sceneRow()) : rows.back() + 1;
 }
 
 void EventTree::addEvent() {
@@ -136,13 +114,13 @@ void EventTree::addEvent() {
     event.id = editor_.freeEventId();
     std::vector<model::EditorEvent> added;
     added.push_back(std::move(event));
-    if (editor_.insertEvents(sceneRow_, row, std::move(added), tr("添加事件"))) {
+    if (editor_.insertEvents(sceneRow(), row, std::move(added), tr("添加事件"))) {
         selectRows({row});
     }
 }
 
 void EventTree::editEvent(int row) {
-    const model::EditorEvent* event = editor_.eventAt(sceneRow_, row);
+    const model::EditorEvent* event = editor_.eventAt(sceneRow(), row);
     if (!event || editor_.isLocked()) {
         return;
     }
@@ -154,7 +132,7 @@ void EventTree::editEvent(int row) {
                 panel.exec();
             });
     if (dialog.exec() == QDialog::Accepted) {
-        editor_.replaceEvent(sceneRow_, row, dialog.result(),
+        editor_.replaceEvent(sceneRow(), row, dialog.result(),
                              tr("编辑事件 %1").arg(dialog.result().name));
     }
 }
@@ -162,27 +140,31 @@ void EventTree::editEvent(int row) {
 void EventTree::copySelected() {
     std::vector<const model::EditorEvent*> events;
     for (int row : selectedRows()) {
-        events.push_back(editor_.eventAt(sceneRow_, row));
+        events.push_back(editor_.eventAt(sceneRow(), row));
     }
     if (!events.empty()) {
-        QApplication::clipboard()->setText(
-            QString::fromUtf8(eventsToTaskJson(editor_.document(), events)));
+        auto* data = new QMimeData;
+        data->setText(QString::fromUtf8(eventsToTaskJson(editor_.document(), events)));
+        data->setData(kTaskFolderMimeType, editor_.document().folderPath.toUtf8());
+        QApplication::clipboard()->setMimeData(data);
     }
 }
 
 void EventTree::paste() {
     const int row = insertionRow();
-    const int before = editor_.eventRows(sceneRow_);
+    const int before = editor_.eventRows(sceneRow());
     QString error;
-    const QByteArray text = QApplication::clipboard()->text().toUtf8();
-    if (!editor_.pasteEvents(sceneRow_, row, text, &error)) {
+    const QMimeData* data = QApplication::clipboard()->mimeData();
+    const QByteArray text = data ? data->text().toUtf8() : QByteArray();
+    const QString source = data ? QString::fromUtf8(data->data(kTaskFolderMimeType)) : QString();
+    if (!editor_.pasteEvents(sceneRow(), row, text, &error, source)) {
         if (!error.isEmpty()) {
             showNotice(this, error);
         }
         return;
     }
     std::vector<int> pasted;
-    for (int r = row; r < row + editor_.eventRows(sceneRow_) - before; ++r) {
+    for (int r = row; r < row + editor_.eventRows(sceneRow()) - before; ++r) {
         pasted.push_back(r);
     }
     selectRows(pasted);
@@ -195,7 +177,7 @@ void EventTree::deleteSelected() {
     if (rows.empty() || editor_.isLocked() || !askToConfirm(this, tr("是否删除选中的事件?"))) {
         return;
     }
-    editor_.removeEvents(sceneRow_, rows);
+    editor_.removeEvents(sceneRow(), rows);
 }
 
 void EventTree::moveSelected(int step) {
@@ -203,7 +185,7 @@ void EventTree::moveSelected(int step) {
     if (rows.size() != 1) {
         return;
     }
-    if (editor_.moveEvent(sceneRow_, rows[0], rows[0] + step)) {
+    if (editor_.moveEvent(sceneRow(), rows[0], rows[0] + step)) {
         selectRows({rows[0] + step});
     }
 }
@@ -215,9 +197,9 @@ void EventTree::toggleSelected() {
     }
     editor_.undoStack().beginMacro(tr("启用/禁用事件"));
     for (int row : rows) {
-        model::EditorEvent event = *editor_.eventAt(sceneRow_, row);
+        model::EditorEvent event = *editor_.eventAt(sceneRow(), row);
         event.disabled = !event.disabled;
-        editor_.replaceEvent(sceneRow_, row, std::move(event), {});
+        editor_.replaceEvent(sceneRow(), row, std::move(event), {});
     }
     editor_.undoStack().endMacro();
 }
@@ -227,13 +209,13 @@ void EventTree::renameSelected() {
     if (rows.size() != 1 || editor_.isLocked()) {
         return;
     }
-    model::EditorEvent event = *editor_.eventAt(sceneRow_, rows[0]);
+    model::EditorEvent event = *editor_.eventAt(sceneRow(), rows[0]);
     const std::optional<QString> name = askForText(this, tr("请输入新名称"), event.name);
     if (!name || name->trimmed().isEmpty() || name->trimmed() == event.name) {
         return;
     }
     event.name = name->trimmed();
-    editor_.replaceEvent(sceneRow_, rows[0], std::move(event), tr("重命名事件 %1").arg(*name));
+    editor_.replaceEvent(sceneRow(), rows[0], std::move(event), tr("重命名事件 %1").arg(*name));
 }
 
 void EventTree::dropEvent(QDropEvent* event) {
@@ -241,18 +223,15 @@ void EventTree::dropEvent(QDropEvent* event) {
     event->setDropAction(Qt::IgnoreAction);
     event->accept();
     const std::vector<int> rows = selectedRows();
-    QTreeWidgetItem* target = itemAt(event->position().toPoint());
-    while (target && target->parent()) {
-        target = target->parent();
-    }
-    const int to = target ? indexOfTopLevelItem(target) : editor_.eventRows(sceneRow_) - 1;
-    if (rows.size() == 1 && editor_.moveEvent(sceneRow_, rows[0], to)) {
+    const int target = events_->eventOf(indexAt(event->position().toPoint()));
+    const int to = target >= 0 ? target : editor_.eventRows(sceneRow()) - 1;
+    if (rows.size() == 1 && editor_.moveEvent(sceneRow(), rows[0], to)) {
         selectRows({to});
     }
 }
 
 void EventTree::contextMenuEvent(QContextMenuEvent* event) {
-    if (!editor_.sceneAt(sceneRow_)) {
+    if (!editor_.sceneAt(sceneRow())) {
         return;
     }
     const bool selected = !selectedRows().empty();

@@ -4,7 +4,7 @@
 // move (also by dragging), switch on and off, rename. Every edit goes through the task's undo
 // stack.
 
-#include <QTreeWidget>
+#include <QTreeView>
 #include <vector>
 
 namespace autoscene::model {
@@ -17,9 +17,10 @@ class IDesktopBackend;
 
 namespace autoscene::ui {
 
+class EventListModel;
 class TaskEditor;
 
-class EventTree : public QTreeWidget {
+class EventTree : public QTreeView {
     Q_OBJECT
 public:
     explicit EventTree(TaskEditor& editor, QWidget* parent = nullptr);
@@ -28,7 +29,7 @@ public:
     void showScene(int sceneRow);
     // The screen the event editor's test on the screen captures; none: originals only.
     void setScreen(platform::IDesktopBackend* screen) { screen_ = screen; }
-    int sceneRow() const { return sceneRow_; }
+    int sceneRow() const;
 
     // Event rows selected (a selected condition or action selects its event), ascending.
     std::vector<int> selectedRows() const;
@@ -50,14 +51,12 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    void refresh();
-    // The event's name and its lines under it.
-    void fillRow(QTreeWidgetItem& row, const model::EditorEvent& event) const;
     // Where added and pasted events go.
     int insertionRow() const;
 
     TaskEditor& editor_;
-    int sceneRow_ = -1;
+    EventListModel* events_;
+    std::vector<int> keptSelection_;  // across a reload of the model
     platform::IDesktopBackend* screen_ = nullptr;
 };
 

@@ -16,7 +16,9 @@
 #include <QVBoxLayout>
 
 #include "editor/AccessibleNames.h"
+#include "editor/ColorsDialog.h"
 #include "editor/DefinitionsDialog.h"
+#include "editor/PluginListDialog.h"
 #include "editor/Prompts.h"
 #include "engine/TaskRunner.h"
 #include "screen/ScreenResources.h"
@@ -97,8 +99,7 @@ void MainWindow::buildToolBar() {
         QString text;
         QKeySequence shortcut;
     };
-    // The editors and tools behind the other entries are not part of the window yet; their
-    // actions stay disabled until they are.
+    // An entry whose tool is not part of the window yet stays disabled.
     const Entry entries[] = {
         {"action_ori_image", tr("原图"), {}},
         {"action_crop_image", tr("截图"), {}},
@@ -113,6 +114,9 @@ void MainWindow::buildToolBar() {
         {"action_color", tr("颜色"), {}},
         {"action_config", tr("配置"), {}},
         {"action_model", tr("模型"), {}},
+        {"action_templates", tr("图片"), {}},
+        {"action_colors", tr("颜色列表"), {}},
+        {"action_plugins", tr("插件列表"), {}},
     };
     for (const Entry& entry : entries) {
         QAction* action = bar->addAction(entry.text);
@@ -132,6 +136,18 @@ void MainWindow::buildToolBar() {
         dialog.exec();
     });
     buildScreenToolActions();
+    wire("action_templates", [this] {
+        TemplatesDialog dialog(editor_, this);
+        dialog.exec();
+    });
+    wire("action_colors", [this] {
+        ColorsDialog dialog(editor_, this);
+        dialog.exec();
+    });
+    wire("action_plugins", [this] {
+        PluginListDialog dialog(editor_, this);
+        dialog.exec();
+    });
     buildUndoActions(*bar);
     wire("action_settings", &MainWindow::openSettings);
     wire("action_run", &MainWindow::runClicked)->setIcon(QIcon(QStringLiteral(":/image/run.png")));
@@ -148,11 +164,6 @@ void MainWindow::buildToolBar() {
         ModelsDialog dialog(editor_, this);
         dialog.exec();
     });
-    QAction* templates = bar->addAction(tr("图片"), this, [this] {
-        TemplatesDialog dialog(editor_, this);
-        dialog.exec();
-    });
-    templates->setObjectName(QStringLiteral("action_templates"));
 }
 
 void MainWindow::showPlayback() {

@@ -19,6 +19,9 @@ ModalSeen answer(QWidget& dialog, const ModalAnswer& with) {
         seen.text = prompt->labelText();
         prompt->setTextValue(with.input);
     }
+    if (with.fill) {
+        with.fill(dialog);
+    }
     for (QAbstractButton* candidate : dialog.findChildren<QAbstractButton*>()) {
         if (candidate->text() == with.button) {
             candidate->click();

@@ -5,6 +5,8 @@
 #include <functional>
 #include <vector>
 
+class QWidget;
+
 namespace autoscene::testing {
 
 struct ModalSeen {
@@ -14,8 +16,9 @@ struct ModalSeen {
 };
 
 struct ModalAnswer {
-    QString button;  // the text of the button to click
-    QString input;   // typed into an input dialog first
+    QString button;                           // the text of the button to click
+    QString input;                            // typed into an input dialog first
+    std::function<void(QWidget&)> fill = {};  // sets the dialog's controls before the click
 };
 
 // Runs `trigger` and answers the dialogs it opens one after another, in order; one entry

@@ -1,8 +1,8 @@
+#include <QAbstractItemModel>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QTimer>
-#include <QTreeWidget>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
@@ -123,17 +123,19 @@ TEST_F(SceneList, FixedScenesCannotBeChanged) {
 
 TEST_F(SceneList, EventTreeShowsTheSelectedScenesEventsWithTheirItems) {
     window_->sceneList().selectRow(3);
-    QTreeWidget& tree = window_->eventTree();
-    ASSERT_EQ(tree.topLevelItemCount(), 2);
-    EXPECT_EQ(tree.topLevelItem(0)->text(0), "start button shown");
-    EXPECT_EQ(tree.topLevelItem(1)->text(0), "press start");
-    ASSERT_EQ(tree.topLevelItem(0)->childCount(), 1);
-    ASSERT_EQ(tree.topLevelItem(1)->childCount(), 1);
-    EXPECT_FALSE(tree.topLevelItem(1)->child(0)->text(0).isEmpty());
+    // Each event's row, then a row per condition and action.
+    const QAbstractItemModel& rows = *window_->eventTree().model();
+    const auto text = [&](int row) { return rows.index(row, 0).data().toString(); };
+    ASSERT_EQ(rows.rowCount(), 4);
+    EXPECT_EQ(text(0), "start button shown");
+    EXPECT_EQ(text(2), "press start");
+    EXPECT_FALSE(text(3).isEmpty());
+    window_->eventTree().selectRows({1});
+    EXPECT_EQ(window_->eventTree().currentIndex().row(), 2);
 
     window_->sceneList().selectRow(0);
-    ASSERT_EQ(tree.topLevelItemCount(), 1);  // the identification event only
-    EXPECT_EQ(tree.topLevelItem(0)->text(0), "界面标识");
+    ASSERT_EQ(rows.rowCount(), 1);  // the identification event only
+    EXPECT_EQ(text(0), "界面标识");
 }
 
 }  // namespace

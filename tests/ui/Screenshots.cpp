@@ -24,11 +24,13 @@
 #include "TestTask.h"
 #include "TinyLabelModel.h"
 #include "XvfbServer.h"
+#include "editor/ColorsDialog.h"
 #include "editor/DefinitionsDialog.h"
 #include "editor/EventEditor.h"
 #include "editor/FieldForm.h"
 #include "editor/FormDialog.h"
 #include "editor/ItemCatalog.h"
+#include "editor/PluginListDialog.h"
 #include "editor/TaskEditor.h"
 #include "model/EditorConditions.h"
 #include "screen/OriginalView.h"
@@ -343,6 +345,20 @@ void shootEditor(Shooter& shooter, const QString& suffix) {
     shooter.save(definitions, "definitions" + suffix);
     shooter.saveModal("definition-new" + suffix, [&] { definitions.addDefinition(); });
     shooter.saveModal("definition-delete-used" + suffix, [&] { definitions.deleteDefinition(0); });
+    ColorsDialog colors(editor);
+    colors.show();
+    shooter.save(colors, "colors" + suffix);
+    shooter.saveModal("color-edit" + suffix, [&] { colors.editColor(0); });
+    shooter.saveModal("color-delete-used" + suffix, [&] { colors.deleteColor(2); });
+    PluginListDialog plugins(editor);
+    plugins.addPluginFile(QStringLiteral(EXAMPLE_PLUGINS "/colour-probe.json"));
+    plugins.show();
+    shooter.save(plugins, "plugin-list" + suffix);
+    auto plugin = newAction(autoscene::model::EditorPluginAction::kType);
+    auto* form = new FieldForm(editor.document());
+    addItemFields(*form, *plugin, editor.document());
+    shootForm(form, itemFormTitle(*plugin), "action-20-chosen");
+    shooter.saveModal("plugin-remove" + suffix, [&] { plugins.removePlugin(0); });
 }
 
 // The screen tools on a screenshot of the demo, taken through the toolbar as a user would.

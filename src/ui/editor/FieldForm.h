@@ -52,6 +52,15 @@ public:
 
     // A widget across the whole row that holds no value (a hint, a button).
     void addWideRow(QWidget* widget) { layout_->addRow(widget); }
+    // A widget across the whole row that stores its own values, stored and checked with the
+    // fields.
+    void addWideRow(QWidget* widget, std::function<void()> store,
+                    std::function<QString()> problem) {
+        layout_->addRow(widget);
+        controls_.insert(widget->objectName(), widget);
+        order_ << widget->objectName();
+        bindings_.push_back({widget->objectName(), std::move(store), std::move(problem)});
+    }
 
     // Writes every control whose value differs from the one it was shown with.
     void apply();

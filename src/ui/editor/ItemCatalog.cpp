@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "editor/FieldForm.h"
+#include "editor/PluginActionForm.h"
 #include "editor/ScriptTestRun.h"
 #include "model/TaskDocument.h"
 
@@ -286,6 +287,11 @@ void addItemFields(FieldForm& form, IEditorItem& item, const TaskDocument& task)
             hint->setWordWrap(true);
             form.addWideRow(hint);
         }
+    } else if (item.type() == EditorPluginAction::kType) {
+        auto* plugin = new PluginActionForm(task, static_cast<EditorPluginAction&>(item));
+        plugin->setObjectName(QStringLiteral("plugin_action"));
+        form.addWideRow(
+            plugin, [plugin] { plugin->apply(); }, [plugin] { return plugin->problem(); });
     } else if (auto* action = dynamic_cast<IEditorAction*>(&item)) {
         configureAction(form, item.type());
         Actions::addFields(form, *action);

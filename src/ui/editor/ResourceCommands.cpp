@@ -8,66 +8,95 @@
 namespace autoscene::ui {
 
 template <class Record>
-void AddResourceCommand<Record>::redo() {
-    model::TaskDocument& task = editor_.document();
-    (task.*list_).push_back(record_);
+ResourceCommand<Record>::ResourceCommand(TaskEditor& editor, Change change, Record record,
+                                         const QString& text)
+    : QUndoCommand(text), editor_(editor), change_(change), held_(std::move(record)) {}
+
+template <>
+std::vector<model::ImageRecord>& ResourceCommand<model::ImageRecord>::list() {
+    return editor_.document().images;
+}
+
+template <>
+std::vector<model::ColorRecord>& ResourceCommand<model::ColorRecord>::list() {
+    return editor_.document().colors;
+}
+
+template <>
+std::vector<model::OriginalImageRecord>& ResourceCommand<model::OriginalImageRecord>::list() {
+    return editor_.document().originals;
+}
+
+template <class Record>
+typename std::vector<Record>::iterator ResourceCommand<Record>::find(int id) {
+    return std::find_if(list().begin(), list().end(), [id](const Record& r) { return r.id == id; });
+}
+
+// The task remembers each image's rectangle by its file as well.
+template <class Record>
+void ResourceCommand<Record>::insertAt(size_t index) {
     if constexpr (std::is_same_v<Record, model::ImageRecord>) {
-        task.imageRects.insert(record_.file, record_.rect);
+        editor_.document().imageRects.insert(held_.file, held_.rect);
+    }
+    list().insert(list().begin() + std::ptrdiff_t(std::min(index, list().size())), held_);
+}
+
+template <class Record>
+void ResourceCommand<Record>::eraseHeld() {
+    const auto at = find(held_.id);
+    index_ = size_t(at - list().begin());
+    held_ = *at;
+    list().erase(at);
+    if constexpr (std::is_same_v<Record, model::ImageRecord>) {
+        editor_.document().imageRects.remove(held_.file);
+    }
+}
+
+template <class Record>
+void ResourceCommand<Record>::swapHeld() {
+    Record& current = *find(held_.id);
+    std::swap(current, held_);
+    if constexpr (std::is_same_v<Record, model::ImageRecord>) {
+        editor_.document().imageRects.remove(held_.file);
+        editor_.document().imageRects.insert(current.file, current.rect);
+    }
+}
+
+template <class Record>
+void ResourceCommand<Record>::redo() {
+    switch (change_) {
+        case Change::Add:
+            insertAt(list().size());
+            break;
+        case Change::Remove:
+            eraseHeld();
+            break;
+        case Change::Replace:
+            swapHeld();
+            break;
     }
     editor_.announceResources();
 }
 
 template <class Record>
-void AddResourceCommand<Record>::undo() {
-    model::TaskDocument& task = editor_.document();
-    std::erase_if(task.*list_, [this](const Record& r) { return r.id == record_.id; });
-    if constexpr (std::is_same_v<Record, model::ImageRecord>) {
-        task.imageRects.remove(record_.file);
+void ResourceCommand<Record>::undo() {
+    switch (change_) {
+        case Change::Add:
+            eraseHeld();
+            break;
+        case Change::Remove:
+            insertAt(index_);
+            break;
+        case Change::Replace:
+            swapHeld();
+            break;
     }
     editor_.announceResources();
 }
 
-template class AddResourceCommand<model::ImageRecord>;
-template class AddResourceCommand<model::ColorRecord>;
-template class AddResourceCommand<model::OriginalImageRecord>;
-
-namespace {
-
-std::vector<model::ImageRecord>::iterator find(TaskEditor& editor, int id) {
-    auto& list = editor.document().images;
-    return std::find_if(list.begin(), list.end(), [&](const auto& i) { return i.id == id; });
-}
-
-}  // namespace
-
-ReplaceImageCommand::ReplaceImageCommand(TaskEditor& editor, model::ImageRecord image,
-                                         const QString& text)
-    : editor_(editor), other_(std::move(image)) {
-    setText(text);
-}
-
-void ReplaceImageCommand::swap() {
-    std::swap(*find(editor_, other_.id), other_);
-    editor_.announceResources();
-}
-
-RemoveImageCommand::RemoveImageCommand(TaskEditor& editor, int id) : editor_(editor), id_(id) {
-    setText(TaskEditor::tr("删除图片 %1").arg(find(editor_, id_)->name));
-}
-
-void RemoveImageCommand::redo() {
-    const auto at = find(editor_, id_);
-    index_ = size_t(at - editor_.document().images.begin());
-    image_ = std::move(*at);
-    editor_.document().images.erase(at);
-    editor_.announceResources();
-}
-
-void RemoveImageCommand::undo() {
-    auto& list = editor_.document().images;
-    list.insert(list.begin() + std::ptrdiff_t(index_), std::move(image_));
-    editor_.announceResources();
-}
+template class ResourceCommand<model::ImageRecord>;
+template class ResourceCommand<model::ColorRecord>;
+template class ResourceCommand<model::OriginalImageRecord>;
 
 ModelCommand::ModelCommand(TaskEditor& editor, QString modelId, QStringList labelNames)
     : editor_(editor), modelId_(std::move(modelId)), labelNames_(std::move(labelNames)) {

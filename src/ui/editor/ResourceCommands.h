@@ -1,61 +1,46 @@
 #pragma once
-// Undoable changes to the task's images, colours, originals and label model. Files are
-// written before a command and stay when it is undone; pixels are never overwritten (a
-// replaced image points at a new file), so undo and redo find the same pixels.
+// Undoable changes to the task's images, colours, originals and label model. A record is
+// added, removed or replaced whole, found by id so that a command stays right whatever the
+// list's order. Files are written before a command and stay when it is undone; pixels are
+// never overwritten (a replaced image points at a new file), so undo and redo find the
+// same pixels.
 
 #include <QStringList>
 #include <QUndoCommand>
-#include <algorithm>
 #include <vector>
 
-#include "model/TaskDocument.h"
+#include "model/Resources.h"
 
 namespace autoscene::ui {
 
 class TaskEditor;
 
-// Records are found by id, so the command stays right whatever the list's order.
 template <class Record>
-class AddResourceCommand : public QUndoCommand {
+class ResourceCommand : public QUndoCommand {
 public:
-    using List = std::vector<Record> model::TaskDocument::*;
+    enum class Change { Add, Remove, Replace };
 
-    AddResourceCommand(TaskEditor& editor, List list, Record record, const QString& text)
-        : QUndoCommand(text), editor_(editor), list_(list), record_(std::move(record)) {}
+    // `record` is the one added or the new version; for a removal only its id counts.
+    ResourceCommand(TaskEditor& editor, Change change, Record record, const QString& text);
     void redo() override;
     void undo() override;
 
 private:
-    TaskEditor& editor_;
-    List list_;
-    Record record_;
-};
-
-class ReplaceImageCommand : public QUndoCommand {
-public:
-    ReplaceImageCommand(TaskEditor& editor, model::ImageRecord image, const QString& text);
-    void redo() override { swap(); }
-    void undo() override { swap(); }
-
-private:
-    void swap();
+    std::vector<Record>& list();
+    typename std::vector<Record>::iterator find(int id);
+    void insertAt(size_t index);
+    void eraseHeld();
+    void swapHeld();
 
     TaskEditor& editor_;
-    model::ImageRecord other_;  // the version not in the document now
-};
-
-class RemoveImageCommand : public QUndoCommand {
-public:
-    RemoveImageCommand(TaskEditor& editor, int id);
-    void redo() override;
-    void undo() override;
-
-private:
-    TaskEditor& editor_;
-    int id_;
+    Change change_;
+    Record held_;  // the version not in the document now
     size_t index_ = 0;
-    model::ImageRecord image_;  // held here while removed
 };
+
+using ImageCommand = ResourceCommand<model::ImageRecord>;
+using ColorCommand = ResourceCommand<model::ColorRecord>;
+using OriginalCommand = ResourceCommand<model::OriginalImageRecord>;
 
 // The model id and the class names read from its names file.
 class ModelCommand : public QUndoCommand {

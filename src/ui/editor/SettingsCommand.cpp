@@ -14,6 +14,7 @@ void SettingsCommand::swap() {
     std::swap(task.settings, other_.settings);
     std::swap(task.funcPluginFile, other_.pluginFile);
     std::swap(task.enabledPluginFunc, other_.pluginServices);
+    std::swap(task.pluginFiles, other_.actionPluginFiles);
     editor_.announceSettings();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 // An undoable change of the task's settings (loop, target window, mode and the rest) and its
-// background plug-in: the whole records are swapped, so undo gives back every field at once.
+// plug-ins: the whole records are swapped, so undo gives back every field at once.
 
 #include <QUndoCommand>
 
@@ -10,14 +10,16 @@ namespace autoscene::ui {
 
 class TaskEditor;
 
-// What the settings dialog edits: the settings record and the background plug-in.
+// What the settings dialog and the plug-in list edit: the settings record, the background
+// plug-in and the action plug-ins' descriptions.
 struct TaskSetup {
     model::TaskSettings settings;
     QString pluginFile;
     model::RawJson pluginServices;
+    QStringList actionPluginFiles;
 
     static TaskSetup of(const model::TaskDocument& task) {
-        return {task.settings, task.funcPluginFile, task.enabledPluginFunc};
+        return {task.settings, task.funcPluginFile, task.enabledPluginFunc, task.pluginFiles};
     }
 };
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "editor/DefinitionCommands.h"
-#include "editor/ResourceCommands.h"
 #include "editor/EventClipboard.h"
 #include "editor/EventCommands.h"
 #include "editor/ResourceCommands.h"
@@ -168,18 +167,19 @@ bool TaskEditor::addDefinition(std::unique_ptr<model::EditorVariable> definition
 }
 
 bool TaskEditor::addImage(model::ImageRecord image) {
-    return push(new AddResourceCommand(*this, &model::TaskDocument::images, std::move(image),
-                                       tr("添加图片")));
+    const QString text = tr("添加图片 %1").arg(image.name);
+    return push(new ImageCommand(*this, ImageCommand::Change::Add, std::move(image), text));
 }
 
 bool TaskEditor::addColor(model::ColorRecord color) {
-    return push(new AddResourceCommand(*this, &model::TaskDocument::colors, std::move(color),
-                                       tr("添加颜色")));
+    const QString text = tr("添加颜色 %1").arg(color.name);
+    return push(new ColorCommand(*this, ColorCommand::Change::Add, std::move(color), text));
 }
 
 bool TaskEditor::addOriginal(model::OriginalImageRecord original) {
-    return push(new AddResourceCommand(*this, &model::TaskDocument::originals, std::move(original),
-                                       tr("添加原图")));
+    const QString text = tr("添加原图 %1").arg(original.name);
+    return push(
+        new OriginalCommand(*this, OriginalCommand::Change::Add, std::move(original), text));
 }
 
 bool TaskEditor::replaceDefinition(std::unique_ptr<model::EditorVariable> definition) {
@@ -200,14 +200,16 @@ bool TaskEditor::replaceImage(model::ImageRecord image, const QString& text) {
     if (!document_.image(image.id)) {
         return false;
     }
-    return push(new ReplaceImageCommand(*this, std::move(image), text));
+    return push(new ImageCommand(*this, ImageCommand::Change::Replace, std::move(image), text));
 }
 
 bool TaskEditor::removeImage(int id) {
-    if (!document_.image(id)) {
+    const model::ImageRecord* image = document_.image(id);
+    if (!image) {
         return false;
     }
-    return push(new RemoveImageCommand(*this, id));
+    const QString text = tr("删除图片 %1").arg(image->name);
+    return push(new ImageCommand(*this, ImageCommand::Change::Remove, *image, text));
 }
 
 bool TaskEditor::changeModel(const QString& modelId, const QStringList& labelNames) {
@@ -245,11 +247,15 @@ void TaskEditor::redo() {
     }
 }
 
-bool TaskEditor::pasteEvents(int sceneRow, int row, const QByteArray& json, QString* error) {
+bool TaskEditor::pasteEvents(int sceneRow, int row, const QByteArray& json, QString* error,
+                             const QString& sourceFolder) {
     if (locked_ || row < 1 || row > eventRows(sceneRow)) {
         return false;
     }
     PastedEvents pasted = eventsFromTaskJson(json, document_, freeEventId());
+    if (pasted.error.isEmpty()) {
+        pasted.error = copyImageFiles(pasted, sourceFolder, document_);
+    }
     if (!pasted.error.isEmpty()) {
         if (error) {
             *error = pasted.error;
@@ -260,9 +266,32 @@ bool TaskEditor::pasteEvents(int sceneRow, int row, const QByteArray& json, QStr
     for (auto& definition : pasted.definitions) {
         addDefinition(std::move(definition));
     }
+    for (auto& image : pasted.images) {
+        addImage(std::move(image.record));
+    }
+    for (auto& color : pasted.colors) {
+        addColor(std::move(color));
+    }
     insertEvents(sceneRow, row, std::move(pasted.events), QString());
     undo_.endMacro();
     return true;
+}
+
+bool TaskEditor::replaceColor(model::ColorRecord color) {
+    if (!document_.color(color.id)) {
+        return false;
+    }
+    const QString text = tr("修改颜色 %1").arg(color.name);
+    return push(new ColorCommand(*this, ColorCommand::Change::Replace, std::move(color), text));
+}
+
+bool TaskEditor::removeColor(int id) {
+    const model::ColorRecord* color = document_.color(id);
+    if (!color) {
+        return false;
+    }
+    const QString text = tr("删除颜色 %1").arg(color->name);
+    return push(new ColorCommand(*this, ColorCommand::Change::Remove, *color, text));
 }
 
 bool TaskEditor::save(QString* error) {

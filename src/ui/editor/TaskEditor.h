@@ -62,9 +62,11 @@ public:
     // Replaces the whole event (name, switch, conditions, actions) in one step.
     bool replaceEvent(int sceneRow, int row, model::EditorEvent event, const QString& text);
 
-    // Adds the events of task JSON (the clipboard's form) at `row`, with the definitions
-    // they need, as one step; false with `error` set when the text holds no events.
-    bool pasteEvents(int sceneRow, int row, const QByteArray& json, QString* error = nullptr);
+    // Adds the events of task JSON (the clipboard's form) at `row`, with the definitions,
+    // images and colours they need, as one step; false with `error` set when the text holds
+    // no events. Image files are copied from `sourceFolder`, the task they were copied from.
+    bool pasteEvents(int sceneRow, int row, const QByteArray& json, QString* error = nullptr,
+                     const QString& sourceFolder = {});
 
     // The new definition keeps its id.
     bool addDefinition(std::unique_ptr<model::EditorVariable> definition);
@@ -76,10 +78,12 @@ public:
     bool addImage(model::ImageRecord image);
     bool addColor(model::ColorRecord color);
     bool addOriginal(model::OriginalImageRecord original);
-    // Template images by id: the record replaced whole (a rename, new pixels in a new
+    // Images and colours by id: the record replaced whole (a rename, new pixels in a new
     // file), or removed; false for an unknown id. Removing leaves the file for undo.
     bool replaceImage(model::ImageRecord image, const QString& text);
     bool removeImage(int id);
+    bool replaceColor(model::ColorRecord color);
+    bool removeColor(int id);
     // The label model the task's label items detect with, and its class names.
     bool changeModel(const QString& modelId, const QStringList& labelNames);
 

@@ -1,4 +1,5 @@
-<?xml version='1.0' encoding='utf-8'?>
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
 <TS version="2.1" language="en_US">
 <context>
     <name>AdbDevices</name>
@@ -108,14 +109,17 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::EventListModel</name>
+    <message>
+        <source>%1 (已禁用)</source>
+        <translation>%1 (disabled)</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::EventTree</name>
     <message>
         <source>事件</source>
         <translation>Events</translation>
-    </message>
-    <message>
-        <source>%1 (已禁用)</source>
-        <translation>%1 (disabled)</translation>
     </message>
     <message>
         <source>新事件</source>
@@ -325,11 +329,11 @@
     </message>
     <message>
         <source>多个坐标之间的点击间隔,用于竖线分隔的多个坐标</source>
-        <translation>Pause between the points of a list of points separated by "|"</translation>
+        <translation>Pause between the points of a list of points separated by &quot;|&quot;</translation>
     </message>
     <message>
         <source>取变量的值</source>
-        <translation>Take a variable's value</translation>
+        <translation>Take a variable&apos;s value</translation>
     </message>
     <message>
         <source>新的值</source>
@@ -1128,7 +1132,7 @@
     </message>
     <message>
         <source>不保存</source>
-        <translation>Don't save</translation>
+        <translation>Don&apos;t save</translation>
     </message>
     <message>
         <source>取消</source>
@@ -1158,17 +1162,108 @@
         <source>原图已保存: %1</source>
         <translation>Source image saved: %1</translation>
     </message>
-<message>
-        <source>截图失败！</source>
-        <translation>Screenshot failed!</translation>
-    </message>
-    <message>
-        <source>截图已保存: %1</source>
-        <translation>Screenshot saved: %1</translation>
-    </message>
     <message>
         <source>图片</source>
         <translation>Images</translation>
+    </message>
+    <message>
+        <source>插件列表</source>
+        <translation>Plug-in list</translation>
+    </message>
+    <message>
+        <source>颜色列表</source>
+        <translation>Colours</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::ModelsDialog</name>
+    <message>
+        <source>文件不存在：%1</source>
+        <translation>File not found: %1</translation>
+    </message>
+    <message>
+        <source>任务里已有另一个同名文件：%1</source>
+        <translation>The task already holds a different file of that name: %1</translation>
+    </message>
+    <message>
+        <source>无法复制到 %1</source>
+        <translation>Cannot copy to %1</translation>
+    </message>
+    <message>
+        <source>模型</source>
+        <translation>Model</translation>
+    </message>
+    <message>
+        <source>标签</source>
+        <translation>Label</translation>
+    </message>
+    <message>
+        <source>最小概率</source>
+        <translation>Minimum probability</translation>
+    </message>
+    <message>
+        <source>原图</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>选择模型文件</source>
+        <translation>Choose model files</translation>
+    </message>
+    <message>
+        <source>测试</source>
+        <translation>Test</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>没有模型</source>
+        <translation>No model</translation>
+    </message>
+    <message>
+        <source>权重文件</source>
+        <translation>Weights file</translation>
+    </message>
+    <message>
+        <source>权重 (*.weights)</source>
+        <translation>Weights (*.weights)</translation>
+    </message>
+    <message>
+        <source>配置文件</source>
+        <translation>Configuration file</translation>
+    </message>
+    <message>
+        <source>配置 (*.cfg)</source>
+        <translation>Configuration (*.cfg)</translation>
+    </message>
+    <message>
+        <source>标签名文件</source>
+        <translation>Label names file</translation>
+    </message>
+    <message>
+        <source>标签名 (*.names)</source>
+        <translation>Label names (*.names)</translation>
+    </message>
+    <message>
+        <source>模型名不可用：%1</source>
+        <translation>Unusable model name: %1</translation>
+    </message>
+    <message>
+        <source>模型文件无法读取：%1</source>
+        <translation>The model files cannot be read: %1</translation>
+    </message>
+    <message>
+        <source>没有找到：%1</source>
+        <translation>Not found: %1</translation>
+    </message>
+    <message>
+        <source>模型 %1，标签数：%2</source>
+        <translation>Model %1, labels: %2</translation>
+    </message>
+    <message>
+        <source>找到的框：%1</source>
+        <translation>Boxes found: %1</translation>
     </message>
 </context>
 <context>
@@ -1275,7 +1370,7 @@
     </message>
     <message>
         <source>此周期的画面在录制时被丢弃 (磁盘跟不上)</source>
-        <translation>This cycle's frame was dropped while recording (the disk fell behind)</translation>
+        <translation>This cycle&apos;s frame was dropped while recording (the disk fell behind)</translation>
     </message>
     <message>
         <source>无法读取画面 %1</source>
@@ -1346,6 +1441,136 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::ProbePanel</name>
+    <message>
+        <source>在屏幕上测试</source>
+        <translation>Test on screen</translation>
+    </message>
+    <message>
+        <source>画面</source>
+        <translation>Frame</translation>
+    </message>
+    <message>
+        <source>当前屏幕</source>
+        <translation>Current screen</translation>
+    </message>
+    <message>
+        <source>原图 %1</source>
+        <translation>Original %1</translation>
+    </message>
+    <message>
+        <source>候选</source>
+        <translation>Candidates</translation>
+    </message>
+    <message>
+        <source>测试</source>
+        <translation>Test</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>成立</source>
+        <translation>Holds</translation>
+    </message>
+    <message>
+        <source>不成立：%1</source>
+        <translation>Fails: %1</translation>
+    </message>
+    <message>
+        <source>（阈值 %1）</source>
+        <translation> (threshold %1)</translation>
+    </message>
+    <message>
+        <source>（颜色像素 %1）</source>
+        <translation> (%1 pixels of the colour)</translation>
+    </message>
+    <message>
+        <source>，会点击 %1,%2</source>
+        <translation>, would click %1,%2</translation>
+    </message>
+    <message>
+        <source>%1  %2</source>
+        <translation>%1  %2</translation>
+    </message>
+    <message>
+        <source>%1  %2（范围外）</source>
+        <translation>%1  %2 (outside the area)</translation>
+    </message>
+</context>
+<context>
+    <name>ProbeReasons</name>
+    <message>
+        <source>没有画面</source>
+        <translation>No frame</translation>
+    </message>
+    <message>
+        <source>此项不看屏幕</source>
+        <translation>This item does not look at the screen</translation>
+    </message>
+    <message>
+        <source>图片不存在或无法读取</source>
+        <translation>The image file is missing or cannot be read</translation>
+    </message>
+    <message>
+        <source>图片大于查找范围</source>
+        <translation>template larger than the area</translation>
+    </message>
+    <message>
+        <source>在查找范围之外</source>
+        <translation>outside the search area</translation>
+    </message>
+    <message>
+        <source>相似度 %1 &lt; %2</source>
+        <translation>score %1 &lt; %2</translation>
+    </message>
+    <message>
+        <source>图片在屏幕上：相似度 %1 ≥ %2</source>
+        <translation>the image is on the screen: score %1 ≥ %2</translation>
+    </message>
+    <message>
+        <source>没有加载标签模型</source>
+        <translation>no label model is loaded</translation>
+    </message>
+    <message>
+        <source>没有标签 %1 的框</source>
+        <translation>no box of label %1</translation>
+    </message>
+    <message>
+        <source>标签 %1 在屏幕上：概率 %2</source>
+        <translation>label %1 is on the screen: probability %2</translation>
+    </message>
+    <message>
+        <source>颜色已被删除</source>
+        <translation>the colour was deleted</translation>
+    </message>
+    <message>
+        <source>颜色像素 %1，不多于 %2</source>
+        <translation>%1 pixels of the colour, not more than %2</translation>
+    </message>
+    <message>
+        <source>颜色像素 %1，多于 %2</source>
+        <translation>%1 pixels of the colour, more than %2</translation>
+    </message>
+    <message>
+        <source>颜色的变化要两帧才能看出</source>
+        <translation>a change of the colour shows only between two frames</translation>
+    </message>
+    <message>
+        <source>范围内没有读到“%1”</source>
+        <translation>“%1” was not read in the area</translation>
+    </message>
+    <message>
+        <source>读到了“%1”</source>
+        <translation>“%1” was read</translation>
+    </message>
+    <message>
+        <source>不会点击：%1</source>
+        <translation>would not click: %1</translation>
+    </message>
+</context>
+<context>
     <name>Prompts</name>
     <message>
         <source>提示</source>
@@ -1391,8 +1616,8 @@
         <translation>targets: needs an array</translation>
     </message>
     <message>
-        <source>名称不能为空，也不能含有 / \ : * ? " &lt; &gt; |</source>
-        <translation>The name must not be empty nor contain / \ : * ? " &lt; &gt; |</translation>
+        <source>名称不能为空，也不能含有 / \ : * ? &quot; &lt; &gt; |</source>
+        <translation>The name must not be empty nor contain / \ : * ? &quot; &lt; &gt; |</translation>
     </message>
     <message>
         <source>无法创建文件夹 %1</source>
@@ -1415,7 +1640,7 @@
     </message>
     <message>
         <source>当前窗口大小与选择窗口时大小不一致，可能会导致脚本运行时识别不准备，是否调整窗口大小！</source>
-        <translation>The window's size differs from when it was chosen, which may make recognition inaccurate. Resize the window?</translation>
+        <translation>The window&apos;s size differs from when it was chosen, which may make recognition inaccurate. Resize the window?</translation>
     </message>
     <message>
         <source>需要先选择目标窗口</source>
@@ -1775,6 +2000,107 @@
     </message>
 </context>
 <context>
+    <name>autoscene::ui::TemplatesDialog</name>
+    <message>
+        <source>图片</source>
+        <translation>Images</translation>
+    </message>
+    <message>
+        <source>名称</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>使用次数</source>
+        <translation>Uses</translation>
+    </message>
+    <message>
+        <source>文件</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>Rectangle</translation>
+    </message>
+    <message>
+        <source>原图</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>预览</source>
+        <translation>Preview</translation>
+    </message>
+    <message>
+        <source>使用者</source>
+        <translation>Used by</translation>
+    </message>
+    <message>
+        <source>唯一性</source>
+        <translation>Uniqueness</translation>
+    </message>
+    <message>
+        <source>重命名</source>
+        <translation>Rename</translation>
+    </message>
+    <message>
+        <source>从原图替换</source>
+        <translation>Replace from original</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>图片文件不存在</source>
+        <translation>The image file is missing</translation>
+    </message>
+    <message>
+        <source>没有原图</source>
+        <translation>No original</translation>
+    </message>
+    <message>
+        <source>%1,%2（相似度 %3）</source>
+        <translation>%1,%2 (score %3)</translation>
+    </message>
+    <message>
+        <source>在这张原图上只有一处达到阈值</source>
+        <translation>Only one place on this original reaches the threshold</translation>
+    </message>
+    <message>
+        <source>在别处也达到阈值：%1</source>
+        <translation>Also reaches the threshold elsewhere: %1</translation>
+    </message>
+    <message>
+        <source>，</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>已有名为 %1 的图片</source>
+        <translation>An image named %1 already exists</translation>
+    </message>
+    <message>
+        <source>重命名图片 %1 为 %2</source>
+        <translation>Rename image %1 to %2</translation>
+    </message>
+    <message>
+        <source>原图 %1 不包含图片的范围</source>
+        <translation>Original %1 does not hold the image&apos;s rectangle</translation>
+    </message>
+    <message>
+        <source>从原图 %1 替换图片 %2</source>
+        <translation>Replace image %2 from original %1</translation>
+    </message>
+    <message>
+        <source>图片 %1 正在使用，不能删除：
+%2</source>
+        <translation>Image %1 is in use and cannot be deleted:
+%2</translation>
+    </message>
+</context>
+<context>
     <name>autoscene::ui::TimelineView</name>
     <message>
         <source>时间轴</source>
@@ -1872,6 +2198,43 @@
     <message>
         <source>选择颜色</source>
         <translation>Choose colour</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::ColorsDialog</name>
+    <message>
+        <source>颜色</source>
+        <translation>Colours</translation>
+    </message>
+    <message>
+        <source>编辑</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>%1    %2    相似度 %3</source>
+        <translation>%1    %2    similarity %3</translation>
+    </message>
+    <message>
+        <source>是否删除 %1?</source>
+        <translation>Delete %1?</translation>
+    </message>
+    <message>
+        <source>%1 正在被以下条目使用:
+%2
+
+删除后这些条目将失效,是否删除?</source>
+        <translation>%1 is used by:
+%2
+
+These items will stop working. Delete it?</translation>
     </message>
 </context>
 <context>
@@ -1977,7 +2340,7 @@ These items will stop working. Delete it?</translation>
         <source>条件组</source>
         <translation>Condition group</translation>
     </message>
-<message>
+    <message>
         <source>在屏幕上测试</source>
         <translation>Test on screen</translation>
     </message>
@@ -2061,6 +2424,108 @@ These items will stop working. Delete it?</translation>
     <message>
         <source>原图</source>
         <translation>Source image</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::PluginActionForm</name>
+    <message>
+        <source>插件异常，插件动作:%1未找到</source>
+        <translation>Plug-in error, plug-in action: %1 not found</translation>
+    </message>
+    <message>
+        <source>插件</source>
+        <translation>Plug-in</translation>
+    </message>
+    <message>
+        <source>插件动作</source>
+        <translation>Plug-in action</translation>
+    </message>
+    <message>
+        <source>%1 (加载失败)</source>
+        <translation>%1 (failed to load)</translation>
+    </message>
+    <message>
+        <source>参数</source>
+        <translation>Parameters</translation>
+    </message>
+    <message>
+        <source>值</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>无</source>
+        <translation>None</translation>
+    </message>
+    <message>
+        <source>任务没有加载插件: 请先在插件列表中加载插件</source>
+        <translation>The task has no plug-ins: load one in the plug-in list first</translation>
+    </message>
+    <message>
+        <source>%1的来源</source>
+        <translation>Source of %1</translation>
+    </message>
+    <message>
+        <source>结果%1保存到</source>
+        <translation>Save result %1 to</translation>
+    </message>
+    <message>
+        <source>%1 →</source>
+        <translation>%1 →</translation>
+    </message>
+    <message>
+        <source>此动作没有参数</source>
+        <translation>This action has no parameters</translation>
+    </message>
+    <message>
+        <source>没有选择插件</source>
+        <translation>No plug-in chosen</translation>
+    </message>
+</context>
+<context>
+    <name>autoscene::ui::PluginListDialog</name>
+    <message>
+        <source>插件文件:%1加载失败</source>
+        <translation>Plug-in file: %1 failed to load</translation>
+    </message>
+    <message>
+        <source>插件列表</source>
+        <translation>Plug-in list</translation>
+    </message>
+    <message>
+        <source>加载插件</source>
+        <translation>Load plug-in</translation>
+    </message>
+    <message>
+        <source>移除</source>
+        <translation>Remove</translation>
+    </message>
+    <message>
+        <source>重新加载</source>
+        <translation>Reload</translation>
+    </message>
+    <message>
+        <source>查看插件</source>
+        <translation>Show plug-in</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>(加载失败)</source>
+        <translation>(failed to load)</translation>
+    </message>
+    <message>
+        <source>选择插件</source>
+        <translation>Choose plug-in</translation>
+    </message>
+    <message>
+        <source>将要移除插件%1,如果任务中使用相关功能移除后将会导致异常！</source>
+        <translation>The plug-in %1 will be removed; tasks that use it will fail!</translation>
+    </message>
+    <message>
+        <source>移除插件 %1</source>
+        <translation>Remove plug-in %1</translation>
     </message>
 </context>
 <context>
@@ -2287,18 +2752,6 @@ These items will stop working. Delete it?</translation>
         </translation>
     </message>
     <message>
-        <source>添加图片</source>
-        <translation>Add image</translation>
-    </message>
-    <message>
-        <source>添加颜色</source>
-        <translation>Add colour</translation>
-    </message>
-    <message>
-        <source>添加原图</source>
-        <translation>Add source image</translation>
-    </message>
-<message>
         <source>删除图片 %1</source>
         <translation>Delete image %1</translation>
     </message>
@@ -2306,327 +2759,37 @@ These items will stop working. Delete it?</translation>
         <source>选择模型 %1</source>
         <translation>Choose model %1</translation>
     </message>
-</context>
-<context>
-    <name>autoscene::ui::ModelsDialog</name>
     <message>
-        <source>文件不存在：%1</source>
-        <translation>File not found: %1</translation>
+        <source>图片 %1 的文件名无效: %2</source>
+        <translation>Image %1 has an invalid file name: %2</translation>
     </message>
     <message>
-        <source>任务里已有另一个同名文件：%1</source>
-        <translation>The task already holds a different file of that name: %1</translation>
+        <source>图片 %1 的文件 %2 无处可取</source>
+        <translation>The file %2 of image %1 is not available to copy</translation>
     </message>
     <message>
-        <source>无法复制到 %1</source>
-        <translation>Cannot copy to %1</translation>
+        <source>图片 %1 不能复制到 %2</source>
+        <translation>Image %1 cannot be copied to %2</translation>
     </message>
     <message>
-        <source>模型</source>
-        <translation>Model</translation>
+        <source>添加图片 %1</source>
+        <translation>Add image %1</translation>
     </message>
     <message>
-        <source>标签</source>
-        <translation>Label</translation>
+        <source>添加颜色 %1</source>
+        <translation>Add colour %1</translation>
     </message>
     <message>
-        <source>最小概率</source>
-        <translation>Minimum probability</translation>
+        <source>修改颜色 %1</source>
+        <translation>Change colour %1</translation>
     </message>
     <message>
-        <source>原图</source>
-        <translation>Original</translation>
+        <source>删除颜色 %1</source>
+        <translation>Delete colour %1</translation>
     </message>
     <message>
-        <source>选择模型文件</source>
-        <translation>Choose model files</translation>
-    </message>
-    <message>
-        <source>测试</source>
-        <translation>Test</translation>
-    </message>
-    <message>
-        <source>关闭</source>
-        <translation>Close</translation>
-    </message>
-    <message>
-        <source>没有模型</source>
-        <translation>No model</translation>
-    </message>
-    <message>
-        <source>权重文件</source>
-        <translation>Weights file</translation>
-    </message>
-    <message>
-        <source>权重 (*.weights)</source>
-        <translation>Weights (*.weights)</translation>
-    </message>
-    <message>
-        <source>配置文件</source>
-        <translation>Configuration file</translation>
-    </message>
-    <message>
-        <source>配置 (*.cfg)</source>
-        <translation>Configuration (*.cfg)</translation>
-    </message>
-    <message>
-        <source>标签名文件</source>
-        <translation>Label names file</translation>
-    </message>
-    <message>
-        <source>标签名 (*.names)</source>
-        <translation>Label names (*.names)</translation>
-    </message>
-    <message>
-        <source>模型名不可用：%1</source>
-        <translation>Unusable model name: %1</translation>
-    </message>
-    <message>
-        <source>模型文件无法读取：%1</source>
-        <translation>The model files cannot be read: %1</translation>
-    </message>
-    <message>
-        <source>没有找到：%1</source>
-        <translation>Not found: %1</translation>
-    </message>
-    <message>
-        <source>模型 %1，标签数：%2</source>
-        <translation>Model %1, labels: %2</translation>
-    </message>
-    <message>
-        <source>找到的框：%1</source>
-        <translation>Boxes found: %1</translation>
-    </message>
-</context>
-<context>
-    <name>autoscene::ui::ProbePanel</name>
-    <message>
-        <source>在屏幕上测试</source>
-        <translation>Test on screen</translation>
-    </message>
-    <message>
-        <source>画面</source>
-        <translation>Frame</translation>
-    </message>
-    <message>
-        <source>当前屏幕</source>
-        <translation>Current screen</translation>
-    </message>
-    <message>
-        <source>原图 %1</source>
-        <translation>Original %1</translation>
-    </message>
-    <message>
-        <source>候选</source>
-        <translation>Candidates</translation>
-    </message>
-    <message>
-        <source>测试</source>
-        <translation>Test</translation>
-    </message>
-    <message>
-        <source>关闭</source>
-        <translation>Close</translation>
-    </message>
-    <message>
-        <source>成立</source>
-        <translation>Holds</translation>
-    </message>
-    <message>
-        <source>不成立：%1</source>
-        <translation>Fails: %1</translation>
-    </message>
-    <message>
-        <source>（阈值 %1）</source>
-        <translation> (threshold %1)</translation>
-    </message>
-    <message>
-        <source>（颜色像素 %1）</source>
-        <translation> (%1 pixels of the colour)</translation>
-    </message>
-    <message>
-        <source>，会点击 %1,%2</source>
-        <translation>, would click %1,%2</translation>
-    </message>
-    <message>
-        <source>%1  %2</source>
-        <translation>%1  %2</translation>
-    </message>
-    <message>
-        <source>%1  %2（范围外）</source>
-        <translation>%1  %2 (outside the area)</translation>
-    </message>
-</context>
-<context>
-    <name>ProbeReasons</name>
-    <message>
-        <source>没有画面</source>
-        <translation>No frame</translation>
-    </message>
-    <message>
-        <source>此项不看屏幕</source>
-        <translation>This item does not look at the screen</translation>
-    </message>
-    <message>
-        <source>图片不存在或无法读取</source>
-        <translation>The image file is missing or cannot be read</translation>
-    </message>
-    <message>
-        <source>图片大于查找范围</source>
-        <translation>template larger than the area</translation>
-    </message>
-    <message>
-        <source>在查找范围之外</source>
-        <translation>outside the search area</translation>
-    </message>
-    <message>
-        <source>相似度 %1 &lt; %2</source>
-        <translation>score %1 &lt; %2</translation>
-    </message>
-    <message>
-        <source>图片在屏幕上：相似度 %1 ≥ %2</source>
-        <translation>the image is on the screen: score %1 ≥ %2</translation>
-    </message>
-    <message>
-        <source>没有加载标签模型</source>
-        <translation>no label model is loaded</translation>
-    </message>
-    <message>
-        <source>没有标签 %1 的框</source>
-        <translation>no box of label %1</translation>
-    </message>
-    <message>
-        <source>标签 %1 在屏幕上：概率 %2</source>
-        <translation>label %1 is on the screen: probability %2</translation>
-    </message>
-    <message>
-        <source>颜色已被删除</source>
-        <translation>the colour was deleted</translation>
-    </message>
-    <message>
-        <source>颜色像素 %1，不多于 %2</source>
-        <translation>%1 pixels of the colour, not more than %2</translation>
-    </message>
-    <message>
-        <source>颜色像素 %1，多于 %2</source>
-        <translation>%1 pixels of the colour, more than %2</translation>
-    </message>
-    <message>
-        <source>颜色的变化要两帧才能看出</source>
-        <translation>a change of the colour shows only between two frames</translation>
-    </message>
-    <message>
-        <source>范围内没有读到“%1”</source>
-        <translation>“%1” was not read in the area</translation>
-    </message>
-    <message>
-        <source>读到了“%1”</source>
-        <translation>“%1” was read</translation>
-    </message>
-    <message>
-        <source>不会点击：%1</source>
-        <translation>would not click: %1</translation>
-    </message>
-</context>
-<context>
-    <name>autoscene::ui::TemplatesDialog</name>
-    <message>
-        <source>图片</source>
-        <translation>Images</translation>
-    </message>
-    <message>
-        <source>名称</source>
-        <translation>Name</translation>
-    </message>
-    <message>
-        <source>使用次数</source>
-        <translation>Uses</translation>
-    </message>
-    <message>
-        <source>文件</source>
-        <translation>File</translation>
-    </message>
-    <message>
-        <source>范围</source>
-        <translation>Rectangle</translation>
-    </message>
-    <message>
-        <source>原图</source>
-        <translation>Original</translation>
-    </message>
-    <message>
-        <source>预览</source>
-        <translation>Preview</translation>
-    </message>
-    <message>
-        <source>使用者</source>
-        <translation>Used by</translation>
-    </message>
-    <message>
-        <source>唯一性</source>
-        <translation>Uniqueness</translation>
-    </message>
-    <message>
-        <source>重命名</source>
-        <translation>Rename</translation>
-    </message>
-    <message>
-        <source>从原图替换</source>
-        <translation>Replace from original</translation>
-    </message>
-    <message>
-        <source>删除</source>
-        <translation>Delete</translation>
-    </message>
-    <message>
-        <source>关闭</source>
-        <translation>Close</translation>
-    </message>
-    <message>
-        <source>图片文件不存在</source>
-        <translation>The image file is missing</translation>
-    </message>
-    <message>
-        <source>没有原图</source>
-        <translation>No original</translation>
-    </message>
-    <message>
-        <source>%1,%2（相似度 %3）</source>
-        <translation>%1,%2 (score %3)</translation>
-    </message>
-    <message>
-        <source>在这张原图上只有一处达到阈值</source>
-        <translation>Only one place on this original reaches the threshold</translation>
-    </message>
-    <message>
-        <source>在别处也达到阈值：%1</source>
-        <translation>Also reaches the threshold elsewhere: %1</translation>
-    </message>
-    <message>
-        <source>，</source>
-        <translation>, </translation>
-    </message>
-    <message>
-        <source>已有名为 %1 的图片</source>
-        <translation>An image named %1 already exists</translation>
-    </message>
-    <message>
-        <source>重命名图片 %1 为 %2</source>
-        <translation>Rename image %1 to %2</translation>
-    </message>
-    <message>
-        <source>原图 %1 不包含图片的范围</source>
-        <translation>Original %1 does not hold the image's rectangle</translation>
-    </message>
-    <message>
-        <source>从原图 %1 替换图片 %2</source>
-        <translation>Replace image %2 from original %1</translation>
-    </message>
-    <message>
-        <source>图片 %1 正在使用，不能删除：
-%2</source>
-        <translation>Image %1 is in use and cannot be deleted:
-%2</translation>
+        <source>添加原图 %1</source>
+        <translation>Add original %1</translation>
     </message>
 </context>
 </TS>
