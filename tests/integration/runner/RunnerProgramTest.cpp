@@ -169,7 +169,8 @@ TEST_F(RunnerProgram, MissingWindowExitsWithThreeBadInputWithTwo) {
 TEST_F(RunnerProgram, InterruptStopsTheRunCleanlyAndACrashLeavesAReport) {
     const QString idle =
         task(R"({"scene_list": [{"name": "s", "event_list": [{"name": "idle"}]}]})");
-    for (int signal : {SIGINT, SIGTERM, SIGSEGV}) {
+    // Ctrl+C is CtrlCAndTheTimeLimitReach...'s, on busier runs.
+    for (int signal : {SIGTERM, SIGSEGV}) {
         QTemporaryDir workingDirectory;
         QProcess process;
         process.setWorkingDirectory(workingDirectory.path());

@@ -5,9 +5,7 @@
 
 #include <atomic>
 #include <chrono>
-#include <future>
 #include <memory>
-#include <stop_token>
 #include <thread>
 
 #include "EchoServer.h"
@@ -91,29 +89,16 @@ TEST(OcrClient, GarbageAnswersGiveEmptyResultsAndALogLine) {
     }
 }
 
-TEST(OcrClient, AHungServiceEndsAtTheTimeOutOrTheStopWithOneLogLine) {
+// A stop ending a request to a hung service is autoscene-run's test ("hung text service"
+// in RunnerProgram.CtrlCAndTheTimeLimitReach...): the default time-outs outlast its wait.
+TEST(OcrClient, AHungServiceEndsAtTheTimeOutWithOneLogLine) {
     using namespace std::chrono_literals;
     const SilentListener hung;
-    const cv::Mat image(20, 40, CV_8UC3, cv::Scalar(255, 255, 255));
     OcrClient client(ocrServiceUrl(hung.port()));
-    {
-        client.setTimeouts({1000ms, 300ms});
-        const LogCapture log;
-        const auto started = std::chrono::steady_clock::now();
-        EXPECT_EQ(client.recognise(image), RecognisedText{});
-        EXPECT_LT(std::chrono::steady_clock::now() - started, 10s);
-        EXPECT_EQ(log.count(QStringLiteral("Timeout was reached")), 1) << log.all().toStdString();
-    }
-    // Without a stop the default time-outs would hold the caller for many seconds.
-    client.setTimeouts({});
-    std::stop_source stop;
+    client.setTimeouts({1000ms, 300ms});
     const LogCapture log;
-    auto reading = std::async(std::launch::async, [&] {
-        return client.recognise(image, OcrEngine::Fast, stop.get_token());
-    });
-    EXPECT_EQ(reading.wait_for(300ms), std::future_status::timeout);
-    stop.request_stop();
-    ASSERT_EQ(reading.wait_for(5s), std::future_status::ready);
-    EXPECT_EQ(reading.get(), RecognisedText{});
-    EXPECT_EQ(log.count(QStringLiteral("curl_easy_perform")), 0) << "a stop is no failure";
+    const auto started = std::chrono::steady_clock::now();
+    EXPECT_EQ(client.recognise(cv::Mat(20, 40, CV_8UC3, cv::Scalar::all(255))), RecognisedText{});
+    EXPECT_LT(std::chrono::steady_clock::now() - started, 10s);
+    EXPECT_EQ(log.count(QStringLiteral("Timeout was reached")), 1) << log.all().toStdString();
 }
