@@ -86,7 +86,7 @@ protected:
     QString pressedNear(const QStringList& log, const QString& window, int x, int y) {
         for (int dx : {0, 1}) {
             for (int dy : {0, 1}) {
-                const QString at = QStringLiteral(" %1 %2").arg(x + dx).arg(y + dy);
+                QString at = QStringLiteral(" %1 %2").arg(x + dx).arg(y + dy);
                 if (log.contains("down " + window + " 1" + at)) {
                     return at;
                 }
