@@ -31,7 +31,7 @@ RunResult run(const QStringList& arguments) {
 
 // A device service file for the run to push.
 QString serviceFile(const QTemporaryDir& folder) {
-    const QString path = folder.filePath("localservice.jar");
+    QString path = folder.filePath("localservice.jar");
     autoscene::test::writeFile(path, "service code");
     return path;
 }

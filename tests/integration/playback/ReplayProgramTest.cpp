@@ -66,7 +66,7 @@ protected:
     }
 
     QString record(const QString& task, const QStringList& options = {}) {
-        const QString recording = folder.filePath(QString::number(++count));
+        QString recording = folder.filePath(QString::number(++count));
         QProcess process;
         startRun(process, QStringList{task, "--record", recording, "--time-limit", "60"} + options);
         const Result result = finishProgram(process, 120000);
@@ -83,7 +83,7 @@ protected:
 std::map<int, int> nextCounts(const std::vector<QJsonObject>& cycles) {
     std::map<int, int> counts;
     for (const QJsonObject& cycle : cycles) {
-        for (const QJsonValue& check : cycle["checks"].toArray()) {
+        for (const QJsonValue check : cycle["checks"].toArray()) {
             if (check["event"] == "next" && check["holds"].toBool()) {
                 counts[cycle["cycle"].toInt()] =
                     check["conditions"]["item_state"][0]["count"].toInt();
@@ -129,7 +129,7 @@ TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges)
             reported.insert(line["cycle"].toInt());
         }
         // Each colour count's evidence says what it was held against.
-        for (const QJsonValue& difference : line["differences"].toArray()) {
+        for (const QJsonValue difference : line["differences"].toArray()) {
             const QJsonValue colour = difference["new"]["conditions"]["item_state"][0];
             if (colour["type"] == "color" &&
                 colour["name"] == difference["old"]["conditions"]["item_state"][0]["name"]) {
@@ -221,7 +221,7 @@ TEST_F(Recordings, TimersAndVariablesReplayAsRecorded) {
     EXPECT_EQ(QDir(recording + "/frames").entryList(QDir::Files).size(), 1);
     QStringList fired;
     for (const QJsonObject& cycle : cycles) {
-        for (const QJsonValue& event : cycle["fired"].toArray()) {
+        for (const QJsonValue event : cycle["fired"].toArray()) {
             fired << event["event"].toString();
         }
     }

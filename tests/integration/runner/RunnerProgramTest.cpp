@@ -58,7 +58,7 @@ protected:
 
     // A task folder holding only the given script.json.
     QString task(const QByteArray& json) {
-        const QString folder = tasks.filePath(QString::number(++taskCount));
+        QString folder = tasks.filePath(QString::number(++taskCount));
         QDir().mkpath(folder);
         writeFile(folder + "/script.json", json);
         return folder;

@@ -26,7 +26,9 @@ using platform::WindowHandle;
 // buttons and display are widgets with windows of their own, so their places follow the
 // fonts installed rather than a layout written down here.
 void collectWindows(Display* display, Window window, std::vector<Rect>& out) {
-    Window root = 0, parent = 0, *children = nullptr;
+    Window root = 0;
+    Window parent = 0;
+    Window* children = nullptr;
     unsigned count = 0;
     if (XQueryTree(display, window, &root, &parent, &children, &count) == 0) {
         return;
@@ -34,7 +36,8 @@ void collectWindows(Display* display, Window window, std::vector<Rect>& out) {
     for (unsigned i = 0; i < count; ++i) {
         XWindowAttributes attributes{};
         Window unused = 0;
-        int x = 0, y = 0;
+        int x = 0;
+        int y = 0;
         if (XGetWindowAttributes(display, children[i], &attributes) != 0 &&
             XTranslateCoordinates(display, children[i], root, 0, 0, &x, &y, &unused) != 0) {
             out.push_back(Rect{x, y, attributes.width, attributes.height});
@@ -107,8 +110,12 @@ TEST_F(RealClientsTest, XcalcComputesWithClicksInBothModesAndWithTypedText) {
     ASSERT_EQ(calculator.rows.size(), 11u);
     ASSERT_GT(calculator.display.width, 0);
     const auto& keys = calculator.rows;
-    const Point clear = keys[0][4], seven = keys[7][1], nine = keys[7][3], two = keys[9][2];
-    const Point plus = keys[9][4], equals = keys[10][4];
+    const Point clear = keys[0][4];
+    const Point seven = keys[7][1];
+    const Point nine = keys[7][3];
+    const Point two = keys[9][2];
+    const Point plus = keys[9][4];
+    const Point equals = keys[10][4];
     const auto shown = [&] { return reference_->read(calculator.display); };
     const auto press = [&](std::initializer_list<Point> buttons, bool background) {
         for (const Point button : buttons) {

@@ -47,7 +47,7 @@ TEST(AndroidInput, TextArgumentQuotesForTheDeviceShellAndDropsWhatCannotBeTyped)
 
 TEST(AdbClient, QuotedWordsSplitBackUnchanged) {
     for (const std::string word :
-         {"adb", "/opt/my tools/adb", "input text 'a%sb'", "say \"hi\" \\ there", ""}) {
+         {"adb", "/opt/my tools/adb", "input text 'a%sb'", R"(say "hi" \ there)", ""}) {
         const auto words = autoscene::sys::splitCommandLine("adb " + quoteWord(word));
         ASSERT_TRUE(words);
         ASSERT_EQ(words->size(), 2u) << word;

@@ -360,7 +360,8 @@ TEST_F(Runner, ExclusiveQueueHoldsBackTheOtherThreads) {
     open(QStringLiteral(R"({"loop_mode": 2, "concurrency": true, "scene_list": [%1]})")
              .arg(scene("s", "", {event("p", "", {probe(1)})})));
     runner->setLoopIntervalMs(1);
-    std::atomic<int> firstRuns{0}, otherRunsWhileHeld{0};
+    std::atomic<int> firstRuns{0};
+    std::atomic<int> otherRunsWhileHeld{0};
     std::atomic<bool> held{false};
     log.onRun = [&](int, TaskInfo& info) {
         if (info.window == 1) {

@@ -49,7 +49,7 @@ protected:
     void TearDown() override { plugins::ActionPluginRegistry::shared().uninitAndUnloadAll(); }
 
     QString writeFile(const QString& name, const QByteArray& content) {
-        const QString path = folder.filePath(name);
+        QString path = folder.filePath(name);
         test::writeFile(path, content);
         return path;
     }

@@ -78,7 +78,9 @@ TEST_F(ScriptRun, LockHoldsTheOtherTargetBackUntilUnlocked) {
         "  auto.lock(); auto.lock();"  // queued once
         "  if (done == 'yes') auto.unlock();"
         "} ''");
-    std::atomic<int> firstRuns{0}, secondRunsWhileLocked{0}, secondRunsAfter{0};
+    std::atomic<int> firstRuns{0};
+    std::atomic<int> secondRunsWhileLocked{0};
+    std::atomic<int> secondRunsAfter{0};
     std::atomic<bool> released{false};
     const auto giveUp = std::chrono::steady_clock::now() + 20s;
     onProbe = [&](TaskInfo& info) {
