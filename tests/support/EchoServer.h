@@ -1,10 +1,13 @@
 #pragma once
 // An HTTP server on loopback whose routes answer with what they received, so that tests see
-// requests as they were sent, and with bodies and failures of known shape.
+// requests as they were sent, and with bodies and failures of known shape; its text
+// service route answers whatever the test sets.
 
 #include <httplib.h>
 
+#include <atomic>
 #include <chrono>
+#include <mutex>
 #include <string>
 #include <thread>
 
@@ -46,6 +49,14 @@ public:
                     return false;  // drops the connection in the middle of the body
                 });
         });
+        server_.Post("/ocr_detect",
+                     [this](const httplib::Request& request, httplib::Response& response) {
+                         ++requests;
+                         const std::lock_guard lock(mutex_);
+                         lastEngine_ = request.get_file_value("engine").content;
+                         response.status = answer_.first;
+                         response.set_content(answer_.second, "application/json");
+                     });
         port_ = server_.bind_to_any_port("127.0.0.1");
         thread_ = std::thread([this] { server_.listen_after_bind(); });
     }
@@ -65,6 +76,17 @@ public:
         return "http://127.0.0.1:" + std::to_string(unusedLoopbackPort()) + path;
     }
 
+    void answerWith(int status, std::string body) {
+        const std::lock_guard lock(mutex_);
+        answer_ = {status, std::move(body)};
+    }
+    // The "engine" field of the last upload to the text service route.
+    std::string lastEngine() {
+        const std::lock_guard lock(mutex_);
+        return lastEngine_;
+    }
+    std::atomic<int> requests{0};
+
     // Binary bytes first, then far more than one read or pipe buffer of numbers.
     static std::string largeBody() {
         std::string body("\x00\x01\xff", 3);
@@ -76,6 +98,9 @@ public:
 
 private:
     httplib::Server server_;
+    std::mutex mutex_;
+    std::pair<int, std::string> answer_;
+    std::string lastEngine_;
     int port_ = 0;
     std::thread thread_;
 };

@@ -6,8 +6,6 @@
 #include <unistd.h>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -16,37 +14,26 @@
 #include <csignal>
 #include <map>
 
+#include "ProgramRun.h"
 #include "TestDevice.h"
+#include "TestFiles.h"
 
 using autoscene::testing::PrivateAdb;
 using autoscene::testing::TestDevice;
 
 namespace {
 
-struct RunResult {
-    int exitCode = -1;
-    QString out;
-    QString err;
-
-    std::vector<QJsonObject> lines(const QString& type) const {
-        std::vector<QJsonObject> found;
-        for (const QString& line : out.split('\n', Qt::SkipEmptyParts)) {
-            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
-            if (object["type"].toString() == type) {
-                found.push_back(object);
-            }
-        }
-        return found;
-    }
-};
+using RunResult = autoscene::test::ProgramResult;
 
 RunResult run(const QStringList& arguments) {
-    QProcess process;
-    process.start(AUTOSCENE_RUN_PATH, arguments);
-    EXPECT_TRUE(process.waitForFinished(60000));
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    return autoscene::test::runProgram(AUTOSCENE_RUN_PATH, arguments);
+}
+
+// A device service file for the run to push.
+QString serviceFile(const QTemporaryDir& folder) {
+    QString path = folder.filePath("localservice.jar");
+    autoscene::test::writeFile(path, "service code");
+    return path;
 }
 
 TEST(DeviceRun, TheDemoTaskPlaysOnEveryDeviceInParallel) {
@@ -103,14 +90,10 @@ TEST(DeviceRun, TheDemoTaskPlaysThroughTheDeviceService) {
     TestDevice device;
     ASSERT_TRUE(adb.connect(device));
     QTemporaryDir folder;
-    QFile service(folder.filePath("localservice.jar"));
-    ASSERT_TRUE(service.open(QIODevice::WriteOnly));
-    service.write("service code");
-    service.close();
 
     const RunResult result =
         run({AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--device-service",
-             service.fileName(), "--json", "--time-limit", "30"});
+             serviceFile(folder), "--json", "--time-limit", "30"});
     EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
     const auto targets = result.lines("target");
     ASSERT_EQ(targets.size(), 1u);
@@ -135,15 +118,11 @@ TEST(DeviceRun, StopAndTimeLimitCutShortTheWaitForTheDeviceService) {
     TestDevice device({"--service-broken"});
     ASSERT_TRUE(adb.connect(device));
     QTemporaryDir folder;
-    QFile service(folder.filePath("localservice.jar"));
-    ASSERT_TRUE(service.open(QIODevice::WriteOnly));
-    service.write("service code");
-    service.close();
 
     for (const bool interrupt : {true, false}) {
         SCOPED_TRACE(interrupt ? "Ctrl+C" : "time limit");
-        QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device",         device.serial(),
-                              "--device-service",     service.fileName(), "--json"};
+        QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device",          device.serial(),
+                              "--device-service",     serviceFile(folder), "--json"};
         if (!interrupt) {
             arguments << "--time-limit"
                       << "1";
@@ -204,17 +183,15 @@ public:
 TEST(DeviceRun, AHungAdbCallIsEndedByTheTimeLimitAndByCtrlC) {
     QTemporaryDir folder;
     const QString adb = folder.filePath("adb");
-    QFile script(adb);
-    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
     // A sleep no other program runs, to look for afterwards.
     const QString sleep = QStringLiteral("sleep 1000.%1").arg(::getpid());
-    script.write(
+    autoscene::test::writeFile(
+        adb,
         "#!/bin/sh\n"
         "if [ \"$1\" = devices ]; then printf 'List of devices attached\\nfake\\tdevice\\n';\n"
         "else " +
-        sleep.toUtf8() + "; fi\n");
-    script.close();
-    script.setPermissions(script.permissions() | QFileDevice::ExeOwner);
+            sleep.toUtf8() + "; fi\n");
+    QFile::setPermissions(adb, QFile::permissions(adb) | QFileDevice::ExeOwner);
     const QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device", "fake", "--adb", adb};
 
     StartedRun limited(QStringList(arguments) << "--time-limit"
@@ -240,12 +217,11 @@ TEST(DeviceRun, AHungAdbCallIsEndedByTheTimeLimitAndByCtrlC) {
     EXPECT_EQ(pgrep.readAllStandardOutput(), QByteArray());
 
     // A call that times out is said once, with what timed out; the run goes on.
-    script.open(QIODevice::WriteOnly | QIODevice::Truncate);
-    script.write(
+    autoscene::test::writeFile(
+        adb,
         "#!/bin/sh\n"
         "case \"$*\" in devices) printf 'List of devices attached\\nfake\\tdevice\\n';;\n"
         "*'wm size'*) sleep 1000;; *) echo 'error: closed';; esac\n");
-    script.close();
     const RunResult timedOut = run(QStringList(arguments) << "--adb-timeout"
                                                           << "1"
                                                           << "--time-limit"

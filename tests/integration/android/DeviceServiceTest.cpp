@@ -6,10 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QThread>
 
 #include "TestDevice.h"
+#include "TestFiles.h"
 #include "engine/TaskInfo.h"
 #include "targets/DeviceTarget.h"
 
@@ -28,9 +30,7 @@ namespace {
 class DeviceServiceTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        QFile file(folder.filePath("localservice.jar"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("service code");
+        autoscene::test::writeFile(folder.filePath("localservice.jar"), "service code");
     }
 
     void open(const QStringList& options = {}) {
@@ -120,15 +120,10 @@ TEST_F(DeviceServiceTest, InputMethodIsSwitchedForTheRunAndRestoredAfter) {
     target->targetStarted(task);
     target->targetEnded(task);
 
-    QStringList switches;
-    for (const QString& line : device->log()) {
-        if (line.startsWith("ime ")) {
-            switches << line;
-        }
-    }
-    EXPECT_EQ(switches, QStringList({"ime cn.morvane.remoteinput/.EditorIME",
-                                     "ime com.android.inputmethod.latin/.LatinIME", "ime null",
-                                     "ime cn.morvane.remoteinput/.EditorIME", "ime reset"}));
+    EXPECT_EQ(device->log().filter(QRegularExpression("^ime ")),
+              QStringList({"ime cn.morvane.remoteinput/.EditorIME",
+                           "ime com.android.inputmethod.latin/.LatinIME", "ime null",
+                           "ime cn.morvane.remoteinput/.EditorIME", "ime reset"}));
 }
 
 TEST_F(DeviceServiceTest, InputGoesThroughTheService) {

@@ -1,12 +1,12 @@
 #include "TestDevice.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QThread>
 #include <csignal>
 #include <cstdlib>
 
 #include "LoopbackPort.h"
+#include "TestFiles.h"
 
 namespace autoscene::testing {
 
@@ -36,11 +36,7 @@ void TestDevice::pause() {
 }
 
 QStringList TestDevice::log() const {
-    QFile file(folder_.filePath("device.log"));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    return QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    return autoscene::test::logLines(folder_.filePath("device.log"));
 }
 
 bool TestDevice::waitForLine(const QString& line, int timeoutMs) const {

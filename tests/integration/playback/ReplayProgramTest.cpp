@@ -15,6 +15,8 @@
 #include <thread>
 
 #include "DemoTargetProcess.h"
+#include "ProgramRun.h"
+#include "TestFiles.h"
 #include "XvfbServer.h"
 
 using autoscene::testing::DemoTargetProcess;
@@ -23,42 +25,20 @@ using namespace std::chrono_literals;
 
 namespace {
 
-struct Result {
-    int exitCode = -1;
-    QString out;
-    QString err;
-
-    QJsonObject lastLine() const {
-        return QJsonDocument::fromJson(out.trimmed().split('\n').last().toUtf8()).object();
-    }
-};
-
-Result finish(QProcess& process) {
-    EXPECT_TRUE(process.waitForFinished(120000));
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
+using autoscene::test::finishProgram;
+using autoscene::test::readFile;
+using autoscene::test::writeFile;
+using Result = autoscene::test::ProgramResult;
 
 Result replay(const QStringList& arguments) {
-    QProcess process;
-    process.start(AUTOSCENE_REPLAY_PATH, arguments);
-    return finish(process);
+    return autoscene::test::runProgram(AUTOSCENE_REPLAY_PATH, arguments,
+                                       QProcessEnvironment::systemEnvironment(), 120000);
 }
 
-QList<QJsonObject> jsonLines(const QString& text) {
-    QList<QJsonObject> lines;
-    for (const QString& line : text.split('\n', Qt::SkipEmptyParts)) {
-        lines << QJsonDocument::fromJson(line.toUtf8()).object();
-    }
-    return lines;
-}
-
-QList<QJsonObject> recordedCycles(const QString& recording) {
-    QFile file(recording + "/cycles.jsonl");
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    QList<QJsonObject> cycles = jsonLines(QString::fromUtf8(file.readAll()));
-    cycles.removeFirst();
+std::vector<QJsonObject> recordedCycles(const QString& recording) {
+    std::vector<QJsonObject> cycles =
+        Result{0, QString::fromUtf8(readFile(recording + "/cycles.jsonl")), {}}.lines();
+    cycles.erase(cycles.begin());
     return cycles;
 }
 
@@ -80,18 +60,16 @@ protected:
     void SetUp() override { ASSERT_FALSE(server.display().empty()); }
 
     void startRun(QProcess& process, const QStringList& arguments) {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("DISPLAY", QString::fromStdString(server.display()));
-        process.setProcessEnvironment(environment);
+        process.setProcessEnvironment(autoscene::test::onDisplay(server.display()));
         process.start(AUTOSCENE_RUN_PATH, arguments);
         ASSERT_TRUE(process.waitForStarted());
     }
 
     QString record(const QString& task, const QStringList& options = {}) {
-        const QString recording = folder.filePath(QString::number(++count));
+        QString recording = folder.filePath(QString::number(++count));
         QProcess process;
         startRun(process, QStringList{task, "--record", recording, "--time-limit", "60"} + options);
-        const Result result = finish(process);
+        const Result result = finishProgram(process, 120000);
         EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
         return recording;
     }
@@ -102,10 +80,10 @@ protected:
 };
 
 // The "next" event's colour count, in the cycles where that event fired.
-std::map<int, int> nextCounts(const QList<QJsonObject>& cycles) {
+std::map<int, int> nextCounts(const std::vector<QJsonObject>& cycles) {
     std::map<int, int> counts;
     for (const QJsonObject& cycle : cycles) {
-        for (const QJsonValue& check : cycle["checks"].toArray()) {
+        for (const QJsonValue check : cycle["checks"].toArray()) {
             if (check["event"] == "next" && check["holds"].toBool()) {
                 counts[cycle["cycle"].toInt()] =
                     check["conditions"]["item_state"][0]["count"].toInt();
@@ -119,14 +97,14 @@ TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges)
     DemoTargetProcess target(server.display(), {});
     ASSERT_TRUE(target.started());
     const QString recording = record(AUTOSCENE_DEMO_TASK);
-    const QList<QJsonObject> cycles = recordedCycles(recording);
-    ASSERT_GT(cycles.size(), 3);
+    const std::vector<QJsonObject> cycles = recordedCycles(recording);
+    ASSERT_GT(cycles.size(), 3u);
     EXPECT_TRUE(QFileInfo(recording + "/task/image/1.png").isFile());
 
     Result same = replay({recording, "--json"});
     EXPECT_EQ(same.exitCode, 0) << same.out.toStdString() << same.err.toStdString();
-    EXPECT_EQ(same.lastLine()["cycles"].toInt(), cycles.size());
-    EXPECT_EQ(same.lastLine()["differing_cycles"].toInt(), 0);
+    EXPECT_EQ(same.summary()["cycles"].toInt(), int(cycles.size()));
+    EXPECT_EQ(same.summary()["differing_cycles"].toInt(), 0);
 
     // "next" needs one more pixel of its colour than it ever saw: exactly the cycles where
     // it fired decide differently.
@@ -138,24 +116,20 @@ TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges)
     }
     const QString edited = folder.filePath("edited");
     copyFolder(recording + "/task", edited);
-    QFile script(edited + "/script.json");
-    ASSERT_TRUE(script.open(QIODevice::ReadWrite));
-    QByteArray json = script.readAll();
+    QByteArray json = readFile(edited + "/script.json");
     const QByteArray next = R"("color_id": 3, "search_id": 7, "count": 1000)";
     ASSERT_TRUE(json.contains(next));
     json.replace(next, R"("color_id": 3, "search_id": 7, "count": )" + QByteArray::number(highest));
-    script.resize(0);
-    script.write(json);
-    script.close();
+    writeFile(edited + "/script.json", json);
     const Result changed = replay({recording, "--task", edited, "--json"});
     EXPECT_EQ(changed.exitCode, 1) << changed.err.toStdString();
     std::set<int> reported;
-    for (const QJsonObject& line : jsonLines(changed.out)) {
+    for (const QJsonObject& line : changed.lines()) {
         if (line["type"] == "difference") {
             reported.insert(line["cycle"].toInt());
         }
         // Each colour count's evidence says what it was held against.
-        for (const QJsonValue& difference : line["differences"].toArray()) {
+        for (const QJsonValue difference : line["differences"].toArray()) {
             const QJsonValue colour = difference["new"]["conditions"]["item_state"][0];
             if (colour["type"] == "color" &&
                 colour["name"] == difference["old"]["conditions"]["item_state"][0]["name"]) {
@@ -176,10 +150,10 @@ TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges)
     ASSERT_TRUE(lines.resize(size - 20));
     const Result cut = replay({recording, "--json"});
     EXPECT_EQ(cut.exitCode, 0) << cut.err.toStdString();
-    EXPECT_TRUE(
-        cut.err.contains(QString("cycles.jsonl:%1: the line is cut short").arg(cycles.size() + 1)))
+    EXPECT_TRUE(cut.err.contains(
+        QString("cycles.jsonl:%1: the line is cut short").arg(int(cycles.size()) + 1)))
         << cut.err.toStdString();
-    EXPECT_EQ(cut.lastLine()["cycles"].toInt(), cycles.size() - 1);
+    EXPECT_EQ(cut.summary()["cycles"].toInt(), int(cycles.size()) - 1);
 
     // A damaged line in the middle is bad input, named by file and line.
     ASSERT_TRUE(lines.open(QIODevice::ReadWrite));
@@ -209,19 +183,18 @@ TEST_F(Recordings, KilledRunLeavesAReadableRecording) {
     }
     ASSERT_GE(written(), 3);
     ::kill(pid_t(process.processId()), SIGKILL);
-    finish(process);
+    finishProgram(process);
     const Result replayed = replay({recording, "--json"});
     EXPECT_EQ(replayed.exitCode, 0) << replayed.out.toStdString() << replayed.err.toStdString();
-    EXPECT_GT(replayed.lastLine()["cycles"].toInt(), 0);
+    EXPECT_GT(replayed.summary()["cycles"].toInt(), 0);
 }
 
 TEST_F(Recordings, TimersAndVariablesReplayAsRecorded) {
     QTemporaryDir task;
-    QFile script(task.filePath("script.json"));
-    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
     // Every second "tick" counts; at 2 "arm" restarts a switched-off timer every cycle, which
     // fires a second after the count moves on, adds 10, and the count above 12 stops the run.
-    script.write(R"({"name": "timers", "loop_mode": 1, "loop_interval": 30, "task_mode": 1,
+    writeFile(task.filePath("script.json"),
+              R"({"name": "timers", "loop_mode": 1, "loop_interval": 30, "task_mode": 1,
       "var_list": [
         {"type": 1, "id": 1, "name": "ticks", "value": "0"},
         {"type": 3, "id": 2, "name": "tick", "delay": 1, "period": 1, "default_close": false},
@@ -242,21 +215,20 @@ TEST_F(Recordings, TimersAndVariablesReplayAsRecorded) {
           {"name": "done", "item_group": {"type": 5, "item_list": [
              {"type": 2, "relation": 1, "variable_id": 1, "compare_value": "12", "state": 2}]},
            "action_list": [{"type": 10}]}]}]})");
-    script.close();
     const QString recording = record(task.path(), {"--full-screen"});
-    const QList<QJsonObject> cycles = recordedCycles(recording);
+    const std::vector<QJsonObject> cycles = recordedCycles(recording);
     // The screen never changes: its frame is stored once.
     EXPECT_EQ(QDir(recording + "/frames").entryList(QDir::Files).size(), 1);
     QStringList fired;
     for (const QJsonObject& cycle : cycles) {
-        for (const QJsonValue& event : cycle["fired"].toArray()) {
+        for (const QJsonValue event : cycle["fired"].toArray()) {
             fired << event["event"].toString();
         }
     }
     ASSERT_EQ(fired.count("late"), 1) << fired.join(' ').toStdString();
     const Result replayed = replay({recording, "--json"});
     EXPECT_EQ(replayed.exitCode, 0) << replayed.out.toStdString();
-    EXPECT_EQ(replayed.lastLine()["cycles"].toInt(), cycles.size());
+    EXPECT_EQ(replayed.summary()["cycles"].toInt(), int(cycles.size()));
 }
 
 }  // namespace

@@ -16,6 +16,8 @@
 #include <opencv2/objdetect.hpp>
 
 #include "DemoTargetProcess.h"
+#include "ProgramRun.h"
+#include "TestFiles.h"
 #include "XvfbServer.h"
 
 using autoscene::testing::DemoTargetProcess;
@@ -45,11 +47,7 @@ constexpr char kTask[] = R"({
                          {"type": 11, "key": 13, "event_type": 0},
                          {"type": 13, "wheel": 2, "point_variable": 2}, {"type": 10}]}]}]})";
 
-struct RunResult {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
+using RunResult = autoscene::test::ProgramResult;
 
 class PluginRun : public ::testing::Test {
 protected:
@@ -72,21 +70,15 @@ protected:
 
     RunResult run(const QString& plugin, const QString& services, int timeLimit,
                   const QString& childClass = "", const QString& point = "30,40") {
-        QFile script(folder.filePath("script.json"));
-        EXPECT_TRUE(script.open(QIODevice::WriteOnly));
-        script.write(QString::fromUtf8(kTask).arg(plugin, services, childClass, point).toUtf8());
-        script.close();
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("DISPLAY", QString::fromStdString(server.display()));
+        autoscene::test::writeFile(
+            folder.filePath("script.json"),
+            QString::fromUtf8(kTask).arg(plugin, services, childClass, point).toUtf8());
+        QProcessEnvironment environment = autoscene::test::onDisplay(server.display());
         environment.insert("FILE_BACKEND_DIR", folder.path());
-        process.setProcessEnvironment(environment);
-        process.start(AUTOSCENE_RUN_PATH, {folder.path(), "--json", "--foreground", "--time-limit",
-                                           QString::number(timeLimit)});
-        EXPECT_TRUE(process.waitForFinished(60000));
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+        return autoscene::test::runProgram(
+            AUTOSCENE_RUN_PATH,
+            {folder.path(), "--json", "--foreground", "--time-limit", QString::number(timeLimit)},
+            environment);
     }
 
     // Where the plug-in was told to press: a tap picks a point of its 1x1 rectangle, edges
@@ -94,7 +86,7 @@ protected:
     QString pressedNear(const QStringList& log, const QString& window, int x, int y) {
         for (int dx : {0, 1}) {
             for (int dy : {0, 1}) {
-                const QString at = QStringLiteral(" %1 %2").arg(x + dx).arg(y + dy);
+                QString at = QStringLiteral(" %1 %2").arg(x + dx).arg(y + dy);
                 if (log.contains("down " + window + " 1" + at)) {
                     return at;
                 }
@@ -104,12 +96,7 @@ protected:
         return {};
     }
 
-    QStringList inputLog() {
-        QFile file(folder.filePath("input.log"));
-        return file.open(QIODevice::ReadOnly)
-                   ? QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts)
-                   : QStringList();
-    }
+    QStringList inputLog() { return autoscene::test::logLines(folder.filePath("input.log")); }
 
     XvfbServer server{640, 480};
     DemoTargetProcess target{server.display(), {}};
@@ -121,8 +108,8 @@ TEST_F(PluginRun, CapturesAndActsThroughTheBackgroundPluginAndReadsTheCode) {
         run("plugins/file-backend.so", R"(["capture", "mouse", "input", "key", "wheel"])", 30);
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
     bool reported = false;
-    for (const QString& line : result.out.split('\n', Qt::SkipEmptyParts)) {
-        const QJsonObject record = QJsonDocument::fromJson(line.toUtf8())["result"].toObject();
+    for (const QJsonObject& line : result.lines()) {
+        const QJsonObject record = line["result"].toObject();
         reported = reported || (record["action_name"] == "decode_qr" && record["modify"] == "go" &&
                                 record["variable_name"] == "code" && record["error"] == "");
     }

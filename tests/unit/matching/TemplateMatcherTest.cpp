@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
@@ -12,6 +11,7 @@
 
 #include "LogCapture.h"
 #include "MatchingTestKit.h"
+#include "TestFiles.h"
 #include "recognition/TemplateMatcher.h"
 
 using namespace autoscene::engine;
@@ -185,10 +185,7 @@ TEST_F(TemplateMatcherTest, UnreadableTemplatesReportMissingAndAreRetried) {
     for (const QByteArray& bytes :
          {QByteArray(), QByteArray("not a png"),
           QByteArray(reinterpret_cast<const char*>(png.data()), qsizetype(png.size() / 2))}) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(bytes);
-        file.close();
+        autoscene::test::writeFile(path, bytes);
         for (int again = 0; again < 3; ++again) {
             m.matchDefault(frame, ++cycle);
             EXPECT_EQ(m.record().status, kMatchMissingImage) << bytes.size();

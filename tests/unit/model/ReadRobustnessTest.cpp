@@ -90,26 +90,6 @@ TEST(ReadRobustness, KeysOfTheWrongTypeReadAsDefaults) {
     EXPECT_EQ(tap.clickTimes, 2);
 }
 
-TEST(ReadRobustness, SkippedElementsAreReportedWithTheirPlace) {
-    TaskDocument task;
-    const OpenResult result = task.openText(R"({
-        "var_list": [{"type": 9, "id": 1}],
-        "scene_list": [{"name": "s", "event_list": [{"item_group": {"item_list": [
-            {"type": 1}, {"type": 42}]}, "action_list": [{"type": 1}, {"type": 8}]}]}]
-    })");
-    ASSERT_TRUE(result.ok);
-    std::vector<std::string> places;
-    for (const ReadIssue& issue : result.skipped) {
-        places.push_back((issue.where + " " + issue.what).toStdString());
-    }
-    EXPECT_EQ(places,
-              (std::vector<std::string>{
-                  "/var_list/0 unknown definition type 9",
-                  "/scene_list/0/event_list/0/item_group/item_list/1 unknown condition type 42",
-                  "/scene_list/0/event_list/0/action_list/1 unknown action type 8",
-              }));
-}
-
 QByteArray nestedGroups(int depth) {
     QByteArray open = R"({"type": 5, "relation": 1, "id": 1, "item_list": [)";
     QByteArray text = R"({"scene_list": [{"name": "s", "event_list": [{"item_group": )";
@@ -146,15 +126,6 @@ TEST(ReadRobustness, OpenValuesNestedTooDeepFallBackToTheirDefault) {
     EXPECT_EQ(task.enabledPluginFunc.text, "[]");
     openOrFail(task, R"({"enabled_plugin_func": [[1, {"a": 2.5}]]})");
     EXPECT_EQ(task.enabledPluginFunc.text, R"([[1,{"a":2.5}]])");
-}
-
-TEST(ReadRobustness, MissingOrEmptyFileOpensWithDefaults) {
-    QTemporaryDir dir;
-    TaskDocument task;
-    EXPECT_TRUE(task.openFolder(dir.path()).ok);
-    writeFile(dir.filePath("script.json"), {});
-    EXPECT_TRUE(task.openFolder(dir.path()).ok);
-    EXPECT_EQ(task.defaultScene.name, QStringLiteral("默认界面"));
 }
 
 TEST(ReadRobustness, OpenByIdUsesTheUserDataFolder) {

@@ -8,17 +8,14 @@
 #include <QTemporaryDir>
 
 #include "FullDisk.h"
+#include "ProgramRun.h"
 #include "TestSupport.h"
 
 using namespace autoscene::test;
 
 namespace {
 
-struct ToolRun {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
+using ToolRun = autoscene::test::ProgramResult;
 
 // Fails for each line that `text` does not hold.
 void expectLines(const QString& text, std::initializer_list<const char*> lines) {
@@ -28,11 +25,7 @@ void expectLines(const QString& text, std::initializer_list<const char*> lines) 
 }
 
 ToolRun runTool(const QStringList& arguments) {
-    QProcess process;
-    process.start(QStringLiteral(AUTOSCENE_TASK_TOOL), arguments);
-    EXPECT_TRUE(process.waitForFinished(30000));
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    return runProgram(QStringLiteral(AUTOSCENE_TASK_TOOL), arguments);
 }
 
 TEST(TaskTool, CheckSummarisesTheTaskAndNamesEverySkippedElement) {
@@ -75,13 +68,12 @@ TEST(TaskTool, ResaveOnAFullDiskSaysSoAndExitsWithOne) {
     QProcess process;
     startOnAFullDisk(process, full.path(), AUTOSCENE_TASK_TOOL,
                      {"resave", fixturePath("tasks/every-record"), full.path()});
-    ASSERT_TRUE(process.waitForFinished(30000));
-    if (process.exitCode() == kNoFullDisk) {
+    const ToolRun run = finishProgram(process);
+    if (run.exitCode == kNoFullDisk) {
         GTEST_SKIP() << "no user namespace to mount a full disk in";
     }
-    const QString err = QString::fromUtf8(process.readAllStandardError());
-    EXPECT_EQ(process.exitCode(), 1) << err.toStdString();
-    EXPECT_TRUE(err.contains("No space left on device")) << err.toStdString();
+    EXPECT_EQ(run.exitCode, 1) << run.err.toStdString();
+    EXPECT_TRUE(run.err.contains("No space left on device")) << run.err.toStdString();
 }
 
 TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
@@ -113,13 +105,14 @@ TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
                           "skipped /scene_list/0/event_list/0/item_group/item_list/0: unknown key "
                           "\"compare_valu\""});
     // Outside the scenes too: the top level, window_info, resource and definition lists and
-    // nested records.
+    // nested records; unknown types with their places.
     writeFile(dir.filePath("script.json"), R"({"loop_intervall": 20,
         "window_info": {"clas_name": "xcalc"},
         "image_list": [{"id": 1, "name": "i", "file": "1.png", "similarity": 0.9}],
-        "var_list": [{"type": 3, "id": 1, "name": "t", "delai": 5}],
+        "var_list": [{"type": 3, "id": 1, "name": "t", "delai": 5}, {"type": 9, "id": 2}],
         "scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group": {"type": 5,
-            "item_list": [{"type": 6, "relation": 1, "text_info": {"thresold": 90}}]}}]}]})");
+            "item_list": [{"type": 6, "relation": 1, "text_info": {"thresold": 90}},
+                          {"type": 42}]}}]}]})");
     const ToolRun outside = runTool({"check", dir.path()});
     EXPECT_EQ(outside.exitCode, 0);
     expectLines(outside.err,
@@ -128,7 +121,10 @@ TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
                  "skipped /image_list/0: unknown key \"similarity\"",
                  "skipped /var_list/0: unknown key \"delai\"",
                  "skipped /scene_list/0/event_list/0/item_group/item_list/0/text_info: "
-                 "unknown key \"thresold\""});
+                 "unknown key \"thresold\"",
+                 "skipped /var_list/1: unknown definition type 9",
+                 "skipped /scene_list/0/event_list/0/item_group/item_list/1: unknown condition "
+                 "type 42"});
     // The tool's own files have no unknown keys, nor references to nothing.
     const ToolRun own = runTool({"check", fixturePath("tasks/every-record")});
     EXPECT_FALSE(own.err.contains("unknown key")) << own.err.toStdString();

@@ -3,13 +3,12 @@
 #include <QByteArray>
 #include <QString>
 
+#include "TestFiles.h"
 #include "model/TaskDocument.h"
 
 namespace autoscene::test {
 
 QString fixturePath(const QString& relative);
-QByteArray readFile(const QString& path);
-void writeFile(const QString& path, const QByteArray& bytes);
 // The JSON text written compactly, member order kept: equal texts mean the same
 // values in the same key order.
 std::string compactJson(const QByteArray& json);

@@ -35,11 +35,6 @@ bool modelsFetched() {
     return std::filesystem::exists(std::filesystem::path(MORVANE_OCR_MODELS) / kCharacterFile);
 }
 
-cv::Mat decoded(const std::string& png) {
-    return cv::imdecode(cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())),
-                        cv::IMREAD_COLOR);
-}
-
 }  // namespace
 
 TEST(CtcDecode, MergesRepeatsDropsBlanksAndMapsTheSpaceClass) {
@@ -128,14 +123,16 @@ TEST(LineReader, ReadsEachLineAndSkipsWhatIsNotALine) {
     LineReader reader(models.recogniser, models.characters);
     const char* shown[] = {"开始游戏", "Level 27", "确定", "金币 12850"};
     std::vector<cv::Mat> lines;
+    lines.reserve(std::size(shown) + 3);
     for (const char* text : shown) {
-        lines.push_back(decoded(autoscene::ocr::testkit::renderTextPng(
-            {220, 44}, {{QString::fromUtf8(text), {6, 4}, 32}})));
+        lines.push_back(autoscene::ocr::testkit::renderTextFrame(
+            {220, 44}, {{QString::fromUtf8(text), {6, 4}, 32}}));
     }
-    lines.insert(lines.begin() + 2, cv::Mat());                         // empty
-    lines.push_back(cv::Mat(44, 3000, CV_8UC3, cv::Scalar::all(255)));  // blank, squeezed
-    lines.push_back(cv::Mat(44, 100, CV_8UC1, cv::Scalar::all(0)));     // not BGR
+    lines.insert(lines.begin() + 2, cv::Mat());                   // empty
+    lines.emplace_back(44, 3000, CV_8UC3, cv::Scalar::all(255));  // blank, squeezed
+    lines.emplace_back(44, 100, CV_8UC1, cv::Scalar::all(0));     // not BGR
     std::vector<std::string> texts;
+    texts.reserve(lines.size());
     for (const cv::Mat& line : lines) {
         texts.push_back(reader.read(line));
     }
@@ -151,7 +148,9 @@ TEST(AccurateRecogniser, APartnerSharesTheLinesAndChangesNoAnswer) {
     const AccurateModels models = readAccurateModels(MORVANE_OCR_MODELS);
     AccurateRecogniser reader(models);
     AccurateRecogniser partner(models);
-    const FoundLines found = reader.find(decoded(autoscene::ocr::testkit::uiTextFrame().png));
+    const std::string png = autoscene::ocr::testkit::uiTextFrame().png;
+    const FoundLines found =
+        reader.find(cv::imdecode(std::vector<uchar>(png.begin(), png.end()), cv::IMREAD_COLOR));
     ASSERT_GT(found.crops.size(), 30u);
     const std::vector<TextLine> alone = reader.read(found);
     const std::vector<TextLine> shared = reader.read(found, &partner);

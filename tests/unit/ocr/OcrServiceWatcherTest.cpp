@@ -8,29 +8,24 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <chrono>
-#include <opencv2/imgcodecs.hpp>
 #include <thread>
 
 #include "LogCapture.h"
 #include "LoopbackPort.h"
 #include "RenderedText.h"
+#include "TestFiles.h"
 #include "app/OcrServiceWatcher.h"
 #include "text/OcrClient.h"
 
 using namespace autoscene::app;
 using namespace autoscene::text;
 using autoscene::ocr::testkit::LogCapture;
-using autoscene::ocr::testkit::renderTextPng;
+using autoscene::ocr::testkit::renderTextFrame;
 using autoscene::test::unusedLoopbackPort;
+using autoscene::test::writeFile;
 using namespace std::chrono_literals;
 
 namespace {
-
-void writeFile(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(content);
-}
 
 // The service program as the runner would ship it: a file of that name in a folder.
 void installProgram(const QDir& dir) {
@@ -123,9 +118,7 @@ TEST(OcrServiceWatcher, StartsAFoundProgramAndBringsItBackAfterAKillButNotAfterS
     installProgram(QDir(dir.path()));
     const int port = unusedLoopbackPort();
     writeFile(dir.filePath(QStringLiteral("ocr.ini")), "port=" + QByteArray::number(port) + "\n");
-    const std::string png = renderTextPng({400, 100}, {{"Start Game", {20, 30}, 36}});
-    const cv::Mat image = cv::imdecode(
-        cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())), cv::IMREAD_COLOR);
+    const cv::Mat image = renderTextFrame({400, 100}, {{"Start Game", {20, 30}, 36}});
 
     const auto client = std::make_shared<OcrClient>();
     OcrServiceWatcher watcher(client);

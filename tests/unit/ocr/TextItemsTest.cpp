@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QJsonArray>
 #include <QTemporaryDir>
-#include <opencv2/imgcodecs.hpp>
 
 #include "InProcessTarget.h"
 #include "LogCapture.h"
@@ -14,6 +12,7 @@
 #include "ManualClock.h"
 #include "RenderedText.h"
 #include "SharedOcrService.h"
+#include "TestFiles.h"
 #include "actions/RuntimeItems.h"
 #include "engine/ItemGroup.h"
 #include "engine/MVVariable.h"
@@ -29,7 +28,7 @@
 using namespace autoscene::engine;
 using namespace autoscene::text;
 using autoscene::ocr::testkit::LogCapture;
-using autoscene::ocr::testkit::renderTextPng;
+using autoscene::ocr::testkit::renderTextFrame;
 using autoscene::ocr::testkit::sharedOcrService;
 using autoscene::ocr::testkit::TextLabel;
 using autoscene::platform::MouseOp;
@@ -62,12 +61,6 @@ constexpr const char* kTask = R"({
             {"type": 10}]},
         {"name": "give up", "action_list": [{"type": 10}]}]}]})";
 
-cv::Mat renderFrame(const std::vector<TextLabel>& labels) {
-    const std::string png = renderTextPng({640, 360}, labels);
-    return cv::imdecode(cv::Mat(1, int(png.size()), CV_8UC1, const_cast<char*>(png.data())),
-                        cv::IMREAD_COLOR);
-}
-
 // What the run view would show of the event that fired.
 class FiredEvents : public IMVSceneEvent {
 public:
@@ -93,10 +86,8 @@ protected:
     // Runs the task on `frame` until it stops itself; the click offset crop is
     // `deviationId` (0: none).
     void run(const cv::Mat& frame, const std::string& url, int deviationId = 0) {
-        QFile file(dir.filePath(QStringLiteral("script.json")));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(QString::fromUtf8(kTask).arg(deviationId).toUtf8());
-        file.close();
+        autoscene::test::writeFile(dir.filePath("script.json"),
+                                   QString::fromUtf8(kTask).arg(deviationId).toUtf8());
         ASSERT_TRUE(document.openFolder(dir.path()).ok);
 
         const auto client = std::make_shared<OcrClient>(url);
@@ -124,7 +115,7 @@ const std::vector<TextLabel> kScreen = {
     {"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}, {"12850", {40, 240}, 40}};
 
 TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
-    run(renderFrame(kScreen), sharedOcrService().url());
+    run(renderTextFrame({640, 360}, kScreen), sharedOcrService().url());
     ASSERT_EQ(fired.names, QStringList{QStringLiteral("read")});
 
     const QJsonArray group = fired.conditions.at(0)["item_state"].toArray();
@@ -157,7 +148,7 @@ TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
 }
 
 TEST_F(TextItems, ClickOffsetIsPlacedAtTheTextFound) {
-    run(renderFrame(kScreen), sharedOcrService().url(), 14);
+    run(renderTextFrame({640, 360}, kScreen), sharedOcrService().url(), 14);
     const std::vector<RecordedInput> inputs = target.inputs();
     ASSERT_EQ(inputs.size(), 1u);
     const QJsonObject click = fired.actions.at(0);
@@ -170,14 +161,14 @@ TEST_F(TextItems, ClickOffsetIsPlacedAtTheTextFound) {
 }
 
 TEST_F(TextItems, AbsentTextOrAMissingServiceFiresNothing) {
-    run(renderFrame({{"退出", {30, 40}, 40}, {"Start Game", {330, 44}, 36}}),
+    run(renderTextFrame({640, 360}, {{"退出", {30, 40}, 40}, {"Start Game", {330, 44}, 36}}),
         sharedOcrService().url());
     EXPECT_EQ(fired.names, QStringList{QStringLiteral("give up")});
     EXPECT_TRUE(target.inputs().empty());
     EXPECT_EQ(variable(11), "none");
 
     const LogCapture log;
-    run(renderFrame(kScreen), ocrServiceUrl(unusedLoopbackPort()));
+    run(renderTextFrame({640, 360}, kScreen), ocrServiceUrl(unusedLoopbackPort()));
     EXPECT_EQ(fired.names.back(), "give up");
     EXPECT_TRUE(target.inputs().empty());
     EXPECT_GE(log.count(QStringLiteral("curl_easy_perform() failed")), 1);

@@ -1,6 +1,5 @@
 #include "UiTextCorpus.h"
 
-#include <QBuffer>
 #include <QFont>
 #include <QFontMetrics>
 #include <QImage>
@@ -33,14 +32,6 @@ bool isLatin(const QString& text) {
         }
     }
     return true;
-}
-
-std::string pngOf(const QImage& image) {
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return png.toStdString();
 }
 
 void paintGround(QImage& image, Ground ground, bool dark, std::mt19937& random) {

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QJsonArray>
 #include <QTemporaryDir>
 #include <opencv2/imgproc.hpp>
@@ -13,6 +12,7 @@
 
 #include "InProcessTarget.h"
 #include "NoRunControl.h"
+#include "TestFiles.h"
 #include "engine/RunClock.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
@@ -50,9 +50,7 @@ protected:
 
     QString writeFile(const QString& name, const QByteArray& content) {
         QString path = folder.filePath(name);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
+        test::writeFile(path, content);
         return path;
     }
 
@@ -87,12 +85,7 @@ protected:
 
     QString variable(int id) { return definitions->find(id)->value(); }
 
-    QStringList lifecycle() {
-        QFile file(folder.filePath("lifecycle.log"));
-        return file.open(QIODevice::ReadOnly)
-                   ? QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts)
-                   : QStringList();
-    }
+    QStringList lifecycle() { return test::logLines(folder.filePath("lifecycle.log")); }
 
     QTemporaryDir folder;
     QString description;

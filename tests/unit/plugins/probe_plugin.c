@@ -133,26 +133,6 @@ MV_API mv_node* frame_info(const mv_image* image, const mv_node* params) {
     return node("size", text, node("pixel", pixel, NULL));
 }
 
-MV_API void mv_global_init(void) {
-    log_lifecycle("mv_global_init");
-}
-
-MV_API void mv_global_uninit(void) {
-    log_lifecycle("mv_global_uninit");
-}
-
-MV_API void mv_init(mv_handle window) {
-    char line[64];
-    snprintf(line, sizeof line, "mv_init %llu", (unsigned long long)window);
-    log_lifecycle(line);
-}
-
-MV_API void mv_uninit(mv_handle window) {
-    char line[64];
-    snprintf(line, sizeof line, "mv_uninit %llu", (unsigned long long)window);
-    log_lifecycle(line);
-}
-
 MV_API int mv_capture_info(mv_handle window, int* width, int* height, int* channels) {
     (void)window;
     *width = info_width;

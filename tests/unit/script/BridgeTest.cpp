@@ -16,14 +16,6 @@ namespace {
 
 using Bridge = ScriptFixture;
 
-TEST_F(Bridge, GlobalsInTheirOrder) {
-    EXPECT_EQ(text(R"(Object.keys(this)
-        .filter(k => ["http", "auto", "image", "file", "sleep"].includes(k)).join())"),
-              "http,auto,image,file,sleep");
-    EXPECT_EQ(text("[typeof http, typeof auto, typeof image, typeof file, typeof sleep].join()"),
-              "object,object,object,object,function");
-}
-
 TEST_F(Bridge, VariablesAreStringsAndNamesStartingWithADigitAreSkipped) {
     EXPECT_EQ(text("typeof abc1 + ':' + abc1"), "string:7");
     EXPECT_EQ(text(R"(typeof this["1abc"])"), "undefined");

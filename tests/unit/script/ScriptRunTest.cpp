@@ -1,11 +1,11 @@
-// Scripts in whole runs: the exclusive queue across two targets, and stops that reach a
-// script stuck in a loop.
+// Scripts in whole runs: the exclusive queue across two targets, and a stop that reaches a
+// script waiting for a server. A stop or time limit reaching a script stuck in a loop is
+// autoscene-run's test (tests/integration/runner).
 
 #include <gtest/gtest.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <atomic>
 #include <chrono>
 #include <mutex>
@@ -37,23 +37,6 @@ private:
     std::function<void(TaskInfo&)> onRun_;
 };
 
-// Keeps the script action's record of each run, read on the worker that made it.
-class ActionRecords : public IMVSceneEvent {
-public:
-    void actionsDone(const Scene&, const RuntimeEvent& event) override {
-        std::lock_guard lock(mutex);
-        last = event.actions.front()->state(std::this_thread::get_id());
-    }
-    QJsonObject lastRecord() {
-        std::lock_guard lock(mutex);
-        return last;
-    }
-
-private:
-    std::mutex mutex;
-    QJsonObject last;
-};
-
 QString jsonString(const QString& text) {
     const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
     return QString::fromUtf8(array).mid(1).chopped(1);
@@ -80,14 +63,12 @@ protected:
         });
         runner = std::make_unique<TaskRunner>(task, factory, target);
         runner->setLoopIntervalMs(1);
-        runner->setSceneObserver(&records);
     }
 
     autoscene::model::TaskDocument task;
     RuntimeFactory factory;
     autoscene::test::InProcessTarget target;
     std::unique_ptr<TaskRunner> runner;
-    ActionRecords records;
     std::function<void(TaskInfo&)> onProbe;
 };
 
@@ -97,7 +78,9 @@ TEST_F(ScriptRun, LockHoldsTheOtherTargetBackUntilUnlocked) {
         "  auto.lock(); auto.lock();"  // queued once
         "  if (done == 'yes') auto.unlock();"
         "} ''");
-    std::atomic<int> firstRuns{0}, secondRunsWhileLocked{0}, secondRunsAfter{0};
+    std::atomic<int> firstRuns{0};
+    std::atomic<int> secondRunsWhileLocked{0};
+    std::atomic<int> secondRunsAfter{0};
     std::atomic<bool> released{false};
     const auto giveUp = std::chrono::steady_clock::now() + 20s;
     onProbe = [&](TaskInfo& info) {
@@ -146,25 +129,6 @@ TEST_F(ScriptRun, ALockNeverUnlockedEndsWithItsRun) {
     EXPECT_TRUE(ended) << "the second run was held by the first run's lock";
     std::lock_guard lock(mutex);
     EXPECT_EQ(probed.size(), 2u);
-}
-
-TEST_F(ScriptRun, StopAndTimeLimitInterruptAStuckScript) {
-    open("while (true) {}");
-    std::atomic<int> probes{0};
-    onProbe = [&](TaskInfo&) { ++probes; };
-    ASSERT_TRUE(runner->start({{TargetKind::Desktop, 1}}));
-    std::this_thread::sleep_for(200ms);
-    runner->stop();
-    ASSERT_TRUE(runner->waitUntilIdle(10s));
-    EXPECT_EQ(runner->runEnd(), RunEnd::Stopped);
-    EXPECT_EQ(records.lastRecord()["exception"].toString(), "interrupted: the run stopped");
-    EXPECT_EQ(probes, 0);
-
-    // Nobody stops this one: the time limit has to reach into the script.
-    runner->setRunTimeLimitSeconds(0);
-    ASSERT_TRUE(runner->start({{TargetKind::Desktop, 1}}));
-    ASSERT_TRUE(runner->waitUntilIdle(20s));
-    EXPECT_EQ(runner->runEnd(), RunEnd::TimeLimit);
 }
 
 TEST_F(ScriptRun, AStopEndsARequestToAServerThatNeverAnswers) {
