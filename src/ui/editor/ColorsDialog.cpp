@@ -1,16 +1,13 @@
 #include "editor/ColorsDialog.h"
 
-#include <QDialogButtonBox>
-#include <QHBoxLayout>
 #include <QListWidget>
 #include <QPixmap>
-#include <QPushButton>
-#include <QVBoxLayout>
 
 #include "editor/AccessibleNames.h"
 #include "editor/ColorButton.h"
 #include "editor/FieldForm.h"
 #include "editor/FormDialog.h"
+#include "editor/ListDialogLayout.h"
 #include "editor/Prompts.h"
 #include "editor/ResourceUsers.h"
 #include "editor/TaskEditor.h"
@@ -23,23 +20,10 @@ ColorsDialog::ColorsDialog(TaskEditor& editor, QWidget* parent)
     setWindowTitle(tr("颜色"));
     list_->setObjectName(QStringLiteral("listWidget_colors"));
     list_->setAccessibleName(tr("颜色"));
-    auto* buttons = new QHBoxLayout;
-    const auto add = [&](const QString& text, const char* name, auto slot) {
-        auto* button = new QPushButton(text);
-        button->setObjectName(QLatin1String(name));
-        connect(button, &QPushButton::clicked, this, slot);
-        buttons->addWidget(button);
-    };
-    add(tr("编辑"), "pushButton_edit", [this] { editColor(list_->currentRow()); });
-    add(tr("删除"), "pushButton_delete", [this] { deleteColor(list_->currentRow()); });
-    buttons->addStretch();
-    auto* close = new QDialogButtonBox(QDialogButtonBox::Close);
-    close->button(QDialogButtonBox::Close)->setText(tr("关闭"));
-    connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    buttons->addWidget(close);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(list_, 1);
-    layout->addLayout(buttons);
+    layOutListDialog(
+        *this, *list_,
+        {{tr("编辑"), "pushButton_edit", [this] { editColor(list_->currentRow()); }},
+         {tr("删除"), "pushButton_delete", [this] { deleteColor(list_->currentRow()); }}});
     connect(list_, &QListWidget::itemDoubleClicked, this,
             [this] { editColor(list_->currentRow()); });
     connect(&editor_, &TaskEditor::resourcesChanged, this, &ColorsDialog::refresh);

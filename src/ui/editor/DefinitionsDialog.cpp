@@ -1,10 +1,8 @@
 #include "editor/DefinitionsDialog.h"
 
 #include <QDialogButtonBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -13,6 +11,7 @@
 #include "editor/FieldForm.h"
 #include "editor/FormDialog.h"
 #include "editor/ItemCatalog.h"
+#include "editor/ListDialogLayout.h"
 #include "editor/Prompts.h"
 #include "editor/ResourceUsers.h"
 #include "editor/TaskEditor.h"
@@ -103,24 +102,11 @@ DefinitionsDialog::DefinitionsDialog(TaskEditor& editor, QWidget* parent)
     setWindowTitle(tr("变量"));
     list_->setObjectName(QStringLiteral("listWidget_definitions"));
     list_->setAccessibleName(tr("变量"));
-    auto* buttons = new QHBoxLayout;
-    const auto add = [&](const QString& text, const char* name, auto slot) {
-        auto* button = new QPushButton(text);
-        button->setObjectName(QLatin1String(name));
-        connect(button, &QPushButton::clicked, this, slot);
-        buttons->addWidget(button);
-    };
-    add(tr("新建"), "pushButton_new", [this] { addDefinition(); });
-    add(tr("编辑"), "pushButton_edit", [this] { editDefinition(list_->currentRow()); });
-    add(tr("删除"), "pushButton_delete", [this] { deleteDefinition(list_->currentRow()); });
-    buttons->addStretch();
-    auto* close = new QDialogButtonBox(QDialogButtonBox::Close);
-    close->button(QDialogButtonBox::Close)->setText(tr("关闭"));
-    connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    buttons->addWidget(close);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(list_, 1);
-    layout->addLayout(buttons);
+    layOutListDialog(
+        *this, *list_,
+        {{tr("新建"), "pushButton_new", [this] { addDefinition(); }},
+         {tr("编辑"), "pushButton_edit", [this] { editDefinition(list_->currentRow()); }},
+         {tr("删除"), "pushButton_delete", [this] { deleteDefinition(list_->currentRow()); }}});
     connect(list_, &QListWidget::itemDoubleClicked, this,
             [this] { editDefinition(list_->currentRow()); });
     connect(&editor_, &TaskEditor::definitionsChanged, this, &DefinitionsDialog::refresh);

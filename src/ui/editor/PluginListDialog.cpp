@@ -1,16 +1,13 @@
 #include "editor/PluginListDialog.h"
 
 #include <QDesktopServices>
-#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QHBoxLayout>
 #include <QListWidget>
-#include <QPushButton>
 #include <QUrl>
-#include <QVBoxLayout>
 
 #include "editor/AccessibleNames.h"
+#include "editor/ListDialogLayout.h"
 #include "editor/Prompts.h"
 #include "editor/TaskEditor.h"
 #include "editor/TaskPlugins.h"
@@ -32,25 +29,12 @@ PluginListDialog::PluginListDialog(TaskEditor& editor, QWidget* parent)
     setWindowTitle(tr("插件列表"));
     list_->setObjectName(QStringLiteral("listWidget_plugins"));
     list_->setAccessibleName(tr("插件列表"));
-    auto* buttons = new QHBoxLayout;
-    const auto add = [&](const QString& text, const char* name, auto slot) {
-        auto* button = new QPushButton(text);
-        button->setObjectName(QLatin1String(name));
-        connect(button, &QPushButton::clicked, this, slot);
-        buttons->addWidget(button);
-    };
-    add(tr("加载插件"), "pushButton_load", [this] { choosePluginFile(); });
-    add(tr("移除"), "pushButton_remove", [this] { removePlugin(list_->currentRow()); });
-    add(tr("重新加载"), "pushButton_reload", [this] { reload(); });
-    add(tr("查看插件"), "pushButton_show", [this] { showInFileManager(list_->currentRow()); });
-    buttons->addStretch();
-    auto* close = new QDialogButtonBox(QDialogButtonBox::Close);
-    close->button(QDialogButtonBox::Close)->setText(tr("关闭"));
-    connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    buttons->addWidget(close);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(list_, 1);
-    layout->addLayout(buttons);
+    layOutListDialog(
+        *this, *list_,
+        {{tr("加载插件"), "pushButton_load", [this] { choosePluginFile(); }},
+         {tr("移除"), "pushButton_remove", [this] { removePlugin(list_->currentRow()); }},
+         {tr("重新加载"), "pushButton_reload", [this] { reload(); }},
+         {tr("查看插件"), "pushButton_show", [this] { showInFileManager(list_->currentRow()); }}});
     connect(&editor_, &TaskEditor::settingsChanged, this, [this] { refresh(); });
     refresh();
     resize(620, 400);

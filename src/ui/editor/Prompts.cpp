@@ -28,6 +28,10 @@ QString cancelText() {
 
 }  // namespace
 
+QString closeText() {
+    return QCoreApplication::translate("Prompts", "关闭");
+}
+
 QDialogButtonBox* okCancelButtons(QDialog& dialog) {
     auto* buttons = new QDialogButtonBox;
     buttons->addButton(okText(), QDialogButtonBox::AcceptRole);

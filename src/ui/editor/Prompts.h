@@ -12,6 +12,9 @@ class QWidget;
 
 namespace autoscene::ui {
 
+// The text of the buttons that close a dialog.
+QString closeText();
+
 // The title is "提示" unless given.
 void showNotice(QWidget* parent, const QString& text, const QString& title = {});
 // True when the user confirms.

@@ -1592,6 +1592,10 @@
         <source>否</source>
         <translation>No</translation>
     </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
 </context>
 <context>
     <name>RunConfiguration</name>
@@ -2215,10 +2219,6 @@
         <translation>Delete</translation>
     </message>
     <message>
-        <source>关闭</source>
-        <translation>Close</translation>
-    </message>
-    <message>
         <source>%1    %2    相似度 %3</source>
         <translation>%1    %2    similarity %3</translation>
     </message>
@@ -2258,10 +2258,6 @@ These items will stop working. Delete it?</translation>
     <message>
         <source>删除</source>
         <translation>Delete</translation>
-    </message>
-    <message>
-        <source>关闭</source>
-        <translation>Close</translation>
     </message>
     <message>
         <source>是否删除 %1?</source>
@@ -2506,10 +2502,6 @@ These items will stop working. Delete it?</translation>
     <message>
         <source>查看插件</source>
         <translation>Show plug-in</translation>
-    </message>
-    <message>
-        <source>关闭</source>
-        <translation>Close</translation>
     </message>
     <message>
         <source>(加载失败)</source>
