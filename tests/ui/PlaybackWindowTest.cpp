@@ -25,14 +25,8 @@ namespace {
 class PlaybackWindowTest : public MainWindowTest {
 protected:
     void SetUp() override {
-        task_.edit([](QJsonObject& root) {
-            root["loop_interval"] = 0;
-            QJsonArray scenes = root["scene_list"].toArray();
-            QJsonObject finish = scenes.last().toObject();
-            finish["event_list"] = QJsonArray();
-            scenes.replace(scenes.size() - 1, finish);
-            root["scene_list"] = scenes;
-        });
+        task_.edit([](QJsonObject& root) { root["loop_interval"] = 0; });
+        task_.dropLastScenesEvents();
         ui::AppConfig(task_.configPath()).setLoopMode(1);
         MainWindowTest::SetUp();
         DemoTargetProcess demo(qEnvironmentVariable("DISPLAY").toStdString(),
