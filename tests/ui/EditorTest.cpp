@@ -158,7 +158,8 @@ TEST_F(Editor, PastedEventsUseTheTargetsDefinitionsByNameOrBringTheirOwn) {
         model::EditorEvent pasted = *editor_.eventAt(6, 2 + int(i));
         EXPECT_NE(pasted.id, editor_.eventAt(5, 1 + int(i))->id);
         pasted.id = editor_.eventAt(5, 1 + int(i))->id;
-        model::JsonWriter a, b;
+        model::JsonWriter a;
+        model::JsonWriter b;
         pasted.write(a);
         editor_.eventAt(5, 1 + int(i))->write(b);
         EXPECT_EQ(a.text(), b.text());
@@ -438,6 +439,8 @@ TEST_F(Editor, FormsSayWhatIsWrongBeforeSaving) {
     auto variable = ui::newDefinition(1);
     EXPECT_EQ(definitionProblems(*variable, "name", "typed"), "变量名重复");
     EXPECT_EQ(definitionProblems(*variable, "name", " "), "名称不能为空");
+    // A right-to-left override is a character like any other in a name.
+    // NOLINTNEXTLINE(misc-misleading-bidirectional)
     EXPECT_EQ(definitionProblems(*variable, "name", "ÿ 𝕏 \u202Eok"), "");
     // The one being edited keeps its own name.
     EXPECT_EQ(definitionProblems(*task.definitions[0], "name", "typed"), "");

@@ -79,7 +79,7 @@ protected:
     }
 
     bool fires(int index) const {
-        for (const QJsonValue& fired : line(index)["fired"].toArray()) {
+        for (const QJsonValue fired : line(index)["fired"].toArray()) {
             if (fired.toObject().contains("event")) {
                 return true;
             }
@@ -143,8 +143,8 @@ TEST_F(PlaybackWindowTest, OpensAConditionsEventAndMarksWhatAnEditChanges) {
         });
     };
     const auto countedForm = where([&](int i) {
-        for (const QJsonValue& check : line(i)["checks"].toArray()) {
-            for (const QJsonValue& item : check["conditions"]["item_state"].toArray()) {
+        for (const QJsonValue check : line(i)["checks"].toArray()) {
+            for (const QJsonValue item : check["conditions"]["item_state"].toArray()) {
                 if (item["name"] == "form background" && item["item_state"] == 1 &&
                     item["count"].toInt() <= kRaised) {
                     return true;

@@ -40,7 +40,8 @@ QMap<QString, bool> contextMenu(ui::SceneListView& view, int row) {
 // The fixed scenes come first, and neither their menu nor the operations change them.
 TEST_F(SceneList, OperationsChangeOnlyTheTasksOwnScenes) {
     const QStringList changes = {"复制", "重命名", "上移", "下移", "删除"};
-    QMap<QString, bool> fixed{{"新建界面", true}}, own{{"新建界面", true}};
+    QMap<QString, bool> fixed{{"新建界面", true}};
+    QMap<QString, bool> own = fixed;
     for (const QString& change : changes) {
         fixed[change] = false;
         own[change] = true;
