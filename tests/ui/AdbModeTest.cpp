@@ -97,14 +97,7 @@ TEST_F(AdbMode, TheTickedDeviceRunsTheTaskAndStopsWhenAsked) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Idle; }, 5000));
     EXPECT_TRUE(other.log().isEmpty());
 
-    // Without its stop the task waits on the device's last screen until stopped.
-    android_.edit([](QJsonObject& root) {
-        QJsonArray scenes = root["scene_list"].toArray();
-        QJsonObject done = scenes.last().toObject();
-        done["event_list"] = QJsonArray();
-        scenes.replace(scenes.size() - 1, done);
-        root["scene_list"] = scenes;
-    });
+    android_.dropLastScenesEvents();
     QString error;
     ASSERT_TRUE(window_->openTask(android_.path(), &error));
     ASSERT_TRUE(run().start());

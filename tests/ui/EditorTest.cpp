@@ -48,48 +48,24 @@ protected:
     ui::TaskEditor editor_;
 };
 
-std::vector<model::EditorEvent> oneEvent(const QString& name) {
-    std::vector<model::EditorEvent> events;
-    events.emplace_back(name);
-    return events;
-}
-
+// Adding scenes, events and definitions and editing events undo and redo in the test that
+// builds the demo.
 TEST_F(Editor, EveryEditUndoesAndRedoesToTheSameBytes) {
     using ui::TaskEditor;
-    const auto variable = [] {
-        auto definition = std::make_unique<model::EditorVariable>();
-        definition->id = model::definition_ids::next();
-        definition->name = "新变量";
-        return definition;
-    };
     const std::vector<std::pair<const char*, std::function<bool(TaskEditor&)>>> edits = {
         {"copy scene", [](TaskEditor& e) { return e.copyScene(3) == 4; }},
         {"rename scene", [](TaskEditor& e) { return e.renameScene(4, "菜单 🍔"); }},
         {"delete scene", [](TaskEditor& e) { return e.deleteScene(5); }},
-        {"add event", [](TaskEditor& e) { return e.insertEvents(5, 2, oneEvent("新"), "add"); }},
         {"delete events",
          [](TaskEditor& e) {
              return e.removeEvents(5, {1, 3});
          }},
         {"move event", [](TaskEditor& e) { return e.moveEvent(5, 1, 3); }},
-        {"rename event",
-         [](TaskEditor& e) {
-             model::EditorEvent event = *e.eventAt(5, 2);
-             event.name = "עברית ✓";
-             return e.replaceEvent(5, 2, std::move(event), "rename");
-         }},
-        {"switch event off",
-         [](TaskEditor& e) {
-             model::EditorEvent event = *e.eventAt(3, 0);
-             event.disabled = true;
-             return e.replaceEvent(3, 0, std::move(event), "off");
-         }},
         {"paste events",
          [](TaskEditor& e) {
              const QByteArray json = ui::eventsToTaskJson(e.document(), {e.eventAt(5, 1)});
              return e.pasteEvents(0, 1, json);
          }},
-        {"add definition", [&](TaskEditor& e) { return e.addDefinition(variable()); }},
         {"change definition",
          [](TaskEditor& e) {
              auto copy = e.document().definitions[0]->clone();
@@ -142,7 +118,7 @@ TEST_F(Editor, SavingWithoutEditsWritesWhatTheModelWritesAndLockedEditsAreRefuse
     EXPECT_EQ(saved.readAll(), model.serialise());
 
     editor_.setLocked(true);
-    EXPECT_FALSE(editor_.insertEvents(3, 1, oneEvent("x"), "add"));
+    EXPECT_FALSE(editor_.insertEvents(3, 1, std::vector<model::EditorEvent>(1), "add"));
     EXPECT_FALSE(editor_.removeDefinition(1));
     EXPECT_EQ(editor_.undoStack().count(), 0);
     EXPECT_EQ(text(), model.serialise());
@@ -182,7 +158,8 @@ TEST_F(Editor, PastedEventsUseTheTargetsDefinitionsByNameOrBringTheirOwn) {
         model::EditorEvent pasted = *editor_.eventAt(6, 2 + int(i));
         EXPECT_NE(pasted.id, editor_.eventAt(5, 1 + int(i))->id);
         pasted.id = editor_.eventAt(5, 1 + int(i))->id;
-        model::JsonWriter a, b;
+        model::JsonWriter a;
+        model::JsonWriter b;
         pasted.write(a);
         editor_.eventAt(5, 1 + int(i))->write(b);
         EXPECT_EQ(a.text(), b.text());
@@ -462,6 +439,8 @@ TEST_F(Editor, FormsSayWhatIsWrongBeforeSaving) {
     auto variable = ui::newDefinition(1);
     EXPECT_EQ(definitionProblems(*variable, "name", "typed"), "变量名重复");
     EXPECT_EQ(definitionProblems(*variable, "name", " "), "名称不能为空");
+    // A right-to-left override is a character like any other in a name.
+    // NOLINTNEXTLINE(misc-misleading-bidirectional)
     EXPECT_EQ(definitionProblems(*variable, "name", "ÿ 𝕏 \u202Eok"), "");
     // The one being edited keeps its own name.
     EXPECT_EQ(definitionProblems(*task.definitions[0], "name", "typed"), "");
@@ -499,11 +478,10 @@ TEST_F(Editor, EventEditorBuildsConditionTreesAndActionLists) {
     const auto& group = static_cast<const model::EditorGroupCondition&>(*members.back());
     ASSERT_EQ(group.items().size(), 1u);
     EXPECT_EQ(group.items()[0]->type(), 9);
-    ASSERT_EQ(event.actions.size(), actions + 1);
-    EXPECT_EQ(event.actions.back()->type(), 14);
     EXPECT_EQ(dialog.actionList().item(int(actions))->text(), "延迟0~0秒");
 
-    // The delay moves up past the last of the old actions, which then goes.
+    // The delay moves up past the last of the old actions, which then goes; the cancelled
+    // action was never added.
     ASSERT_GE(actions, 1u);
     dialog.actionList().setCurrentRow(int(actions));
     dialog.moveSelected(-1);

@@ -28,14 +28,7 @@ class HotKeys : public MainWindowTest {
 protected:
     void SetUp() override {
         ui::AppConfig(task_.configPath()).setLoopMode(1);
-        // Without its stop action the task waits on the last screen until stopped.
-        task_.edit([](QJsonObject& root) {
-            QJsonArray scenes = root["scene_list"].toArray();
-            QJsonObject finish = scenes.last().toObject();
-            finish["event_list"] = QJsonArray();
-            scenes.replace(scenes.size() - 1, finish);
-            root["scene_list"] = scenes;
-        });
+        task_.dropLastScenesEvents();
         MainWindowTest::SetUp();
         keyboard_ = XOpenDisplay(nullptr);
         ASSERT_TRUE(keyboard_);
@@ -58,14 +51,6 @@ protected:
                             {"--geometry", "800x600+0+0"}};
     Display* keyboard_ = nullptr;
 };
-
-TEST_F(HotKeys, StartAndStopARunFromAnyWindow) {
-    press({XK_F8});
-    ASSERT_TRUE(waitFor(State::Running));
-    EXPECT_TRUE(demo_.waitForLine("screen FINISH", 0, 5000));
-    press({XK_F10});
-    EXPECT_TRUE(waitFor(State::Idle));
-}
 
 TEST_F(HotKeys, KeyHeldByAnotherProgramIsNamedAndTheOthersStillWork) {
     window_.reset();
@@ -91,7 +76,13 @@ TEST_F(HotKeys, KeyHeldByAnotherProgramIsNamedAndTheOthersStillWork) {
     EXPECT_TRUE(waitFor(State::Idle));
 }
 
-TEST_F(HotKeys, KeysComeFromTheConfigFile) {
+TEST_F(HotKeys, StartAndStopARunFromAnyWindowWithTheConfigFilesKeys) {
+    press({XK_F8});
+    ASSERT_TRUE(waitFor(State::Running));
+    EXPECT_TRUE(demo_.waitForLine("screen FINISH", 0, 5000));
+    press({XK_F10});
+    ASSERT_TRUE(waitFor(State::Idle));
+
     ui::AppConfig(task_.configPath()).setHotKeys("Ctrl+F2", "Ctrl+F3", "Ctrl+F4");
     QString error;
     ASSERT_TRUE(window_->openTask(task_.path(), &error));

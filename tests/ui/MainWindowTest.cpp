@@ -143,17 +143,6 @@ TEST_F(MainWindowRules, OpeningBacksTheTaskFileUp) {
     EXPECT_EQ(copy.readAll(), original.readAll());
 }
 
-TEST_F(MainWindowRules, SavesWithCtrlS) {
-    window_->editor().copyScene(3);
-    window_->activateWindow();
-    QAction* save = window_->findChild<QAction*>("action_save");
-    save->trigger();
-    EXPECT_FALSE(window_->editor().saveFailed());
-    model::TaskDocument reread;
-    ASSERT_TRUE(reread.openFolder(task_.path()));
-    EXPECT_EQ(reread.scenes.size(), 5u);
-}
-
 TEST_F(MainWindowRules, ClosingAfterAFailedSaveAsks) {
     // A file where the task folder was: no save can succeed, not even as root.
     QDir folder = task_.folder();

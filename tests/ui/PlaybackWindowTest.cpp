@@ -25,14 +25,8 @@ namespace {
 class PlaybackWindowTest : public MainWindowTest {
 protected:
     void SetUp() override {
-        task_.edit([](QJsonObject& root) {
-            root["loop_interval"] = 0;
-            QJsonArray scenes = root["scene_list"].toArray();
-            QJsonObject finish = scenes.last().toObject();
-            finish["event_list"] = QJsonArray();
-            scenes.replace(scenes.size() - 1, finish);
-            root["scene_list"] = scenes;
-        });
+        task_.edit([](QJsonObject& root) { root["loop_interval"] = 0; });
+        task_.dropLastScenesEvents();
         ui::AppConfig(task_.configPath()).setLoopMode(1);
         MainWindowTest::SetUp();
         DemoTargetProcess demo(qEnvironmentVariable("DISPLAY").toStdString(),
@@ -85,7 +79,7 @@ protected:
     }
 
     bool fires(int index) const {
-        for (const QJsonValue& fired : line(index)["fired"].toArray()) {
+        for (const QJsonValue fired : line(index)["fired"].toArray()) {
             if (fired.toObject().contains("event")) {
                 return true;
             }
@@ -149,8 +143,8 @@ TEST_F(PlaybackWindowTest, OpensAConditionsEventAndMarksWhatAnEditChanges) {
         });
     };
     const auto countedForm = where([&](int i) {
-        for (const QJsonValue& check : line(i)["checks"].toArray()) {
-            for (const QJsonValue& item : check["conditions"]["item_state"].toArray()) {
+        for (const QJsonValue check : line(i)["checks"].toArray()) {
+            for (const QJsonValue item : check["conditions"]["item_state"].toArray()) {
                 if (item["name"] == "form background" && item["item_state"] == 1 &&
                     item["count"].toInt() <= kRaised) {
                     return true;

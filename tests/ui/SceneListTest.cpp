@@ -37,19 +37,24 @@ QMap<QString, bool> contextMenu(ui::SceneListView& view, int row) {
     return entries;
 }
 
-TEST_F(SceneList, FixedScenesComeFirst) {
-    EXPECT_EQ(sceneNames(), kDemoScenes);
-}
-
-TEST_F(SceneList, ContextMenuOffersItsOperationsOnlyOnTheTasksOwnScenes) {
+// The fixed scenes come first, and neither their menu nor the operations change them.
+TEST_F(SceneList, OperationsChangeOnlyTheTasksOwnScenes) {
     const QStringList changes = {"复制", "重命名", "上移", "下移", "删除"};
-    QMap<QString, bool> fixed{{"新建界面", true}}, own{{"新建界面", true}};
+    QMap<QString, bool> fixed{{"新建界面", true}};
+    QMap<QString, bool> own = fixed;
     for (const QString& change : changes) {
         fixed[change] = false;
         own[change] = true;
     }
-    EXPECT_EQ(contextMenu(window_->sceneList(), 1), fixed);
-    EXPECT_EQ(contextMenu(window_->sceneList(), 4), own);
+    ui::SceneListView& view = window_->sceneList();
+    EXPECT_EQ(contextMenu(view, 1), fixed);
+    EXPECT_EQ(contextMenu(view, 4), own);
+    for (int row = 0; row < 3; ++row) {
+        view.copyRow(row);
+        EXPECT_FALSE(answerModal([&] { view.renameRow(row); }, "确定", "x").shown);
+        EXPECT_FALSE(answerModal([&] { view.deleteRow(row); }, "确定").shown);
+    }
+    EXPECT_EQ(sceneNames(), kDemoScenes);
 }
 
 TEST_F(SceneList, CopyGoesAfterTheOriginalUnderAFreeName) {
@@ -76,25 +81,19 @@ TEST_F(SceneList, NewScenesTakeAFreeNameAndMoveWithinTheOwnScenes) {
     EXPECT_EQ(sceneNames(), kDemoScenes);
 }
 
-TEST_F(SceneList, RenameAsksForTheNewName) {
-    ui::SceneListView& view = window_->sceneList();
-    const ModalSeen prompt = answerModal([&] { view.renameRow(4); }, "确定", "菜单");
-    EXPECT_EQ(prompt.title, "提示");
-    EXPECT_EQ(prompt.text, "请输入新名称");
-    EXPECT_EQ(sceneNames()[4], "菜单");
-
-    const ModalSeen cancelled = answerModal([&] { view.renameRow(4); }, "取消", "other");
-    EXPECT_TRUE(cancelled.shown);
-    EXPECT_EQ(sceneNames()[4], "菜单");
-}
-
-TEST_F(SceneList, RenameRefusesTakenAndEmptyNames) {
+TEST_F(SceneList, RenameAsksForAFreeName) {
     ui::SceneListView& view = window_->sceneList();
     for (const QString& name : {QString("form"), QString("默认界面"), QString("  ")}) {
         const auto seen = answerModals([&] { view.renameRow(4); }, {{"确定", name}, {"确定"}});
         EXPECT_EQ(seen[1].text, "界面名称为空或已存在") << name.toStdString();
         EXPECT_EQ(sceneNames(), kDemoScenes) << name.toStdString();
     }
+    EXPECT_TRUE(answerModal([&] { view.renameRow(4); }, "取消", "other").shown);
+    EXPECT_EQ(sceneNames(), kDemoScenes);
+    const ModalSeen prompt = answerModal([&] { view.renameRow(4); }, "确定", "菜单");
+    EXPECT_EQ(prompt.title, "提示");
+    EXPECT_EQ(prompt.text, "请输入新名称");
+    EXPECT_EQ(sceneNames()[4], "菜单");
 }
 
 TEST_F(SceneList, DeleteAsksFirst) {
@@ -109,16 +108,6 @@ TEST_F(SceneList, DeleteAsksFirst) {
     expected.removeAt(4);
     EXPECT_EQ(sceneNames(), expected);
     EXPECT_EQ(window_->editor().document().scenes.size(), 3u);
-}
-
-TEST_F(SceneList, FixedScenesCannotBeChanged) {
-    ui::SceneListView& view = window_->sceneList();
-    for (int row = 0; row < 3; ++row) {
-        view.copyRow(row);
-        EXPECT_FALSE(answerModal([&] { view.renameRow(row); }, "确定", "x").shown);
-        EXPECT_FALSE(answerModal([&] { view.deleteRow(row); }, "确定").shown);
-    }
-    EXPECT_EQ(sceneNames(), kDemoScenes);
 }
 
 TEST_F(SceneList, EventTreeShowsTheSelectedScenesEventsWithTheirItems) {

@@ -34,6 +34,16 @@ public:
         file.open(QIODevice::WriteOnly | QIODevice::Truncate);
         file.write(QJsonDocument(root).toJson());
     }
+    // Without its stop action the task waits on its last screen until stopped.
+    void dropLastScenesEvents() const {
+        edit([](QJsonObject& root) {
+            QJsonArray scenes = root["scene_list"].toArray();
+            QJsonObject last = scenes.last().toObject();
+            last["event_list"] = QJsonArray();
+            scenes.replace(scenes.size() - 1, last);
+            root["scene_list"] = scenes;
+        });
+    }
     // Marks the variables at these places of var_list as set per target.
     void markConfigVariables(std::initializer_list<int> indexes) const {
         edit([&](QJsonObject& root) {
