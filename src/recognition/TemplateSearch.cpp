@@ -13,7 +13,7 @@ namespace autoscene::recognition {
 
 namespace {
 
-// A reduced template keeps at least this many pixels a side; reducing by more than
+// A reduced template keeps at least this many inner cells a side; reducing by more than
 // the largest factor loses the shapes that tell controls apart.
 constexpr int kMinReducedSide = 6;
 constexpr int kMaxFactor = 4;
@@ -26,7 +26,7 @@ constexpr double kMinContrastKept = 0.3;
 constexpr double kMinReducedContrast = 2.0;
 // Reduced positions within this much of the best reduced score are followed up at full
 // size; more of them than kMaxCandidates means a repetitive or featureless screen.
-constexpr float kCandidateMargin = 0.15f;
+constexpr float kCandidateMargin = 0.2f;
 constexpr size_t kMaxCandidates = 64;
 // A best match weaker than this is one of many weak, alike peaks that the reduced
 // scores do not tell apart (inverted or look-alike pieces on real screens); the full
@@ -89,15 +89,23 @@ cv::Mat reducedRegion(const cv::Mat& region, cv::Size factor, SearchScratch& scr
     return scratch.coarseRegion;
 }
 
+// The reduced template leaves out its outer ring of cells: the blur mixes a template's
+// edge cells with what surrounds it, which on the screen is other pixels than the
+// template's own mirrored edge. A template of thin outlines, a keypad button, is mostly
+// edge cells.
+const cv::Point kInnerCells(1, 1);
+
 // The reduction factors for the template, or nothing when no reduced copy keeps enough
-// of it; the reduced template is left in `reduced`.
+// of it; the reduced template's inner cells are left in `reduced`.
 std::optional<cv::Size> reductionFor(const cv::Mat& templ, cv::Mat& reduced) {
     const double contrast = std::sqrt(stats(templ).spread);
-    int fx = std::clamp(templ.cols / kMinReducedSide, 1, kMaxFactor);
-    int fy = std::clamp(templ.rows / kMinReducedSide, 1, kMaxFactor);
+    int fx = std::clamp(templ.cols / (kMinReducedSide + 2 * kInnerCells.x), 1, kMaxFactor);
+    int fy = std::clamp(templ.rows / (kMinReducedSide + 2 * kInnerCells.y), 1, kMaxFactor);
+    cv::Mat whole;
     while (fx * fy >= 4) {
-        const cv::Size size(templ.cols / fx, templ.rows / fy);
-        reduce(templ, cv::Size(fx, fy), reduced);
+        reduce(templ, cv::Size(fx, fy), whole);
+        whole(cv::Rect(kInnerCells, whole.size() - cv::Size(2 * kInnerCells.x, 2 * kInnerCells.y)))
+            .copyTo(reduced);
         const double kept = std::sqrt(stats(reduced).spread);
         if (kept >= kMinReducedContrast && kept >= kMinContrastKept * contrast) {
             return cv::Size(fx, fy);
@@ -176,10 +184,11 @@ Confirmed confirm(const cv::Mat& region, const cv::Mat& templ, const std::vector
     for (const Peak& peak : peaks) {
         // A reduced position covers `factor` full positions; one reduced step either
         // side allows for the shapes the reduction blurred across its cells.
-        const cv::Point first(std::clamp((peak.at.x - 1) * factor.width, 0, lastX),
-                              std::clamp((peak.at.y - 1) * factor.height, 0, lastY));
-        const cv::Point last(std::clamp((peak.at.x + 2) * factor.width - 1, 0, lastX),
-                             std::clamp((peak.at.y + 2) * factor.height - 1, 0, lastY));
+        const cv::Point cell = peak.at - kInnerCells;
+        const cv::Point first(std::clamp((cell.x - 1) * factor.width, 0, lastX),
+                              std::clamp((cell.y - 1) * factor.height, 0, lastY));
+        const cv::Point last(std::clamp((cell.x + 2) * factor.width - 1, 0, lastX),
+                             std::clamp((cell.y + 2) * factor.height - 1, 0, lastY));
         const cv::Rect positions(first, last + cv::Point(1, 1));
         cv::matchTemplate(region(cv::Rect(first, positions.size() + templ.size() - cv::Size(1, 1))),
                           templ, scores, cv::TM_CCOEFF_NORMED);
@@ -334,8 +343,11 @@ BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, Search
     const Confirmed confirmed = confirm(region, templ, *peaks, *factor, scratch.scores);
     const std::optional<double> noise = scoreNoise(region, templ, confirmed.best.at);
     // A rival within the noise could be the full search's first maximum instead, and
-    // one of a row of such rivals may lie between the neighbourhoods.
+    // one of a row of such rivals may lie between the neighbourhoods. A best that scores
+    // far below what its reduced copy promised means the reduced copies do not tell the
+    // places apart (a keypad of alike buttons): the right one may not have been followed.
     if (!noise || confirmed.best.score < kMinConfirmedScore ||
+        confirmed.best.score < peaks->front().score - kCandidateMargin ||
         confirmed.runnerUp >= confirmed.best.score - 2.0 * *noise) {
         return searchExhaustive(region, templ, scratch);
     }

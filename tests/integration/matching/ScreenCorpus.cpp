@@ -11,6 +11,10 @@
 #include "XvfbServer.h"
 #include "x11/X11Backend.h"
 
+// Last: Xlib defines names that the headers above use.
+#include "ReferenceScreen.h"
+#include "XcalcLayout.h"
+
 namespace autoscene::testing {
 
 namespace {
@@ -73,6 +77,17 @@ Screen xScreen(int width, int height, const std::string& demoScreen) {
     const auto backend = platform::makeX11Backend(display.c_str());
     if (demo.started() && backend) {
         screen.bgr = settled(*backend);
+    }
+    ReferenceScreen reference(display);
+    for (const platform::WindowHandle window : backend->topLevelWindows()) {
+        if (backend->matches(window, {.title = "Calculator", .fullMatchTitle = true})) {
+            const Calculator calculator = calculatorLayout(reference.display(), Window(window));
+            for (size_t row = 7; row < calculator.rows.size(); ++row) {
+                for (const platform::Rect key : calculator.rows[row]) {
+                    screen.keys.emplace_back(key.x, key.y, key.width, key.height);
+                }
+            }
+        }
     }
     return screen;
 }

@@ -3,7 +3,8 @@
 // sizes, and the OCR corpus's frame. Templates are cut from each screen (8x8 to a third
 // of it), mirrored or inverted so that they are absent, altered into look-alikes of what
 // is shown, flattened and faded. Every pair must give the same two-decimal score and the
-// same position within a pixel; 64 pairs a screen, 320 in all.
+// same position within a pixel; 64 pairs a screen, 320 in all, and on the X screens each
+// of xcalc's digit and operator keys cut where it is: a keypad of alike buttons.
 
 #include <gtest/gtest.h>
 
@@ -82,8 +83,11 @@ std::vector<Pair> templatesFor(const cv::Mat& screen) {
 
 // The pairs whose template took the coarse-to-fine route.
 int compareOnScreen(const Screen& screen) {
-    const std::vector<Pair> pairs = templatesFor(screen.bgr);
+    std::vector<Pair> pairs = templatesFor(screen.bgr);
     EXPECT_EQ(pairs.size(), 64u);
+    for (const cv::Rect& key : screen.keys) {
+        pairs.push_back({describe("key", key), screen.bgr(key).clone()});
+    }
     SearchScratch scratch;
     int coarse = 0;
     for (const Pair& pair : pairs) {
@@ -112,6 +116,7 @@ TEST_P(XScreenCorpusTest, CoarseToFineFindsWhatTheExhaustiveSearchFinds) {
     const Screen screen = xScreen(c.width, c.height, c.demoScreen);
     ASSERT_FALSE(screen.bgr.empty())
         << screen.name << ": Xvfb, the demo target or an X program (x11-apps) did not start";
+    EXPECT_EQ(screen.keys.size(), 20u) << "xcalc's digit and operator keys";
     // Without this the comparison would hold by never leaving the exhaustive search; the
     // smallest, flat, faded and weakly matching templates rightly never leave it.
     EXPECT_GE(compareOnScreen(screen), 10) << screen.name;

@@ -1,13 +1,12 @@
 // The back end on an X program that ships with Debian and that nobody here wrote: xcalc, an
 // ordinary toolkit application. What each event carries is InputTest's, on the demo target.
 
-#include <algorithm>
 #include <chrono>
-#include <map>
 #include <thread>
 
 #include "ClientProcess.h"
 #include "X11TestFixture.h"
+#include "XcalcLayout.h"
 
 // After gtest: Xlib defines None, a name gtest uses.
 #include <X11/Xlib.h>
@@ -19,69 +18,7 @@ using platform::BgraFrame;
 using platform::InputTarget;
 using platform::MouseOp;
 using platform::Point;
-using platform::Rect;
 using platform::WindowHandle;
-
-// Every descendant window of `window` with its rectangle in root coordinates. xcalc's
-// buttons and display are widgets with windows of their own, so their places follow the
-// fonts installed rather than a layout written down here.
-void collectWindows(Display* display, Window window, std::vector<Rect>& out) {
-    Window root = 0;
-    Window parent = 0;
-    Window* children = nullptr;
-    unsigned count = 0;
-    if (XQueryTree(display, window, &root, &parent, &children, &count) == 0) {
-        return;
-    }
-    for (unsigned i = 0; i < count; ++i) {
-        XWindowAttributes attributes{};
-        Window unused = 0;
-        int x = 0;
-        int y = 0;
-        if (XGetWindowAttributes(display, children[i], &attributes) != 0 &&
-            XTranslateCoordinates(display, children[i], root, 0, 0, &x, &y, &unused) != 0) {
-            out.push_back(Rect{x, y, attributes.width, attributes.height});
-        }
-        collectWindows(display, children[i], out);
-    }
-    XFree(children);
-}
-
-// xcalc's keypad as rows of buttons, top to bottom and left to right: the windows that share
-// the most common size. Its display is the widest window that ends above them.
-struct Calculator {
-    std::vector<std::vector<Point>> rows;
-    Rect display{};
-};
-
-Calculator calculatorLayout(Display* display, Window window) {
-    std::vector<Rect> windows;
-    collectWindows(display, window, windows);
-    std::map<std::pair<int, int>, int> sizes;
-    for (const Rect& r : windows) {
-        ++sizes[{r.width, r.height}];
-    }
-    const auto common = std::max_element(sizes.begin(), sizes.end(), [](auto& a, auto& b) {
-                            return a.second < b.second;
-                        })->first;
-    std::map<int, std::vector<Point>> byRow;
-    for (const Rect& r : windows) {
-        if (std::pair{r.width, r.height} == common) {
-            byRow[r.y].push_back(Point{r.x + r.width / 2, r.y + r.height / 2});
-        }
-    }
-    Calculator calculator;
-    for (auto& [y, row] : byRow) {
-        std::sort(row.begin(), row.end(), [](Point a, Point b) { return a.x < b.x; });
-        calculator.rows.push_back(row);
-    }
-    for (const Rect& r : windows) {
-        if (r.y + r.height <= byRow.begin()->first && r.width > calculator.display.width) {
-            calculator.display = r;
-        }
-    }
-    return calculator;
-}
 
 class RealClientsTest : public X11TestFixture {
 protected:
@@ -103,19 +40,17 @@ TEST_F(RealClientsTest, XcalcComputesWithClicksInBothModesAndWithTypedText) {
     const WindowHandle window = waitForWindow("Calculator");
     ASSERT_NE(window, 0u) << "xcalc (Debian package x11-apps) did not show its window";
     const InputTarget target{window, 0};
-    // The keypad: AC at the end of the first row; 7 8 9, 1 2 3 and "=" in the last three
-    // rows of eleven, with + and = in the last column.
     XSync(reference_->display(), False);
     const Calculator calculator = calculatorLayout(reference_->display(), window);
     ASSERT_EQ(calculator.rows.size(), 11u);
     ASSERT_GT(calculator.display.width, 0);
     const auto& keys = calculator.rows;
-    const Point clear = keys[0][4];
-    const Point seven = keys[7][1];
-    const Point nine = keys[7][3];
-    const Point two = keys[9][2];
-    const Point plus = keys[9][4];
-    const Point equals = keys[10][4];
+    const Point clear = centreOf(keys[0][4]);
+    const Point seven = centreOf(keys[7][1]);
+    const Point nine = centreOf(keys[7][3]);
+    const Point two = centreOf(keys[9][2]);
+    const Point plus = centreOf(keys[9][4]);
+    const Point equals = centreOf(keys[10][4]);
     const auto shown = [&] { return reference_->read(calculator.display); };
     const auto press = [&](std::initializer_list<Point> buttons, bool background) {
         for (const Point button : buttons) {
