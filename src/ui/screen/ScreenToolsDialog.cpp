@@ -326,8 +326,13 @@ void ScreenToolsDialog::showSelection(const QRect& rect) {
 }
 
 void ScreenToolsDialog::selectionTyped() {
-    view_->setSelection(QRect(x_->value(), y_->value(), width_->value(), height_->value()));
-    showSelection(view_->selection());
+    const QRect typed(x_->value(), y_->value(), width_->value(), height_->value());
+    view_->setSelection(typed);
+    // A rectangle typed from nothing is empty until its width and height come: the values
+    // typed so far stay.
+    if (!typed.isEmpty()) {
+        showSelection(view_->selection());
+    }
 }
 
 void ScreenToolsDialog::pickColour(QPoint pixel) {
