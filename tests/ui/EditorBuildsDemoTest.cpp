@@ -4,87 +4,28 @@
 // history undoes to the empty task and redoes to the saved bytes.
 #include <gtest/gtest.h>
 
-#include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLineEdit>
-#include <QSpinBox>
 #include <QTabWidget>
-#include <QTest>
 
+#include "EventForms.h"
 #include "ModalAnswer.h"
 #include "TestTask.h"
 #include "editor/DefinitionsDialog.h"
 #include "editor/EventEditor.h"
-#include "editor/FieldForm.h"
-#include "editor/KeyCaptureEdit.h"
 #include "editor/TaskEditor.h"
 #include "model/TaskDocument.h"
 
 namespace autoscene::testing {
 namespace {
 
-using Fields = std::vector<std::pair<QString, QString>>;
-struct Item {
-    int type;
-    Fields fields;
-};
-struct Event {
-    QString name;
-    std::vector<Item> conditions, actions;
-};
 struct Scene {
     QString name;
     Event identification;
     std::vector<Event> events;
 };
-
-// Sets a form's controls as a user would: choices by their text, numbers typed, keys pressed.
-void fill(QWidget& dialog, const Fields& fields) {
-    auto* form = dialog.findChild<ui::FieldForm*>();
-    if (auto* tabs = dialog.findChild<QTabWidget*>()) {
-        form = tabs->currentWidget()->findChild<ui::FieldForm*>();
-    }
-    ASSERT_TRUE(form);
-    for (const auto& [path, value] : fields) {
-        SCOPED_TRACE(path.toStdString());
-        QWidget* control = form->control(path);
-        ASSERT_TRUE(control);
-        if (auto* combo = qobject_cast<QComboBox*>(control)) {
-            const int index = combo->findText(value, Qt::MatchStartsWith);
-            ASSERT_GE(index, 0) << value.toStdString();
-            combo->setCurrentIndex(index);
-        } else if (auto* spin = qobject_cast<QSpinBox*>(control)) {
-            spin->setValue(value.toInt());
-        } else if (auto* real = qobject_cast<QDoubleSpinBox*>(control)) {
-            real->setValue(value.toDouble());
-        } else if (auto* keys = qobject_cast<ui::KeyCaptureEdit*>(control)) {
-            QTest::keyClick(keys, Qt::Key(value.toInt()));
-        } else if (auto* line = qobject_cast<QLineEdit*>(control)) {
-            line->setText(value);
-        } else {
-            ADD_FAILURE() << "no way to set " << control->metaObject()->className();
-        }
-    }
-}
-
-void fillEvent(ui::EventEditor& dialog, const Event& event) {
-    dialog.findChild<QLineEdit*>("lineEdit_event_name")->setText(event.name);
-    const auto add = [&](const Item& item, void (ui::EventEditor::*adder)(int)) {
-        const auto seen = answerModals([&] { (dialog.*adder)(item.type); },
-                                       {{"确定", {}, [&](QWidget& w) { fill(w, item.fields); }}});
-        EXPECT_TRUE(seen[0].shown) << item.type;
-    };
-    for (const Item& item : event.conditions) {
-        add(item, &ui::EventEditor::addCondition);
-    }
-    for (const Item& item : event.actions) {
-        add(item, &ui::EventEditor::addAction);
-    }
-}
 
 // Events are numbered as they are made: their ids are left out.
 QJsonValue withoutIds(const QJsonValue& value) {

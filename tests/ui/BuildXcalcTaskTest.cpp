@@ -1,0 +1,192 @@
+// A first task built the way a new user builds it, against xcalc on the test's display: a new
+// task from the welcome window, xcalc chosen as the target, a screenshot through the screen
+// tools, its buttons cut as templates, a scene and an event entered through the editor's
+// forms, saved, and run by autoscene-run, after which xcalc shows what 12+30= gives.
+// With AUTOSCENE_STEP_SHOTS set to a folder, every step's window is kept there as a PNG.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <chrono>
+#include <thread>
+
+#include "ClientProcess.h"
+#include "EventForms.h"
+#include "ModalAnswer.h"
+#include "ProgramRun.h"
+#include "editor/EventEditor.h"
+#include "ui/AutoRunner.h"
+#include "ui/EventTree.h"
+#include "ui/MainWindow.h"
+#include "ui/SceneListView.h"
+#include "x11/X11Backend.h"
+
+// Last: Xlib defines names (Bool, None) that the headers above use.
+#include "ReferenceScreen.h"
+#include "XcalcLayout.h"
+
+namespace autoscene::testing {
+namespace {
+
+using platform::Rect;
+
+void keepStep(const QImage& picture, const QString& name) {
+    const QString folder = qEnvironmentVariable("AUTOSCENE_STEP_SHOTS");
+    if (!folder.isEmpty()) {
+        QDir().mkpath(folder);
+        picture.save(QDir(folder).filePath(name + ".png"));
+    }
+}
+void keepStep(QWidget& window, const QString& name) {
+    keepStep(window.grab().toImage(), name);
+}
+
+bool eventually(const std::function<bool()>& done, int timeoutMs = 5000) {
+    for (int waited = 0; waited < timeoutMs; waited += 50) {
+        if (done()) {
+            return true;
+        }
+        QTest::qWait(50);
+    }
+    return done();
+}
+
+// xcalc's display once it stopped changing.
+platform::BgraFrame settledDisplay(const ReferenceScreen& screen, Rect display) {
+    platform::BgraFrame last = screen.read(display);
+    for (int i = 0; i < 30; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        platform::BgraFrame next = screen.read(display);
+        if (firstDifference(next, last).empty()) {
+            break;
+        }
+        last = std::move(next);
+    }
+    return last;
+}
+
+TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThirty) {
+    const std::string display = qEnvironmentVariable("DISPLAY").toStdString();
+    ClientProcess xcalc(display, {"xcalc", "-geometry", "+0+0"});
+    auto backend = platform::makeX11Backend(nullptr);
+    platform::WindowHandle calculatorWindow = 0;
+    ASSERT_TRUE(eventually([&] {
+        for (const platform::WindowHandle window : backend->topLevelWindows()) {
+            if (backend->matches(window, {.title = "Calculator", .fullMatchTitle = true})) {
+                calculatorWindow = window;
+            }
+        }
+        return calculatorWindow != 0;
+    })) << "xcalc (Debian package x11-apps) did not show its window";
+    ReferenceScreen screen(display);
+    XSync(screen.display(), False);
+    const Calculator calculator = calculatorLayout(screen.display(), Window(calculatorWindow));
+    ASSERT_EQ(calculator.rows.size(), 11u);
+    const Rect client = backend->describe(calculatorWindow).clientRect;
+
+    // A new task, with xcalc chosen from the window list.
+    QTemporaryDir home;
+    QTemporaryDir taskFolder;
+    ui::AutoRunner welcome(ui::AppConfig(home.filePath("config.ini")),
+                           {backend.get(), nullptr, nullptr, nullptr});
+    ui::MainWindow* window = welcome.createTask(taskFolder.path());
+    ASSERT_TRUE(window);
+    std::unique_ptr<ui::MainWindow> owned(window);
+    window->move(client.x + client.width + 20, 0);
+    auto* targetMenu = window->findChild<QPushButton*>("pushButton_select_window")->menu();
+    answerModals([&] { targetMenu->actions().front()->trigger(); },
+                 {{"确定", {}, [&](QWidget& dialog) {
+                       auto* list = dialog.findChild<QListWidget*>("listWidget_windows");
+                       const auto rows = list->findItems("Calculator  [", Qt::MatchStartsWith);
+                       ASSERT_EQ(rows.size(), 1);
+                       list->setCurrentItem(rows.front());
+                       keepStep(dialog, "01-choose-window");
+                   }}});
+    ASSERT_EQ(window->editor().document().settings.windowInfo.title, "Calculator");
+
+    // A screenshot of it, kept as an original, and its buttons cut as templates.
+    ui::ScreenToolsDialog& tools = window->screenTools(ui::ScreenToolsDialog::Mode::Template);
+    tools.move(client.x + client.width + 20, 0);
+    tools.findChild<QPushButton*>("pushButton_capture")->click();
+    ASSERT_TRUE(eventually([&] { return tools.originalId() > 0; }));
+    ASSERT_EQ(window->editor().document().originals.size(), 1u);
+    keepStep(tools, "02-screenshot");
+    const auto& keys = calculator.rows;
+    const std::pair<QString, Rect> buttons[] = {{"1", keys[9][1]},  {"2", keys[9][2]},
+                                                {"+", keys[9][4]},  {"3", keys[9][3]},
+                                                {"0", keys[10][1]}, {"=", keys[10][4]}};
+    for (const auto& [name, button] : buttons) {
+        SCOPED_TRACE(name.toStdString());
+        // Typed coordinates, in the screenshot's pixels.
+        tools.findChild<QSpinBox*>("spinBox_x")->setValue(button.x - client.x);
+        tools.findChild<QSpinBox*>("spinBox_y")->setValue(button.y - client.y);
+        tools.findChild<QSpinBox*>("spinBox_width")->setValue(button.width);
+        tools.findChild<QSpinBox*>("spinBox_height")->setValue(button.height);
+        tools.findChild<QLineEdit*>("lineEdit_name")->setText(name);
+        tools.findChild<QPushButton*>("pushButton_save")->click();
+        const QString unique = QString("已保存: %1，在原图中只匹配一处").arg(name);
+        auto* message = tools.findChild<QLabel*>("label_message");
+        EXPECT_TRUE(eventually([&] { return message->text() == unique; }))
+            << message->text().toStdString();
+    }
+    keepStep(tools, "03-templates-cut");
+    tools.close();
+
+    // A scene known by its "=" button, whose one event clicks 1 2 + 3 0 = and stops.
+    const int sceneRow = ui::TaskEditor::kFixedRows - 1;
+    answerModal([&] { window->sceneList().addAfter(sceneRow); }, "确定", "calculator");
+    ASSERT_EQ(window->eventTree().sceneRow(), sceneRow + 1);
+    const auto editEvent = [&](int row, const Event& event, const QString& step) {
+        answerModals([&] { window->eventTree().editEvent(row); },
+                     {{"确定", {}, [&](QWidget& dialog) {
+                           fillEvent(static_cast<ui::EventEditor&>(dialog), event);
+                           keepStep(dialog, step);
+                       }}});
+    };
+    editEvent(0, {"calculator shown", {{1, {{"image_id", "="}}}}, {}}, "04-identification");
+    window->eventTree().addEvent();
+    std::vector<Item> clicks;
+    for (const auto& [name, button] : buttons) {
+        clicks.push_back({2, {{"image_id", name}, {"postpone", "0.2"}}});
+    }
+    clicks.push_back({10, {}});
+    editEvent(1, {"12+30=", {}, clicks}, "05-event");
+    window->findChild<QAction*>("action_save")->trigger();
+    EXPECT_FALSE(window->editor().isModified());
+    keepStep(*window, "06-task");
+
+    // xcalc cleared, then the task run as a user runs it.
+    backend->mouse({calculatorWindow, 0}, centreOf(keys[0][4]), platform::MouseOp::LeftClick, 0,
+                   true);
+    const platform::BgraFrame cleared = settledDisplay(screen, calculator.display);
+    const auto run =
+        test::runProgram(AUTOSCENE_RUN_PATH, {taskFolder.path(), "--json", "--time-limit", "30"},
+                         test::onDisplay(display));
+    ASSERT_EQ(run.exitCode, 0) << run.out.toStdString() << run.err.toStdString();
+    EXPECT_EQ(run.lines("action").size(), std::size(buttons) + 1) << run.out.toStdString();
+    const platform::BgraFrame computed = settledDisplay(screen, calculator.display);
+    EXPECT_FALSE(firstDifference(computed, cleared).empty());
+    const platform::BgraFrame after = screen.read(client);
+    keepStep(
+        QImage(after.pixels.data(), after.width, after.height, after.stride, QImage::Format_RGB32),
+        "07-xcalc-after-the-run");
+
+    // What 4 2 typed on xcalc's keys shows.
+    for (const Rect key : {keys[0][4], keys[8][1], keys[9][2]}) {
+        backend->mouse({calculatorWindow, 0}, centreOf(key), platform::MouseOp::LeftClick, 0, true);
+    }
+    EXPECT_TRUE(eventually([&] {
+        return firstDifference(settledDisplay(screen, calculator.display), computed).empty();
+    })) << "xcalc does not show 42 after the run";
+}
+
+}  // namespace
+}  // namespace autoscene::testing
