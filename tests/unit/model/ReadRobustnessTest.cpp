@@ -63,15 +63,7 @@ TEST(ReadRobustness, NumbersReadExactlyOrAreRefusedWhereTheParserWouldGoWrong) {
 
 TEST(ReadRobustness, KeysOfTheWrongTypeReadAsDefaults) {
     TaskDocument task;
-    openOrFail(task, R"({
-        "name": 5, "loop_interval": "fast", "concurrency": 1, "back_act": "true",
-        "width": 1e300, "height": 3.9, "plugin_files": {"a": 1},
-        "window_info": [], "image_list": [{"id": "1", "sim": "high", "rect": 7}, 3],
-        "scene_list": [{"name": ["x"], "event_list": [{"item_group": 1, "action_list": [
-            {"type": 1, "button": "left", "postpone": [1], "click_times": 2.5},
-            {"type": "1"}
-        ]}, "e"]}, 7]
-    })");
+    ASSERT_TRUE(task.openFolder(fixturePath("tasks/wrong-types")).ok);
     EXPECT_TRUE(task.name.isEmpty());
     EXPECT_EQ(task.settings.loopInterval, TaskSettings{}.loopInterval);
     EXPECT_FALSE(task.settings.concurrency);
