@@ -120,25 +120,6 @@ TEST(ReadRobustness, OpenValuesNestedTooDeepFallBackToTheirDefault) {
     EXPECT_EQ(task.enabledPluginFunc.text, R"([[1,{"a":2.5}]])");
 }
 
-TEST(ReadRobustness, OpenByIdUsesTheUserDataFolder) {
-    QTemporaryDir dir;
-    const QString previous = QDir::currentPath();
-    ASSERT_TRUE(QDir::setCurrent(dir.path()));
-    ASSERT_TRUE(QDir().mkpath("user_data/42"));
-    writeFile("user_data/42/script.json", R"({"id": 7, "name": "by id"})");
-    TaskDocument task;
-    EXPECT_TRUE(task.openById(42).ok);
-    EXPECT_EQ(task.taskId, 42u);
-    EXPECT_EQ(task.name, QStringLiteral("by id"));
-    EXPECT_EQ(task.scriptPath, QStringLiteral("user_data/42/script.json"));
-    EXPECT_EQ(task.folderPath, QStringLiteral("user_data/42/"));
-    task.name = QStringLiteral("renamed");
-    EXPECT_TRUE(task.save());
-    EXPECT_TRUE(task.openById(42).ok);
-    EXPECT_EQ(task.name, QStringLiteral("renamed"));
-    QDir::setCurrent(previous);
-}
-
 TEST(ReadRobustness, FailedSavesReportAndLeaveThePreviousFileIntact) {
     QTemporaryDir dir;
     TaskDocument task;
