@@ -10,7 +10,6 @@
 #include "autoscene_plugin.h"
 
 static int info_result = 1, info_width = 4, info_height = 3, info_channels = 3;
-static int capture_calls = 0;
 static char events[8192];
 
 /* Appends a line to the events while it fits. */
@@ -49,12 +48,7 @@ MV_API void probe_set_capture(int result, int width, int height, int channels) {
     info_width = width;
     info_height = height;
     info_channels = channels;
-    capture_calls = 0;
     events[0] = '\0';
-}
-
-MV_API int probe_capture_calls(void) {
-    return capture_calls;
 }
 
 MV_API const char* probe_events(void) {
@@ -135,18 +129,17 @@ MV_API int mv_capture_info(mv_handle window, int* width, int* height, int* chann
     return info_result;
 }
 
+typedef unsigned long long ull;
+
 /* Pixel (x, y) channel c holds x + 10 y + 100 c. */
 MV_API void mv_capture(mv_handle window, unsigned char* buffer, int size) {
-    (void)window;
-    ++capture_calls;
+    note("capture %llu", (ull)window);
     for (int i = 0; i < size; ++i) {
         const int pixel = i / info_channels;
         buffer[i] = (unsigned char)(pixel % info_width + 10 * (pixel / info_width) +
                                     100 * (i % info_channels));
     }
 }
-
-typedef unsigned long long ull;
 
 MV_API void mv_mouse_move(mv_handle window, int x, int y) {
     note("move %llu %d %d", (ull)window, x, y);
