@@ -1,5 +1,6 @@
 // Whole runs on the in-process target: loop modes, multi-target modes, scenes,
-// common events, stop, time limit, suspension and the exclusive queue.
+// common events, stop, time limit and suspension. The exclusive queue is ScriptRun's
+// (auto.lock and auto.unlock in tests/unit/script).
 
 #include <gtest/gtest.h>
 
@@ -354,32 +355,6 @@ TEST_F(Runner, SuspendedThreadsWaitUntilResumed) {
         runner->stop();
         ASSERT_TRUE(runner->waitUntilIdle(10s));
     }
-}
-
-TEST_F(Runner, ExclusiveQueueHoldsBackTheOtherThreads) {
-    open(QStringLiteral(R"({"loop_mode": 2, "concurrency": true, "scene_list": [%1]})")
-             .arg(scene("s", "", {event("p", "", {probe(1)})})));
-    runner->setLoopIntervalMs(1);
-    std::atomic<int> firstRuns{0};
-    std::atomic<int> otherRunsWhileHeld{0};
-    std::atomic<bool> held{false};
-    log.onRun = [&](int, TaskInfo& info) {
-        if (info.window == 1) {
-            if (++firstRuns == 1) {
-                runner->enterExclusive();
-                held = true;
-            } else if (firstRuns == 40) {
-                held = false;
-                runner->leaveExclusive();
-                runner->stop();
-            }
-        } else if (held) {
-            ++otherRunsWhileHeld;
-        }
-    };
-    runToEnd({{TargetKind::Desktop, 1}, {TargetKind::Desktop, 2}});
-    EXPECT_EQ(firstRuns, 40);
-    EXPECT_LE(otherRunsWhileHeld, 1);  // at most the cycle already under way
 }
 
 TEST_F(Runner, WindowTargetsClaimDifferentWindows) {

@@ -180,12 +180,9 @@ TEST_F(TinyYolo, BrokenModelFilesFailToLoadAndDetectNothing) {
 }
 
 TEST_F(TinyYolo, ARunLoadsTheTasksModelAndClicksTheLabelItsConditionFinds) {
-    writeFile(QDir(dir.path()).filePath(QStringLiteral("script.json")), R"({"model_id": "tiny",
-        "scene_list": [{"name": "s", "event_list": [{"name": "e",
-            "item_group": {"type": 5, "item_list": [{"type": 8, "relation": 1, "label_id": 0,
-                                                     "sim": 0.5, "state": 1}]},
-            "action_list": [{"type": 18, "button": 1, "label_id": 0, "sim": 0.5,
-                             "click_times": 1}, {"type": 10}]}]}]})");
+    // Its one event clicks label 0 where its condition finds it, then stops.
+    ASSERT_TRUE(QFile::copy(AUTOSCENE_FIXTURES "/tasks/label-click/script.json",
+                            QDir(dir.path()).filePath(QStringLiteral("script.json"))));
     autoscene::model::TaskDocument document;
     ASSERT_TRUE(document.openFolder(dir.path()).ok);
     RuntimeFactory factory;

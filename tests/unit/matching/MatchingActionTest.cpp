@@ -12,7 +12,6 @@
 #include "InProcessTarget.h"
 #include "ManualClock.h"
 #include "MatchingTestKit.h"
-#include "TestFiles.h"
 #include "actions/FindClick.h"
 #include "actions/ImageAction.h"
 #include "actions/MVClickColorAction.h"
@@ -45,13 +44,8 @@ protected:
         ASSERT_TRUE(QDir().mkpath(dir.filePath(QStringLiteral("image"))));
         ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/t.png")).toStdString(),
                                 frame(cut).clone()));
-        autoscene::test::writeFile(dir.filePath("script.json"), R"({
-            "image_list": [{"id": 1, "name": "button", "file": "t.png", "rect": "130,60,20,16",
-                            "sim": 0.9, "type": 1}],
-            "color_list": [{"id": 2, "name": "orange", "sim": 0.9, "color": 16744448}],
-            "var_list": [{"type": 2, "id": 10, "name": "click area", "rect": "135,65,4,4"},
-                         {"type": 1, "id": 11, "name": "places", "value": ""},
-                         {"type": 2, "id": 12, "name": "left half", "rect": "0,0,100,120"}]})");
+        ASSERT_TRUE(QFile::copy(AUTOSCENE_FIXTURES "/tasks/find-and-click/script.json",
+                                dir.filePath("script.json")));
         ASSERT_TRUE(document.openFolder(dir.path()).ok);
         definitions = std::make_unique<RuntimeDefinitions>(document, clock);
         task.frame = frame;

@@ -70,18 +70,6 @@ TEST_F(TemplateMatcherTest, ScoreIsRoundedToTwoDecimalsBeforeTheThreshold) {
     }
 }
 
-TEST_F(TemplateMatcherTest, FindsTheTemplateWhereItWasCutAndReportsFrameCoordinates) {
-    const cv::Mat frame = noiseFrame(320, 200, 7);
-    TemplateMatcher m = matcher(write(frame(cv::Rect(137, 61, 24, 16)).clone()),
-                                MatchImageType::Color, QRect(100, 50, 80, 60));
-    m.matchDefault(frame, 1);
-    const MatchResult result = m.defaultResult(frame);
-    EXPECT_TRUE(m.record().found);
-    EXPECT_EQ(result.match, QRect(137, 61, 24, 16));
-    EXPECT_FLOAT_EQ(result.score, 1.0f);
-    EXPECT_EQ(result.searched, QRect(100, 50, 80, 60));
-}
-
 TEST_F(TemplateMatcherTest, ClipsTheSearchAreaToTheFrameAndNeedsItAsLargeAsTheTemplate) {
     const cv::Mat frame = noiseFrame(120, 80, 3);
     TemplateMatcher m = matcher(write(frame(cv::Rect(2, 3, 20, 20)).clone()));

@@ -63,15 +63,7 @@ TEST(ReadRobustness, NumbersReadExactlyOrAreRefusedWhereTheParserWouldGoWrong) {
 
 TEST(ReadRobustness, KeysOfTheWrongTypeReadAsDefaults) {
     TaskDocument task;
-    openOrFail(task, R"({
-        "name": 5, "loop_interval": "fast", "concurrency": 1, "back_act": "true",
-        "width": 1e300, "height": 3.9, "plugin_files": {"a": 1},
-        "window_info": [], "image_list": [{"id": "1", "sim": "high", "rect": 7}, 3],
-        "scene_list": [{"name": ["x"], "event_list": [{"item_group": 1, "action_list": [
-            {"type": 1, "button": "left", "postpone": [1], "click_times": 2.5},
-            {"type": "1"}
-        ]}, "e"]}, 7]
-    })");
+    ASSERT_TRUE(task.openFolder(fixturePath("tasks/wrong-types")).ok);
     EXPECT_TRUE(task.name.isEmpty());
     EXPECT_EQ(task.settings.loopInterval, TaskSettings{}.loopInterval);
     EXPECT_FALSE(task.settings.concurrency);
@@ -126,25 +118,6 @@ TEST(ReadRobustness, OpenValuesNestedTooDeepFallBackToTheirDefault) {
     EXPECT_EQ(task.enabledPluginFunc.text, "[]");
     openOrFail(task, R"({"enabled_plugin_func": [[1, {"a": 2.5}]]})");
     EXPECT_EQ(task.enabledPluginFunc.text, R"([[1,{"a":2.5}]])");
-}
-
-TEST(ReadRobustness, OpenByIdUsesTheUserDataFolder) {
-    QTemporaryDir dir;
-    const QString previous = QDir::currentPath();
-    ASSERT_TRUE(QDir::setCurrent(dir.path()));
-    ASSERT_TRUE(QDir().mkpath("user_data/42"));
-    writeFile("user_data/42/script.json", R"({"id": 7, "name": "by id"})");
-    TaskDocument task;
-    EXPECT_TRUE(task.openById(42).ok);
-    EXPECT_EQ(task.taskId, 42u);
-    EXPECT_EQ(task.name, QStringLiteral("by id"));
-    EXPECT_EQ(task.scriptPath, QStringLiteral("user_data/42/script.json"));
-    EXPECT_EQ(task.folderPath, QStringLiteral("user_data/42/"));
-    task.name = QStringLiteral("renamed");
-    EXPECT_TRUE(task.save());
-    EXPECT_TRUE(task.openById(42).ok);
-    EXPECT_EQ(task.name, QStringLiteral("renamed"));
-    QDir::setCurrent(previous);
 }
 
 TEST(ReadRobustness, FailedSavesReportAndLeaveThePreviousFileIntact) {

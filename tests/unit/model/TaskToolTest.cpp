@@ -35,6 +35,8 @@ TEST(TaskTool, CheckSummarisesTheTaskAndNamesEverySkippedElement) {
                           "events: 3\n", "conditions: 13\n", "actions: 22\n", "definitions: 8\n",
                           "images: 2\n", "colours: 1\n"});
     expectLines(run.err, {"missing file"});
+    EXPECT_FALSE(run.err.contains("unknown key")) << run.err.toStdString();
+    EXPECT_FALSE(run.err.contains("does not exist")) << run.err.toStdString();
     // Scripts are listed, the nested condition among them, with what they reach.
     EXPECT_TRUE(run.out.contains(QString::fromUtf8(
         "scripts: 2\n"
@@ -91,59 +93,28 @@ TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
     EXPECT_EQ(runTool({"frobnicate"}).exitCode, 2);
 }
 
-TEST(TaskTool, CheckNamesKeysItDoesNotKnowWhereverTheyAre) {
-    QTemporaryDir dir;
-    // A misspelt action list leaves an event without actions that fires every cycle.
-    writeFile(dir.filePath("script.json"), R"({"scene_list": [{"name": "s", "scen_event": {},
-        "event_list": [{"name": "e", "actions_list": [{"type": 10}], "item_group": {"type": 5,
-        "relaton": 1, "item_list": [{"type": 2, "variable_id": 1, "compare_valu": "x"}]}}]}]})");
-    const ToolRun run = runTool({"check", dir.path()});
-    EXPECT_EQ(run.exitCode, 0);
-    expectLines(run.err, {"skipped /scene_list/0: unknown key \"scen_event\"",
-                          "skipped /scene_list/0/event_list/0: unknown key \"actions_list\"",
-                          "skipped /scene_list/0/event_list/0/item_group: unknown key \"relaton\"",
-                          "skipped /scene_list/0/event_list/0/item_group/item_list/0: unknown key "
-                          "\"compare_valu\""});
-    // Outside the scenes too: the top level, window_info, resource and definition lists and
-    // nested records; unknown types with their places.
-    writeFile(dir.filePath("script.json"), R"({"loop_intervall": 20,
-        "window_info": {"clas_name": "xcalc"},
-        "image_list": [{"id": 1, "name": "i", "file": "1.png", "similarity": 0.9}],
-        "var_list": [{"type": 3, "id": 1, "name": "t", "delai": 5}, {"type": 9, "id": 2}],
-        "scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group": {"type": 5,
-            "item_list": [{"type": 6, "relation": 1, "text_info": {"thresold": 90}},
-                          {"type": 42}]}}]}]})");
-    const ToolRun outside = runTool({"check", dir.path()});
-    EXPECT_EQ(outside.exitCode, 0);
-    expectLines(outside.err,
+// Misspelt keys wherever they are (a misspelt action list leaves an event without actions
+// that fires every cycle), unknown types, and references to what the task does not hold.
+TEST(TaskTool, CheckNamesUnknownKeysAndTypesAndDanglingReferences) {
+    const ToolRun keys = runTool({"check", fixturePath("tasks/unknown-keys")});
+    EXPECT_EQ(keys.exitCode, 0);
+    const char* const item = "skipped /scene_list/0/event_list/0/item_group/item_list/";
+    expectLines(keys.err,
                 {"skipped /: unknown key \"loop_intervall\"",
                  "skipped /window_info: unknown key \"clas_name\"",
                  "skipped /image_list/0: unknown key \"similarity\"",
                  "skipped /var_list/0: unknown key \"delai\"",
-                 "skipped /scene_list/0/event_list/0/item_group/item_list/0/text_info: "
-                 "unknown key \"thresold\"",
                  "skipped /var_list/1: unknown definition type 9",
-                 "skipped /scene_list/0/event_list/0/item_group/item_list/1: unknown condition "
-                 "type 42"});
-    // The tool's own files have no unknown keys, nor references to nothing.
-    const ToolRun own = runTool({"check", fixturePath("tasks/every-record")});
-    EXPECT_FALSE(own.err.contains("unknown key")) << own.err.toStdString();
-    EXPECT_FALSE(own.err.contains("does not exist")) << own.err.toStdString();
-}
+                 "skipped /scene_list/0: unknown key \"scen_event\"",
+                 "skipped /scene_list/0/event_list/0: unknown key \"actions_list\"",
+                 "skipped /scene_list/0/event_list/0/item_group: unknown key \"relaton\""});
+    for (const char* inItems :
+         {"0: unknown key \"compare_valu\"", "1/text_info: unknown key \"thresold\"",
+          "2: unknown condition type 42"}) {
+        EXPECT_TRUE(keys.err.contains(item + QString::fromUtf8(inItems))) << inItems;
+    }
 
-TEST(TaskTool, CheckNamesReferencesToWhatTheTaskDoesNotHold) {
-    QTemporaryDir dir;
-    writeFile(dir.filePath("script.json"), R"({
-        "var_list": [{"type": 1, "id": 1, "name": "v", "value": "0"},
-                     {"type": 2, "id": 2, "name": "crop", "ori": 9, "rect": "0,0,1,1"}],
-        "image_list": [{"id": 1, "name": "i", "file": "1.png", "ori": 8, "sim": 0.9, "type": 1}],
-        "scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group": {"type": 5,
-            "item_list": [{"type": 2, "relation": 1, "variable_id": 1, "compare_value": "0"},
-                          {"type": 5, "relation": 1, "item_list": [
-                              {"type": 1, "relation": 1, "image_id": 4, "search_id": 0}]}]},
-            "action_list": [{"type": 21, "color_id": 5, "button": 1},
-                            {"type": 3, "variable_id": 6, "change_value": "x"}]}]}]})");
-    const ToolRun run = runTool({"check", dir.path()});
+    const ToolRun run = runTool({"check", fixturePath("tasks/dangling-references")});
     EXPECT_EQ(run.exitCode, 0);
     expectLines(run.err, {"definition \"crop\": original image 9 does not exist",
                           "image 1: original image 8 does not exist",

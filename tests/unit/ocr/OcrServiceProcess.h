@@ -1,10 +1,11 @@
 #pragma once
 // The real morvane-ocr program run as a child process on a free loopback port.
 
-#include <sys/types.h>
-
+#include <memory>
 #include <string>
 #include <string_view>
+
+class QProcess;
 
 namespace autoscene::ocr::testkit {
 
@@ -30,7 +31,7 @@ public:
 private:
     void stop();
 
-    pid_t pid_ = 0;
+    std::unique_ptr<QProcess> process_;
     int port_ = 0;
 };
 

@@ -40,27 +40,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Event "read": when the top band holds the text of variable 12 (contains), click
-// "Start Game" there, store the text of the bottom crop into variable 11 and stop.
-// Event "give up" stops the run when the first did not fire.
-constexpr const char* kTask = R"({
-    "var_list": [
-        {"type": 2, "id": 10, "name": "top band", "rect": "0,0,640,140"},
-        {"type": 1, "id": 11, "name": "coins", "value": "none", "is_global": true},
-        {"type": 1, "id": 12, "name": "wanted", "value": "开始", "is_global": true},
-        {"type": 2, "id": 13, "name": "coin box", "rect": "20,220,300,90"},
-        {"type": 2, "id": 14, "name": "offset", "rect": "2,3,4,5"}],
-    "scene_list": [{"name": "s", "event_list": [
-        {"name": "read", "item_group": {"type": 5, "item_list": [
-            {"type": 6, "relation": 1, "text_info": {"search_id": 10, "value_id": 12,
-             "is_variable_value": true, "state": 5}}]},
-         "action_list": [
-            {"type": 15, "button": 1, "click_times": 1, "deviation_id": %1,
-             "text_info": {"search_id": 10, "state": 1, "value": "Start Game"}},
-            {"type": 4, "variable_id": 11, "search_id": 13, "image_type": 2, "threshold": 128},
-            {"type": 10}]},
-        {"name": "give up", "action_list": [{"type": 10}]}]}]})";
-
 // What the run view would show of the event that fired.
 class FiredEvents : public IMVSceneEvent {
 public:
@@ -84,10 +63,14 @@ public:
 class TextItems : public testing::Test {
 protected:
     // Runs the task on `frame` until it stops itself; the click offset crop is
-    // `deviationId` (0: none).
+    // `deviationId` (0: none). Event "read": when the top band holds the text of variable 12
+    // (contains), click "Start Game" there, store the text of the bottom crop into variable
+    // 11 and stop. Event "give up" stops the run when the first did not fire.
     void run(const cv::Mat& frame, const std::string& url, int deviationId = 0) {
-        autoscene::test::writeFile(dir.filePath("script.json"),
-                                   QString::fromUtf8(kTask).arg(deviationId).toUtf8());
+        QByteArray task = autoscene::test::readFile(
+            QStringLiteral(AUTOSCENE_FIXTURES "/tasks/text-items/script.json"));
+        task.replace("\"deviation_id\": 0", "\"deviation_id\": " + QByteArray::number(deviationId));
+        autoscene::test::writeFile(dir.filePath("script.json"), task);
         ASSERT_TRUE(document.openFolder(dir.path()).ok);
 
         const auto client = std::make_shared<OcrClient>(url);

@@ -1,22 +1,27 @@
 /* A plug-in that misbehaves on request, for the host's tests: both kinds of exports, and
  * probe_ functions through which a test sets what the capture reports and reads what the
  * plug-in saw. Lifecycle calls go to the file $PROBE_PLUGIN_LOG, which outlives unloading. */
+#define _GNU_SOURCE
+#include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
 #include "autoscene_plugin.h"
 
-static int info_result = 1;
-static int info_width = 4;
-static int info_height = 3;
-static int info_channels = 3;
-static int capture_calls = 0;
+static int info_result = 1, info_width = 4, info_height = 3, info_channels = 3;
 static char events[8192];
 
-static void note(const char* line) {
-    if (strlen(events) + strlen(line) + 2 < sizeof events) {
-        strcat(events, line);
+/* Appends a line to the events while it fits. */
+static void note(const char* format, ...) {
+    const size_t used = strlen(events);
+    va_list args;
+    va_start(args, format);
+    const int length = vsnprintf(events + used, sizeof events - used, format, args);
+    va_end(args);
+    if (length < 0 || used + (size_t)length + 2 > sizeof events) {
+        events[used] = '\0';
+    } else {
         strcat(events, "\n");
     }
 }
@@ -30,16 +35,10 @@ static void log_lifecycle(const char* line) {
     }
 }
 
-static char* copy(const char* text) {
-    char* out = (char*)malloc(strlen(text) + 1);
-    strcpy(out, text);
-    return out;
-}
-
 static mv_node* node(const char* name, const char* value, mv_node* next) {
     mv_node* out = (mv_node*)malloc(sizeof(mv_node));
-    out->name = name ? copy(name) : NULL;
-    out->value = value ? copy(value) : NULL;
+    out->name = name ? strdup(name) : NULL;
+    out->value = value ? strdup(value) : NULL;
     out->next = next;
     return out;
 }
@@ -49,12 +48,7 @@ MV_API void probe_set_capture(int result, int width, int height, int channels) {
     info_width = width;
     info_height = height;
     info_channels = channels;
-    capture_calls = 0;
     events[0] = '\0';
-}
-
-MV_API int probe_capture_calls(void) {
-    return capture_calls;
 }
 
 MV_API const char* probe_events(void) {
@@ -85,24 +79,19 @@ MV_API mv_node* echo(const mv_image* image, const mv_node* params) {
 }
 
 MV_API mv_node* nothing(const mv_image* image, const mv_node* params) {
-    (void)image;
-    (void)params;
+    (void)image, (void)params;
     return NULL;
 }
 
 /* Nodes without name or value around one good node and one nobody asked for. */
 MV_API mv_node* holes(const mv_image* image, const mv_node* params) {
-    (void)image;
-    (void)params;
-    mv_node* chain = node("unasked", "x", NULL);
-    chain = node("out", "good", chain);
-    chain = node(NULL, "no name", chain);
-    return node("out", NULL, chain);
+    (void)image, (void)params;
+    return node("out", NULL,
+                node(NULL, "no name", node("out", "good", node("unasked", "x", NULL))));
 }
 
 MV_API mv_node* long_chain(const mv_image* image, const mv_node* params) {
-    (void)image;
-    (void)params;
+    (void)image, (void)params;
     mv_node* chain = NULL;
     char value[16];
     for (int i = 9999; i >= 0; --i) {
@@ -113,8 +102,7 @@ MV_API mv_node* long_chain(const mv_image* image, const mv_node* params) {
 }
 
 MV_API mv_node* circular(const mv_image* image, const mv_node* params) {
-    (void)image;
-    (void)params;
+    (void)image, (void)params;
     mv_node* last = node("out", "third", NULL);
     mv_node* first = node("out", "first", node("out", "second", last));
     last->next = first;
@@ -141,55 +129,46 @@ MV_API int mv_capture_info(mv_handle window, int* width, int* height, int* chann
     return info_result;
 }
 
+typedef unsigned long long ull;
+
 /* Pixel (x, y) channel c holds x + 10 y + 100 c. */
 MV_API void mv_capture(mv_handle window, unsigned char* buffer, int size) {
-    (void)window;
-    ++capture_calls;
-    const int channels = info_channels;
+    note("capture %llu", (ull)window);
     for (int i = 0; i < size; ++i) {
-        const int pixel = i / channels;
-        buffer[i] =
-            (unsigned char)(pixel % info_width + 10 * (pixel / info_width) + 100 * (i % channels));
+        const int pixel = i / info_channels;
+        buffer[i] = (unsigned char)(pixel % info_width + 10 * (pixel / info_width) +
+                                    100 * (i % info_channels));
     }
 }
 
-static void note_call(const char* format, unsigned long long window, int a, int b, int c) {
-    char line[128];
-    snprintf(line, sizeof line, format, window, a, b, c);
-    note(line);
-}
-
 MV_API void mv_mouse_move(mv_handle window, int x, int y) {
-    note_call("move %llu %d %d", window, x, y, 0);
+    note("move %llu %d %d", (ull)window, x, y);
 }
 
 MV_API void mv_mouse_down(mv_handle window, int button, int x, int y) {
-    note_call("down %llu %d %d %d", window, button, x, y);
+    note("down %llu %d %d %d", (ull)window, button, x, y);
 }
 
 MV_API void mv_mouse_up(mv_handle window, int button) {
-    note_call("up %llu %d", window, button, 0, 0);
+    note("up %llu %d", (ull)window, button);
 }
 
 MV_API void mv_mouse_wheel(mv_handle window, int delta, int x, int y) {
-    note_call("wheel %llu %d %d %d", window, delta, x, y);
+    note("wheel %llu %d %d %d", (ull)window, delta, x, y);
 }
 
 MV_API void mv_key_down(mv_handle window, int key) {
-    note_call("key_down %llu %d", window, key, 0, 0);
+    note("key_down %llu %d", (ull)window, key);
 }
 
 MV_API void mv_key_up(mv_handle window, int key) {
-    note_call("key_up %llu %d", window, key, 0, 0);
+    note("key_up %llu %d", (ull)window, key);
 }
 
 MV_API void mv_input_text(mv_handle window, const mv_char16* text) {
-    char line[128];
     int length = 0;
     while (text[length]) {
         ++length;
     }
-    snprintf(line, sizeof line, "text %llu %d units, first %u", (unsigned long long)window, length,
-             length ? (unsigned)text[0] : 0u);
-    note(line);
+    note("text %llu %d units, first %u", (ull)window, length, length ? (unsigned)text[0] : 0u);
 }

@@ -7,6 +7,7 @@
 
 #include "InProcessTarget.h"
 #include "NoRunControl.h"
+#include "TestFiles.h"
 #include "engine/RunClock.h"
 #include "engine/RunContext.h"
 #include "engine/RuntimeDefinitions.h"
@@ -23,21 +24,11 @@ namespace autoscene::test {
 
 class ScriptFixture : public ::testing::Test {
 protected:
-    // Variables "abc1" = "7", "1abc" = "hidden", "" = "nameless", "n" = "5"; colours
-    // "red" (0xFF0000), "blue" (0x0000FF) and "bad" (beyond 0xFFFFFF).
-    static QByteArray taskJson() {
-        return R"({"var_list": [
-            {"type": 1, "id": 1, "name": "abc1", "value": "7"},
-            {"type": 1, "id": 2, "name": "1abc", "value": "hidden"},
-            {"type": 1, "id": 3, "name": "", "value": "nameless"},
-            {"type": 1, "id": 4, "name": "n", "value": "5"}],
-            "color_list": [{"id": 1, "name": "red", "color": 16711680},
-                           {"id": 2, "name": "blue", "color": 255},
-                           {"id": 3, "name": "bad", "color": 16777216}]})";
-    }
-
     void SetUp() override {
-        ASSERT_TRUE(task.openText(taskJson()).ok);
+        // Variables "abc1" = "7", "1abc" = "hidden", "" = "nameless", "n" = "5"; colours
+        // "red" (0xFF0000), "blue" (0x0000FF) and "bad" (beyond 0xFFFFFF).
+        ASSERT_TRUE(
+            task.openText(readFile(AUTOSCENE_FIXTURES "/tasks/script-globals/script.json")).ok);
         definitions = std::make_unique<engine::RuntimeDefinitions>(task, clock);
         context = std::make_unique<engine::RunContext>(
             engine::RunContext{task, *definitions, clock, target, control});
