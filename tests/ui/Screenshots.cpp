@@ -8,7 +8,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
-#include <QPointer>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -19,6 +18,7 @@
 #include <cstdio>
 #include <functional>
 
+#include "ModalAnswer.h"
 #include "TestDevice.h"
 #include "TestTask.h"
 #include "TinyLabelModel.h"
@@ -75,41 +75,19 @@ public:
         std::printf("%s\n", qPrintable(path));
     }
 
-    // Renders the modal dialogs that `trigger` opens one after another, closing message
-    // boxes (or clicking the first button of those that cannot be closed) and accepting
-    // other dialogs.
+    // Renders the modal dialogs that `trigger` opens one after another; whatever stays open
+    // after `answer` (a box, a dialog that refuses its values) is closed.
     void saveModals(const QStringList& names, const std::function<void()>& trigger) {
-        qsizetype next = 0;
-        QPointer<QWidget> shot;
-        QTimer poll;
-        poll.setInterval(200);
-        QObject::connect(&poll, &QTimer::timeout, [&] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            if (!dialog || dialog == shot.data() || next >= names.size()) {
-                return;
+        std::vector<autoscene::testing::ModalAnswer> answers;
+        for (const QString& name : names) {
+            answers.push_back({{}, {}, [this, name](QWidget& dialog) { answer(dialog, name); }});
+        }
+        const auto seen = autoscene::testing::answerModals(trigger, answers);
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            if (!seen[i].shown) {
+                std::fprintf(stderr, "no dialog for %s\n", qPrintable(names[i]));
+                failed_ = true;
             }
-            shot = dialog;
-            save(*dialog, names[next++]);
-            if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
-                // A box without an escape button ignores closing: click its first button.
-                if (box->escapeButton()) {
-                    box->close();
-                } else {
-                    box->buttons().constFirst()->click();
-                }
-            } else if (auto* other = qobject_cast<QDialog*>(dialog)) {
-                other->accept();
-                // A dialog that refuses its values stays open: leave it unchanged.
-                if (other->isVisible()) {
-                    other->reject();
-                }
-            }
-        });
-        poll.start();
-        trigger();
-        if (next < names.size()) {
-            std::fprintf(stderr, "no dialog for %s\n", qPrintable(names[next]));
-            failed_ = true;
         }
     }
 
@@ -133,6 +111,17 @@ public:
     bool failed() const { return failed_; }
 
 private:
+    // Clicks the first button of a box that cannot be closed, accepts other dialogs.
+    void answer(QWidget& dialog, const QString& name) {
+        save(dialog, name);
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        if (box && !box->escapeButton()) {
+            box->buttons().constFirst()->click();
+        } else if (auto* other = qobject_cast<QDialog*>(&dialog); other && !box) {
+            other->accept();
+        }
+    }
+
     QString folder_;
     QString suffix_;
     bool failed_ = false;
