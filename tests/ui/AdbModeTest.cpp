@@ -1,14 +1,10 @@
 // ADB mode from the main window: the device list and the device checks of a run's start,
 // against test devices behind a private adb server.
-#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
-#include <QJsonArray>
 #include <QLabel>
 #include <QListWidget>
-#include <QMenu>
-#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 

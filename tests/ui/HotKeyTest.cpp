@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QDialog>
 #include <QDir>
-#include <QJsonArray>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QTest>

@@ -5,8 +5,6 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
 #include <QTimer>
@@ -25,24 +23,14 @@ TEST_F(MainWindowRules, TargetLabelNamesTheTarget) {
     ASSERT_TRUE(label);
     EXPECT_EQ(label->text(), "Autoscene Demo");
 
-    task_.folder().remove("script.json");
-    QFile script(task_.folder().filePath("script.json"));
-    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-    script.write(R"({"task_mode": 2, "window_info": {"title": ""}})");
-    script.close();
+    task_.edit([](QJsonObject& root) {
+        root["task_mode"] = 2;
+        root["window_info"] = QJsonObject{{"title", ""}};
+    });
     QString error;
     ASSERT_TRUE(window_->openTask(task_.path(), &error));
     EXPECT_EQ(label->text(), "未选择目标窗口");
-
-    auto* button = window_->findChild<QPushButton*>("pushButton_select_window");
-    ASSERT_TRUE(button && button->menu());
-    QStringList entries;
-    for (QAction* entry : button->menu()->actions()) {
-        entries << entry->text();
-    }
-    EXPECT_EQ(entries, QStringList({"选择窗口", "ADB模式", "全屏模式", "查看修改窗口信息"}));
-    QAction* fullScreen = button->menu()->actions().value(2);
-    fullScreen->trigger();
+    targetMenu(2)->trigger();
     EXPECT_EQ(label->text(), "全屏模式");
     EXPECT_EQ(window_->editor().document().settings.taskMode, 1);
 }

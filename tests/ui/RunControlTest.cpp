@@ -2,10 +2,8 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
-#include <QJsonArray>
 #include <QLabel>
 #include <QListWidget>
-#include <QMenu>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
