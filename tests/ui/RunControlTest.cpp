@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QImage>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -10,8 +11,6 @@
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
-#include <opencv2/imgcodecs.hpp>
-#include <opencv2/imgproc.hpp>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
@@ -290,11 +289,9 @@ TEST_F(RunFromWindow, BackgroundPluginChosenInTheSettingsCapturesAndActsForTheRu
     // The plug-in shows the run a still of the demo's first screen.
     const platform::BgraFrame frame = backend_->capture(demo->window(), false);
     ASSERT_FALSE(frame.empty());
-    cv::Mat still;
-    cv::cvtColor(cv::Mat(frame.height, frame.width, CV_8UC4,
-                         const_cast<std::uint8_t*>(frame.pixels.data()), frame.stride),
-                 still, cv::COLOR_BGRA2BGR);
-    ASSERT_TRUE(cv::imwrite(folder.filePath("capture.ppm").toStdString(), still));
+    ASSERT_TRUE(
+        QImage(frame.pixels.data(), frame.width, frame.height, frame.stride, QImage::Format_RGB32)
+            .save(folder.filePath("capture.ppm")));
     qputenv("FILE_BACKEND_DIR", folder.path().toUtf8());
 
     model::TaskDocument& task = window_->editor().document();
