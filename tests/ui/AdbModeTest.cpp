@@ -1,14 +1,10 @@
 // ADB mode from the main window: the device list and the device checks of a run's start,
 // against test devices behind a private adb server.
-#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
-#include <QJsonArray>
 #include <QLabel>
 #include <QListWidget>
-#include <QMenu>
-#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
@@ -29,8 +25,6 @@ protected:
         QString error;
         ASSERT_TRUE(window_->openTask(android_.path(), &error)) << error.toStdString();
     }
-
-    ui::RunControl& run() { return window_->runControl(); }
 
     // Opens "ADB模式" and ticks only `serial` in the list before accepting it. The list is
     // looked for until it shows: adb is asked before the dialog opens.
@@ -53,10 +47,7 @@ protected:
             dialog->accept();
         });
         poll.start();
-        window_->findChild<QPushButton*>("pushButton_select_window")
-            ->menu()
-            ->actions()[1]
-            ->trigger();
+        targetMenu(1)->trigger();
         return listed;
     }
 
@@ -64,21 +55,19 @@ protected:
     TestTask android_{QStringLiteral(AUTOSCENE_ANDROID_TASK)};
 };
 
-TEST_F(AdbMode, NoDeviceAndNoAdbStopTheStartWithTheirBoxes) {
+TEST_F(AdbMode, NoDeviceOrNoAdbStopTheStartAndTheTickedDeviceRunsTheTaskAndStopsWhenAsked) {
     EXPECT_EQ(answerModal([&] { run().start(); }, "确定").text, "未发现ADB设备，请先连接设备");
-
     // An installation whose adb cannot be found.
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", "/nonexistent");
-    ui::MainWindow other(ui::AppConfig(task_.configPath()), {backend_.get()});
+    ui::MainWindow withoutAdb(ui::AppConfig(task_.configPath()), {backend_.get()});
     qputenv("PATH", path);
     QString error;
-    ASSERT_TRUE(other.openTask(android_.path(), &error));
-    EXPECT_EQ(answerModal([&] { other.runControl().start(); }, "确定").text, "ADB服务启动失败");
-    EXPECT_EQ(other.runControl().state(), State::Idle);
-}
+    ASSERT_TRUE(withoutAdb.openTask(android_.path(), &error));
+    EXPECT_EQ(answerModal([&] { withoutAdb.runControl().start(); }, "确定").text,
+              "ADB服务启动失败");
+    EXPECT_EQ(withoutAdb.runControl().state(), State::Idle);
 
-TEST_F(AdbMode, TheTickedDeviceRunsTheTaskAndStopsWhenAsked) {
     TestDevice chosen;
     TestDevice other;
     ASSERT_TRUE(adb_.connect(chosen));
@@ -92,28 +81,28 @@ TEST_F(AdbMode, TheTickedDeviceRunsTheTaskAndStopsWhenAsked) {
     EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "ADB模式: " + chosen.serial());
 
     EXPECT_FALSE(answerModal([&] { run().start(); }, "确定").shown);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Running; }, 10000));
+    ASSERT_TRUE(waitFor(State::Running));
     EXPECT_TRUE(chosen.waitForLine("screen DONE", 20000));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Idle; }, 5000));
+    EXPECT_TRUE(waitFor(State::Idle));
     EXPECT_TRUE(other.log().isEmpty());
 
     android_.dropLastScenesEvents();
-    QString error;
     ASSERT_TRUE(window_->openTask(android_.path(), &error));
     ASSERT_TRUE(run().start());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Running; }, 10000));
+    ASSERT_TRUE(waitFor(State::Running));
     QTest::qWait(500);
     QElapsedTimer stopping;
     stopping.start();
     run().stop();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return run().state() == State::Idle; }, 5000));
+    EXPECT_TRUE(waitFor(State::Idle));
     EXPECT_LT(stopping.elapsed(), 1000);
 }
 
-TEST_F(AdbMode, FirstCaptureIsTriedOffTheWindowThreadAndStopEndsTheTry) {
-    TestDevice device;
+TEST_F(AdbMode, ScreenshotTakesTheChosenDeviceAndStopEndsAFirstCaptureTriedOffThread) {
+    TestDevice device({"--size", "360x640"});
     ASSERT_TRUE(adb_.connect(device));
     chooseOnly(device.serial());
+    EXPECT_EQ(run().captureImage().size(), QSize(360, 640));
     device.pause();  // keeps adb waiting
     ASSERT_TRUE(run().start());
     EXPECT_TRUE(run().checkingDevice());
@@ -132,13 +121,6 @@ TEST_F(AdbMode, FirstCaptureIsTriedOffTheWindowThreadAndStopEndsTheTry) {
         "确定");
     EXPECT_EQ(failed.text, "截图失败！");
     EXPECT_EQ(run().state(), State::Idle);
-}
-
-TEST_F(AdbMode, ScreenshotTakesTheChosenDevice) {
-    TestDevice device({"--size", "360x640"});
-    ASSERT_TRUE(adb_.connect(device));
-    chooseOnly(device.serial());
-    EXPECT_EQ(run().captureImage().size(), QSize(360, 640));
 }
 
 }  // namespace

@@ -12,21 +12,25 @@ using autoscene::ui::AppConfig;
 
 namespace {
 
-TEST(AppConfig, EmptyFileGivesTheDefaults) {
+TEST(AppConfig, MissingOrUnreadableValuesGiveTheDefaults) {
     QTemporaryDir dir;
     const QString path = dir.filePath("config.ini");
-    QFile(path).open(QIODevice::WriteOnly);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("mainwindow_size=wide\nlauncher_size=0x300\nplayback_keep=5\nplayback_max_mb=-1\n");
+    file.close();
     const AppConfig config(path);
     EXPECT_EQ(config.captureKey(), "Alt+Shift+S");
     EXPECT_EQ(config.startKey(), "F8");
     EXPECT_EQ(config.stopKey(), "F10");
     EXPECT_EQ(config.loopMode(), 0);
     EXPECT_TRUE(config.playback());
-    EXPECT_EQ(config.playbackLimits().maxCount, 100);
-    EXPECT_EQ(config.playbackLimits().maxBytes, 2048LL << 20);
+    EXPECT_EQ(config.playbackLimits().maxCount, 5);
+    EXPECT_EQ(config.playbackLimits().maxBytes, 2048LL << 20) << "a negative size";
     EXPECT_FALSE(config.mainWindowSize());
     EXPECT_FALSE(config.launcherSize());
     EXPECT_TRUE(config.recentTasks().isEmpty());
+    EXPECT_EQ(AppConfig(dir.filePath("none.ini")).playbackLimits().maxCount, 100);
 }
 
 TEST(AppConfig, WritesAtOnceAndReadsBackInAnotherInstance) {
@@ -36,6 +40,9 @@ TEST(AppConfig, WritesAtOnceAndReadsBackInAnotherInstance) {
     AppConfig(path).setLoopMode(2);
     AppConfig(path).setPlayback(false);
     AppConfig(path).setMainWindowSize(QSize(1024, 700));
+    for (const char* task : {"/a", "/b", "/a"}) {
+        AppConfig(path).addRecentTask(task);
+    }
 
     const AppConfig reader(path);
     EXPECT_EQ(reader.captureKey(), "Ctrl+F1");
@@ -44,6 +51,7 @@ TEST(AppConfig, WritesAtOnceAndReadsBackInAnotherInstance) {
     EXPECT_EQ(reader.loopMode(), 2);
     EXPECT_FALSE(reader.playback());
     EXPECT_EQ(reader.mainWindowSize(), QSize(1024, 700));
+    EXPECT_EQ(reader.recentTasks(), QStringList({"/a", "/b"})) << "the latest first, once";
 
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -51,28 +59,6 @@ TEST(AppConfig, WritesAtOnceAndReadsBackInAnotherInstance) {
     EXPECT_TRUE(text.contains("mainwindow_size=1024x700")) << text.constData();
     // QSettings files ungrouped keys under [General].
     EXPECT_TRUE(text.startsWith("[General]\n")) << text.constData();
-}
-
-TEST(AppConfig, UnreadableValuesAreIgnored) {
-    QTemporaryDir dir;
-    const QString path = dir.filePath("config.ini");
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("mainwindow_size=wide\nlauncher_size=0x300\nplayback_keep=5\nplayback_max_mb=-1\n");
-    file.close();
-    EXPECT_FALSE(AppConfig(path).mainWindowSize());
-    EXPECT_FALSE(AppConfig(path).launcherSize());
-    EXPECT_EQ(AppConfig(path).playbackLimits().maxCount, 5);
-    EXPECT_EQ(AppConfig(path).playbackLimits().maxBytes, 2048LL << 20) << "a negative size";
-}
-
-TEST(AppConfig, RecentTasksKeepTheLatestFirstOnce) {
-    QTemporaryDir dir;
-    AppConfig config(dir.filePath("config.ini"));
-    config.addRecentTask("/a");
-    config.addRecentTask("/b");
-    config.addRecentTask("/a");
-    EXPECT_EQ(config.recentTasks(), QStringList({"/a", "/b"}));
 }
 
 class Backups : public ::testing::Test {

@@ -49,11 +49,10 @@ protected:
 };
 
 // Adding scenes, events and definitions and editing events undo and redo in the test that
-// builds the demo.
+// builds the demo, pasting in the tests below.
 TEST_F(Editor, EveryEditUndoesAndRedoesToTheSameBytes) {
     using ui::TaskEditor;
     const std::vector<std::pair<const char*, std::function<bool(TaskEditor&)>>> edits = {
-        {"copy scene", [](TaskEditor& e) { return e.copyScene(3) == 4; }},
         {"rename scene", [](TaskEditor& e) { return e.renameScene(4, "菜单 🍔"); }},
         {"delete scene", [](TaskEditor& e) { return e.deleteScene(5); }},
         {"delete events",
@@ -61,11 +60,6 @@ TEST_F(Editor, EveryEditUndoesAndRedoesToTheSameBytes) {
              return e.removeEvents(5, {1, 3});
          }},
         {"move event", [](TaskEditor& e) { return e.moveEvent(5, 1, 3); }},
-        {"paste events",
-         [](TaskEditor& e) {
-             const QByteArray json = ui::eventsToTaskJson(e.document(), {e.eventAt(5, 1)});
-             return e.pasteEvents(0, 1, json);
-         }},
         {"change definition",
          [](TaskEditor& e) {
              auto copy = e.document().definitions[0]->clone();
@@ -109,22 +103,7 @@ TEST_F(Editor, EveryEditUndoesAndRedoesToTheSameBytes) {
     }
 }
 
-TEST_F(Editor, SavingWithoutEditsWritesWhatTheModelWritesAndLockedEditsAreRefused) {
-    model::TaskDocument model;
-    ASSERT_TRUE(model.openFolder(task_.path()));
-    ASSERT_TRUE(editor_.save());
-    QFile saved(task_.folder().filePath("script.json"));
-    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
-    EXPECT_EQ(saved.readAll(), model.serialise());
-
-    editor_.setLocked(true);
-    EXPECT_FALSE(editor_.insertEvents(3, 1, std::vector<model::EditorEvent>(1), "add"));
-    EXPECT_FALSE(editor_.removeDefinition(1));
-    EXPECT_EQ(editor_.undoStack().count(), 0);
-    EXPECT_EQ(text(), model.serialise());
-}
-
-TEST_F(Editor, PastingNeedsTaskJsonWithEvents) {
+TEST_F(Editor, PastingNeedsTaskJsonWithEventsAndAnUnlockedTask) {
     const QByteArray before = text();
     for (const QByteArray& bad : {QByteArray("hello"), QByteArray("[1,2]"), QByteArray("{}"),
                                   QByteArray("{\"scene_list\": 3}")}) {
@@ -132,63 +111,36 @@ TEST_F(Editor, PastingNeedsTaskJsonWithEvents) {
         EXPECT_FALSE(editor_.pasteEvents(3, 1, bad, &error)) << bad.toStdString();
         EXPECT_FALSE(error.isEmpty()) << bad.toStdString();
     }
+    const QByteArray good = R"({"scene_list": [{"name": "s", "event_list": [
+        {"name": "e", "action_list": [{"type": 99}, {"type": 10}, "x"]}]}]})";
+    editor_.setLocked(true);
+    EXPECT_FALSE(editor_.pasteEvents(3, 1, good));
+    EXPECT_FALSE(editor_.removeDefinition(1));
     EXPECT_EQ(text(), before);
     EXPECT_EQ(editor_.undoStack().count(), 0);
 
+    editor_.setLocked(false);
     // Items of a kind this program does not know are left out; the rest comes in.
-    ASSERT_TRUE(editor_.pasteEvents(3, 1, R"({"scene_list": [{"name": "s", "event_list": [
-        {"name": "e", "action_list": [{"type": 99}, {"type": 10}, "x"]}]}]})"));
+    ASSERT_TRUE(editor_.pasteEvents(3, 1, good));
     ASSERT_EQ(editor_.eventAt(3, 1)->name, "e");
     ASSERT_EQ(editor_.eventAt(3, 1)->actions.size(), 1u);
     EXPECT_EQ(editor_.eventAt(3, 1)->actions[0]->type(), 10);
 }
 
-TEST_F(Editor, PastedEventsUseTheTargetsDefinitionsByNameOrBringTheirOwn) {
-    // The form scene's events use the demo's variables; into an empty task they bring them,
-    // back into the demo they find them again.
-    std::vector<const model::EditorEvent*> events;
-    for (int row = 1; row < editor_.eventRows(5); ++row) {
-        events.push_back(editor_.eventAt(5, row));
-    }
-    const QByteArray json = ui::eventsToTaskJson(editor_.document(), events);
-    const size_t definitions = editor_.document().definitions.size();
-    ASSERT_TRUE(editor_.pasteEvents(6, 2, json));
-    EXPECT_EQ(editor_.document().definitions.size(), definitions);
-    for (size_t i = 0; i < events.size(); ++i) {
-        model::EditorEvent pasted = *editor_.eventAt(6, 2 + int(i));
-        EXPECT_NE(pasted.id, editor_.eventAt(5, 1 + int(i))->id);
-        pasted.id = editor_.eventAt(5, 1 + int(i))->id;
-        model::JsonWriter a;
-        model::JsonWriter b;
-        pasted.write(a);
-        editor_.eventAt(5, 1 + int(i))->write(b);
-        EXPECT_EQ(a.text(), b.text());
-    }
-
-    TestTask otherTask;
-    otherTask.edit([](QJsonObject& root) { root["var_list"] = QJsonArray(); });
-    ui::TaskEditor other;
-    ASSERT_TRUE(other.open(otherTask.path()));
-    ASSERT_TRUE(other.pasteEvents(3, 1, json));
-    for (const auto& definition : other.document().definitions) {
-        EXPECT_FALSE(other.document().usersOf(model::Ref::Definition, definition->id).empty())
-            << definition->name.toStdString();
-    }
-    EXPECT_FALSE(other.document().definitions.empty());
-    other.undo();
-    EXPECT_TRUE(other.document().definitions.empty());
-}
-
-TEST_F(Editor, PastedEventsBringTheImagesAndColoursTheyUseWithTheirFiles) {
+TEST_F(Editor, PastedEventsFindWhatTheyUseByNameOrBringItWithItsFiles) {
+    std::vector<std::pair<int, int>> places;
     std::vector<const model::EditorEvent*> events;
     for (int scene = 3; scene < editor_.sceneRows(); ++scene) {
         for (int row = 1; row < editor_.eventRows(scene); ++row) {
+            places.emplace_back(scene, row);
             events.push_back(editor_.eventAt(scene, row));
         }
     }
     const QByteArray json = ui::eventsToTaskJson(editor_.document(), events);
+
     TestTask otherTask;
     otherTask.edit([](QJsonObject& root) {
+        root["var_list"] = QJsonArray();
         root["image_list"] = QJsonArray();
         root["color_list"] = QJsonArray();
     });
@@ -199,7 +151,7 @@ TEST_F(Editor, PastedEventsBringTheImagesAndColoursTheyUseWithTheirFiles) {
     EXPECT_FALSE(other.pasteEvents(3, 1, json, &error));  // the image file is nowhere
     EXPECT_TRUE(error.contains("start button")) << error.toStdString();
     EXPECT_EQ(other.undoStack().count(), 0);
-
+    std::vector<size_t> definitions;        // after each paste
     for (int pass = 0; pass < 2; ++pass) {  // the second paste finds them by name
         ASSERT_TRUE(other.pasteEvents(3, 1, json, &error, task_.path())) << error.toStdString();
         const model::TaskDocument& into = other.document();
@@ -209,15 +161,44 @@ TEST_F(Editor, PastedEventsBringTheImagesAndColoursTheyUseWithTheirFiles) {
         EXPECT_EQ(into.colors[0].name, "next enabled");
         EXPECT_EQ(into.usersOf(model::Ref::Image, into.images[0].id).size(), pass + 1u);
         EXPECT_EQ(into.usersOf(model::Ref::Color, into.colors[0].id).size(), pass + 1u);
+        for (const auto& definition : into.definitions) {
+            EXPECT_FALSE(into.usersOf(model::Ref::Definition, definition->id).empty())
+                << definition->name.toStdString();
+        }
+        definitions.push_back(into.definitions.size());
         QFile copied(otherTask.path() + "/image/" + into.images[0].file);
         QFile original(task_.path() + "/image/" + editor_.document().images[0].file);
         ASSERT_TRUE(copied.open(QIODevice::ReadOnly) && original.open(QIODevice::ReadOnly));
         EXPECT_EQ(copied.readAll(), original.readAll());
     }
+    EXPECT_GT(definitions[0], 0u);
+    EXPECT_EQ(definitions[1], definitions[0]);
     other.undo();
     other.undo();
     EXPECT_TRUE(other.document().images.empty());
     EXPECT_TRUE(other.document().colors.empty());
+    EXPECT_TRUE(other.document().definitions.empty());
+
+    // Back into the demo: the same events under new ids, adding nothing else.
+    const model::TaskDocument& demo = editor_.document();
+    const auto counts = [&] {
+        return std::vector{demo.definitions.size(), demo.images.size(), demo.colors.size()};
+    };
+    const auto before = counts();
+    const int end = editor_.eventRows(6);
+    ASSERT_TRUE(editor_.pasteEvents(6, end, json));
+    EXPECT_EQ(counts(), before);
+    for (size_t i = 0; i < places.size(); ++i) {
+        const model::EditorEvent& original = *editor_.eventAt(places[i].first, places[i].second);
+        model::EditorEvent pasted = *editor_.eventAt(6, end + int(i));
+        EXPECT_NE(pasted.id, original.id);
+        pasted.id = original.id;
+        model::JsonWriter a;
+        model::JsonWriter b;
+        pasted.write(a);
+        original.write(b);
+        EXPECT_EQ(a.text(), b.text());
+    }
 }
 
 TEST_F(Editor, DeletingAColourListsItsUsersAndAsks) {

@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QDialog>
 #include <QDir>
-#include <QJsonArray>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QTest>
@@ -42,17 +41,12 @@ protected:
 
     void press(const std::vector<KeySym>& keysyms) { pressKeys(keyboard_, keysyms); }
 
-    ui::RunControl& run() { return window_->runControl(); }
-    bool waitFor(State state) {
-        return QTest::qWaitFor([&] { return run().state() == state; }, 5000);
-    }
-
     DemoTargetProcess demo_{qEnvironmentVariable("DISPLAY").toStdString(),
                             {"--geometry", "800x600+0+0"}};
     Display* keyboard_ = nullptr;
 };
 
-TEST_F(HotKeys, KeyHeldByAnotherProgramIsNamedAndTheOthersStillWork) {
+TEST_F(HotKeys, KeyHeldByAnotherProgramOrUnreadableIsNamedAndTheOthersStillWork) {
     window_.reset();
     const auto other = platform::makeX11HotKeys(nullptr);
     ASSERT_TRUE(other->registerKey(1, *platform::keys::parseHotKey("F8")));
@@ -74,9 +68,15 @@ TEST_F(HotKeys, KeyHeldByAnotherProgramIsNamedAndTheOthersStillWork) {
     ASSERT_TRUE(run().start());
     press({XK_F10});
     EXPECT_TRUE(waitFor(State::Idle));
+
+    // An unreadable key text fails like a held key.
+    ui::AppConfig(task_.configPath()).setHotKeys("Alt+Shift+S", "Ctrl+F2", "Shift+Hyper");
+    const ModalSeen unread =
+        answerModal([&] { ASSERT_TRUE(window_->openTask(task_.path(), &error)); }, "确定");
+    EXPECT_EQ(unread.text, "停止热键注册失败");
 }
 
-TEST_F(HotKeys, StartAndStopARunFromAnyWindowWithTheConfigFilesKeys) {
+TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSettingsTake) {
     press({XK_F8});
     ASSERT_TRUE(waitFor(State::Running));
     EXPECT_TRUE(demo_.waitForLine("screen FINISH", 0, 5000));
@@ -92,17 +92,15 @@ TEST_F(HotKeys, StartAndStopARunFromAnyWindowWithTheConfigFilesKeys) {
     press({XK_Control_L, XK_F3});
     ASSERT_TRUE(waitFor(State::Running));
     press({XK_Control_L, XK_F4});
-    EXPECT_TRUE(waitFor(State::Idle));
-}
+    ASSERT_TRUE(waitFor(State::Idle));
 
-TEST_F(HotKeys, SettingsViewTakesPressedKeysAndRegistersThemAtOnce) {
     QTimer::singleShot(100, [&] {
         auto* view = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         ASSERT_TRUE(view);
         EXPECT_EQ(view->windowTitle(), "设置");
         auto* start = view->findChild<QLineEdit*>("lineEdit_start_key");
         ASSERT_TRUE(start);
-        EXPECT_EQ(start->text(), "F8");
+        EXPECT_EQ(start->text(), "Ctrl+F3");
         QTest::keyClick(start, Qt::Key_F6, Qt::ControlModifier);
         EXPECT_EQ(start->text(), "Ctrl+F6");
         view->findChild<QCheckBox*>("checkBox_back_capture")->setChecked(true);
@@ -115,22 +113,13 @@ TEST_F(HotKeys, SettingsViewTakesPressedKeysAndRegistersThemAtOnce) {
     EXPECT_TRUE(window_->editor().document().settings.concurrency);
     EXPECT_EQ(window_->editor().document().settings.loopInterval, 100)
         << "the demo's interval lies between the slider's steps and the slider was not moved";
-
-    press({XK_F8});
+    press({XK_Control_L, XK_F3});
     QTest::qWait(300);
-    EXPECT_EQ(run().state(), State::Idle) << "F8 was given up";
+    EXPECT_EQ(run().state(), State::Idle) << "Ctrl+F3 was given up at once";
     press({XK_Control_L, XK_F6});
     ASSERT_TRUE(waitFor(State::Running));
-    press({XK_F10});
+    press({XK_Control_L, XK_F4});
     EXPECT_TRUE(waitFor(State::Idle));
-}
-
-TEST_F(HotKeys, UnreadableKeyTextFailsLikeAHeldKey) {
-    ui::AppConfig(task_.configPath()).setHotKeys("Alt+Shift+S", "F8", "Shift+Hyper");
-    QString error;
-    const ModalSeen box =
-        answerModal([&] { ASSERT_TRUE(window_->openTask(task_.path(), &error)); }, "确定");
-    EXPECT_EQ(box.text, "停止热键注册失败");
 }
 
 }  // namespace

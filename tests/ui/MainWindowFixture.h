@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
 #include <memory>
 
 #include "TestTask.h"
@@ -33,6 +36,21 @@ protected:
             names << model->index(row, 0).data().toString();
         }
         return names;
+    }
+
+    ui::RunControl& run() { return window_->runControl(); }
+
+    // A run takes seconds on a loaded machine; a stuck one still fails in time.
+    bool waitFor(ui::RunControl::State state, int timeout = 20000) {
+        return QTest::qWaitFor([&] { return run().state() == state; }, timeout);
+    }
+
+    // 选择窗口, ADB模式, 全屏模式 and 查看修改窗口信息, in this order.
+    QAction* targetMenu(int entry) const {
+        return window_->findChild<QPushButton*>("pushButton_select_window")
+            ->menu()
+            ->actions()
+            .value(entry);
     }
 
     // Before the window that uses it.

@@ -16,8 +16,8 @@ struct ModalSeen {
 };
 
 struct ModalAnswer {
-    QString button;                           // the text of the button to click
-    QString input;                            // typed into an input dialog first
+    QString button;                           // the text of the button to click, or none
+    QString input;                            // typed into an input dialog first, if any
     std::function<void(QWidget&)> fill = {};  // sets the dialog's controls before the click
 };
 

@@ -32,7 +32,7 @@ protected:
         DemoTargetProcess demo(qEnvironmentVariable("DISPLAY").toStdString(),
                                {"--geometry", "800x600+0+0"});
         ASSERT_TRUE(demo.started());
-        window_->runControl().start();
+        run().start();
         // Stopped once the finish screen has been seen for a while (its cycles fire nothing).
         const auto recordedLines = [&] {
             const QDir root(ui::AppConfig::playbackFolder(task_.configPath()));
@@ -41,9 +41,8 @@ protected:
             return file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') : 0;
         };
         ASSERT_TRUE(QTest::qWaitFor([&] { return recordedLines() > 16; }, 20000));
-        window_->runControl().stop();
-        ASSERT_TRUE(QTest::qWaitFor(
-            [&] { return window_->runControl().state() == ui::RunControl::State::Idle; }, 20000));
+        run().stop();
+        ASSERT_TRUE(waitFor(ui::RunControl::State::Idle));
         window_->findChild<QAction*>("playback")->trigger();
         playback_ = window_->findChild<ui::PlaybackWindow*>();
         ASSERT_TRUE(playback_ && playback_->marks());
@@ -90,7 +89,7 @@ protected:
     ui::PlaybackWindow* playback_ = nullptr;
 };
 
-TEST_F(PlaybackWindowTest, StepsAndJumpsLandOnTheRecordedCycles) {
+TEST_F(PlaybackWindowTest, StepsLandOnTheRecordedCyclesAndAnEditsChangesAreMarked) {
     ASSERT_GT(cycles(), 10) << "the run waits on the finish screen for many cycles";
     const auto sceneChanges =
         where([&](int i) { return line(i)["scene"] != line(i - 1)["scene"]; });
@@ -114,9 +113,7 @@ TEST_F(PlaybackWindowTest, StepsAndJumpsLandOnTheRecordedCycles) {
     EXPECT_TRUE(std::any_of(shapes.begin(), shapes.end(), [](const auto& shape) {
         return shape.rect.isNull() && shape.holds && shape.text.startsWith("menu background: ");
     }));
-}
 
-TEST_F(PlaybackWindowTest, OpensAConditionsEventAndMarksWhatAnEditChanges) {
     // The form's identification, opened in the editor from the viewer.
     playback_->showCycle({0, where([&](int i) { return line(i)["scene"] == "form"; })[0]});
     auto* decisions = playback_->findChild<QTreeWidget*>("tree_decisions");

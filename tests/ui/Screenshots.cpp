@@ -5,11 +5,9 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDir>
-#include <QJsonArray>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
-#include <QPointer>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -20,6 +18,7 @@
 #include <cstdio>
 #include <functional>
 
+#include "ModalAnswer.h"
 #include "TestDevice.h"
 #include "TestTask.h"
 #include "TinyLabelModel.h"
@@ -63,9 +62,12 @@ class Shooter {
 public:
     explicit Shooter(QString folder) : folder_(std::move(folder)) { QDir().mkpath(folder_); }
 
+    // Appended to every name: the pictures of each language side by side.
+    void setSuffix(const QString& suffix) { suffix_ = suffix; }
+
     void save(QWidget& widget, const QString& name) {
         QApplication::processEvents();
-        const QString path = QDir(folder_).filePath(name + ".png");
+        const QString path = QDir(folder_).filePath(name + suffix_ + ".png");
         if (!widget.grab().save(path)) {
             std::fprintf(stderr, "could not write %s\n", qPrintable(path));
             failed_ = true;
@@ -73,41 +75,19 @@ public:
         std::printf("%s\n", qPrintable(path));
     }
 
-    // Renders the modal dialogs that `trigger` opens one after another, closing message
-    // boxes (or clicking the first button of those that cannot be closed) and accepting
-    // other dialogs.
+    // Renders the modal dialogs that `trigger` opens one after another; whatever stays open
+    // after `answer` (a box, a dialog that refuses its values) is closed.
     void saveModals(const QStringList& names, const std::function<void()>& trigger) {
-        qsizetype next = 0;
-        QPointer<QWidget> shot;
-        QTimer poll;
-        poll.setInterval(200);
-        QObject::connect(&poll, &QTimer::timeout, [&] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            if (!dialog || dialog == shot.data() || next >= names.size()) {
-                return;
+        std::vector<autoscene::testing::ModalAnswer> answers;
+        for (const QString& name : names) {
+            answers.push_back({{}, {}, [this, name](QWidget& dialog) { answer(dialog, name); }});
+        }
+        const auto seen = autoscene::testing::answerModals(trigger, answers);
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            if (!seen[i].shown) {
+                std::fprintf(stderr, "no dialog for %s\n", qPrintable(names[i]));
+                failed_ = true;
             }
-            shot = dialog;
-            save(*dialog, names[next++]);
-            if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
-                // A box without an escape button ignores closing: click its first button.
-                if (box->escapeButton()) {
-                    box->close();
-                } else {
-                    box->buttons().constFirst()->click();
-                }
-            } else if (auto* other = qobject_cast<QDialog*>(dialog)) {
-                other->accept();
-                // A dialog that refuses its values stays open: leave it unchanged.
-                if (other->isVisible()) {
-                    other->reject();
-                }
-            }
-        });
-        poll.start();
-        trigger();
-        if (next < names.size()) {
-            std::fprintf(stderr, "no dialog for %s\n", qPrintable(names[next]));
-            failed_ = true;
         }
     }
 
@@ -131,21 +111,25 @@ public:
     bool failed() const { return failed_; }
 
 private:
+    // Clicks the first button of a box that cannot be closed, accepts other dialogs.
+    void answer(QWidget& dialog, const QString& name) {
+        save(dialog, name);
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        if (box && !box->escapeButton()) {
+            box->buttons().constFirst()->click();
+        } else if (auto* other = qobject_cast<QDialog*>(&dialog); other && !box) {
+            other->accept();
+        }
+    }
+
     QString folder_;
+    QString suffix_;
     bool failed_ = false;
 };
 
-void shootRun(Shooter& shooter, const QString& suffix) {
-    TestTask task;
-    // Without its stop action the task waits on the last screen until stopped.
-    task.edit([](QJsonObject& root) {
-        QJsonArray scenes = root["scene_list"].toArray();
-        QJsonObject finish = scenes.last().toObject();
-        finish["event_list"] = QJsonArray();
-        scenes.replace(scenes.size() - 1, finish);
-        root["scene_list"] = scenes;
-    });
-    AppConfig(task.configPath()).setLoopMode(2);
+// Runs `shoot` on a main window on `task`, shown beside a demo target at `demoGeometry`.
+void withDemoWindow(const TestTask& task, const std::string& demoGeometry,
+                    const std::function<void(MainWindow&)>& shoot) {
     const auto backend = autoscene::platform::makeX11Backend(nullptr);
     const auto picker = autoscene::platform::makeX11WindowPicker(nullptr);
     MainWindow window{AppConfig(task.configPath()),
@@ -157,83 +141,131 @@ void shootRun(Shooter& shooter, const QString& suffix) {
     window.setGeometry(0, 0, 1180, 700);
     window.show();
     autoscene::testing::DemoTargetProcess demo(qgetenv("DISPLAY").toStdString(),
-                                               {"--geometry", "800x600+1200+0"});
-    shooter.saveModal("window-list" + suffix, [&] {
-        window.findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[0]->trigger();
+                                               {"--geometry", demoGeometry});
+    shoot(window);
+}
+
+bool waitUntilIdle(MainWindow& window, int timeout = 5000) {
+    return QTest::qWaitFor([&] { return window.runControl().state() == RunControl::State::Idle; },
+                           timeout);
+}
+
+void shootRun(Shooter& shooter) {
+    TestTask task;
+    task.dropLastScenesEvents();  // it waits on the last screen until stopped
+    AppConfig(task.configPath()).setLoopMode(2);
+    withDemoWindow(task, "800x600+1200+0", [&](MainWindow& window) {
+        QMenu* targets = window.findChild<QPushButton*>("pushButton_select_window")->menu();
+        const auto targetMenu = [&](int entry) { targets->actions()[entry]->trigger(); };
+        const auto stop = [&] {
+            window.runControl().stop();
+            if (!waitUntilIdle(window)) {
+                std::fprintf(stderr, "the run did not stop\n");
+            }
+        };
+        shooter.saveModal("window-list", [&] { targetMenu(0); });
+        shooter.saveModal("window-info", [&] { targetMenu(3); });
+        // Answered with its first button, "查看设置": the mode dialog, then no run.
+        shooter.saveModals({"run-mode-changed", "loop-mode-dialog"},
+                           [&] { window.runControl().start(); });
+        AppConfig(task.configPath()).setLoopMode(1);  // the task's own: no question
+        window.runControl().start();
+        window.findChild<QAction*>("action_logviewer")->trigger();
+        QTest::qWait(3000);
+        shooter.save(window, "main-window-running");
+        shooter.save(window.logWindow(), "log-window");
+        window.logWindow().close();
+        stop();
+        AppConfig(task.configPath()).setLoopMode(0);
+        shooter.saveModals({"run-mode-unset", "loop-mode-dialog-unset"},
+                           [&] { window.runControl().start(); });
+        stop();
     });
-    const auto stop = [&] {
-        window.runControl().stop();
-        if (!QTest::qWaitFor(
-                [&] { return window.runControl().state() == RunControl::State::Idle; })) {
-            std::fprintf(stderr, "the run did not stop\n");
-        }
-    };
-    shooter.saveModal("window-info" + suffix, [&] {
-        window.findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[3]->trigger();
-    });
-    // Answered with its first button, "查看设置": the mode dialog, then no run.
-    shooter.saveModals({"run-mode-changed" + suffix, "loop-mode-dialog" + suffix},
-                       [&] { window.runControl().start(); });
-    AppConfig(task.configPath()).setLoopMode(1);  // the task's own: no question
-    window.runControl().start();
-    window.findChild<QAction*>("action_logviewer")->trigger();
-    QTest::qWait(3000);
-    shooter.save(window, "main-window-running" + suffix);
-    shooter.save(window.logWindow(), "log-window" + suffix);
-    window.logWindow().close();
-    stop();
-    AppConfig(task.configPath()).setLoopMode(0);
-    shooter.saveModals({"run-mode-unset" + suffix, "loop-mode-dialog-unset" + suffix},
-                       [&] { window.runControl().start(); });
-    stop();
 }
 
 // The playback window on a recording of the demo run, then after an edit that makes the form
 // scene's identification fail on its recorded frames.
-void shootPlayback(Shooter& shooter, const QString& suffix) {
+void shootPlayback(Shooter& shooter) {
     TestTask task;
     AppConfig(task.configPath()).setLoopMode(1);
-    const auto backend = autoscene::platform::makeX11Backend(nullptr);
-    MainWindow window{AppConfig(task.configPath()), {backend.get(), nullptr, nullptr, nullptr}};
-    QString error;
-    if (!window.openTask(task.path(), &error)) {
-        return;
-    }
-    window.setGeometry(0, 0, 1180, 700);
-    window.show();
-    autoscene::testing::DemoTargetProcess demo(qgetenv("DISPLAY").toStdString(),
-                                               {"--geometry", "800x600+1200+0"});
-    window.runControl().start();
-    if (!QTest::qWaitFor([&] { return window.runControl().state() == RunControl::State::Idle; },
-                         20000)) {
-        std::fprintf(stderr, "the demo run did not end\n");
-        return;
-    }
-    window.findChild<QAction*>("playback")->trigger();
-    auto* playback = window.findChild<PlaybackWindow*>();
-    playback->findChild<QPushButton*>("pushButton_next_scene")->click();
-    auto* decisions = playback->findChild<QTreeWidget*>("tree_decisions");
-    decisions->setCurrentItem(decisions->topLevelItem(decisions->topLevelItemCount() - 1));
-    shooter.save(*playback, "playback" + suffix);
-    TaskEditor& editor = window.editor();
-    for (int row = TaskEditor::kFixedRows; row < editor.sceneRows(); ++row) {
-        if (editor.sceneAt(row)->name == "form") {
-            autoscene::model::EditorEvent identification = *editor.eventAt(row, 0);
-            static_cast<autoscene::model::EditorColorCondition&>(
-                *identification.conditions.items()[0])
-                .count = 3900;
-            editor.replaceEvent(row, 0, identification, "raise");
+    withDemoWindow(task, "800x600+1200+0", [&](MainWindow& window) {
+        window.runControl().start();
+        if (!waitUntilIdle(window, 20000)) {
+            std::fprintf(stderr, "the demo run did not end\n");
+            return;
         }
-    }
-    if (!QTest::qWaitFor([&] { return !playback->replaying(); }, 20000)) {
-        std::fprintf(stderr, "the replay of the edited task did not end\n");
-    }
-    playback->findChild<QPushButton*>("pushButton_next_difference")->click();
-    shooter.save(*playback, "playback-edited" + suffix);
+        window.findChild<QAction*>("playback")->trigger();
+        auto* playback = window.findChild<PlaybackWindow*>();
+        playback->findChild<QPushButton*>("pushButton_next_scene")->click();
+        auto* decisions = playback->findChild<QTreeWidget*>("tree_decisions");
+        decisions->setCurrentItem(decisions->topLevelItem(decisions->topLevelItemCount() - 1));
+        shooter.save(*playback, "playback");
+        TaskEditor& editor = window.editor();
+        for (int row = TaskEditor::kFixedRows; row < editor.sceneRows(); ++row) {
+            if (editor.sceneAt(row)->name == "form") {
+                autoscene::model::EditorEvent identification = *editor.eventAt(row, 0);
+                static_cast<autoscene::model::EditorColorCondition&>(
+                    *identification.conditions.items()[0])
+                    .count = 3900;
+                editor.replaceEvent(row, 0, identification, "raise");
+            }
+        }
+        if (!QTest::qWaitFor([&] { return !playback->replaying(); }, 20000)) {
+            std::fprintf(stderr, "the replay of the edited task did not end\n");
+        }
+        playback->findChild<QPushButton*>("pushButton_next_difference")->click();
+        shooter.save(*playback, "playback-edited");
+    });
+}
+
+// The screen tools on a screenshot of the demo, taken through the toolbar as a user would.
+void shootScreenTools(Shooter& shooter) {
+    TestTask task;
+    task.edit([](QJsonObject& root) {
+        QJsonObject window = root["window_info"].toObject();
+        window["width"] = 800;
+        window["height"] = 600;
+        root["window_info"] = window;
+    });
+    withDemoWindow(task, "800x600+1240+0", [&](MainWindow& window) {
+        QTest::qWait(1000);
+        using Mode = ScreenToolsDialog::Mode;
+        window.findChild<QAction*>("action_crop_image")->trigger();
+        ScreenToolsDialog& tools = window.screenTools(Mode::Template);
+        tools.resize(1280, 800);
+        tools.move(0, 0);
+        if (!QTest::qWaitFor([&] { return !tools.view().image().isNull(); }, 5000)) {
+            std::fprintf(stderr, "no screenshot of the demo\n");
+            return;
+        }
+        OriginalView& view = tools.view();
+        view.setZoom(1);
+        view.setSelection({220, 200, 200, 80});
+        shooter.save(tools, "screen-template");
+        view.setZoom(16, view.viewportRectOf({220, 200, 1, 1}).topLeft());
+        shooter.save(tools, "screen-template-zoomed");
+        view.setZoom(1);
+        tools.saveCurrent();
+        shooter.save(tools, "screen-template-saved");
+        tools.setMode(Mode::SearchArea);
+        view.setSelection({180, 160, 280, 160});
+        shooter.save(tools, "screen-area");
+        tools.setMode(Mode::ClickArea);
+        view.setSelection({240, 220, 60, 40});
+        shooter.save(tools, "screen-click-area");
+        tools.setMode(Mode::TextRegion);
+        view.setSelection({20, 20, 300, 60});
+        shooter.save(tools, "screen-text-region");
+        tools.setMode(Mode::Colour);
+        view.setSelection({});
+        tools.pickColour({30, 300});
+        shooter.save(tools, "screen-colour");
+        tools.close();
+    });
 }
 
 // A test device behind an adb server of its own, listed in ADB mode.
-void shootDevices(Shooter& shooter, const QString& suffix) {
+void shootDevices(Shooter& shooter) {
     autoscene::testing::PrivateAdb adb;
     autoscene::testing::TestDevice device;
     adb.connect(device);
@@ -243,12 +275,12 @@ void shootDevices(Shooter& shooter, const QString& suffix) {
     if (!window.openTask(task.path(), &error)) {
         return;
     }
-    shooter.saveModal("device-list" + suffix, [&] {
+    shooter.saveModal("device-list", [&] {
         window.findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[1]->trigger();
     });
 }
 
-void shootTaskPage(Shooter& shooter, const QString& suffix) {
+void shootTaskPage(Shooter& shooter) {
     TestTask task;
     task.markConfigVariables({0, 2});
     TaskMainPage page{AppConfig(task.configPath()), {}};
@@ -260,161 +292,106 @@ void shootTaskPage(Shooter& shooter, const QString& suffix) {
                             {0x600001, "Autoscene Demo", {}, {{1, "2"}}},
                             {0, {}, "127.0.0.1:5555", {}}}});
     page.show();
-    shooter.save(page, "task-page" + suffix);
+    shooter.save(page, "task-page");
     const auto click = [&](const char* name) { page.findChild<QPushButton*>(name)->click(); };
-    shooter.saveModal("task-page-empty" + suffix, [&] { click("pushButton_load"); });
+    shooter.saveModal("task-page-empty", [&] { click("pushButton_load"); });
     saveConfiguration(task.path(), "两台", page.configuration(), &error);
-    shooter.saveModal("task-page-load" + suffix, [&] { click("pushButton_load"); });
+    shooter.saveModal("task-page-load", [&] { click("pushButton_load"); });
     page.findChild<QTableWidget*>()->setCurrentCell(0, 1);
-    shooter.saveModal("task-page-sync" + suffix, [&] { click("pushButton_sync"); });
+    shooter.saveModal("task-page-sync", [&] { click("pushButton_sync"); });
 }
 
-void shootMainWindow(Shooter& shooter, const QString& suffix) {
+void shootMainWindow(Shooter& shooter) {
     TestTask task;
     AppConfig(task.configPath()).addRecentTask(task.path());
     AutoRunner welcome{AppConfig(task.configPath()), {}};
     welcome.show();
-    shooter.save(welcome, "welcome" + suffix);
-    MainWindow* window = welcome.openTask(task.path());
+    shooter.save(welcome, "welcome");
+    std::unique_ptr<MainWindow> window(welcome.openTask(task.path()));
     if (!window) {
         return;
     }
     window->resize(960, 640);
     window->sceneList().selectRow(3);
-    shooter.save(*window, "main-window" + suffix);
-    shooter.saveContextMenu(window->sceneList(), 4, "scene-menu" + suffix);
-    shooter.saveModal("settings" + suffix,
-                      [&] { window->findChild<QAction*>("action_settings")->trigger(); });
-    shooter.saveModal("plugin-funcs" + suffix, [&] {
-        PluginFuncsDialog(autoscene::plugins::BackgroundServices{}, window).exec();
+    shooter.save(*window, "main-window");
+    shooter.saveContextMenu(window->sceneList(), 4, "scene-menu");
+    const auto trigger = [&](const char* action) {
+        window->findChild<QAction*>(action)->trigger();
+    };
+    shooter.saveModal("settings", [&] { trigger("action_settings"); });
+    shooter.saveModal("plugin-funcs", [&] {
+        PluginFuncsDialog(autoscene::plugins::BackgroundServices{}, window.get()).exec();
     });
-    shooter.saveModal("rename-prompt" + suffix, [&] { window->sceneList().renameRow(4); });
-    shooter.saveModal("delete-question" + suffix, [&] { window->sceneList().deleteRow(4); });
-    QMenu* targets = window->findChild<QMenu*>();
-    if (targets) {
+    shooter.saveModal("rename-prompt", [&] { window->sceneList().renameRow(4); });
+    shooter.saveModal("delete-question", [&] { window->sceneList().deleteRow(4); });
+    if (auto* targets = window->findChild<QMenu*>()) {
         targets->popup(window->mapToGlobal(QPoint(10, 60)));
-        shooter.save(*targets, "target-menu" + suffix);
+        shooter.save(*targets, "target-menu");
         targets->close();
     }
     // A file where the task folder was makes the save fail.
     task.folder().removeRecursively();
     QFile(task.path()).open(QIODevice::WriteOnly);
-    shooter.saveModal("save-failed" + suffix,
-                      [&] { window->findChild<QAction*>("action_save")->trigger(); });
-    shooter.saveModal("close-question" + suffix, [&] { window->close(); });
+    shooter.saveModal("save-failed", [&] { trigger("action_save"); });
+    shooter.saveModal("close-question", [&] { window->close(); });
     QFile::remove(task.path());
-    delete window;
 }
 
 // Every form once, the event editor, and the definition dialogs with their questions.
-void shootEditor(Shooter& shooter, const QString& suffix) {
+void shootEditor(Shooter& shooter) {
     TestTask task;
     TaskEditor editor;
     if (!editor.open(task.path())) {
         return;
     }
+    const auto& document = editor.document();
     const auto shootForm = [&](FieldForm* form, const QString& title, const QString& name) {
         FormDialog dialog(form, title);
         dialog.show();
         dialog.accept();  // shows what is wrong with the new item, if anything
-        shooter.save(dialog, name + suffix);
+        shooter.save(dialog, name);
+    };
+    const auto shootItem = [&](std::unique_ptr<autoscene::model::IEditorItem> item,
+                               const QString& name) {
+        auto* form = new FieldForm(document);
+        addItemFields(*form, *item, document);
+        shootForm(form, itemFormTitle(*item), name);
     };
     for (const ItemKind& kind : conditionKinds()) {
-        auto item = newCondition(kind.type);
-        auto* form = new FieldForm(editor.document());
-        addItemFields(*form, *item, editor.document());
-        shootForm(form, itemFormTitle(*item), QStringLiteral("condition-%1").arg(kind.type));
+        shootItem(newCondition(kind.type), QStringLiteral("condition-%1").arg(kind.type));
     }
     for (const ItemKind& kind : actionKinds()) {
-        auto item = newAction(kind.type);
-        auto* form = new FieldForm(editor.document());
-        addItemFields(*form, *item, editor.document());
-        shootForm(form, itemFormTitle(*item), QStringLiteral("action-%1").arg(kind.type));
+        shootItem(newAction(kind.type), QStringLiteral("action-%1").arg(kind.type));
     }
     for (const ItemKind& kind : definitionKinds()) {
         auto definition = newDefinition(kind.type);
-        auto* form = new FieldForm(editor.document());
-        addDefinitionFields(*form, *definition, editor.document());
+        auto* form = new FieldForm(document);
+        addDefinitionFields(*form, *definition, document);
         shootForm(form, kind.name, QStringLiteral("definition-%1").arg(kind.type));
     }
-    EventEditor events(editor.document(), *editor.eventAt(5, 1));
+    EventEditor events(document, *editor.eventAt(5, 1));
     events.show();
-    shooter.save(events, "event-editor" + suffix);
+    shooter.save(events, "event-editor");
     DefinitionsDialog definitions(editor);
     definitions.show();
-    shooter.save(definitions, "definitions" + suffix);
-    shooter.saveModal("definition-new" + suffix, [&] { definitions.addDefinition(); });
-    shooter.saveModal("definition-delete-used" + suffix, [&] { definitions.deleteDefinition(0); });
+    shooter.save(definitions, "definitions");
+    shooter.saveModal("definition-new", [&] { definitions.addDefinition(); });
+    shooter.saveModal("definition-delete-used", [&] { definitions.deleteDefinition(0); });
     ColorsDialog colors(editor);
     colors.show();
-    shooter.save(colors, "colors" + suffix);
-    shooter.saveModal("color-edit" + suffix, [&] { colors.editColor(0); });
-    shooter.saveModal("color-delete-used" + suffix, [&] { colors.deleteColor(2); });
+    shooter.save(colors, "colors");
+    shooter.saveModal("color-edit", [&] { colors.editColor(0); });
+    shooter.saveModal("color-delete-used", [&] { colors.deleteColor(2); });
     PluginListDialog plugins(editor);
     plugins.addPluginFile(QStringLiteral(EXAMPLE_PLUGINS "/colour-probe.json"));
     plugins.show();
-    shooter.save(plugins, "plugin-list" + suffix);
-    auto plugin = newAction(autoscene::model::EditorPluginAction::kType);
-    auto* form = new FieldForm(editor.document());
-    addItemFields(*form, *plugin, editor.document());
-    shootForm(form, itemFormTitle(*plugin), "action-20-chosen");
-    shooter.saveModal("plugin-remove" + suffix, [&] { plugins.removePlugin(0); });
-}
-
-// The screen tools on a screenshot of the demo, taken through the toolbar as a user would.
-void shootScreenTools(Shooter& shooter, const QString& suffix) {
-    TestTask task;
-    task.edit([](QJsonObject& root) {
-        QJsonObject window = root["window_info"].toObject();
-        window["width"] = 800;
-        window["height"] = 600;
-        root["window_info"] = window;
-    });
-    const auto backend = autoscene::platform::makeX11Backend(nullptr);
-    MainWindow window{AppConfig(task.configPath()), {backend.get(), nullptr, nullptr, nullptr}};
-    QString error;
-    if (!window.openTask(task.path(), &error)) {
-        return;
-    }
-    autoscene::testing::DemoTargetProcess demo(qgetenv("DISPLAY").toStdString(),
-                                               {"--geometry", "800x600+1240+0"});
-    QTest::qWait(1000);
-    using Mode = ScreenToolsDialog::Mode;
-    window.findChild<QAction*>("action_crop_image")->trigger();
-    ScreenToolsDialog& tools = window.screenTools(Mode::Template);
-    tools.resize(1280, 800);
-    tools.move(0, 0);
-    if (!QTest::qWaitFor([&] { return !tools.view().image().isNull(); }, 5000)) {
-        std::fprintf(stderr, "no screenshot of the demo\n");
-        return;
-    }
-    OriginalView& view = tools.view();
-    view.setZoom(1);
-    view.setSelection({220, 200, 200, 80});
-    shooter.save(tools, "screen-template" + suffix);
-    view.setZoom(16, view.viewportRectOf({220, 200, 1, 1}).topLeft());
-    shooter.save(tools, "screen-template-zoomed" + suffix);
-    view.setZoom(1);
-    tools.saveCurrent();
-    shooter.save(tools, "screen-template-saved" + suffix);
-    tools.setMode(Mode::SearchArea);
-    view.setSelection({180, 160, 280, 160});
-    shooter.save(tools, "screen-area" + suffix);
-    tools.setMode(Mode::ClickArea);
-    view.setSelection({240, 220, 60, 40});
-    shooter.save(tools, "screen-click-area" + suffix);
-    tools.setMode(Mode::TextRegion);
-    view.setSelection({20, 20, 300, 60});
-    shooter.save(tools, "screen-text-region" + suffix);
-    tools.setMode(Mode::Colour);
-    view.setSelection({});
-    tools.pickColour({30, 300});
-    shooter.save(tools, "screen-colour" + suffix);
-    tools.close();
+    shooter.save(plugins, "plugin-list");
+    shootItem(newAction(autoscene::model::EditorPluginAction::kType), "action-20-chosen");
+    shooter.saveModal("plugin-remove", [&] { plugins.removePlugin(0); });
 }
 
 // The test on the screen passing and failing, the template images and the label model.
-void shootProbeAndTemplates(Shooter& shooter, const QString& suffix) {
+void shootProbeAndTemplates(Shooter& shooter) {
     TestTask task;
     task.folder().mkdir("ori");
     QImage screen(640, 480, QImage::Format_RGB32);
@@ -433,18 +410,18 @@ void shootProbeAndTemplates(Shooter& shooter, const QString& suffix) {
         ProbePanel panel(editor.document(), &condition, nullptr, nullptr);
         panel.show();
         panel.test();
-        shooter.save(panel, QStringLiteral("probe-panel-%1%2").arg(searchId).arg(suffix));
+        shooter.save(panel, QStringLiteral("probe-panel-%1").arg(searchId));
     }
     TemplatesDialog templates(editor);
     templates.show();
-    shooter.save(templates, "templates" + suffix);
+    shooter.save(templates, "templates");
     ModelsDialog models(editor);
     models.show();
-    shooter.save(models, "models" + suffix);
+    shooter.save(models, "models");
     QTemporaryDir modelFolder;
     models.useModel(autoscene::testing::tinyModel(QDir(modelFolder.path())));
     models.test();
-    shooter.save(models, "models-tested" + suffix);
+    shooter.save(models, "models-tested");
 }
 
 }  // namespace
@@ -462,23 +439,17 @@ int main(int argc, char* argv[]) {
     setenv("DISPLAY", server.display().c_str(), 1);
     QApplication app(argc, argv);
     Shooter shooter(QString::fromLocal8Bit(argv[1]));
-    shootMainWindow(shooter, "");
-    shootEditor(shooter, "");
-    shootRun(shooter, "");
-    shootDevices(shooter, "");
-    shootTaskPage(shooter, "");
-    shootPlayback(shooter, "");
-    shootProbeAndTemplates(shooter, "");
-    shootScreenTools(shooter, "");
+    const auto shootAll = [&] {
+        for (const auto shoot :
+             {shootMainWindow, shootEditor, shootRun, shootDevices, shootTaskPage, shootPlayback,
+              shootProbeAndTemplates, shootScreenTools}) {
+            shoot(shooter);
+        }
+    };
+    shootAll();
     if (QTranslator* english = installTranslation(app, QLocale(QLocale::English))) {
-        shootMainWindow(shooter, "-en");
-        shootEditor(shooter, "-en");
-        shootRun(shooter, "-en");
-        shootDevices(shooter, "-en");
-        shootTaskPage(shooter, "-en");
-        shootPlayback(shooter, "-en");
-        shootProbeAndTemplates(shooter, "-en");
-        shootScreenTools(shooter, "-en");
+        shooter.setSuffix("-en");
+        shootAll();
         QApplication::removeTranslator(english);
     }
     return shooter.failed() ? 1 : 0;

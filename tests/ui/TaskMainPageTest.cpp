@@ -2,11 +2,9 @@
 // demo windows at once with its background plug-in.
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QListWidget>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>

@@ -16,33 +16,12 @@
 namespace autoscene::testing {
 namespace {
 
-class Welcome : public ::testing::Test {
-protected:
-    ui::AppConfig config() const { return ui::AppConfig(task_.configPath()); }
-
-    TestTask task_;
-};
-
-TEST_F(Welcome, OpensATaskInItsMainWindowAndRemembersIt) {
+TEST(Welcome, OpensOrCreatesATaskInItsMainWindowOrSaysWhyNotAndStays) {
+    const TestTask task;
+    const auto config = [&] { return ui::AppConfig(task.configPath()); };
     ui::AutoRunner welcome(config(), {});
     welcome.show();
     EXPECT_EQ(welcome.windowTitle(), "欢迎使用");
-    std::unique_ptr<ui::MainWindow> window(welcome.openTask(task_.path()));
-    ASSERT_TRUE(window);
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_FALSE(welcome.isVisible());
-    EXPECT_EQ(config().recentTasks(), QStringList(QFileInfo(task_.path()).absoluteFilePath()));
-
-    ui::AutoRunner again(config(), {});
-    auto* recent = again.findChild<QListWidget*>("listWidget_recent");
-    ASSERT_TRUE(recent);
-    ASSERT_EQ(recent->count(), 1);
-    EXPECT_EQ(recent->item(0)->text(), QFileInfo(task_.path()).absoluteFilePath());
-}
-
-TEST_F(Welcome, SaysWhyAFolderDoesNotOpenAndStays) {
-    ui::AutoRunner welcome(config(), {});
-    welcome.show();
     QTemporaryDir empty;
     ui::MainWindow* opened = nullptr;
     const ModalSeen notice = answerModal([&] { opened = welcome.openTask(empty.path()); }, "确定");
@@ -51,13 +30,21 @@ TEST_F(Welcome, SaysWhyAFolderDoesNotOpenAndStays) {
     EXPECT_TRUE(notice.text.contains(empty.path())) << notice.text.toStdString();
     EXPECT_TRUE(welcome.isVisible());
     EXPECT_TRUE(config().recentTasks().isEmpty());
-}
 
-TEST_F(Welcome, NewTaskWritesAnEmptyTaskAndOpensIt) {
-    ui::AutoRunner welcome(config(), {});
-    QTemporaryDir parent;
-    const QString folder = parent.filePath("new/task");
-    std::unique_ptr<ui::MainWindow> window(welcome.createTask(folder));
+    std::unique_ptr<ui::MainWindow> window(welcome.openTask(task.path()));
+    ASSERT_TRUE(window);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(welcome.isVisible());
+    const QString path = QFileInfo(task.path()).absoluteFilePath();
+    EXPECT_EQ(config().recentTasks(), QStringList(path));
+    ui::AutoRunner again(config(), {});
+    auto* recent = again.findChild<QListWidget*>("listWidget_recent");
+    ASSERT_TRUE(recent);
+    ASSERT_EQ(recent->count(), 1);
+    EXPECT_EQ(recent->item(0)->text(), path);
+
+    const QString folder = empty.filePath("new/task");
+    window.reset(again.createTask(folder));
     ASSERT_TRUE(window);
     EXPECT_TRUE(QFileInfo(folder + "/script.json").isFile());
     EXPECT_EQ(window->editor().sceneRows(), 3);
