@@ -6,7 +6,9 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <cmath>
 #include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
 
 #include "MatchingTestKit.h"
 #include "model/EditorActions.h"
@@ -113,6 +115,50 @@ TEST_F(ConditionProbeTest, ImageConditionsGiveTheRunnersVerdictWithItsReason) {
     EXPECT_EQ(weak.reason, reasons::scoreBelow(score, 0.9f));
 }
 
+// Beyond its area the image is searched on reduced copies (smooth pictures keep enough of
+// themselves there): a copy at the threshold or above still gives "outside" with its true
+// place and score, one just below it the score in the area.
+TEST_F(ConditionProbeTest, CopiesBeyondTheAreaKeepTheirTruePlaceAndScore) {
+    const auto smooth = [](std::uint64_t seed) {
+        cv::Mat frame = autoscene::test::noiseFrame(400, 300, seed);
+        cv::GaussianBlur(frame, frame, cv::Size(5, 5), 0);
+        return frame;
+    };
+    const cv::Mat piece = smooth(7)(cv::Rect(250, 180, 40, 24)).clone();
+    ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/t.png")).toStdString(), piece));
+    ConditionProbe probe(document);
+    for (const double noise : {8.0, 12.0}) {  // scores 0.93 and 0.87
+        SCOPED_TRACE(noise);
+        cv::Mat frame = smooth(8);
+        const cv::Rect at(137, 223, 40, 24);  // on no cell of a reduced copy
+        cv::Mat added(piece.size(), CV_16SC3);
+        cv::randn(added, cv::Scalar::all(0), cv::Scalar::all(noise));
+        cv::Mat copy;
+        piece.convertTo(copy, CV_16SC3);
+        copy += added;
+        copy.convertTo(frame(at), CV_8UC3);
+        cv::Mat scores;
+        cv::matchTemplate(frame, piece, scores, cv::TM_CCOEFF_NORMED);
+        double best = 0;
+        cv::minMaxLoc(scores, nullptr, &best);
+        const float score = std::round(float(best) * 100.0f) / 100.0f;
+        const ProbeResult result = probe.run(image(1, 10), frame);
+        ASSERT_FALSE(result.holds);
+        const auto outside = std::find_if(result.candidates.begin(), result.candidates.end(),
+                                          [](const ProbeCandidate& c) { return !c.inArea; });
+        if (noise < 10.0) {
+            ASSERT_GE(score, 0.9f);
+            EXPECT_EQ(result.reason, reasons::outsideSearchArea());
+            ASSERT_NE(outside, result.candidates.end());
+            EXPECT_EQ(outside->rect, QRect(at.x, at.y, at.width, at.height));
+            EXPECT_FLOAT_EQ(outside->score, score);
+        } else {
+            ASSERT_LT(score, 0.9f);
+            EXPECT_NE(result.reason, reasons::outsideSearchArea());
+        }
+    }
+}
+
 TEST_F(ConditionProbeTest, ActionsAimWithoutClickingAndColoursCount) {
     ConditionProbe probe(document);
     EditorImageAction click;
@@ -138,11 +184,11 @@ TEST_F(ConditionProbeTest, ActionsAimWithoutClickingAndColoursCount) {
 
 TEST_F(ConditionProbeTest, UniquenessHintNamesTheOtherCopyOnly) {
     const std::vector<ProbeCandidate> others =
-        otherMatches(document, 1, original, QRect(250, 180, 40, 24));
+        OtherMatches(document, 1, original, QRect(250, 180, 40, 24))();
     ASSERT_EQ(others.size(), 1u);
     EXPECT_EQ(others.front().rect, QRect(40, 30, 40, 24));
     cv::Mat single = autoscene::test::noiseFrame(400, 300, 7);
-    EXPECT_TRUE(otherMatches(document, 1, single, QRect(250, 180, 40, 24)).empty());
+    EXPECT_TRUE(OtherMatches(document, 1, single, QRect(250, 180, 40, 24))().empty());
 }
 
 }  // namespace
