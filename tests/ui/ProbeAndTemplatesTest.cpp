@@ -8,14 +8,23 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTreeWidget>
+#include <chrono>
+#include <opencv2/imgcodecs.hpp>
+#include <thread>
 
+#include "LoopbackPort.h"
 #include "ModalAnswer.h"
+#include "RenderedText.h"
+#include "SharedOcrService.h"
 #include "TestTask.h"
 #include "TinyLabelModel.h"
 #include "editor/TaskEditor.h"
 #include "model/EditorConditions.h"
 #include "model/TaskImages.h"
+#include "text/OcrClient.h"
+#include "ui/probe/ProbeOcr.h"
 #include "ui/probe/ProbePanel.h"
 #include "ui/templates/ModelsDialog.h"
 #include "ui/templates/TemplatesDialog.h"
@@ -75,6 +84,74 @@ TEST_F(ProbeAndTemplates, ProbePanelShowsTheScoreAndWhyItFails) {
     EXPECT_FALSE(grey.result().holds);
     EXPECT_TRUE(grey.result().candidates.empty());
     EXPECT_TRUE(grey.result().reason.startsWith("相似度 "));
+}
+
+// A live frame is captured off the window's thread: a second test overtakes the first, and
+// closing does not wait for a capture.
+TEST_F(ProbeAndTemplates, LiveFramesComeFromTheTargetOffTheWindowsThread) {
+    model::EditorImageCondition condition;
+    condition.imageId = 1;
+    const QImage found(task_.folder().filePath("ori/a.png"));
+    const QImage grey(task_.folder().filePath("ori/b.png"));
+    int asked = 0;
+    const ui::ProbePanel::TargetCapture target = [&] {
+        const bool first = ++asked == 1;
+        return std::function<QImage()>([=] {
+            if (first) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(300));
+                return grey;
+            }
+            return found;
+        });
+    };
+    ui::ProbePanel panel(editor_.document(), &condition, nullptr, nullptr, target);
+    ASSERT_EQ(panel.source().itemText(0), "当前目标");
+    panel.test();
+    EXPECT_TRUE(panel.capturing());
+    EXPECT_EQ(panel.findChild<QLabel*>("label_verdict")->text(), "正在截取画面…");
+    panel.test();
+    QTRY_VERIFY(!panel.capturing());
+    EXPECT_TRUE(panel.result().holds);
+    QTest::qWait(500);  // the grey frame comes late and is not shown
+    EXPECT_TRUE(panel.result().holds);
+    {
+        asked = 0;
+        ui::ProbePanel closed(editor_.document(), &condition, nullptr, nullptr, target);
+        closed.test();
+    }
+    QTest::qWait(500);
+}
+
+// Text is read by the recognition service a run uses; without it the verdict says so.
+TEST_F(ProbeAndTemplates, TextConditionsReadWithTheRecognitionService) {
+    ASSERT_TRUE(
+        cv::imwrite(task_.folder().filePath("ori/c.png").toStdString(),
+                    ocr::testkit::renderTextFrame({640, 360}, {{"Start Game", {330, 44}, 36}})));
+    model::EditorScreenTextCondition condition;
+    condition.textInfo.value = "Start Game";
+    struct Case {
+        std::string url;
+        bool holds;
+        QString verdictEnd;
+    };
+    const Case cases[] = {
+        {ocr::testkit::sharedOcrService().url(), true, "成立"},
+        {text::ocrServiceUrl(test::unusedLoopbackPort()), false,
+         "文字识别服务没有运行或还在启动，读不到文字；请稍后再试"},
+    };
+    for (const Case& c : cases) {
+        ui::ProbeOcr ocr(std::make_shared<text::OcrClient>(c.url));
+        ui::ProbePanel panel(editor_.document(), &condition, nullptr, nullptr, {}, &ocr);
+        panel.source().setCurrentIndex(2);  // c.png
+        panel.test();
+        EXPECT_EQ(panel.result().holds, c.holds);
+        EXPECT_TRUE(panel.findChild<QLabel*>("label_verdict")->text().endsWith(c.verdictEnd))
+            << panel.findChild<QLabel*>("label_verdict")->text().toStdString();
+        if (c.holds) {
+            ASSERT_FALSE(panel.result().candidates.empty());
+            EXPECT_EQ(panel.result().candidates.front().text, "Start Game");
+        }
+    }
 }
 
 TEST_F(ProbeAndTemplates, TemplatesAreRenamedReplacedAndKeptWhileUsed) {
