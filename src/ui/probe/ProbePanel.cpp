@@ -141,6 +141,7 @@ void ProbePanel::test() {
     const QString file = source_->currentData().toString();
     if (!file.isEmpty()) {
         capture_.drop();
+        run_->setEnabled(true);
         testOn(QImage(file));
         return;
     }
