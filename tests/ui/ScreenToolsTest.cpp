@@ -132,23 +132,18 @@ TEST_F(ScreenTools, ATemplateThatAlsoMatchesElsewhereIsPointedOut) {
     QTRY_VERIFY(!dialog_->searching());
     EXPECT_TRUE(message().contains("pattern again") && message().contains("(148, 18)"))
         << message().toStdString();
-    const auto others = [this] {
-        return std::count_if(view().overlays().begin(), view().overlays().end(),
-                             [](const auto& o) { return o.rect == QRect(148, 18, 24, 16); });
-    };
-    EXPECT_EQ(others(), 1);
+    EXPECT_EQ(view().overlays().back().rect, QRect(148, 18, 24, 16));
 
     // Another picture shown before the answer: the answer is not drawn on it.
     QImage plain(200, 150, QImage::Format_RGB32);
     plain.fill(Qt::green);
     const ui::SavedResource green = ui::saveOriginal(editor_, plain);
-    ASSERT_TRUE(green);
     view().setSelection({8, 98, 24, 16});
     save("pattern third");
     ASSERT_TRUE(dialog_->showOriginal(green.id));
     QTest::qWait(300);
-    EXPECT_FALSE(message().contains("pattern third")) << message().toStdString();
-    EXPECT_EQ(others(), 0);
+    EXPECT_FALSE(message().contains("(148, 18)")) << message().toStdString();
+    EXPECT_TRUE(view().overlays().empty());
 
     view().setSelection({8, 98, 24, 16});
     save("pattern fourth");
