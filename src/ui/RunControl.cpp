@@ -203,7 +203,9 @@ std::function<QImage()> RunControl::captureJob() {
         std::unique_ptr<plugins::BackgroundPlugin> plugin;
         std::unique_ptr<engine::ITargetService> target;
     };
-    auto service = std::make_shared<Service>(std::move(plugin_), std::move(target_));
+    auto service = std::make_shared<Service>();
+    service->plugin = std::move(plugin_);
+    service->target = std::move(target_);
     releaseTargetService();
     return [service, first = targets->front()] { return grabThrough(*service->target, first, {}); };
 }
