@@ -94,14 +94,15 @@ std::int64_t nextCycle() {
     return ++last;
 }
 
-// Candidates in `over`, each marked by whether `searched` holds it.
+// Candidates in `over`, each marked by whether `searched` holds it; with `near`, exact only
+// from there up.
 std::vector<ProbeCandidate> imageCandidates(recognition::TemplateMatcher& matcher,
                                             const cv::Mat& frame, const QRect& over,
-                                            const QRect& searched, float floor,
-                                            std::int64_t cycle) {
+                                            const QRect& searched, float floor, std::int64_t cycle,
+                                            std::optional<float> near = std::nullopt) {
     std::vector<ProbeCandidate> list;
-    for (const recognition::MatchResult& found :
-         matcher.candidates(frame, over, floor, ConditionProbe::kCandidateLimit, cycle)) {
+    for (const recognition::MatchResult& found : matcher.candidates(
+             frame, over, floor, ConditionProbe::kCandidateLimit, cycle, nullptr, near)) {
         // The matcher searches one pixel past the area's edge where the frame has it.
         const bool inArea = searched.adjusted(0, 0, 1, 1).contains(found.match);
         list.push_back({found.match, found.score, QString(), inArea});
@@ -193,9 +194,20 @@ void ConditionProbe::Parts::describeImage(ProbeResult& out, int imageId, int sea
     const bool beyond =
         crop && !out.holds && present &&
         (status == recognition::kMatchOk || status == recognition::kMatchAreaTooSmall);
-    out.candidates =
-        imageCandidates(*matcher, frame, beyond ? QRect(0, 0, frame.cols, frame.rows) : searched,
-                        searched, std::min(kCandidateFloor, out.threshold), info->cycleCount);
+    const float floor = std::min(kCandidateFloor, out.threshold);
+    out.candidates = imageCandidates(*matcher, frame, searched, searched, floor, info->cycleCount);
+    if (beyond) {
+        // Whether it is outside turns on the places at the threshold or above; those below
+        // it are listed where the search meets them.
+        for (ProbeCandidate& c :
+             imageCandidates(*matcher, frame, QRect(0, 0, frame.cols, frame.rows), searched, floor,
+                             info->cycleCount, out.threshold)) {
+            if (!c.inArea) {
+                addSorted(out.candidates, std::move(c));
+            }
+        }
+        out.candidates.resize(std::min(out.candidates.size(), kCandidateLimit));
+    }
     // What the item found is listed whatever the list's own search saw.
     const bool listed = std::any_of(out.candidates.begin(), out.candidates.end(),
                                     [&](const ProbeCandidate& c) { return c.rect == found.match; });
@@ -395,20 +407,25 @@ ProbeResult ConditionProbe::run(const IEditorAction& record, const cv::Mat& fram
     return out;
 }
 
-std::vector<ProbeCandidate> otherMatches(const TaskDocument& task, int imageId,
-                                         const cv::Mat& original, const QRect& own) {
-    const ImageRecord* image = task.image(imageId);
-    if (!image || original.empty()) {
+OtherMatches::OtherMatches(const TaskDocument& task, int imageId, cv::Mat original, QRect own)
+    : original_(std::move(original)), own_(own) {
+    if (const ImageRecord* image = task.image(imageId)) {
+        matcher_ = conditions::makeTemplateMatcher(task, imageId, std::nullopt);
+        threshold_ = image->sim;
+    }
+}
+
+std::vector<ProbeCandidate> OtherMatches::operator()() const {
+    if (!matcher_ || original_.empty()) {
         return {};
     }
-    const auto matcher = conditions::makeTemplateMatcher(task, imageId, std::nullopt);
     std::vector<ProbeCandidate> others;
-    const QRect whole(0, 0, original.cols, original.rows);
+    const QRect whole(0, 0, original_.cols, original_.rows);
     for (const ProbeCandidate& found :
-         imageCandidates(*matcher, original, whole, whole, image->sim, nextCycle())) {
+         imageCandidates(*matcher_, original_, whole, whole, threshold_, nextCycle(), threshold_)) {
         // The template's own place, give or take the rounding of a cut.
-        if (!found.rect.intersects(own) || (found.rect & own).width() * 2 < own.width() ||
-            (found.rect & own).height() * 2 < own.height()) {
+        if (!found.rect.intersects(own_) || (found.rect & own_).width() * 2 < own_.width() ||
+            (found.rect & own_).height() * 2 < own_.height()) {
             others.push_back(found);
         }
     }

@@ -17,6 +17,9 @@ class IEditorAction;
 namespace autoscene::text {
 class OcrClient;
 }
+namespace autoscene::recognition {
+class TemplateMatcher;
+}
 
 namespace autoscene::probe {
 
@@ -43,8 +46,19 @@ private:
 };
 
 // The places of `original` other than `own` where the task's image `imageId` scores at
-// its threshold or above: where a click meant for it could land instead.
-std::vector<ProbeCandidate> otherMatches(const model::TaskDocument& task, int imageId,
-                                         const cv::Mat& original, const QRect& own);
+// its threshold or above: where a click meant for it could land instead. Made from the
+// task on the caller's thread, it may run on another while the task changes.
+class OtherMatches {
+public:
+    // Nothing to search for when the image is not in the task or the original is empty.
+    OtherMatches(const model::TaskDocument& task, int imageId, cv::Mat original, QRect own);
+    std::vector<ProbeCandidate> operator()() const;
+
+private:
+    std::shared_ptr<recognition::TemplateMatcher> matcher_;
+    float threshold_ = 0.0f;
+    cv::Mat original_;
+    QRect own_;
+};
 
 }  // namespace autoscene::probe

@@ -161,7 +161,8 @@ std::optional<cv::Rect> TemplateMatcher::searchedArea(const cv::Mat& frame,
 
 std::vector<MatchResult> TemplateMatcher::candidates(const cv::Mat& frame, const QRect& rect,
                                                      float floor, size_t limit,
-                                                     std::int64_t cycleId, int* status) {
+                                                     std::int64_t cycleId, int* status,
+                                                     std::optional<float> near) {
     ensureLoaded();
     int why = template_.empty() ? kMatchMissingImage : templateValid_ ? kMatchOk : kMatchBadFormat;
     std::vector<MatchResult> found;
@@ -182,7 +183,9 @@ std::vector<MatchResult> TemplateMatcher::candidates(const cv::Mat& frame, const
         std::vector<BestMatch> matches =
             searched
                 ? listAround(region, template_, record.searchedBest, lowest, limit, record.search)
-                : searchAll(region, template_, lowest, limit, record.search, sharedCycle(cycle));
+            : near ? searchNear(region, template_, lowest, double(*near) - 0.005, limit,
+                                record.search, sharedCycle(cycle))
+                   : searchAll(region, template_, lowest, limit, record.search, sharedCycle(cycle));
         record.searchedRect.reset();
         for (const BestMatch& match : matches) {
             MatchResult result;

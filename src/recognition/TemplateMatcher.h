@@ -99,9 +99,12 @@ public:
     // matches are), best first, at most `limit`, for showing a user what a search sees;
     // the status says why there are none when the search cannot run. Searches of one
     // cycle share the reduced frame; when this thread's last search in the cycle was of
-    // `rect`, its scores serve again.
+    // `rect`, its scores serve again. With `near`, only places whose reduced scores come
+    // close to it are scored at full size (searchNear): exact at `near` and above, those
+    // below it listed where found on the way.
     std::vector<MatchResult> candidates(const cv::Mat& frame, const QRect& rect, float floor,
-                                        size_t limit, std::int64_t cycleId, int* status = nullptr);
+                                        size_t limit, std::int64_t cycleId, int* status = nullptr,
+                                        std::optional<float> near = std::nullopt);
 
     const Settings& settings() const { return settings_; }
     cv::Size templateSize() const;

@@ -17,6 +17,7 @@ namespace {
 // the largest factor loses the shapes that tell controls apart.
 constexpr int kMinReducedSide = 6;
 constexpr int kMaxFactor = 4;
+
 // Below this many template areas in the region, one full search costs about what the
 // reduced search and the follow-ups cost.
 constexpr double kMinAreaRatio = 8.0;
@@ -114,6 +115,39 @@ std::optional<cv::Size> reductionFor(const cv::Mat& templ, cv::Mat& reduced) {
         fy = std::max(fy / 2, 1);
     }
     return std::nullopt;
+}
+
+// Grey: a search of places near a score only has to keep those that reach it above the
+// follow-up score, and grey thirds the cost; the full-size scores are taken in colour.
+void reduceGrey(const cv::Mat& image, cv::Size factor, cv::Mat& reduced) {
+    reduce(image, factor, reduced);
+    if (reduced.channels() == 3) {
+        cv::cvtColor(reduced, reduced, cv::COLOR_BGR2GRAY);
+    }
+}
+
+// For a search of places near a score: the reduction as reductionFor chooses it, in grey,
+// and the reduced score below which no place can reach the score at full size: how far a
+// perfect match half a cell off drops, and the usual margin.
+struct NearReduction {
+    cv::Size factor;
+    double followUp = 0.0;
+};
+
+std::optional<NearReduction> nearReductionFor(const cv::Mat& templ, double near, cv::Mat& reduced) {
+    const std::optional<cv::Size> factor = reductionFor(templ, reduced);
+    if (!factor) {
+        return std::nullopt;
+    }
+    reduceGrey(templ, *factor, reduced);
+    const cv::Point half(factor->width / 2, factor->height / 2);
+    cv::Mat shifted;
+    reduceGrey(templ(cv::Rect(half, templ.size() - cv::Size(half.x, half.y))), *factor, shifted);
+    const cv::Rect common(0, 0, std::min(reduced.cols, shifted.cols),
+                          std::min(reduced.rows, shifted.rows));
+    cv::Mat score;
+    cv::matchTemplate(reduced(common), shifted(common), score, cv::TM_CCOEFF_NORMED);
+    return NearReduction{*factor, near - kCandidateMargin - (1.0 - double(score.at<float>(0, 0)))};
 }
 
 struct Peak {
@@ -290,6 +324,42 @@ std::vector<BestMatch> searchAll(const cv::Mat& region, const cv::Mat& templ, do
                                  size_t limit, SearchScratch& scratch, const SearchCycle* cycle) {
     return listAround(region, templ, searchCoarseToFine(region, templ, scratch, cycle), floor,
                       limit, scratch);
+}
+
+std::vector<BestMatch> searchNear(const cv::Mat& region, const cv::Mat& templ, double floor,
+                                  double near, size_t limit, SearchScratch& scratch,
+                                  const SearchCycle* cycle) {
+    const std::optional<NearReduction> reduction =
+        double(region.total()) < kMinAreaRatio * double(templ.total())
+            ? std::nullopt
+            : nearReductionFor(templ, near, scratch.coarseTemplate);
+    if (reduction) {
+        const cv::Size factor = reduction->factor;
+        cv::Mat reduced = reducedRegion(region, factor, scratch, cycle);
+        if (reduced.channels() == 3) {
+            cv::cvtColor(reduced, scratch.coarseRegion, cv::COLOR_BGR2GRAY);
+            reduced = scratch.coarseRegion;
+        }
+        cv::matchTemplate(reduced, scratch.coarseTemplate, scratch.coarseScores,
+                          cv::TM_CCOEFF_NORMED);
+        const std::vector<Peak> peaks =
+            peaksAbove(scratch.coarseScores, float(reduction->followUp), scratch.peaks);
+        if (peaks.empty()) {
+            return {};
+        }
+        if (peaks.size() <= std::max(limit * 4, kMaxCandidates)) {
+            std::vector<BestMatch> found;
+            for (const Neighbourhood& n :
+                 confirm(region, templ, peaks, factor, scratch.scores).neighbourhoods) {
+                if (n.best.score >= floor) {
+                    found.push_back(n.best);
+                }
+            }
+            return separate(std::move(found), templ.size(), limit);
+        }
+    }
+    searchExhaustive(region, templ, scratch);
+    return peaksOfScores(scratch, templ.size(), floor, limit);
 }
 
 std::vector<BestMatch> listAround(const cv::Mat& region, const cv::Mat& templ,

@@ -44,6 +44,14 @@ BestMatch searchCoarseToFine(const cv::Mat& region, const cv::Mat& templ, Search
 std::vector<BestMatch> searchAll(const cv::Mat& region, const cv::Mat& templ, double floor,
                                  size_t limit, SearchScratch& scratch,
                                  const SearchCycle* cycle = nullptr);
+// The positions searchAll would list at or above `floor`, where only reduced positions
+// scoring within the margin of `near` are followed up at full size: unlike searchAll it
+// looks for no best below that, so a region where nothing comes near costs one reduced
+// search. Exhaustive where no reduced copy keeps enough of the template or the reduced
+// peaks are too many to follow up.
+std::vector<BestMatch> searchNear(const cv::Mat& region, const cv::Mat& templ, double floor,
+                                  double near, size_t limit, SearchScratch& scratch,
+                                  const SearchCycle* cycle = nullptr);
 // The rest of searchAll after its search: `best` is what searchCoarseToFine of the same
 // region and template last returned with this scratch, whose scores it left there.
 std::vector<BestMatch> listAround(const cv::Mat& region, const cv::Mat& templ,

@@ -70,6 +70,18 @@ RecognisedText OcrClient::recognise(const cv::Mat& image, OcrEngine engine,
     return std::move(*text);
 }
 
+bool OcrClient::answers() const {
+    std::string address;
+    http::HttpLimits limits;
+    {
+        const std::lock_guard lock(mutex_);
+        address = url_;
+        limits = {timeouts_.connect, timeouts_.connect, {}};
+    }
+    // Any status will do: the service only takes posts.
+    return !address.empty() && http::httpGetWithHeaders(address, {}, limits).status != 0;
+}
+
 std::string ocrServiceUrl(int port) {
     return "http://127.0.0.1:" + std::to_string(port) + "/ocr_detect";
 }

@@ -37,6 +37,10 @@ public:
     RecognisedText recognise(const cv::Mat& image, OcrEngine engine = OcrEngine::Accurate,
                              const std::stop_token& stop = {}) const;
 
+    // Whether the service takes requests: an empty recognition does not tell a screen with
+    // no text from a service that is not there.
+    bool answers() const;
+
 private:
     mutable std::mutex mutex_;
     std::string url_;

@@ -128,7 +128,8 @@ void EventTree::editEvent(int row) {
     connect(&dialog, &EventEditor::testRequested, &dialog,
             [this, &dialog](const model::IEditorCondition* condition,
                             const model::IEditorAction* action) {
-                ProbePanel panel(editor_.document(), condition, action, screen_, &dialog);
+                ProbePanel panel(editor_.document(), condition, action, screen_, target_, &ocr_,
+                                 &dialog);
                 panel.exec();
             });
     if (dialog.exec() == QDialog::Accepted) {

@@ -7,6 +7,9 @@
 #include <QTreeView>
 #include <vector>
 
+#include "ui/probe/ProbeOcr.h"
+#include "ui/probe/ProbePanel.h"
+
 namespace autoscene::model {
 class EditorEvent;
 }  // namespace autoscene::model
@@ -29,6 +32,8 @@ public:
     void showScene(int sceneRow);
     // The screen the event editor's test on the screen captures; none: originals only.
     void setScreen(platform::IDesktopBackend* screen) { screen_ = screen; }
+    // The task's target, captured as a run captures it; none: the whole screen.
+    void setTargetCapture(ProbePanel::TargetCapture capture) { target_ = std::move(capture); }
     int sceneRow() const;
 
     // Event rows selected (a selected condition or action selects its event), ascending.
@@ -58,6 +63,9 @@ private:
     EventListModel* events_;
     std::vector<int> keptSelection_;  // across a reload of the model
     platform::IDesktopBackend* screen_ = nullptr;
+    ProbePanel::TargetCapture target_;
+    // Started by the first text item tried, kept for the next.
+    ProbeOcr ocr_;
 };
 
 }  // namespace autoscene::ui

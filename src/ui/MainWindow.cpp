@@ -58,6 +58,7 @@ MainWindow::MainWindow(AppConfig config, Desktop desktop, QWidget* parent)
     sceneList_ = new SceneListView(editor_);
     eventTree_ = new EventTree(editor_);
     eventTree_->setScreen(desktop_.backend);
+    eventTree_->setTargetCapture([this] { return run_->captureJob(); });
     connect(sceneList_, &SceneListView::sceneSelected, eventTree_, &EventTree::showScene);
     connect(&editor_, &TaskEditor::modifiedChanged, this, &QWidget::setWindowModified);
     connect(&editor_, &TaskEditor::settingsChanged, this, &MainWindow::showTarget);

@@ -29,6 +29,26 @@ namespace {
 // How often the window looks whether the run's workers have left.
 constexpr int kFinishPollMs = 50;
 
+// Through the target service, so that a plug-in that captures is what is tried.
+QImage grabThrough(engine::ITargetService& service, const RunTarget& target, std::stop_token stop) {
+    engine::TaskInfo probe;
+    probe.kind = target.kind;
+    probe.window = target.window;
+    probe.child = target.child;
+    probe.serial = target.serial;
+    probe.stop = std::move(stop);
+    QImage image;
+    service.capture(probe, [&image](const platform::BgraView& view) {
+        if (view.width > 0 && view.height > 0 && view.pixels) {
+            // BGRA in memory is RGB32 on the little-endian machines we run on; the alpha
+            // byte is ignored.
+            image = QImage(view.pixels, view.width, view.height, view.stride, QImage::Format_RGB32)
+                        .copy();
+        }
+    });
+    return image;
+}
+
 }  // namespace
 
 RunControl::RunControl(TaskEditor& editor, AppConfig config, Desktop desktop, QWidget* window)
@@ -167,26 +187,10 @@ std::optional<int> RunControl::chooseLoopMode() {
 }
 
 QImage RunControl::grab(const RunTarget& target, std::stop_token stop) {
-    // Through the target service, so that a plug-in that captures is what is tried.
-    engine::TaskInfo probe;
-    probe.kind = target.kind;
-    probe.window = target.window;
-    probe.child = target.child;
-    probe.serial = target.serial;
-    probe.stop = std::move(stop);
-    QImage image;
-    target_->capture(probe, [&image](const platform::BgraView& view) {
-        if (view.width > 0 && view.height > 0 && view.pixels) {
-            // BGRA in memory is RGB32 on the little-endian machines we run on; the alpha
-            // byte is ignored.
-            image = QImage(view.pixels, view.width, view.height, view.stride, QImage::Format_RGB32)
-                        .copy();
-        }
-    });
-    return image;
+    return grabThrough(*target_, target, std::move(stop));
 }
 
-QImage RunControl::captureImage() {
+std::function<QImage()> RunControl::captureJob() {
     if (state_ != State::Idle || checkingDevice()) {
         return {};
     }
@@ -194,8 +198,24 @@ QImage RunControl::captureImage() {
     if (!targets || !makeTargetService(*targets)) {
         return {};
     }
-    QImage image = grab(targets->front(), {});
+    // The target before the plug-in it may use, as the members go.
+    struct Service {
+        std::unique_ptr<plugins::BackgroundPlugin> plugin;
+        std::unique_ptr<engine::ITargetService> target;
+    };
+    auto service = std::make_shared<Service>();
+    service->plugin = std::move(plugin_);
+    service->target = std::move(target_);
     releaseTargetService();
+    return [service, first = targets->front()] { return grabThrough(*service->target, first, {}); };
+}
+
+QImage RunControl::captureImage() {
+    const std::function<QImage()> job = captureJob();
+    if (!job) {
+        return {};
+    }
+    QImage image = job();
     if (image.isNull()) {
         showNotice(window_, tr("截图失败！"));
     }

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -64,6 +65,10 @@ public:
     // One picture of the task's target, chosen as a run chooses it (the first device in ADB
     // mode); a null image, after the user was told why, when there is none or a run is on.
     QImage captureImage();
+    // The same capture, the target chosen here (with the questions that takes) and the
+    // picture taken by the job on any thread, with a target service of its own; a null
+    // picture when that fails. Empty, after the user was told why, when there is no target.
+    std::function<QImage()> captureJob();
     void togglePause();
     // Asks the run, or the device check before it, to end; the state turns idle once its
     // workers have left.

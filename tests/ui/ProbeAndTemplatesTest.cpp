@@ -8,14 +8,21 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTreeWidget>
+#include <opencv2/imgcodecs.hpp>
 
+#include "LoopbackPort.h"
 #include "ModalAnswer.h"
+#include "RenderedText.h"
+#include "SharedOcrService.h"
 #include "TestTask.h"
 #include "TinyLabelModel.h"
 #include "editor/TaskEditor.h"
 #include "model/EditorConditions.h"
 #include "model/TaskImages.h"
+#include "text/OcrClient.h"
+#include "ui/probe/ProbeOcr.h"
 #include "ui/probe/ProbePanel.h"
 #include "ui/templates/ModelsDialog.h"
 #include "ui/templates/TemplatesDialog.h"
@@ -39,42 +46,64 @@ protected:
     ui::TaskEditor editor_;
 };
 
+// The verdict and candidates drawn; a live frame of the target is captured off the window's
+// thread, and a second test overtakes the first, whose grey frame is not shown whenever it
+// comes.
 TEST_F(ProbeAndTemplates, ProbePanelShowsTheScoreAndWhyItFails) {
     model::EditorImageCondition condition;
     condition.imageId = 1;
-    ui::ProbePanel panel(editor_.document(), &condition, nullptr, nullptr);
-    ASSERT_EQ(panel.source().count(), 2);  // the originals only: no desktop given
-    struct Case {
-        int searchId;
-        int original;
-        bool holds;
-        QString verdict;
-        QString firstCandidate;
-    };
-    const Case cases[] = {
-        {0, 0, true, "成立（阈值 0.90）", "1.00  220,200 200×80"},
-        {6, 0, false, "不成立：图片大于查找范围（阈值 0.90）", "1.00  220,200 200×80（范围外）"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.searchId);
-        condition.searchId = c.searchId;
-        ui::ProbePanel shown(editor_.document(), &condition, nullptr, nullptr);
-        shown.source().setCurrentIndex(c.original);
-        shown.test();
-        EXPECT_EQ(shown.result().holds, c.holds) << c.searchId;
-        EXPECT_EQ(shown.findChild<QLabel*>("label_verdict")->text(), c.verdict);
-        const auto* list = shown.findChild<QListWidget*>("listWidget_candidates");
-        ASSERT_GT(list->count(), 0);
-        EXPECT_EQ(list->item(0)->text(), c.firstCandidate);
-    }
-    // On grey nothing scores above the floor.
+    condition.searchId = 6;  // smaller than the template
+    ui::ProbePanel original(editor_.document(), &condition, nullptr, nullptr);
+    ASSERT_EQ(original.source().count(), 2);  // the originals only: no capture given
+    original.test();
+    EXPECT_EQ(original.findChild<QLabel*>("label_verdict")->text(),
+              "不成立：图片大于查找范围（阈值 0.90）");
+    EXPECT_EQ(original.findChild<QListWidget*>("listWidget_candidates")->item(0)->text(),
+              "1.00  220,200 200×80（范围外）");
+
     condition.searchId = 0;
-    ui::ProbePanel grey(editor_.document(), &condition, nullptr, nullptr);
-    grey.source().setCurrentIndex(1);
-    grey.test();
-    EXPECT_FALSE(grey.result().holds);
-    EXPECT_TRUE(grey.result().candidates.empty());
-    EXPECT_TRUE(grey.result().reason.startsWith("相似度 "));
+    int asked = 0;
+    const auto target = [&] {
+        const QString file = ++asked == 1 ? "ori/b.png" : "ori/a.png";
+        return std::function<QImage()>([=, this] { return QImage(task_.folder().filePath(file)); });
+    };
+    ui::ProbePanel panel(editor_.document(), &condition, nullptr, nullptr, target);
+    ASSERT_EQ(panel.source().itemText(0), "当前目标");
+    panel.test();
+    EXPECT_TRUE(panel.capturing());
+    EXPECT_EQ(panel.findChild<QLabel*>("label_verdict")->text(), "正在截取画面…");
+    panel.test();
+    QTRY_VERIFY(!panel.capturing());
+    QTest::qWait(500);
+    EXPECT_EQ(panel.findChild<QLabel*>("label_verdict")->text(), "成立（阈值 0.90）");
+    EXPECT_EQ(panel.findChild<QListWidget*>("listWidget_candidates")->item(0)->text(),
+              "1.00  220,200 200×80");
+}
+
+// Text is read by the recognition service a run uses; without it the verdict says so.
+TEST_F(ProbeAndTemplates, TextConditionsReadWithTheRecognitionService) {
+    ASSERT_TRUE(
+        cv::imwrite(task_.folder().filePath("ori/c.png").toStdString(),
+                    ocr::testkit::renderTextFrame({640, 360}, {{"Start Game", {330, 44}, 36}})));
+    model::EditorScreenTextCondition condition;
+    condition.textInfo.value = "Start Game";
+    for (const bool running : {true, false}) {
+        ui::ProbeOcr ocr(std::make_shared<text::OcrClient>(
+            running ? ocr::testkit::sharedOcrService().url()
+                    : text::ocrServiceUrl(test::unusedLoopbackPort())));
+        ui::ProbePanel panel(editor_.document(), &condition, nullptr, nullptr, {}, &ocr);
+        panel.source().setCurrentIndex(2);  // c.png
+        panel.test();
+        EXPECT_EQ(panel.result().holds, running);
+        EXPECT_EQ(panel.findChild<QLabel*>("label_verdict")
+                      ->text()
+                      .endsWith("文字识别服务没有运行或还在启动，读不到文字；请稍后再试"),
+                  !running);
+        if (running) {
+            ASSERT_FALSE(panel.result().candidates.empty());
+            EXPECT_EQ(panel.result().candidates.front().text, "Start Game");
+        }
+    }
 }
 
 TEST_F(ProbeAndTemplates, TemplatesAreRenamedReplacedAndKeptWhileUsed) {

@@ -118,14 +118,37 @@ TEST_F(ScreenTools, CutTemplateIsAThreeChannelPngWithItsRecord) {
     EXPECT_TRUE(file.exists());
 }
 
+// The search runs off the window's thread; only the newest one's answer, for the picture
+// still shown, is drawn, and closing does not wait for it.
 TEST_F(ScreenTools, ATemplateThatAlsoMatchesElsewhereIsPointedOut) {
     view().setSelection({8, 8, 70, 25});
     save("red blocks");
+    QTRY_VERIFY(!dialog_->searching());
     EXPECT_EQ(message(), "已保存: red blocks，在原图中只匹配一处");
     view().setSelection({8, 98, 24, 16});
     save("pattern");
-    EXPECT_TRUE(message().contains("(148, 18)")) << message().toStdString();
+    EXPECT_TRUE(dialog_->searching());
+    save("pattern again");
+    QTRY_VERIFY(!dialog_->searching());
+    EXPECT_TRUE(message().contains("pattern again") && message().contains("(148, 18)"))
+        << message().toStdString();
     EXPECT_EQ(view().overlays().back().rect, QRect(148, 18, 24, 16));
+
+    // Another picture shown before the answer: the answer is not drawn on it.
+    QImage plain(200, 150, QImage::Format_RGB32);
+    plain.fill(Qt::green);
+    const ui::SavedResource green = ui::saveOriginal(editor_, plain);
+    view().setSelection({8, 98, 24, 16});
+    save("pattern third");
+    ASSERT_TRUE(dialog_->showOriginal(green.id));
+    QTest::qWait(300);
+    EXPECT_FALSE(message().contains("(148, 18)")) << message().toStdString();
+    EXPECT_TRUE(view().overlays().empty());
+
+    view().setSelection({8, 98, 24, 16});
+    save("pattern fourth");
+    dialog_.reset();
+    QTest::qWait(300);
 }
 
 TEST_F(ScreenTools, ColourPreviewCountsWhatTheColourConditionCounts) {

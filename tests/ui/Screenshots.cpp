@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDir>
 #include <QMenu>
@@ -15,10 +16,16 @@
 #include <QTimer>
 #include <QTranslator>
 #include <QTreeWidget>
+#include <chrono>
 #include <cstdio>
 #include <functional>
+#include <opencv2/imgcodecs.hpp>
+#include <thread>
 
+#include "LoopbackPort.h"
 #include "ModalAnswer.h"
+#include "RenderedText.h"
+#include "SharedOcrService.h"
 #include "TestDevice.h"
 #include "TestTask.h"
 #include "TinyLabelModel.h"
@@ -34,6 +41,7 @@
 #include "model/EditorConditions.h"
 #include "screen/OriginalView.h"
 #include "screen/ScreenToolsDialog.h"
+#include "text/OcrClient.h"
 #include "ui/AutoRunner.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/MainWindow.h"
@@ -44,6 +52,7 @@
 #include "ui/TaskMainPage.h"
 #include "ui/Translations.h"
 #include "ui/playback/PlaybackWindow.h"
+#include "ui/probe/ProbeOcr.h"
 #include "ui/probe/ProbePanel.h"
 #include "ui/templates/ModelsDialog.h"
 #include "ui/templates/TemplatesDialog.h"
@@ -399,6 +408,9 @@ void shootProbeAndTemplates(Shooter& shooter) {
     QPainter(&screen).drawImage(220, 200, QImage(task.folder().filePath("image/1.png")));
     QPainter(&screen).drawImage(20, 40, QImage(task.folder().filePath("image/1.png")));
     screen.save(task.folder().filePath("ori/a.png"));
+    cv::imwrite(task.folder().filePath("ori/c.png").toStdString(),
+                autoscene::ocr::testkit::renderTextFrame(
+                    {640, 360}, {{"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}}));
     TaskEditor editor;
     if (!editor.open(task.path())) {
         return;
@@ -411,6 +423,30 @@ void shootProbeAndTemplates(Shooter& shooter) {
         panel.show();
         panel.test();
         shooter.save(panel, QStringLiteral("probe-panel-%1").arg(searchId));
+    }
+    ProbePanel busy(editor.document(), &condition, nullptr, nullptr, [] {
+        return std::function<QImage()>([] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
+            return QImage();
+        });
+    });
+    busy.show();
+    busy.test();
+    shooter.save(busy, "probe-panel-busy");
+    // Text read by the recognition service, and the verdict without one.
+    autoscene::model::EditorScreenTextCondition text;
+    text.textInfo.value = QStringLiteral("Start Game");
+    const std::pair<std::string, QString> services[] = {
+        {autoscene::ocr::testkit::sharedOcrService().url(), "probe-panel-text"},
+        {autoscene::text::ocrServiceUrl(autoscene::test::unusedLoopbackPort()),
+         "probe-panel-no-service"}};
+    for (const auto& [url, name] : services) {
+        ProbeOcr ocr(std::make_shared<autoscene::text::OcrClient>(url));
+        ProbePanel panel(editor.document(), &text, nullptr, nullptr, {}, &ocr);
+        panel.source().setCurrentIndex(1);  // c.png
+        panel.show();
+        panel.test();
+        shooter.save(panel, name);
     }
     TemplatesDialog templates(editor);
     templates.show();

@@ -9,15 +9,18 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QVBoxLayout>
-#include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
 #include "desktop/DesktopBackend.h"
 #include "editor/AccessibleNames.h"
+#include "model/EditorActions.h"
+#include "model/EditorConditions.h"
 #include "model/EditorItem.h"
+#include "model/TaskDocument.h"
 #include "model/TaskImages.h"
 #include "probe/ConditionProbe.h"
 #include "ui/probe/ProbeFrameView.h"
+#include "ui/probe/ProbeOcr.h"
 
 namespace autoscene::ui {
 
@@ -32,6 +35,19 @@ QImage toImage(const cv::Mat& bgr) {
     return QImage(bgr.data, bgr.cols, bgr.rows, int(bgr.step), QImage::Format_BGR888).copy();
 }
 
+// Whether the task says what it runs on; a window task names its window.
+bool namesTarget(const model::TaskSettings& settings) {
+    switch (model::TaskMode(settings.taskMode)) {
+        case model::TaskMode::FullScreen:
+        case model::TaskMode::AndroidDevice:
+            return true;
+        case model::TaskMode::Window:
+            return !settings.windowInfo.title.isEmpty() || !settings.windowInfo.className.isEmpty();
+        default:
+            return false;
+    }
+}
+
 QString rectText(const QRect& r) {
     return QStringLiteral("%1,%2 %3×%4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
 }
@@ -40,12 +56,15 @@ QString rectText(const QRect& r) {
 
 ProbePanel::ProbePanel(const model::TaskDocument& task, const model::IEditorCondition* condition,
                        const model::IEditorAction* action, platform::IDesktopBackend* desktop,
-                       QWidget* parent)
+                       TargetCapture target, ProbeOcr* ocr, QWidget* parent)
     : QDialog(parent),
       task_(task),
       condition_(condition ? condition->clone() : nullptr),
       action_(action && !condition ? action->clone() : nullptr),
       desktop_(desktop),
+      target_(std::move(target)),
+      ocr_(ocr),
+      run_(new QPushButton(tr("测试"))),
       source_(new QComboBox),
       view_(new ProbeFrameView),
       verdict_(new QLabel),
@@ -54,8 +73,10 @@ ProbePanel::ProbePanel(const model::TaskDocument& task, const model::IEditorCond
     setWindowTitle(tr("在屏幕上测试"));
     source_->setObjectName(QStringLiteral("comboBox_frame"));
     source_->setAccessibleName(tr("画面"));
-    if (desktop_) {
-        source_->addItem(tr("当前屏幕"), liveScreen());
+    if (target_ && namesTarget(task_.settings)) {
+        source_->addItem(tr("当前目标"), liveScreen());
+    } else if (desktop_) {
+        source_->addItem(tr("当前屏幕（未选择目标，截取整个屏幕）"), liveScreen());
     }
     const QDir originals(model::originalsFolder(task_));
     for (const QString& file :
@@ -72,10 +93,9 @@ ProbePanel::ProbePanel(const model::TaskDocument& task, const model::IEditorCond
     auto* top = new QHBoxLayout;
     top->addWidget(new QLabel(tr("画面")));
     top->addWidget(source_, 1);
-    auto* run = new QPushButton(tr("测试"));
-    run->setObjectName(QStringLiteral("pushButton_test"));
-    connect(run, &QPushButton::clicked, this, &ProbePanel::test);
-    top->addWidget(run);
+    run_->setObjectName(QStringLiteral("pushButton_test"));
+    connect(run_, &QPushButton::clicked, this, &ProbePanel::test);
+    top->addWidget(run_);
 
     auto* split = new QSplitter;
     split->addWidget(view_);
@@ -98,30 +118,73 @@ ProbePanel::ProbePanel(const model::TaskDocument& task, const model::IEditorCond
 
 ProbePanel::~ProbePanel() = default;
 
-cv::Mat ProbePanel::chosenFrame() {
-    const QString file = source_->currentData().toString();
-    if (file.isEmpty()) {
-        if (!desktop_) {
-            return {};
-        }
-        const platform::BgraFrame captured = desktop_->capture(0, false);
-        if (captured.empty()) {
-            return {};
-        }
-        const cv::Mat bgra(captured.height, captured.width, CV_8UC4,
-                           const_cast<std::uint8_t*>(captured.pixels.data()),
-                           size_t(captured.stride));
-        cv::Mat bgr;
-        cv::cvtColor(bgra, bgr, cv::COLOR_BGRA2BGR);
-        return bgr;
+std::function<QImage()> ProbePanel::liveCapture() {
+    if (target_ && namesTarget(task_.settings)) {
+        return target_();
     }
-    // Screenshots are stored as 32-bit RGB; the runner's frames carry no alpha.
-    return cv::imread(file.toStdString(), cv::IMREAD_COLOR);
+    if (!desktop_) {
+        return {};
+    }
+    return [desktop = desktop_] {
+        // The back end outlives every window.
+        const platform::BgraFrame captured = desktop->capture(0, false);
+        if (captured.empty()) {
+            return QImage();
+        }
+        return QImage(captured.pixels.data(), captured.width, captured.height, captured.stride,
+                      QImage::Format_RGB32)
+            .copy();
+    };
 }
 
 void ProbePanel::test() {
-    const cv::Mat frame = chosenFrame();
-    probe::ConditionProbe probe(task_);
+    const QString file = source_->currentData().toString();
+    if (!file.isEmpty()) {
+        capture_.drop();
+        run_->setEnabled(true);
+        testOn(QImage(file));
+        return;
+    }
+    std::function<QImage()> capture = liveCapture();
+    if (!capture) {
+        return;  // the capture told the user why
+    }
+    verdict_->setText(tr("正在截取画面…"));
+    verdict_->setAccessibleName(verdict_->text());
+    run_->setEnabled(false);
+    capture_.ask(std::move(capture), [this](const QImage& picture) {
+        run_->setEnabled(true);
+        testOn(picture);
+    });
+}
+
+std::shared_ptr<const text::OcrClient> ProbePanel::textReader() {
+    const bool readsText =
+        (condition_ && condition_->type() == model::EditorScreenTextCondition::kType) ||
+        (action_ && action_->type() == model::EditorClickTextAction::kType);
+    unreadable_.clear();
+    if (!readsText) {
+        return nullptr;
+    }
+    std::shared_ptr<const text::OcrClient> client = ocr_ ? ocr_->client() : nullptr;
+    if (!client) {
+        unreadable_ = tr("没有文字识别服务（找不到 morvane-ocr），读不到文字");
+    } else if (!client->answers()) {
+        unreadable_ = tr("文字识别服务没有运行或还在启动，读不到文字；请稍后再试");
+    }
+    return client;
+}
+
+void ProbePanel::testOn(const QImage& picture) {
+    // The runner's frames carry no alpha.
+    const QImage rgb = picture.convertToFormat(QImage::Format_RGB888);
+    cv::Mat frame;
+    if (!rgb.isNull()) {
+        cv::cvtColor(cv::Mat(rgb.height(), rgb.width(), CV_8UC3, const_cast<uchar*>(rgb.bits()),
+                             size_t(rgb.bytesPerLine())),
+                     frame, cv::COLOR_RGB2BGR);
+    }
+    probe::ConditionProbe probe(task_, textReader());
     result_ = condition_ ? probe.run(*condition_, frame) : probe.run(*action_, frame);
     view_->show(frame.empty() ? QImage() : toImage(frame), result_);
     showOutcome();
@@ -142,6 +205,9 @@ void ProbePanel::showOutcome() {
         if (result_.click) {
             text += tr("，会点击 %1,%2").arg(result_.click->x()).arg(result_.click->y());
         }
+    }
+    if (!unreadable_.isEmpty()) {
+        text += tr("。%1").arg(unreadable_);
     }
     verdict_->setText(text);
     verdict_->setAccessibleName(text);

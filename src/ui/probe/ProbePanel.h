@@ -3,14 +3,17 @@
 // live screen or on one of the task's originals and shows what it saw.
 
 #include <QDialog>
+#include <QImage>
+#include <functional>
 #include <memory>
-#include <opencv2/core/mat.hpp>
 
 #include "probe/ProbeResult.h"
+#include "screen/LatestAnswer.h"
 
 class QComboBox;
 class QLabel;
 class QListWidget;
+class QPushButton;
 
 namespace autoscene::model {
 class TaskDocument;
@@ -20,42 +23,63 @@ class IEditorAction;
 namespace autoscene::platform {
 class IDesktopBackend;
 }
+namespace autoscene::text {
+class OcrClient;
+}
 
 namespace autoscene::ui {
 
 class ProbeFrameView;
+class ProbeOcr;
 
 class ProbePanel : public QDialog {
     Q_OBJECT
 public:
-    // Exactly one of `condition` and `action`; both are copied. Without a desktop only the
-    // originals can be chosen.
+    // Prepares a capture of the task's target on the window's thread (asking what it must)
+    // to be taken on another; empty, after the user was told why, when there is none.
+    using TargetCapture = std::function<std::function<QImage()>()>;
+
+    // Exactly one of `condition` and `action`; both are copied. The live screen is the
+    // task's target when `target` is given and the task names one, else the whole screen
+    // of `desktop`; with neither only the originals can be chosen. Text items read with
+    // `ocr`'s service.
     ProbePanel(const model::TaskDocument& task, const model::IEditorCondition* condition,
                const model::IEditorAction* action, platform::IDesktopBackend* desktop,
-               QWidget* parent = nullptr);
+               TargetCapture target = {}, ProbeOcr* ocr = nullptr, QWidget* parent = nullptr);
     ~ProbePanel() override;
 
     QComboBox& source() { return *source_; }
     ProbeFrameView& view() { return *view_; }
     const probe::ProbeResult& result() const { return result_; }
 
-    // Runs the item on the chosen frame and shows the outcome.
+    // Runs the item on the chosen frame and shows the outcome; a live frame is captured on
+    // a thread of its own first, and the outcome shown when it comes.
     void test();
+    // A live capture is on its way.
+    bool capturing() const { return capture_.busy(); }
 
 private:
-    // BGR; empty with a message shown when the frame cannot be had.
-    cv::Mat chosenFrame();
+    // The capture of the live entry; empty when there is none.
+    std::function<QImage()> liveCapture();
+    void testOn(const QImage& picture);
+    // What the item reads text with; null, with the reason shown, when it cannot.
+    std::shared_ptr<const text::OcrClient> textReader();
     void showOutcome();
 
     const model::TaskDocument& task_;
     std::unique_ptr<model::IEditorCondition> condition_;
     std::unique_ptr<model::IEditorAction> action_;
     platform::IDesktopBackend* desktop_;
+    TargetCapture target_;
+    ProbeOcr* ocr_;
+    QPushButton* run_;
     QComboBox* source_;
     ProbeFrameView* view_;
     QLabel* verdict_;
     QListWidget* candidates_;
     probe::ProbeResult result_;
+    QString unreadable_;  // why text items read nothing, shown with their outcome
+    LatestAnswer<QImage> capture_{this};
 };
 
 }  // namespace autoscene::ui

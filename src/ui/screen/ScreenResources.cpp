@@ -153,21 +153,22 @@ SavedResource saveColour(TaskEditor& editor, const QString& name, std::int64_t r
     return {id, {}};
 }
 
-std::optional<OtherMatch> matchElsewhere(const model::TaskDocument& task, int id,
-                                         const QImage& picture) {
+OtherMatchSearch matchElsewhere(const model::TaskDocument& task, int id, const QImage& picture) {
     const model::ImageRecord* image = task.image(id);
     if (!image || picture.isNull() || !picture.rect().contains(image->rect)) {
-        return std::nullopt;
+        return [] { return std::nullopt; };
     }
-    const std::vector<probe::ProbeCandidate> others =
-        probe::otherMatches(task, id, bgrOf(picture), image->rect);
-    if (others.empty()) {
-        return std::nullopt;
-    }
-    const auto best =
-        std::max_element(others.begin(), others.end(),
-                         [](const auto& a, const auto& b) { return a.score < b.score; });
-    return OtherMatch{best->rect, best->score, image->sim};
+    return [search = probe::OtherMatches(task, id, bgrOf(picture), image->rect),
+            similarity = image->sim]() -> std::optional<OtherMatch> {
+        const std::vector<probe::ProbeCandidate> others = search();
+        if (others.empty()) {
+            return std::nullopt;
+        }
+        const auto best =
+            std::max_element(others.begin(), others.end(),
+                             [](const auto& a, const auto& b) { return a.score < b.score; });
+        return OtherMatch{best->rect, best->score, similarity};
+    };
 }
 
 QImage colourMask(const QImage& picture, std::int64_t rgb, float similarity) {

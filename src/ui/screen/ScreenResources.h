@@ -7,6 +7,7 @@
 #include <QRect>
 #include <QString>
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 namespace autoscene::model {
@@ -53,8 +54,9 @@ struct OtherMatch {
     float score = 0;
     float similarity = 0;  // the image's threshold
 };
-std::optional<OtherMatch> matchElsewhere(const model::TaskDocument& task, int id,
-                                         const QImage& picture);
+// Prepared from the task on the window's thread, it may be run on another.
+using OtherMatchSearch = std::function<std::optional<OtherMatch>()>;
+OtherMatchSearch matchElsewhere(const model::TaskDocument& task, int id, const QImage& picture);
 
 // 255 where the colour condition counts a pixel of the picture as the colour, else 0.
 QImage colourMask(const QImage& picture, std::int64_t rgb, float similarity);

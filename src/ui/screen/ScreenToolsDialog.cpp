@@ -3,7 +3,6 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -65,6 +64,7 @@ ScreenToolsDialog::ScreenToolsDialog(TaskEditor& editor, Capture capture, QWidge
         if (std::none_of(originals.begin(), originals.end(),
                          [this](const auto& original) { return original.id == originalId_; })) {
             // Undone: nothing may be cut from an original the task no longer has.
+            uniqueness_.drop();
             originalId_ = 0;
             picture_ = QImage();
             view_->setImage(picture_);
@@ -255,6 +255,8 @@ bool ScreenToolsDialog::showOriginal(int id) {
         showMessage(tr("找不到原图文件"), true);
         return false;
     }
+    // A search still running on the last picture would mark this one.
+    uniqueness_.drop();
     originalId_ = id;
     picture_ = picture;
     const bool first = view_->image().isNull();
@@ -442,9 +444,17 @@ int ScreenToolsDialog::saveCurrent() {
 
 void ScreenToolsDialog::warnOfOtherMatch(int imageId, const QString& name) {
     // A search of the whole original: up to a second on a 1080p screenshot full of detail.
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    const std::optional<OtherMatch> other = matchElsewhere(editor_.document(), imageId, picture_);
-    QGuiApplication::restoreOverrideCursor();
+    showMessage(tr("已保存: %1，正在查找原图中的其他匹配…").arg(name), false);
+    uniqueness_.ask(matchElsewhere(editor_.document(), imageId, picture_),
+                    [this, imageId, name](const std::optional<OtherMatch>& other) {
+                        if (editor_.document().image(imageId)) {
+                            showOtherMatch(other, name);
+                        }
+                    });
+}
+
+void ScreenToolsDialog::showOtherMatch(const std::optional<OtherMatch>& other,
+                                       const QString& name) {
     if (!other) {
         showMessage(tr("已保存: %1，在原图中只匹配一处").arg(name), false);
         return;

@@ -8,6 +8,10 @@
 #include <QImage>
 #include <cstdint>
 #include <functional>
+#include <optional>
+
+#include "screen/LatestAnswer.h"
+#include "screen/ScreenResources.h"
 
 class QComboBox;
 class QDoubleSpinBox;
@@ -44,6 +48,8 @@ public:
     int saveCurrent();
     void pickColour(QPoint pixel);
     OriginalView& view() { return *view_; }
+    // The search for other matches of a template just cut is running.
+    bool searching() const { return uniqueness_.busy(); }
 
 private:
     QWidget* buildSidePanel();
@@ -55,8 +61,10 @@ private:
     void selectionTyped();
     void updateColourPreview();
     void suggestName();
-    // Says whether the new template is found elsewhere in the original too.
+    // Says whether the new template is found elsewhere in the original too, once a search
+    // off the window's thread has looked.
     void warnOfOtherMatch(int imageId, const QString& name);
+    void showOtherMatch(const std::optional<OtherMatch>& other, const QString& name);
     void showMessage(const QString& text, bool error);
 
     TaskEditor& editor_;
@@ -85,6 +93,7 @@ private:
     QLineEdit* name_ = nullptr;
     QPushButton* save_ = nullptr;
     QLabel* message_ = nullptr;
+    LatestAnswer<std::optional<OtherMatch>> uniqueness_{this};
 };
 
 }  // namespace autoscene::ui

@@ -156,8 +156,8 @@ void TemplatesDialog::showSelected() {
         hint_->setText(tr("没有原图"));
         return;
     }
-    const std::vector<probe::ProbeCandidate> others = probe::otherMatches(
-        task, image->id, cv::imread(original.toStdString(), cv::IMREAD_COLOR), image->rect);
+    const std::vector<probe::ProbeCandidate> others = probe::OtherMatches(
+        task, image->id, cv::imread(original.toStdString(), cv::IMREAD_COLOR), image->rect)();
     QStringList places;
     for (const probe::ProbeCandidate& c : others) {
         places << tr("%1,%2（相似度 %3）")

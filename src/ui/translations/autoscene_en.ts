@@ -1451,10 +1451,6 @@
         <translation>Frame</translation>
     </message>
     <message>
-        <source>当前屏幕</source>
-        <translation>Current screen</translation>
-    </message>
-    <message>
         <source>原图 %1</source>
         <translation>Original %1</translation>
     </message>
@@ -1497,6 +1493,30 @@
     <message>
         <source>%1  %2（范围外）</source>
         <translation>%1  %2 (outside the area)</translation>
+    </message>
+    <message>
+        <source>当前目标</source>
+        <translation>Current target</translation>
+    </message>
+    <message>
+        <source>当前屏幕（未选择目标，截取整个屏幕）</source>
+        <translation>Current screen (no target chosen: the whole screen)</translation>
+    </message>
+    <message>
+        <source>正在截取画面…</source>
+        <translation>Capturing the frame…</translation>
+    </message>
+    <message>
+        <source>没有文字识别服务（找不到 morvane-ocr），读不到文字</source>
+        <translation>No text recognition service (morvane-ocr not found): no text can be read</translation>
+    </message>
+    <message>
+        <source>文字识别服务没有运行或还在启动，读不到文字；请稍后再试</source>
+        <translation>The text recognition service is not running or still starting: no text was read; try again shortly</translation>
+    </message>
+    <message>
+        <source>。%1</source>
+        <translation>. %1</translation>
     </message>
 </context>
 <context>
@@ -2681,6 +2701,10 @@ These items will stop working. Delete it?</translation>
     <message>
         <source>已保存: %1。注意: 它在 (%2, %3) 也匹配，相似度 %4 ≥ %5，点击可能落在别处</source>
         <translation>Saved: %1. Note: it also matches at (%2, %3), similarity %4 ≥ %5; clicks may land there</translation>
+    </message>
+    <message>
+        <source>已保存: %1，正在查找原图中的其他匹配…</source>
+        <translation>Saved: %1, looking for other matches in the original…</translation>
     </message>
 </context>
 <context>
