@@ -19,7 +19,6 @@ using autoscene::engine::TaskInfo;
 using autoscene::platform::BgraView;
 using autoscene::platform::KeyOp;
 using autoscene::platform::MouseOp;
-using autoscene::platform::Point;
 using autoscene::platform::android::AdbClient;
 using autoscene::targets::DeviceTarget;
 using autoscene::testing::PrivateAdb;
@@ -38,7 +37,8 @@ struct Pixel {
 Pixel capturePixel(DeviceTarget& target, const TaskInfo& task, cv::Point at) {
     Pixel pixel;
     target.capture(task, [&](const BgraView& view) {
-        const std::uint8_t* p = view.pixels + at.y * view.stride + at.x * 4;
+        const std::uint8_t* p =
+            view.pixels + std::ptrdiff_t(at.y) * view.stride + std::ptrdiff_t(at.x) * 4;
         pixel = {view.width, view.height, {p[0], p[1], p[2]}};
     });
     return pixel;

@@ -86,7 +86,10 @@ TEST_F(WindowPickerTest,
     demo->stop();
     XDestroyWindow(user_, framed);
     const auto unframed = startDemo({"--geometry", "400x300+50+50", "--title", "Unframed"});
-    const auto [x, y] = middleOf(unframed->window());
+    // Named, not bound: the cancels below capture them.
+    const std::pair<int, int> middle = middleOf(unframed->window());
+    const int x = middle.first;
+    const int y = middle.second;
     ASSERT_TRUE(picker_->begin());
     clickAt(user_, x, y);
     EXPECT_EQ(settle().window, unframed->window());
