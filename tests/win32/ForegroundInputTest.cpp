@@ -15,6 +15,16 @@ using namespace autoscene::win32test;
 
 namespace {
 
+// The lines without their last field: real key messages carry scan codes and repeat
+// counts in lParam.
+Lines withoutLParam(const Lines& lines) {
+    Lines cut;
+    for (const std::string& line : lines) {
+        cut.push_back(line.substr(0, line.find_last_of(' ')));
+    }
+    return cut;
+}
+
 class ForegroundInputTest : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }

@@ -11,6 +11,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <set>
@@ -72,21 +73,14 @@ protected:
 // Whether a window manager has announced itself on the display, waiting up to 10 s.
 bool windowManagerRuns(Display* display) {
     const Atom check = XInternAtom(display, "_NET_SUPPORTING_WM_CHECK", False);
-    for (int wait = 0; wait < 100; ++wait) {
-        Atom type = None;
-        int format = 0;
-        unsigned long count = 0;
-        unsigned long after = 0;
-        unsigned char* data = nullptr;
-        XGetWindowProperty(display, DefaultRootWindow(display), check, 0, 1, False, AnyPropertyType,
-                           &type, &format, &count, &after, &data);
-        if (data != nullptr) {
-            XFree(data);
-        }
-        if (count > 0) {
+    for (int wait = 0; wait < 100; ++wait, std::this_thread::sleep_for(100ms)) {
+        int count = 0;
+        Atom* names = XListProperties(display, DefaultRootWindow(display), &count);
+        const bool announced = std::find(names, names + count, check) != names + count;
+        XFree(names);
+        if (announced) {
             return true;
         }
-        std::this_thread::sleep_for(100ms);
     }
     return false;
 }
