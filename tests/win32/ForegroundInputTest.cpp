@@ -15,6 +15,16 @@ using namespace autoscene::win32test;
 
 namespace {
 
+// The lines without their last field: real key messages carry scan codes and repeat
+// counts in lParam.
+Lines withoutLParam(const Lines& lines) {
+    Lines cut;
+    for (const std::string& line : lines) {
+        cut.push_back(line.substr(0, line.find_last_of(' ')));
+    }
+    return cut;
+}
+
 class ForegroundInputTest : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }
@@ -27,7 +37,7 @@ protected:
 
 }  // namespace
 
-TEST_F(ForegroundInputTest, ClicksArriveAtTheDeepestWindowUnderTheClientPoint) {
+TEST_F(ForegroundInputTest, ClicksDownsAndUpsArriveAtTheDeepestWindowUnderTheClientPoint) {
     backend.mouse(topLevel(), {75, 75}, MouseOp::LeftClick, 30, false);
     backend.mouse(topLevel(), {330, 220}, MouseOp::RightClick, 0, false);
     EXPECT_EQ(recorder.waitForMessages({0x201, 0x202, 0x204, 0x205}, 4),
@@ -38,9 +48,8 @@ TEST_F(ForegroundInputTest, ClicksArriveAtTheDeepestWindowUnderTheClientPoint) {
     ScreenToClient(recorder.top(), &cursor);
     EXPECT_EQ(cursor.x, 330);
     EXPECT_EQ(cursor.y, 220);
-}
 
-TEST_F(ForegroundInputTest, SeparateDownsAndUpsAndMovesUseTheCursor) {
+    SCOPED_TRACE("separate downs, ups and moves use the cursor");
     backend.mouse(topLevel(), {80, 50}, MouseOp::LeftDown, 0, false);
     // Wine applies a cursor warp through the X server a moment later; a second warp
     // at once can be overtaken by the first one's echo.
@@ -55,7 +64,7 @@ TEST_F(ForegroundInputTest, SeparateDownsAndUpsAndMovesUseTheCursor) {
                      mouseLine("top", 0x204, 2, 10, 10), mouseLine("top", 0x205, 0, 10, 10)}));
 }
 
-TEST_F(ForegroundInputTest, WheelAndKeysReachTheFrontWindow) {
+TEST_F(ForegroundInputTest, WheelKeysAndAKeyGroupReachTheFrontWindow) {
     backend.wheel(topLevel(), 2, {75, 75}, false);
     const Lines wheel = recorder.waitForMessages({0x20A}, 1);
     ASSERT_EQ(wheel.size(), 1u);
@@ -66,9 +75,6 @@ TEST_F(ForegroundInputTest, WheelAndKeysReachTheFrontWindow) {
     backend.key(topLevel(), 0x24, KeyOp::Click, false);  // Home: no character
     EXPECT_EQ(withoutLParam(recorder.waitForMessages({0x100, 0x101}, 4)),
               (Lines{"top 0100 4b", "top 0101 4b", "top 0100 24", "top 0101 24"}));
-}
-
-TEST_F(ForegroundInputTest, KeyGroupArrivesAsRealKeys) {
     pressKeyGroup(backend, topLevel(), keyGroupFromEvent('Q', kQtShiftModifier), false);
     EXPECT_EQ(withoutLParam(recorder.waitForMessages({0x100, 0x101, 0x102}, 5)),
               (Lines{"top 0100 10", "top 0100 51", "top 0102 51", "top 0101 51", "top 0101 10"}));

@@ -60,14 +60,6 @@ Lines onlyMessages(const Lines& lines, std::initializer_list<unsigned> messages)
     return kept;
 }
 
-Lines withoutLParam(const Lines& lines) {
-    Lines cut;
-    for (const std::string& line : lines) {
-        cut.push_back(line.substr(0, line.find_last_of(' ')));
-    }
-    return cut;
-}
-
 std::string mouseLine(const char* window, unsigned message, unsigned wParam, int x, int y) {
     return logLine(window, message, wParam, platform::win32::packPointLParam({x, y}));
 }

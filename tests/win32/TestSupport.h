@@ -24,9 +24,6 @@ bool waitUntil(const std::function<bool()>& condition,
 
 // Lines whose message (second field, hex) is one of the given messages.
 Lines onlyMessages(const Lines& lines, std::initializer_list<unsigned> messages);
-// The lines without their last field: real key messages carry scan codes and repeat
-// counts in lParam.
-Lines withoutLParam(const Lines& lines);
 
 // The line the recorder logs for a mouse message at a client point.
 std::string mouseLine(const char* window, unsigned message, unsigned wParam, int x, int y);

@@ -111,22 +111,7 @@ TEST_F(DeviceServiceTest, FirstCaptureStartsTheServiceWhichIsStartedAgainOnceKil
     EXPECT_TRUE(serviceForwards().isEmpty());
 }
 
-TEST_F(DeviceServiceTest, InputMethodIsSwitchedForTheRunAndRestoredAfter) {
-    open();
-    auto target = makeTarget(DeviceTarget::Route::Service);
-    target->targetStarted(task);
-    target->targetEnded(task);
-    adb.adb({"-s", device->serial(), "shell", "settings put secure default_input_method null"});
-    target->targetStarted(task);
-    target->targetEnded(task);
-
-    EXPECT_EQ(device->log().filter(QRegularExpression("^ime ")),
-              QStringList({"ime cn.morvane.remoteinput/.EditorIME",
-                           "ime com.android.inputmethod.latin/.LatinIME", "ime null",
-                           "ime cn.morvane.remoteinput/.EditorIME", "ime reset"}));
-}
-
-TEST_F(DeviceServiceTest, InputGoesThroughTheService) {
+TEST_F(DeviceServiceTest, InputGoesThroughTheServiceAndTheInputMethodIsSwitchedForTheRun) {
     open();
     auto target = makeTarget(DeviceTarget::Route::Service);
     ASSERT_EQ(target->startApp(task, "com.autoscene.testapp", {}), QString());
@@ -158,6 +143,18 @@ TEST_F(DeviceServiceTest, InputGoesThroughTheService) {
     EXPECT_EQ(std::vector({info->pixelStride, info->rowPadding, info->width, info->height}),
               std::vector({4, 0, 720, 1280}));
     EXPECT_GT(info->density, 0);
+
+    // The input method is switched for a run and restored after it, even when it was none.
+    const qsizetype mark = device->log().size();
+    target->targetStarted(task);
+    target->targetEnded(task);
+    adb.adb({"-s", device->serial(), "shell", "settings put secure default_input_method null"});
+    target->targetStarted(task);
+    target->targetEnded(task);
+    EXPECT_EQ(device->log().mid(mark).filter(QRegularExpression("^ime ")),
+              QStringList({"ime cn.morvane.remoteinput/.EditorIME",
+                           "ime com.android.inputmethod.latin/.LatinIME", "ime null",
+                           "ime cn.morvane.remoteinput/.EditorIME", "ime reset"}));
 }
 
 TEST_F(DeviceServiceTest, AutoFallsBackToAdbWhenTheServiceIsMissingOrSilent) {

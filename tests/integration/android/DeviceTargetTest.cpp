@@ -19,7 +19,6 @@ using autoscene::engine::TaskInfo;
 using autoscene::platform::BgraView;
 using autoscene::platform::KeyOp;
 using autoscene::platform::MouseOp;
-using autoscene::platform::Point;
 using autoscene::platform::android::AdbClient;
 using autoscene::targets::DeviceTarget;
 using autoscene::testing::PrivateAdb;
@@ -38,7 +37,8 @@ struct Pixel {
 Pixel capturePixel(DeviceTarget& target, const TaskInfo& task, cv::Point at) {
     Pixel pixel;
     target.capture(task, [&](const BgraView& view) {
-        const std::uint8_t* p = view.pixels + at.y * view.stride + at.x * 4;
+        const std::uint8_t* p =
+            view.pixels + std::ptrdiff_t(at.y) * view.stride + std::ptrdiff_t(at.x) * 4;
         pixel = {view.width, view.height, {p[0], p[1], p[2]}};
     });
     return pixel;
@@ -80,8 +80,16 @@ TEST_F(DeviceTargetTest, FramesOfEveryHeaderSizeAndThePngFallbackShowTheApp) {
     }
 }
 
-TEST_F(DeviceTargetTest, InputArrivesAsTheAppReceivesIt) {
+TEST_F(DeviceTargetTest, InputArrivesAsTheAppReceivesItAndMissingAppsOrAdbAreReported) {
     open();
+    EXPECT_FALSE(target.startApp(task, "com.example.missing", {}).isEmpty());
+    EXPECT_FALSE(target.startApp(task, "com.example.missing", ".Main").isEmpty());
+    EXPECT_FALSE(target.startApp(task, "x;reboot", {}).isEmpty());
+    EXPECT_FALSE(device->log().contains("screen START"));
+    DeviceTarget noAdb{AdbClient("/nonexistent/adb"), {DeviceTarget::Route::Adb}};
+    EXPECT_EQ(capturePixel(noAdb, task, {0, 0}).width, 0);
+    EXPECT_FALSE(noAdb.startApp(task, "com.autoscene.testapp", {}).isEmpty());
+
     ASSERT_EQ(target.startApp(task, "com.autoscene.testapp", ".MainActivity"), QString());
     ASSERT_TRUE(device->waitForLine("screen START"));
 
@@ -145,18 +153,6 @@ TEST_F(DeviceTargetTest, InputOfAGoneDeviceIsReportedAndTheDeviceIsPickedUpAgain
         width = capturePixel(target, task, {0, 0}).width;
     }
     EXPECT_EQ(width, 720);
-}
-
-TEST_F(DeviceTargetTest, AppsTheDeviceDoesNotHaveAndAMissingAdbAreReported) {
-    open();
-    EXPECT_FALSE(target.startApp(task, "com.example.missing", {}).isEmpty());
-    EXPECT_FALSE(target.startApp(task, "com.example.missing", ".Main").isEmpty());
-    EXPECT_FALSE(target.startApp(task, "x;reboot", {}).isEmpty());
-    EXPECT_FALSE(device->log().contains("screen START"));
-
-    DeviceTarget noAdb{AdbClient("/nonexistent/adb"), {DeviceTarget::Route::Adb}};
-    EXPECT_EQ(capturePixel(noAdb, task, {0, 0}).width, 0);
-    EXPECT_FALSE(noAdb.startApp(task, "com.autoscene.testapp", {}).isEmpty());
 }
 
 }  // namespace

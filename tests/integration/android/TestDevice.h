@@ -42,7 +42,6 @@ public:
     PrivateAdb(const PrivateAdb&) = delete;
     PrivateAdb& operator=(const PrivateAdb&) = delete;
 
-    int port() const { return port_; }
     // "adb ARGUMENTS..." on this server; what it printed.
     QString adb(const QStringList& arguments) const;
     bool connect(const TestDevice& device) const;

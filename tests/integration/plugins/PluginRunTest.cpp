@@ -103,7 +103,7 @@ protected:
     QTemporaryDir folder;
 };
 
-TEST_F(PluginRun, CapturesAndActsThroughTheBackgroundPluginAndReadsTheCode) {
+TEST_F(PluginRun, CapturesAndActsThroughThePluginItsChildAndItsUntickedServices) {
     const RunResult result =
         run("plugins/file-backend.so", R"(["capture", "mouse", "input", "key", "wheel"])", 30);
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
@@ -126,13 +126,13 @@ TEST_F(PluginRun, CapturesAndActsThroughTheBackgroundPluginAndReadsTheCode) {
                                 "key_up " + window + " 13", wheel.front(), "uninit " + window,
                                 "global_uninit"}));
     EXPECT_TRUE(target.settledLines("main ButtonPress", 0).empty()) << "the window got nothing";
-}
 
-TEST_F(PluginRun, APointInTheNamedChildGoesToTheChildInItsOwnCoordinates) {
+    SCOPED_TRACE("a point in the named child goes to the child in its own coordinates");
+    ASSERT_TRUE(QFile::remove(folder.filePath("input.log")));
     // The demo's panel lies at 440,20 in the window.
-    const RunResult result = run("plugins/file-backend.so", R"(["capture", "mouse", "input"])", 30,
-                                 "AutosceneDemoPanel", "450,30");
-    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    const RunResult inChild = run("plugins/file-backend.so", R"(["capture", "mouse", "input"])", 30,
+                                  "AutosceneDemoPanel", "450,30");
+    ASSERT_EQ(inChild.exitCode, 0) << inChild.err.toStdString();
     Display* display = XOpenDisplay(server.display().c_str());
     ASSERT_NE(display, nullptr);
     int x = 0;
@@ -141,17 +141,16 @@ TEST_F(PluginRun, APointInTheNamedChildGoesToTheChildInItsOwnCoordinates) {
     XTranslateCoordinates(display, target.panel(), target.window(), 0, 0, &x, &y, &child);
     XCloseDisplay(display);
     const QString panel = QString::number(target.panel());
-    const QStringList log = inputLog();
-    const QString at = pressedNear(log, panel, 450 - x, 30 - y);
-    EXPECT_TRUE(log.contains("move " + panel + at));
-    EXPECT_TRUE(log.contains("text " + panel + " héllo")) << "text goes to the named child";
-}
+    const QStringList childLog = inputLog();
+    const QString childAt = pressedNear(childLog, panel, 450 - x, 30 - y);
+    EXPECT_TRUE(childLog.contains("move " + panel + childAt));
+    EXPECT_TRUE(childLog.contains("text " + panel + " héllo")) << "text goes to the named child";
 
-TEST_F(PluginRun, UntickedCaptureStaysWithTheDisplayAndAUnloadablePluginIsRefused) {
+    SCOPED_TRACE("unticked capture stays with the display; an unloadable plug-in is refused");
+    ASSERT_TRUE(QFile::remove(folder.filePath("input.log")));
     // The demo window shows no code, so nothing is clicked before the time limit.
-    const RunResult result = run("plugins/file-backend.so", R"(["mouse", "input"])", 2);
-    EXPECT_EQ(result.exitCode, 124) << result.err.toStdString();
-    const QString window = QString::number(target.window());
+    const RunResult unticked = run("plugins/file-backend.so", R"(["mouse", "input"])", 2);
+    EXPECT_EQ(unticked.exitCode, 124) << unticked.err.toStdString();
     EXPECT_EQ(inputLog(),
               (QStringList{"global_init", "init " + window, "uninit " + window, "global_uninit"}));
 

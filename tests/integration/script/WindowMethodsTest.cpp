@@ -41,7 +41,7 @@ protected:
     QString handle;
 };
 
-TEST_F(WindowMethods, FindAndSearchTopLevelWindowsAndChildren) {
+TEST_F(WindowMethods, FindSearchMoveResizeRaiseAndClose) {
     const QString found = run("JSON.stringify(auto.findWindow('Autoscene Demo', 'AutosceneDemo'))");
     EXPECT_TRUE(found.startsWith(
         QStringLiteral(R"([{"class_name":"AutosceneDemo","hwnd":"%1",)").arg(handle)))
@@ -57,9 +57,7 @@ TEST_F(WindowMethods, FindAndSearchTopLevelWindowsAndChildren) {
     EXPECT_EQ(run("auto.findChildWindow('%H', 'panel', 'Panel')"), QString::number(demo->panel()));
     EXPECT_EQ(run("auto.findChildWindow('%H', 'nobody', '')"), "");
     EXPECT_EQ(run("auto.findChildWindow('junk', '', '')"), "");
-}
 
-TEST_F(WindowMethods, MoveResizeRaiseAndClose) {
     run("auto.moveWindow('%H', 100, 50)");
     EXPECT_TRUE(eventually(
         [&] { return run("var r = auto.getWindowRect('%H'); r.x + ',' + r.y") == "100,50"; }));

@@ -49,25 +49,23 @@ TEST_F(CaptureTest, BackgroundCaptureStillSeesACoveredWindow) {
         << "an uncovered window looks the same in both modes";
 }
 
-TEST_F(CaptureTest, BothModesShowAWindowsClientAreaWithoutItsBorder) {
+TEST_F(CaptureTest, BothModesLeaveOutTheBorderClampToTheScreenAndGiveNothingForGoneWindows) {
     // Blue inside, a red border seven pixels wide.
     Display* display = reference_->display();
     constexpr unsigned kBorder = 7;
-    const Window window = XCreateSimpleWindow(display, DefaultRootWindow(display), 40, 30, 120, 90,
-                                              kBorder, 0xff0000, 0x0000ff);
-    XMapRaised(display, window);
+    const Window bordered = XCreateSimpleWindow(display, DefaultRootWindow(display), 40, 30, 120,
+                                                90, kBorder, 0xff0000, 0x0000ff);
+    XMapRaised(display, bordered);
     XSync(display, False);
-    const BgraFrame foreground = backend_->capture(window, false);
+    const BgraFrame foreground = backend_->capture(bordered, false);
     ASSERT_EQ(foreground.width, 120);
     EXPECT_EQ(pixelAt(foreground, 0, 0), 0x0000ffu);
-    const BgraFrame background = backgroundCaptureMatching(window, foreground);
+    const BgraFrame background = backgroundCaptureMatching(bordered, foreground);
     EXPECT_EQ(firstDifference(background, foreground), "");
     EXPECT_EQ(pixelAt(background, 0, 0), 0x0000ffu) << "not the border";
-    XDestroyWindow(display, window);
+    XDestroyWindow(display, bordered);
     XSync(display, False);
-}
 
-TEST_F(CaptureTest, ForegroundCaptureIsClampedToTheScreenAndGoneOrHiddenWindowsGiveNothing) {
     // Left of and above the screen: read from row and column 0 at full size; past the right
     // and bottom edges: shortened.
     const auto offLeft = startDemo({"--geometry", "300x200-100-50", "--title", "Off"});

@@ -75,8 +75,34 @@ protected:
     InputTarget target_;
 };
 
-TEST_P(InputTest, ClicksArriveWhereAimed) {
+TEST_P(InputTest, KeysAndClicksArriveAsAimedAndOutOfRangeArgumentsAreHarmless) {
     std::size_t mark = demo_->mark();
+    backend_->key(target_, kVkA, KeyOp::Click, background());
+    backend_->key(target_, kVkShift, KeyOp::Down, background());
+    backend_->key(target_, kVkShift, KeyOp::Up, background());
+    backend_->key(target_, kVkF5, KeyOp::Click, background());
+    backend_->key(target_, 0x07, KeyOp::Click, background());  // no key
+    backend_->key(target_, 9999, KeyOp::Click, background());  // not a virtual key
+    std::vector<std::string> keys;
+    for (const auto& line : received(mark, "main Key")) {
+        keys.push_back(line.substr(0, line.find(" keycode=")) + line.substr(line.find(" keysym=")));
+    }
+    EXPECT_EQ(keys,
+              (std::vector<std::string>{
+                  "main KeyPress keysym=a text=a", "main KeyRelease keysym=a text=a",
+                  "main KeyPress keysym=Shift_L text=", "main KeyRelease keysym=Shift_L text=",
+                  "main KeyPress keysym=F5 text=", "main KeyRelease keysym=F5 text="}));
+
+    const int big = std::numeric_limits<int>::max();
+    const int small = std::numeric_limits<int>::min();
+    backend_->mouse(target_, Point{big, small}, MouseOp::LeftClick, -7, background());
+    backend_->mouse(target_, Point{10, 10}, static_cast<MouseOp>(99), 0, background());
+    backend_->wheel(target_, small, Point{small, big}, background());
+    backend_->key(target_, -5, static_cast<KeyOp>(42), background());
+    backend_->mouse(InputTarget{~0ULL, 0}, Point{10, 10}, MouseOp::LeftClick, 0, background());
+    demo_->settledLines("", demo_->mark());  // the clicks below show the back end still works
+
+    mark = demo_->mark();
     backend_->mouse(target_, Point{230, 210}, MouseOp::LeftClick, 40, background());
     EXPECT_EQ(received(mark, "main Button"),
               (std::vector<std::string>{"main ButtonPress button=1 x=230 y=210",
@@ -119,42 +145,12 @@ TEST_P(InputTest, WheelClicksOncePerStep) {
               std::vector<std::string>(1, "main ButtonPress button=5 x=200 y=300"));
 }
 
-TEST_P(InputTest, KeysArriveAsTheirKeysymsAndOutOfRangeArgumentsAreHarmless) {
-    std::size_t mark = demo_->mark();
-    backend_->key(target_, kVkA, KeyOp::Click, background());
-    backend_->key(target_, kVkShift, KeyOp::Down, background());
-    backend_->key(target_, kVkShift, KeyOp::Up, background());
-    backend_->key(target_, kVkF5, KeyOp::Click, background());
-    backend_->key(target_, 0x07, KeyOp::Click, background());  // no key
-    backend_->key(target_, 9999, KeyOp::Click, background());  // not a virtual key
-    std::vector<std::string> keys;
-    for (const auto& line : received(mark, "main Key")) {
-        keys.push_back(line.substr(0, line.find(" keycode=")) + line.substr(line.find(" keysym=")));
-    }
-    EXPECT_EQ(keys,
-              (std::vector<std::string>{
-                  "main KeyPress keysym=a text=a", "main KeyRelease keysym=a text=a",
-                  "main KeyPress keysym=Shift_L text=", "main KeyRelease keysym=Shift_L text=",
-                  "main KeyPress keysym=F5 text=", "main KeyRelease keysym=F5 text="}));
-
-    const int big = std::numeric_limits<int>::max();
-    const int small = std::numeric_limits<int>::min();
-    backend_->mouse(target_, Point{big, small}, MouseOp::LeftClick, -7, background());
-    backend_->mouse(target_, Point{10, 10}, static_cast<MouseOp>(99), 0, background());
-    backend_->wheel(target_, small, Point{small, big}, background());
-    backend_->key(target_, -5, static_cast<KeyOp>(42), background());
-    backend_->mouse(InputTarget{~0ULL, 0}, Point{10, 10}, MouseOp::LeftClick, 0, background());
-    mark = demo_->mark();
-    click(at(demo::kStartButton));
-    EXPECT_TRUE(demo_->waitForLine("screen MENU", mark)) << "still working";
-}
-
 INSTANTIATE_TEST_SUITE_P(Modes, InputTest, ::testing::Values(true, false),
                          [](const auto& info) { return info.param ? "Background" : "Foreground"; });
 
 using BackgroundInputTest = InputTest;
 
-TEST_P(BackgroundInputTest, EveryWindowContainingThePointReceivesItEdgesIncluded) {
+TEST_P(BackgroundInputTest, EveryWindowWithThePointGetsItUpsGoWherePressedAndSystemKeysHoldAlt) {
     const Point corner{demo::kPanel.x + demo::kPanel.width, demo::kPanel.y + demo::kPanel.height};
     std::size_t mark = demo_->mark();
     backend_->mouse(target_, corner, MouseOp::LeftDown, 0, true);
@@ -176,10 +172,12 @@ TEST_P(BackgroundInputTest, EveryWindowContainingThePointReceivesItEdgesIncluded
     backend_->mouse(child, Point{demo::kPanel.x, demo::kPanel.y}, MouseOp::LeftDown, 0, true);
     backend_->mouse(child, Point{demo::kPanel.x - 1, demo::kPanel.y}, MouseOp::LeftDown, 0, true);
     EXPECT_EQ(received(mark, ""), (std::vector<std::string>{"panel ButtonPress button=1 x=0 y=0"}));
-}
 
-TEST_P(BackgroundInputTest, UpGoesWhereThisThreadLastPressedOrToTheOrigin) {
-    std::size_t mark = demo_->mark();
+    SCOPED_TRACE("an up goes where this thread last pressed, or to the origin");
+    mark = demo_->mark();
+    backend_->mouse(target_, Point{99, 99}, MouseOp::LeftUp, 0, true);  // uses up the record
+    demo_->settledLines("", mark);
+    mark = demo_->mark();
     backend_->mouse(target_, Point{50, 300}, MouseOp::LeftUp, 0, true);
     EXPECT_EQ(received(mark, "main ButtonRelease"),
               (std::vector<std::string>{"main ButtonRelease button=1 x=0 y=0"}));
@@ -208,10 +206,9 @@ TEST_P(BackgroundInputTest, UpGoesWhereThisThreadLastPressedOrToTheOrigin) {
     EXPECT_EQ(received(mark, "main ButtonRelease"),
               (std::vector<std::string>{"main ButtonRelease button=3 x=70 y=320",
                                         "main ButtonRelease button=3 x=0 y=0"}));
-}
 
-TEST_P(BackgroundInputTest, SystemKeyIsTypedWithAltHeldAndInputForAGoneWindowIsLogged) {
-    const std::size_t mark = demo_->mark();
+    SCOPED_TRACE("a system key is typed with Alt held; input for a gone window is logged");
+    mark = demo_->mark();
     backend_->key(target_, kVkA, KeyOp::System, true);
     const auto keys = demo_->settledLines("main Key", mark);
     ASSERT_EQ(keys.size(), 2u);
@@ -231,7 +228,24 @@ INSTANTIATE_TEST_SUITE_P(Mode, BackgroundInputTest, ::testing::Values(true),
 
 using ForegroundInputTest = InputTest;
 
-TEST_P(ForegroundInputTest, InputForAVanishedWindowIsDroppedAndNothingStaysPressed) {
+TEST_P(ForegroundInputTest, TextOfAnyCharacterIsTypedAndInputForAVanishedWindowIsDropped) {
+    openForm();
+    std::size_t mark = demo_->mark();
+    const std::string text = "Hé 开始!\tz";
+    const auto start = std::chrono::steady_clock::now();
+    backend_->inputText(target_, text);
+    const auto elapsedMs = std::chrono::duration_cast<std::chrono::milliseconds>(
+                               std::chrono::steady_clock::now() - start)
+                               .count();
+    EXPECT_GE(elapsedMs, 5 + 10 * 8) << "5 ms to settle, then 10 ms per character";
+    EXPECT_TRUE(demo_->waitForLine("field Hé 开始!", mark));
+    std::string typed;
+    for (const auto& line : demo_->settledLines("main KeyPress", mark)) {
+        typed += line.substr(line.find(" text=") + 6);
+    }
+    EXPECT_EQ(typed, "Hé 开始!z") << "Shift and Tab type no text of their own";
+
+    SCOPED_TRACE("input for a vanished window is dropped and nothing stays pressed");
     Display* d = reference_->display();
     XWarpPointer(d, None, DefaultRootWindow(d), 0, 0, 0, 0, 7, 9);
     XSync(d, False);
@@ -255,28 +269,10 @@ TEST_P(ForegroundInputTest, InputForAVanishedWindowIsDroppedAndNothingStaysPress
     EXPECT_FALSE(backend_->isWindow(gone));
 
     const auto next = startDemo({"--geometry", "640x480+100+50", "--title", "Next"});
-    const std::size_t mark = next->mark();
+    mark = next->mark();
     backend_->mouse(InputTarget{next->window(), 0}, at(demo::kStartButton), MouseOp::LeftClick, 0,
                     false);
     EXPECT_TRUE(next->waitForLine("screen MENU", mark)) << "the back end still drives a new window";
-}
-
-TEST_P(ForegroundInputTest, TextOfAnyCharacterIsTyped) {
-    openForm();
-    const std::size_t mark = demo_->mark();
-    const std::string text = "Hé 开始!\tz";
-    const auto start = std::chrono::steady_clock::now();
-    backend_->inputText(target_, text);
-    const auto elapsedMs = std::chrono::duration_cast<std::chrono::milliseconds>(
-                               std::chrono::steady_clock::now() - start)
-                               .count();
-    EXPECT_GE(elapsedMs, 5 + 10 * 8) << "5 ms to settle, then 10 ms per character";
-    EXPECT_TRUE(demo_->waitForLine("field Hé 开始!", mark));
-    std::string typed;
-    for (const auto& line : demo_->settledLines("main KeyPress", mark)) {
-        typed += line.substr(line.find(" text=") + 6);
-    }
-    EXPECT_EQ(typed, "Hé 开始!z") << "Shift and Tab type no text of their own";
 }
 
 INSTANTIATE_TEST_SUITE_P(Mode, ForegroundInputTest, ::testing::Values(false),
