@@ -5,9 +5,9 @@
 
 #include <QCoreApplication>
 #include <QPointer>
+#include <QThreadPool>
 #include <functional>
 #include <memory>
-#include <thread>
 
 namespace autoscene::ui {
 
@@ -22,20 +22,25 @@ public:
     void ask(std::function<Answer()> work, std::function<void(Answer)> done) {
         const int asked = ++*newest_;
         QPointer<QObject> receiver(receiver_);
-        // Left to finish on its own: the answer of a closed receiver is dropped, unwaited.
-        std::thread([=, this, newest = newest_, work = std::move(work),
-                     done = std::move(done)]() mutable {
-            Answer answer = work();
-            QMetaObject::invokeMethod(
-                QCoreApplication::instance(),
-                [=, this, answer = std::move(answer)]() mutable {
-                    if (receiver && *newest == asked) {
-                        answered_ = asked;
-                        done(std::move(answer));
-                    }
-                },
-                Qt::QueuedConnection);
-        }).detach();
+        // On the application's pool, which the application waits for when it ends; the
+        // answer of a closed receiver is dropped, unwaited.
+        QThreadPool::globalInstance()->start(
+            [=, this, newest = newest_, work = std::move(work), done = std::move(done)]() mutable {
+                Answer answer = work();
+                QCoreApplication* application = QCoreApplication::instance();
+                if (!application) {
+                    return;
+                }
+                QMetaObject::invokeMethod(
+                    application,
+                    [=, this, answer = std::move(answer)]() mutable {
+                        if (receiver && *newest == asked) {
+                            answered_ = asked;
+                            done(std::move(answer));
+                        }
+                    },
+                    Qt::QueuedConnection);
+            });
     }
 
     // Drops the answers of every request so far.
