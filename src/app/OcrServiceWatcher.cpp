@@ -28,6 +28,8 @@ const QString kProgramName = QStringLiteral("morvane-ocr");
 // nor reloads its models every second.
 constexpr auto kSettledLifetime = std::chrono::seconds(10);
 constexpr auto kLongestRestartDelay = std::chrono::seconds(60);
+// How often a service shared with another window or run is checked for still answering.
+constexpr auto kSharedServiceCheck = std::chrono::seconds(2);
 
 }  // namespace
 
@@ -106,6 +108,15 @@ void OcrServiceWatcher::watch(const QString& commandLine) {
     std::unique_lock lock(mutex_);
     int quickEnds = 0;
     while (!stopRequested_) {
+        lock.unlock();
+        // A service that another window or run started on the port serves this client
+        // too; a second one could not take the port. Watched until it ends.
+        const bool shared = client_->answers();
+        lock.lock();
+        if (shared) {
+            stopping_.wait_for(lock, kSharedServiceCheck, [this] { return stopRequested_; });
+            continue;
+        }
         current_ = sys::startHiddenProcess(command);
         const auto startedAt = std::chrono::steady_clock::now();
         const sys::HiddenProcess process = current_;

@@ -1,5 +1,5 @@
-// Starting and watching the real service: where it is found, its port, and that it
-// comes back after being killed but not after stop().
+// Starting and watching the real service: where it is found, its port, that it comes
+// back after being killed but not after stop(), and that a second watcher shares it.
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -146,4 +146,17 @@ TEST(OcrServiceWatcher, StartsAFoundProgramAndBringsItBackAfterAKillButNotAfterS
     EXPECT_NE(::kill(static_cast<pid_t>(second), 0), 0) << "the service ended";
     EXPECT_EQ(client->recognise(image), RecognisedText{});
     EXPECT_GE(log.count(QStringLiteral("curl_easy_perform() failed")), 1);
+
+    // Another window's watcher on the port uses the service running there, and starts its
+    // own once that one is gone.
+    ASSERT_TRUE(watcher.start(dir.path(), QString()));
+    ASSERT_TRUE(readsAgain(*client, image));
+    const auto otherClient = std::make_shared<OcrClient>();
+    OcrServiceWatcher other(otherClient);
+    ASSERT_TRUE(other.start(dir.path(), QString()));
+    EXPECT_TRUE(readsAgain(*otherClient, image));
+    EXPECT_EQ(other.processId(), 0u);
+    watcher.stop();
+    EXPECT_TRUE(readsAgain(*otherClient, image));
+    EXPECT_NE(other.processId(), 0u);
 }
