@@ -96,6 +96,11 @@ cv::Mat reducedRegion(const cv::Mat& region, cv::Size factor, SearchScratch& scr
 // edge cells.
 const cv::Point kInnerCells(1, 1);
 
+cv::Mat innerCells(const cv::Mat& reduced) {
+    return reduced(
+        cv::Rect(kInnerCells, reduced.size() - cv::Size(2 * kInnerCells.x, 2 * kInnerCells.y)));
+}
+
 // The reduction factors for the template, or nothing when no reduced copy keeps enough
 // of it; the reduced template's inner cells are left in `reduced`.
 std::optional<cv::Size> reductionFor(const cv::Mat& templ, cv::Mat& reduced) {
@@ -105,8 +110,7 @@ std::optional<cv::Size> reductionFor(const cv::Mat& templ, cv::Mat& reduced) {
     cv::Mat whole;
     while (fx * fy >= 4) {
         reduce(templ, cv::Size(fx, fy), whole);
-        whole(cv::Rect(kInnerCells, whole.size() - cv::Size(2 * kInnerCells.x, 2 * kInnerCells.y)))
-            .copyTo(reduced);
+        innerCells(whole).copyTo(reduced);
         const double kept = std::sqrt(stats(reduced).spread);
         if (kept >= kMinReducedContrast && kept >= kMinContrastKept * contrast) {
             return cv::Size(fx, fy);
@@ -119,11 +123,14 @@ std::optional<cv::Size> reductionFor(const cv::Mat& templ, cv::Mat& reduced) {
 
 // Grey: a search of places near a score only has to keep those that reach it above the
 // follow-up score, and grey thirds the cost; the full-size scores are taken in colour.
+// A template's inner cells in grey, as searchNear correlates them.
 void reduceGrey(const cv::Mat& image, cv::Size factor, cv::Mat& reduced) {
-    reduce(image, factor, reduced);
-    if (reduced.channels() == 3) {
-        cv::cvtColor(reduced, reduced, cv::COLOR_BGR2GRAY);
+    cv::Mat whole;
+    reduce(image, factor, whole);
+    if (whole.channels() == 3) {
+        cv::cvtColor(whole, whole, cv::COLOR_BGR2GRAY);
     }
+    innerCells(whole).copyTo(reduced);
 }
 
 // For a search of places near a score: the reduction as reductionFor chooses it, in grey,
