@@ -110,7 +110,8 @@ TEST_F(ProbeAndTemplates, TemplatesAreRenamedReplacedAndKeptWhileUsed) {
     ui::TemplatesDialog dialog(editor_);
     dialog.select(1);
     EXPECT_EQ(dialog.list().currentItem()->text(1), "2");  // the condition and the click
-    EXPECT_EQ(dialog.hint().text(), "在这张原图上只有一处达到阈值");
+    EXPECT_EQ(dialog.hint().text(), "正在查找原图中的其他匹配…");
+    QTRY_COMPARE(dialog.hint().text(), QString("在这张原图上只有一处达到阈值"));
 
     ASSERT_TRUE(dialog.renameSelected("start"));
     EXPECT_EQ(editor_.document().image(1)->name, "start");

@@ -135,6 +135,8 @@ void TemplatesDialog::refresh() {
 }
 
 void TemplatesDialog::showSelected() {
+    // A search still running for the image shown before would land on this one.
+    uniqueness_.drop();
     users_->clear();
     preview_->clear();
     hint_->clear();
@@ -156,8 +158,16 @@ void TemplatesDialog::showSelected() {
         hint_->setText(tr("没有原图"));
         return;
     }
-    const std::vector<probe::ProbeCandidate> others = probe::OtherMatches(
-        task, image->id, cv::imread(original.toStdString(), cv::IMREAD_COLOR), image->rect)();
+    hint_->setText(tr("正在查找原图中的其他匹配…"));
+    uniqueness_.ask(
+        [search = probe::OtherMatches(
+             task, image->id, cv::imread(original.toStdString(), cv::IMREAD_COLOR), image->rect)] {
+            return search();
+        },
+        [this](const std::vector<probe::ProbeCandidate>& others) { showOtherMatches(others); });
+}
+
+void TemplatesDialog::showOtherMatches(const std::vector<probe::ProbeCandidate>& others) {
     QStringList places;
     for (const probe::ProbeCandidate& c : others) {
         places << tr("%1,%2（相似度 %3）")

@@ -5,6 +5,10 @@
 // nothing uses it; each is one undoable step.
 
 #include <QDialog>
+#include <vector>
+
+#include "probe/ProbeResult.h"
+#include "screen/LatestAnswer.h"
 
 class QComboBox;
 class QLabel;
@@ -37,6 +41,7 @@ private:
     void showSelected();
     void askRename();
     void refuse(const QString& why);
+    void showOtherMatches(const std::vector<probe::ProbeCandidate>& others);
 
     TaskEditor& editor_;
     QTreeWidget* list_;
@@ -44,6 +49,8 @@ private:
     QLabel* preview_;
     QListWidget* users_;
     QLabel* hint_;
+    // The search for the selected image elsewhere on the chosen original.
+    LatestAnswer<std::vector<probe::ProbeCandidate>> uniqueness_{this};
 };
 
 }  // namespace autoscene::ui

@@ -2123,6 +2123,10 @@
         <translation>Image %1 is in use and cannot be deleted:
 %2</translation>
     </message>
+    <message>
+        <source>正在查找原图中的其他匹配…</source>
+        <translation>Looking for other matches in the original…</translation>
+    </message>
 </context>
 <context>
     <name>autoscene::ui::TimelineView</name>
