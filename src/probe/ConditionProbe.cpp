@@ -3,6 +3,7 @@
 #include <QJsonObject>
 #include <algorithm>
 #include <atomic>
+#include <exception>
 #include <thread>
 
 #include "actions/RuntimeItems.h"
@@ -22,7 +23,9 @@
 #include "model/TaskDocument.h"
 #include "probe/ProbeReasons.h"
 #include "recognition/ColorSearch.h"
+#include "recognition/DetectionPool.h"
 #include "recognition/LabelDetector.h"
+#include "system/ThreadKey.h"
 
 namespace autoscene::probe {
 
@@ -139,6 +142,8 @@ struct ConditionProbe::Parts {
     // The task as the runner's worker holds it for `frame`: one cycle per frame, so the
     // items probed on one frame share its reduced copies and label detections. The frame
     // is kept, so that no other frame can take its pixels' place while it counts as seen.
+    // Items probed side by side share it as the runner's detections do, so it is made
+    // before they start.
     engine::TaskInfo& start(const cv::Mat& frame) {
         if (!info || frame.data != seen.data || frame.size != seen.size) {
             seen = frame;
@@ -146,9 +151,13 @@ struct ConditionProbe::Parts {
             info->frame = frame;
             info->cycleCount = nextCycle();
         }
-        targets.aimedAt.reset();
         return *info;
     }
+
+    // Needs start(frame) first. Safe beside other conditions' probes of the same frame: it
+    // writes only to its own item, and its results are kept under the caller's thread key,
+    // under which the detection pool runs its jobs.
+    ProbeResult probeCondition(const IEditorCondition& record, const cv::Mat& frame);
 
     // `found` is what the item itself found, with the matcher it searched with when it
     // can be had (its scores are then taken again rather than searched for).
@@ -299,11 +308,10 @@ ConditionProbe::ConditionProbe(const TaskDocument& task, std::shared_ptr<const t
 
 ConditionProbe::~ConditionProbe() = default;
 
-ProbeResult ConditionProbe::run(const IEditorCondition& record, const cv::Mat& frame) {
+ProbeResult ConditionProbe::Parts::probeCondition(const IEditorCondition& record,
+                                                  const cv::Mat& frame) {
     ProbeResult out;
-    parts_->ensureLabels(record.type());
-    const std::unique_ptr<engine::ICondition> built =
-        parts_->factory.condition(record, parts_->context);
+    const std::unique_ptr<engine::ICondition> built = factory.condition(record, context);
     auto* screen = dynamic_cast<engine::ScreenItem*>(built.get());
     if (!screen) {
         out.reason = reasons::notOnScreen();
@@ -314,20 +322,19 @@ ProbeResult ConditionProbe::run(const IEditorCondition& record, const cv::Mat& f
         out.reason = reasons::noFrame();
         return out;
     }
-    engine::TaskInfo& info = parts_->start(frame);
-    out.holds = screen->observesExpected(info);
-    const std::thread::id thread = std::this_thread::get_id();
+    out.holds = screen->observesExpected(*info);
+    const std::thread::id thread = sys::threadKey();
     switch (record.type()) {
         case EditorImageCondition::kType: {
             const auto& r = static_cast<const EditorImageCondition&>(record);
             auto* image = static_cast<conditions::ImageCondition*>(screen);
-            parts_->describeImage(out, r.imageId, r.searchId, r.state == 1, image->result(thread),
-                                  image->matcher(), frame);
+            describeImage(out, r.imageId, r.searchId, r.state == 1, image->result(thread),
+                          image->matcher(), frame);
             break;
         }
         case EditorColorCondition::kType: {
             const auto& r = static_cast<const EditorColorCondition&>(record);
-            parts_->describeColour(out, r.colorId, r.searchId, frame);
+            describeColour(out, r.colorId, r.searchId, frame);
             out.threshold = float(r.count);
             if (!out.holds && out.reason.isEmpty()) {
                 const bool countTest = (r.state & (engine::kMoreThan | engine::kNotMoreThan)) != 0;
@@ -339,19 +346,49 @@ ProbeResult ConditionProbe::run(const IEditorCondition& record, const cv::Mat& f
         }
         case EditorLabelCondition::kType: {
             const auto& r = static_cast<const EditorLabelCondition&>(record);
-            parts_->describeLabel(out, r.labelId, r.searchId, r.sim, r.state == 1, info);
+            describeLabel(out, r.labelId, r.searchId, r.sim, r.state == 1, *info);
             break;
         }
         case EditorScreenTextCondition::kType: {
             const auto* text = static_cast<conditions::ScreenTextCondition*>(screen);
-            parts_->describeText(out, text->result(thread),
-                                 text->describe(thread).value(QStringLiteral("text")).toString());
+            describeText(out, text->result(thread),
+                         text->describe(thread).value(QStringLiteral("text")).toString());
             break;
         }
         default:
             break;
     }
     return out;
+}
+
+ProbeResult ConditionProbe::run(const IEditorCondition& record, const cv::Mat& frame) {
+    parts_->ensureLabels(record.type());
+    parts_->start(frame);
+    return parts_->probeCondition(record, frame);
+}
+
+std::vector<ProbeResult> ConditionProbe::run(const std::vector<const IEditorCondition*>& records,
+                                             const cv::Mat& frame) {
+    for (const IEditorCondition* record : records) {
+        parts_->ensureLabels(record->type());
+    }
+    parts_->start(frame);
+    std::vector<ProbeResult> results(records.size());
+    // A pool job must not throw; the first failure is raised as probing in order would.
+    std::vector<std::exception_ptr> failures(records.size());
+    recognition::DetectionPool::shared().run(records.size(), [&](size_t i) {
+        try {
+            results[i] = parts_->probeCondition(*records[i], frame);
+        } catch (...) {
+            failures[i] = std::current_exception();
+        }
+    });
+    for (const std::exception_ptr& failure : failures) {
+        if (failure) {
+            std::rethrow_exception(failure);
+        }
+    }
+    return results;
 }
 
 ProbeResult ConditionProbe::run(const IEditorAction& record, const cv::Mat& frame) {
@@ -373,8 +410,9 @@ ProbeResult ConditionProbe::run(const IEditorAction& record, const cv::Mat& fram
     parts_->ensureLabels(type);
     const std::unique_ptr<engine::IAction> built = parts_->factory.action(record, parts_->context);
     engine::TaskInfo& info = parts_->start(frame);
+    parts_->targets.aimedAt.reset();
     built->run(info);
-    const QJsonObject result = built->state(std::this_thread::get_id());
+    const QJsonObject result = built->state(sys::threadKey());
     out.click = parts_->targets.aimedAt;
     out.holds = out.click.has_value();
     recognition::MatchResult found;

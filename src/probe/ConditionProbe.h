@@ -39,6 +39,10 @@ public:
     // `frame` is 3-channel BGR, as the runner captures it.
     ProbeResult run(const model::IEditorCondition& record, const cv::Mat& frame);
     ProbeResult run(const model::IEditorAction& record, const cv::Mat& frame);
+    // The conditions' results in their order, as run() gives each, probed side by side on
+    // the detection pool.
+    std::vector<ProbeResult> run(const std::vector<const model::IEditorCondition*>& records,
+                                 const cv::Mat& frame);
 
 private:
     struct Parts;

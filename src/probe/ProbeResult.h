@@ -14,6 +14,8 @@ struct ProbeCandidate {
     float score = 0.0f;  // similarity of a template, probability of a label box; 0 for text
     QString text;        // the label's name or the text read
     bool inArea = true;  // wholly inside the area the item searches
+
+    bool operator==(const ProbeCandidate&) const = default;
 };
 
 struct ProbeResult {
@@ -25,6 +27,8 @@ struct ProbeResult {
     int count = -1;                          // pixels of a colour item's colour
     std::optional<QPoint> click;             // where an action would click
     QString reason;                          // why it does not hold; empty when it does
+
+    bool operator==(const ProbeResult&) const = default;
 };
 
 }  // namespace autoscene::probe

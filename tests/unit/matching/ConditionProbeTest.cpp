@@ -9,6 +9,7 @@
 #include <cmath>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
+#include <vector>
 
 #include "MatchingTestKit.h"
 #include "model/EditorActions.h"
@@ -23,8 +24,8 @@ using namespace autoscene::probe;
 namespace {
 
 // A 400x300 original of noise with the template (cut at 250,180) pasted again at 40,30,
-// an orange block of 10x10 and three crops: one around the cut, one away from both
-// copies and one smaller than the template.
+// an orange block of 10x10, a template found nowhere and three crops: one around the cut, one away
+// from both copies and one smaller than the template.
 class ConditionProbeTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -34,12 +35,16 @@ protected:
         original(cv::Rect(300, 20, 10, 10)).setTo(cv::Scalar(0, 128, 255));
         ASSERT_TRUE(QDir().mkpath(dir.filePath(QStringLiteral("image"))));
         ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/t.png")).toStdString(), piece));
+        const cv::Mat absent = autoscene::test::noiseFrame(40, 24, 8);
+        ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/u.png")).toStdString(), absent));
         QFile file(dir.filePath(QStringLiteral("script.json")));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(R"({
             "image_list": [{"id": 1, "name": "button", "file": "t.png", "rect": "250,180,40,24",
                             "sim": 0.9, "type": 1},
                            {"id": 3, "name": "gone", "file": "missing.png", "rect": "0,0,4,4",
+                            "sim": 0.9, "type": 1},
+                           {"id": 4, "name": "absent", "file": "u.png", "rect": "0,0,40,24",
                             "sim": 0.9, "type": 1}],
             "color_list": [{"id": 2, "name": "orange", "sim": 1.0, "color": 16744448}],
             "var_list": [{"type": 2, "id": 10, "name": "around", "rect": "230,160,80,64"},
@@ -130,6 +135,24 @@ TEST_F(ConditionProbeTest, CopiesBeyondTheAreaKeepTheirTruePlaceAndScore) {
             EXPECT_EQ(probe.run(image(1, 0), frame).reason, reasons::scoreBelow(score, 0.9f));
         }
     }
+}
+
+// Probed side by side on the detection pool, each condition gives what it gives alone.
+TEST_F(ConditionProbeTest, ABatchGivesTheResultsOfProbingOneByOne) {
+    const EditorImageCondition images[] = {image(1, 0),  image(1, 10),   image(1, 11),
+                                           image(1, 12), image(4, 10),   image(4, 0),
+                                           image(3, 0),  image(1, 0, 0), image(1, 11)};
+    std::vector<const IEditorCondition*> records;
+    for (const EditorImageCondition& condition : images) {
+        records.push_back(&condition);
+    }
+    const std::vector<ProbeResult> batch = ConditionProbe(document).run(records, original);
+    ConditionProbe alone(document);
+    ASSERT_EQ(batch.size(), records.size());
+    for (size_t i = 0; i < records.size(); ++i) {
+        EXPECT_TRUE(batch[i] == alone.run(*records[i], original)) << i;
+    }
+    EXPECT_EQ(batch[2].reason, reasons::outsideSearchArea());
 }
 
 TEST_F(ConditionProbeTest, ActionsAimWithoutClickingAndColoursCount) {
