@@ -91,6 +91,20 @@ bool outsideOnly(const std::vector<ProbeCandidate>& candidates, float threshold)
     return outside;
 }
 
+// Whether the item can be tried on `frame`; when not, `out` says why.
+bool canProbe(bool onScreen, const cv::Mat& frame, ProbeResult& out) {
+    if (!onScreen) {
+        out.reason = reasons::notOnScreen();
+        return false;
+    }
+    out.probed = true;
+    if (frame.empty()) {
+        out.reason = reasons::noFrame();
+        return false;
+    }
+    return true;
+}
+
 // Unique in the process, as the shared reduced copies are kept by thread and cycle.
 std::int64_t nextCycle() {
     static std::atomic<std::int64_t> last{0};
@@ -313,13 +327,7 @@ ProbeResult ConditionProbe::Parts::probeCondition(const IEditorCondition& record
     ProbeResult out;
     const std::unique_ptr<engine::ICondition> built = factory.condition(record, context);
     auto* screen = dynamic_cast<engine::ScreenItem*>(built.get());
-    if (!screen) {
-        out.reason = reasons::notOnScreen();
-        return out;
-    }
-    out.probed = true;
-    if (frame.empty()) {
-        out.reason = reasons::noFrame();
+    if (!canProbe(screen != nullptr, frame, out)) {
         return out;
     }
     out.holds = screen->observesExpected(*info);
@@ -398,13 +406,7 @@ ProbeResult ConditionProbe::run(const IEditorAction& record, const cv::Mat& fram
                        type == EditorClickColorAction::kType || type == EditorLabelAction::kType ||
                        type == EditorSaveLabelCoordAction::kType ||
                        type == EditorClickTextAction::kType;
-    if (!finds) {
-        out.reason = reasons::notOnScreen();
-        return out;
-    }
-    out.probed = true;
-    if (frame.empty()) {
-        out.reason = reasons::noFrame();
+    if (!canProbe(finds, frame, out)) {
         return out;
     }
     parts_->ensureLabels(type);

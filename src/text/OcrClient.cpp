@@ -1,6 +1,7 @@
 #include "text/OcrClient.h"
 
 #include <QLoggingCategory>
+#include <algorithm>
 #include <opencv2/imgcodecs.hpp>
 #include <vector>
 
@@ -76,7 +77,10 @@ bool OcrClient::answers() const {
     {
         const std::lock_guard lock(mutex_);
         address = url_;
-        limits = {timeouts_.connect, timeouts_.connect, {}};
+        // A service on the loopback that takes longer than this to answer is as good as
+        // gone; the check must not hold up a watcher's stop.
+        const auto limit = std::min(timeouts_.connect, std::chrono::milliseconds(300));
+        limits = {limit, limit, {}};
     }
     // Any status will do: the service only takes posts.
     return !address.empty() && http::httpGetWithHeaders(address, {}, limits).status != 0;

@@ -38,7 +38,7 @@ public:
                              const std::stop_token& stop = {}) const;
 
     // Whether the service takes requests: an empty recognition does not tell a screen with
-    // no text from a service that is not there.
+    // no text from a service that is not there. Waits at most 300 ms.
     bool answers() const;
 
 private:
