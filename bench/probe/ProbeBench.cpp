@@ -35,7 +35,8 @@ namespace {
 
 constexpr int kConditions = 20;
 
-enum Mode : int { CycleOneCore = 0, CyclePool = 1, Probe = 2 };
+// Verdicts: the probe's first step, without looking beyond the crops.
+enum Mode : int { CycleOneCore = 0, CyclePool = 1, Verdicts = 2, Probe = 3 };
 
 cv::Mat noise(cv::Size size, std::uint64_t seed) {
     cv::Mat image(size, CV_8UC3);
@@ -143,7 +144,7 @@ void BM_TestOnScreen(benchmark::State& state) {
         s = std::make_unique<Setup>(withCrops);
     }
     const Mode mode = Mode(state.range(1));
-    if (mode == Probe) {
+    if (mode == Verdicts || mode == Probe) {
         std::vector<const model::IEditorCondition*> records;
         for (const auto& record : s->conditions) {
             records.push_back(record.get());
@@ -151,7 +152,11 @@ void BM_TestOnScreen(benchmark::State& state) {
         for (auto _ : state) {
             // As the panel tests: a new probe, so nothing is kept from the last frame.
             probe::ConditionProbe probe(s->document);
-            benchmark::DoNotOptimize(probe.run(records, s->frame).size());
+            std::vector<probe::ProbeResult> results = probe.verdicts(records, s->frame);
+            if (mode == Probe) {
+                probe.lookBeyond(results);
+            }
+            benchmark::DoNotOptimize(results.data());
         }
         return;
     }
@@ -165,7 +170,7 @@ void BM_TestOnScreen(benchmark::State& state) {
 }  // namespace
 
 BENCHMARK(BM_TestOnScreen)
-    ->ArgsProduct({{0, 1}, {CycleOneCore, CyclePool, Probe}})
+    ->ArgsProduct({{0, 1}, {CycleOneCore, CyclePool, Verdicts, Probe}})
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 

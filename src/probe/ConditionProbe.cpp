@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <atomic>
 #include <exception>
+#include <functional>
+#include <stdexcept>
 #include <thread>
 
 #include "actions/RuntimeItems.h"
@@ -127,6 +129,76 @@ std::vector<ProbeCandidate> imageCandidates(recognition::TemplateMatcher& matche
     return list;
 }
 
+float candidateFloor(const ProbeResult& image) {
+    return std::min(ConditionProbe::kCandidateFloor, image.threshold);
+}
+
+// Lists what the image item found whatever the list's own search saw, and says why it does
+// not hold from the candidates listed so far.
+void explainImage(ProbeResult& out, const recognition::MatchResult& found, bool present) {
+    const bool listed = std::any_of(out.candidates.begin(), out.candidates.end(),
+                                    [&](const ProbeCandidate& c) { return c.rect == found.match; });
+    if (!listed && !found.match.isEmpty() && found.status == recognition::kMatchOk &&
+        found.score >= candidateFloor(out)) {
+        addSorted(out.candidates, {found.match, found.score, QString(), true});
+    }
+    if (out.holds) {
+        out.reason.clear();
+    } else if (!present) {
+        out.reason = reasons::imageShown(found.score, out.threshold);
+    } else if (found.status == recognition::kMatchAreaTooSmall) {
+        out.reason = reasons::templateLargerThanArea();
+    } else if (found.status != recognition::kMatchOk) {
+        out.reason = reasons::imageUnreadable();
+    } else if (outsideOnly(out.candidates, out.threshold)) {
+        out.reason = reasons::outsideSearchArea();
+    } else {
+        out.reason = reasons::scoreBelow(found.score, out.threshold);
+    }
+}
+
+// What an image item not found in its area still needs, to be looked for beyond it.
+struct ImageBeyond {
+    std::shared_ptr<recognition::TemplateMatcher> matcher;
+    cv::Mat frame;
+    std::int64_t cycle = 0;
+    QRect searched;
+    recognition::MatchResult found;  // what the item itself found
+};
+
+void searchBeyond(ProbeResult& out, const ImageBeyond& beyond) {
+    // Whether it is outside turns on the places at the threshold or above; those below it
+    // are listed where the search meets them.
+    for (ProbeCandidate& c : imageCandidates(
+             *beyond.matcher, beyond.frame, QRect(0, 0, beyond.frame.cols, beyond.frame.rows),
+             beyond.searched, candidateFloor(out), beyond.cycle, out.threshold)) {
+        if (!c.inArea) {
+            addSorted(out.candidates, std::move(c));
+        }
+    }
+    out.candidates.resize(std::min(out.candidates.size(), ConditionProbe::kCandidateLimit));
+    out.lookingBeyond = false;
+    explainImage(out, beyond.found, true);
+}
+
+// Runs `job(0)` … `job(count - 1)` side by side on the detection pool. A pool job must not
+// throw; the first failure is raised as running them in order would.
+void onPool(size_t count, const std::function<void(size_t)>& job) {
+    std::vector<std::exception_ptr> failures(count);
+    recognition::DetectionPool::shared().run(count, [&](size_t i) {
+        try {
+            job(i);
+        } catch (...) {
+            failures[i] = std::current_exception();
+        }
+    });
+    for (const std::exception_ptr& failure : failures) {
+        if (failure) {
+            std::rethrow_exception(failure);
+        }
+    }
+}
+
 }  // namespace
 
 struct ConditionProbe::Parts {
@@ -170,14 +242,18 @@ struct ConditionProbe::Parts {
 
     // Needs start(frame) first. Safe beside other conditions' probes of the same frame: it
     // writes only to its own item, and its results are kept under the caller's thread key,
-    // under which the detection pool runs its jobs.
-    ProbeResult probeCondition(const IEditorCondition& record, const cv::Mat& frame);
+    // under which the detection pool runs its jobs. `beyond` gets what is left to look for
+    // beyond an image item's area.
+    ProbeResult probeCondition(const IEditorCondition& record, const cv::Mat& frame,
+                               std::optional<ImageBeyond>& beyond);
 
     // `found` is what the item itself found, with the matcher it searched with when it
-    // can be had (its scores are then taken again rather than searched for).
-    void describeImage(ProbeResult& out, int imageId, int searchId, bool present,
-                       const recognition::MatchResult& found,
-                       std::shared_ptr<recognition::TemplateMatcher> matcher, const cv::Mat& frame);
+    // can be had (its scores are then taken again rather than searched for). Returns what
+    // is left to look for beyond the item's area, when anything is.
+    std::optional<ImageBeyond> describeImage(ProbeResult& out, int imageId, int searchId,
+                                             bool present, const recognition::MatchResult& found,
+                                             std::shared_ptr<recognition::TemplateMatcher> matcher,
+                                             const cv::Mat& frame);
     void describeColour(ProbeResult& out, int colorId, int searchId, const cv::Mat& frame);
     void describeLabel(ProbeResult& out, int labelId, int searchId, float sim, bool present,
                        engine::TaskInfo& info);
@@ -194,14 +270,14 @@ struct ConditionProbe::Parts {
     engine::RuntimeFactory factory;
     cv::Mat seen;
     std::unique_ptr<engine::TaskInfo> info;
+    // Of the last verdicts(), by result.
+    std::vector<std::optional<ImageBeyond>> beyond;
 };
 
-void ConditionProbe::Parts::describeImage(ProbeResult& out, int imageId, int searchId, bool present,
-                                          const recognition::MatchResult& found,
-                                          std::shared_ptr<recognition::TemplateMatcher> matcher,
-                                          const cv::Mat& frame) {
-    const float score = found.score;
-    const int status = found.status;
+std::optional<ImageBeyond> ConditionProbe::Parts::describeImage(
+    ProbeResult& out, int imageId, int searchId, bool present,
+    const recognition::MatchResult& found, std::shared_ptr<recognition::TemplateMatcher> matcher,
+    const cv::Mat& frame) {
     const ImageRecord* image = task.image(imageId);
     out.threshold = image ? image->sim : 0.0f;
     const std::optional<QRect> crop = definitions.cropRect(searchId);
@@ -213,45 +289,17 @@ void ConditionProbe::Parts::describeImage(ProbeResult& out, int imageId, int sea
     if (crop) {
         out.searchArea = searched;
     }
+    out.candidates =
+        imageCandidates(*matcher, frame, searched, searched, candidateFloor(out), info->cycleCount);
+    explainImage(out, found, present);
     // Beyond the area only where that may tell why the image is not found in it.
-    const bool beyond =
-        crop && !out.holds && present &&
-        (status == recognition::kMatchOk || status == recognition::kMatchAreaTooSmall);
-    const float floor = std::min(kCandidateFloor, out.threshold);
-    out.candidates = imageCandidates(*matcher, frame, searched, searched, floor, info->cycleCount);
-    if (beyond) {
-        // Whether it is outside turns on the places at the threshold or above; those below
-        // it are listed where the search meets them.
-        for (ProbeCandidate& c :
-             imageCandidates(*matcher, frame, QRect(0, 0, frame.cols, frame.rows), searched, floor,
-                             info->cycleCount, out.threshold)) {
-            if (!c.inArea) {
-                addSorted(out.candidates, std::move(c));
-            }
-        }
-        out.candidates.resize(std::min(out.candidates.size(), kCandidateLimit));
+    if (crop && !out.holds && present &&
+        (found.status == recognition::kMatchOk ||
+         found.status == recognition::kMatchAreaTooSmall)) {
+        out.lookingBeyond = true;
+        return ImageBeyond{std::move(matcher), frame, info->cycleCount, searched, found};
     }
-    // What the item found is listed whatever the list's own search saw.
-    const bool listed = std::any_of(out.candidates.begin(), out.candidates.end(),
-                                    [&](const ProbeCandidate& c) { return c.rect == found.match; });
-    if (!listed && !found.match.isEmpty() && found.status == recognition::kMatchOk &&
-        found.score >= std::min(kCandidateFloor, out.threshold)) {
-        addSorted(out.candidates, {found.match, found.score, QString(), true});
-    }
-    if (out.holds) {
-        return;
-    }
-    if (!present) {
-        out.reason = reasons::imageShown(score, out.threshold);
-    } else if (status == recognition::kMatchAreaTooSmall) {
-        out.reason = reasons::templateLargerThanArea();
-    } else if (status != recognition::kMatchOk) {
-        out.reason = reasons::imageUnreadable();
-    } else if (outsideOnly(out.candidates, out.threshold)) {
-        out.reason = reasons::outsideSearchArea();
-    } else {
-        out.reason = reasons::scoreBelow(score, out.threshold);
-    }
+    return std::nullopt;
 }
 
 void ConditionProbe::Parts::describeColour(ProbeResult& out, int colorId, int searchId,
@@ -323,7 +371,8 @@ ConditionProbe::ConditionProbe(const TaskDocument& task, std::shared_ptr<const t
 ConditionProbe::~ConditionProbe() = default;
 
 ProbeResult ConditionProbe::Parts::probeCondition(const IEditorCondition& record,
-                                                  const cv::Mat& frame) {
+                                                  const cv::Mat& frame,
+                                                  std::optional<ImageBeyond>& beyond) {
     ProbeResult out;
     const std::unique_ptr<engine::ICondition> built = factory.condition(record, context);
     auto* screen = dynamic_cast<engine::ScreenItem*>(built.get());
@@ -336,8 +385,8 @@ ProbeResult ConditionProbe::Parts::probeCondition(const IEditorCondition& record
         case EditorImageCondition::kType: {
             const auto& r = static_cast<const EditorImageCondition&>(record);
             auto* image = static_cast<conditions::ImageCondition*>(screen);
-            describeImage(out, r.imageId, r.searchId, r.state == 1, image->result(thread),
-                          image->matcher(), frame);
+            beyond = describeImage(out, r.imageId, r.searchId, r.state == 1, image->result(thread),
+                                   image->matcher(), frame);
             break;
         }
         case EditorColorCondition::kType: {
@@ -370,33 +419,45 @@ ProbeResult ConditionProbe::Parts::probeCondition(const IEditorCondition& record
 }
 
 ProbeResult ConditionProbe::run(const IEditorCondition& record, const cv::Mat& frame) {
-    parts_->ensureLabels(record.type());
-    parts_->start(frame);
-    return parts_->probeCondition(record, frame);
+    std::vector<ProbeResult> results = verdicts({&record}, frame);
+    lookBeyond(results);
+    return results.front();
 }
 
 std::vector<ProbeResult> ConditionProbe::run(const std::vector<const IEditorCondition*>& records,
                                              const cv::Mat& frame) {
+    std::vector<ProbeResult> results = verdicts(records, frame);
+    lookBeyond(results);
+    return results;
+}
+
+std::vector<ProbeResult> ConditionProbe::verdicts(
+    const std::vector<const IEditorCondition*>& records, const cv::Mat& frame) {
     for (const IEditorCondition* record : records) {
         parts_->ensureLabels(record->type());
     }
     parts_->start(frame);
     std::vector<ProbeResult> results(records.size());
-    // A pool job must not throw; the first failure is raised as probing in order would.
-    std::vector<std::exception_ptr> failures(records.size());
-    recognition::DetectionPool::shared().run(records.size(), [&](size_t i) {
-        try {
-            results[i] = parts_->probeCondition(*records[i], frame);
-        } catch (...) {
-            failures[i] = std::current_exception();
-        }
+    parts_->beyond.assign(records.size(), std::nullopt);
+    onPool(records.size(), [&](size_t i) {
+        results[i] = parts_->probeCondition(*records[i], frame, parts_->beyond[i]);
     });
-    for (const std::exception_ptr& failure : failures) {
-        if (failure) {
-            std::rethrow_exception(failure);
+    return results;
+}
+
+void ConditionProbe::lookBeyond(std::vector<ProbeResult>& results) {
+    if (results.size() != parts_->beyond.size()) {
+        throw std::invalid_argument("lookBeyond: not the results of the last verdicts()");
+    }
+    std::vector<size_t> pending;
+    for (size_t i = 0; i < results.size(); ++i) {
+        if (parts_->beyond[i]) {
+            pending.push_back(i);
         }
     }
-    return results;
+    onPool(pending.size(),
+           [&](size_t j) { searchBeyond(results[pending[j]], *parts_->beyond[pending[j]]); });
+    parts_->beyond.clear();
 }
 
 ProbeResult ConditionProbe::run(const IEditorAction& record, const cv::Mat& frame) {
@@ -420,12 +481,13 @@ ProbeResult ConditionProbe::run(const IEditorAction& record, const cv::Mat& fram
     recognition::MatchResult found;
     found.score = float(result.value(QStringLiteral("sim")).toDouble());
     found.status = statusOfText(result.value(QStringLiteral("err")).toString());
+    std::optional<ImageBeyond> beyond;
     if (type == EditorImageAction::kType) {
         const auto& r = static_cast<const EditorImageAction&>(record);
-        parts_->describeImage(out, r.imageId, r.searchId, true, found, nullptr, frame);
+        beyond = parts_->describeImage(out, r.imageId, r.searchId, true, found, nullptr, frame);
     } else if (type == EditorSaveCoordAction::kType) {
         const auto& r = static_cast<const EditorSaveCoordAction&>(record);
-        parts_->describeImage(out, r.imageId, r.searchId, true, found, nullptr, frame);
+        beyond = parts_->describeImage(out, r.imageId, r.searchId, true, found, nullptr, frame);
     } else if (type == EditorClickColorAction::kType) {
         const auto& r = static_cast<const EditorClickColorAction&>(record);
         parts_->describeColour(out, r.colorId, r.searchId, frame);
@@ -443,6 +505,9 @@ ProbeResult ConditionProbe::run(const IEditorAction& record, const cv::Mat& fram
         const conditions::TextSearch search =
             conditions::makeTextSearch(r.textInfo, parts_->context, parts_->services.ocr);
         parts_->describeText(out, search.find(info), search.matcher().wanted());
+    }
+    if (beyond) {
+        searchBeyond(out, *beyond);
     }
     return out;
 }

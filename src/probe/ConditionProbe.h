@@ -44,6 +44,14 @@ public:
     std::vector<ProbeResult> run(const std::vector<const model::IEditorCondition*>& records,
                                  const cv::Mat& frame);
 
+    // run() of a list in two steps, so that the verdicts can be shown before the slower
+    // part: an image not found in its search area is looked for over the whole frame only
+    // by lookBeyond(), and its result says so meanwhile (lookingBeyond).
+    std::vector<ProbeResult> verdicts(const std::vector<const model::IEditorCondition*>& records,
+                                      const cv::Mat& frame);
+    // Completes the results of the last verdicts(), side by side on the detection pool.
+    void lookBeyond(std::vector<ProbeResult>& results);
+
 private:
     struct Parts;
     std::unique_ptr<Parts> parts_;

@@ -27,6 +27,9 @@ struct ProbeResult {
     int count = -1;                          // pixels of a colour item's colour
     std::optional<QPoint> click;             // where an action would click
     QString reason;                          // why it does not hold; empty when it does
+    // An image not found in its area is still to be looked for beyond it; until then the
+    // reason is the score in the area.
+    bool lookingBeyond = false;
 
     bool operator==(const ProbeResult&) const = default;
 };

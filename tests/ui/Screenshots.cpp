@@ -424,6 +424,15 @@ void shootProbeAndTemplates(Shooter& shooter) {
         panel.test();
         shooter.save(panel, QStringLiteral("probe-panel-%1").arg(searchId));
     }
+    autoscene::model::EditorGroupCondition group;
+    for (const int searchId : {7, 0}) {
+        condition.searchId = searchId;
+        group.append(condition.clone());
+    }
+    ProbePanel grouped(editor.document(), &group, nullptr, nullptr);
+    grouped.show();
+    grouped.test();
+    shooter.save(grouped, "probe-panel-group");
     ProbePanel busy(editor.document(), &condition, nullptr, nullptr, [] {
         return std::function<QImage()>([] {
             std::this_thread::sleep_for(std::chrono::milliseconds(500));

@@ -270,6 +270,9 @@ void EventEditor::testSelected() {
     } else if (const Path path = selectedPath(); !path.isEmpty()) {
         const model::EditorGroupCondition& parent = groupAt(path.mid(0, path.size() - 1));
         emit testRequested(parent.items()[size_t(path.back())].get(), nullptr);
+    } else if (!groupAt({}).items().empty()) {
+        // Nothing chosen: the event's conditions, all together.
+        emit testRequested(&groupAt({}), nullptr);
     }
 }
 

@@ -40,7 +40,8 @@ public:
     void editSelected();
     void removeSelected();
     void moveSelected(int step);
-    // Asks for the selected condition or action to be tried on the screen.
+    // Asks for the selected condition or action to be tried on the screen; with neither
+    // chosen, every condition of the event.
     void testSelected();
 
 signals:

@@ -7,8 +7,11 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSplitter>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <opencv2/imgproc.hpp>
 
 #include "desktop/DesktopBackend.h"
@@ -48,6 +51,18 @@ bool namesTarget(const model::TaskSettings& settings) {
     }
 }
 
+// The conditions a group holds, at any depth, in the order the editor shows them.
+void collectConditions(const model::IEditorCondition& condition,
+                       std::vector<const model::IEditorCondition*>& into) {
+    if (condition.type() != model::EditorGroupCondition::kType) {
+        into.push_back(&condition);
+        return;
+    }
+    for (const auto& member : static_cast<const model::EditorGroupCondition&>(condition).items()) {
+        collectConditions(*member, into);
+    }
+}
+
 QString rectText(const QRect& r) {
     return QStringLiteral("%1,%2 %3×%4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
 }
@@ -68,7 +83,8 @@ ProbePanel::ProbePanel(const model::TaskDocument& task, const model::IEditorCond
       source_(new QComboBox),
       view_(new ProbeFrameView),
       verdict_(new QLabel),
-      candidates_(new QListWidget) {
+      candidates_(new QListWidget),
+      tested_(new QListWidget) {
     setObjectName(QStringLiteral("ProbePanel"));
     setWindowTitle(tr("在屏幕上测试"));
     source_->setObjectName(QStringLiteral("comboBox_frame"));
@@ -89,6 +105,14 @@ ProbePanel::ProbePanel(const model::TaskDocument& task, const model::IEditorCond
     candidates_->setObjectName(QStringLiteral("listWidget_candidates"));
     candidates_->setAccessibleName(tr("候选"));
     candidates_->setMinimumWidth(240);
+    if (condition_) {
+        collectConditions(*condition_, conditions_);
+        group_ = condition_->type() == model::EditorGroupCondition::kType;
+    }
+    tested_->setObjectName(QStringLiteral("listWidget_conditions"));
+    tested_->setAccessibleName(tr("条件"));
+    tested_->setMaximumHeight(140);
+    connect(tested_, &QListWidget::currentRowChanged, this, &ProbePanel::showOutcome);
 
     auto* top = new QHBoxLayout;
     top->addWidget(new QLabel(tr("画面")));
@@ -109,9 +133,11 @@ ProbePanel::ProbePanel(const model::TaskDocument& task, const model::IEditorCond
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
+    layout->addWidget(tested_);
     layout->addWidget(split, 1);
     layout->addWidget(verdict_);
     layout->addWidget(close);
+    tested_->setVisible(group_);
     resize(900, 620);
     nameControlsAfterText(*this);
 }
@@ -160,7 +186,10 @@ void ProbePanel::test() {
 
 std::shared_ptr<const text::OcrClient> ProbePanel::textReader() {
     const bool readsText =
-        (condition_ && condition_->type() == model::EditorScreenTextCondition::kType) ||
+        std::any_of(conditions_.begin(), conditions_.end(),
+                    [](const model::IEditorCondition* c) {
+                        return c->type() == model::EditorScreenTextCondition::kType;
+                    }) ||
         (action_ && action_->type() == model::EditorClickTextAction::kType);
     unreadable_.clear();
     if (!readsText) {
@@ -184,28 +213,70 @@ void ProbePanel::testOn(const QImage& picture) {
                              size_t(rgb.bytesPerLine())),
                      frame, cv::COLOR_RGB2BGR);
     }
-    probe::ConditionProbe probe(task_, textReader());
-    result_ = condition_ ? probe.run(*condition_, frame) : probe.run(*action_, frame);
-    view_->show(frame.empty() ? QImage() : toImage(frame), result_);
+    shown_ = frame.empty() ? QImage() : toImage(frame);
+    probe_ = std::make_unique<probe::ConditionProbe>(task_, textReader());
+    const int asked = ++tests_;
+    if (action_) {
+        results_ = {probe_->run(*action_, frame)};
+    } else if (!group_) {
+        results_ = probe_->run(conditions_, frame);
+    } else {
+        results_ = probe_->verdicts(conditions_, frame);
+        // Once the verdicts are on the screen.
+        QTimer::singleShot(0, this, [this, asked] { lookBeyond(asked); });
+    }
+    showResults();
+}
+
+void ProbePanel::lookBeyond(int asked) {
+    if (asked == tests_ && probe_) {
+        probe_->lookBeyond(results_);
+        showResults();
+    }
+}
+
+void ProbePanel::showResults() {
+    if (group_) {
+        const int row = std::max(tested_->currentRow(), 0);
+        const QSignalBlocker quiet(tested_);
+        tested_->clear();
+        for (size_t i = 0; i < conditions_.size() && i < results_.size(); ++i) {
+            const QString text =
+                tr("%1：%2").arg(conditions_[i]->describe(task_), verdictText(results_[i]));
+            tested_->addItem(text);
+            tested_->item(int(i))->setData(Qt::AccessibleTextRole, text);
+        }
+        tested_->setCurrentRow(std::min(row, tested_->count() - 1));
+    }
     showOutcome();
 }
 
-void ProbePanel::showOutcome() {
-    QString text;
-    if (!result_.probed) {
-        text = result_.reason;
-    } else {
-        text = result_.holds ? tr("成立") : tr("不成立：%1").arg(result_.reason);
-        if (result_.threshold > 0.0f && result_.count < 0) {
-            text += tr("（阈值 %1）").arg(double(result_.threshold), 0, 'f', 2);
-        }
-        if (result_.count >= 0) {
-            text += tr("（颜色像素 %1）").arg(result_.count);
-        }
-        if (result_.click) {
-            text += tr("，会点击 %1,%2").arg(result_.click->x()).arg(result_.click->y());
-        }
+QString ProbePanel::verdictText(const probe::ProbeResult& result) const {
+    if (!result.probed) {
+        return result.reason;
     }
+    QString text = result.holds ? tr("成立") : tr("不成立：%1").arg(result.reason);
+    if (result.threshold > 0.0f && result.count < 0) {
+        text += tr("（阈值 %1）").arg(double(result.threshold), 0, 'f', 2);
+    }
+    if (result.count >= 0) {
+        text += tr("（颜色像素 %1）").arg(result.count);
+    }
+    if (result.click) {
+        text += tr("，会点击 %1,%2").arg(result.click->x()).arg(result.click->y());
+    }
+    if (result.lookingBeyond) {
+        text += tr("，正在查找范围外…");
+    }
+    return text;
+}
+
+void ProbePanel::showOutcome() {
+    const int row = group_ ? tested_->currentRow() : 0;
+    result_ =
+        row >= 0 && size_t(row) < results_.size() ? results_[size_t(row)] : probe::ProbeResult();
+    view_->show(shown_, result_);
+    QString text = verdictText(result_);
     if (!unreadable_.isEmpty()) {
         text += tr("。%1").arg(unreadable_);
     }

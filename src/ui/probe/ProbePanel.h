@@ -1,11 +1,13 @@
 #pragma once
-// Test on the screen: runs one condition or find-then-click action of the editor on the
-// live screen or on one of the task's originals and shows what it saw.
+// Test on the screen: runs one condition or find-then-click action of the editor, or every
+// condition of a group, on the live screen or on one of the task's originals and shows what
+// it saw.
 
 #include <QDialog>
 #include <QImage>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "probe/ProbeResult.h"
 #include "screen/LatestAnswer.h"
@@ -20,6 +22,9 @@ class TaskDocument;
 class IEditorCondition;
 class IEditorAction;
 }  // namespace autoscene::model
+namespace autoscene::probe {
+class ConditionProbe;
+}
 namespace autoscene::platform {
 class IDesktopBackend;
 }
@@ -39,7 +44,9 @@ public:
     // to be taken on another; empty, after the user was told why, when there is none.
     using TargetCapture = std::function<std::function<QImage()>()>;
 
-    // Exactly one of `condition` and `action`; both are copied. The live screen is the
+    // Exactly one of `condition` and `action`; both are copied. A group condition has each
+    // of its conditions tested: their verdicts are listed first, and what lies beyond the
+    // search areas of images not found in them follows. The live screen is the
     // task's target when `target` is given and the task names one, else the whole screen
     // of `desktop`; with neither only the originals can be chosen. Text items read with
     // `ocr`'s service.
@@ -50,7 +57,10 @@ public:
 
     QComboBox& source() { return *source_; }
     ProbeFrameView& view() { return *view_; }
+    // Of the tested condition chosen in the list (the only one when there is no list).
     const probe::ProbeResult& result() const { return result_; }
+    // A group's conditions with their verdicts; hidden for a single item.
+    QListWidget& tested() { return *tested_; }
 
     // Runs the item on the chosen frame and shows the outcome; a live frame is captured on
     // a thread of its own first, and the outcome shown when it comes.
@@ -64,10 +74,17 @@ private:
     void testOn(const QImage& picture);
     // What the item reads text with; null, with the reason shown, when it cannot.
     std::shared_ptr<const text::OcrClient> textReader();
+    // Looks beyond the search areas for the results of the newest test, `asked`.
+    void lookBeyond(int asked);
+    void showResults();
     void showOutcome();
+    QString verdictText(const probe::ProbeResult& result) const;
 
     const model::TaskDocument& task_;
     std::unique_ptr<model::IEditorCondition> condition_;
+    std::vector<const model::IEditorCondition*> conditions_;  // of condition_, in order
+    // condition_ is a group: its conditions are listed.
+    bool group_ = false;
     std::unique_ptr<model::IEditorAction> action_;
     platform::IDesktopBackend* desktop_;
     TargetCapture target_;
@@ -77,6 +94,11 @@ private:
     ProbeFrameView* view_;
     QLabel* verdict_;
     QListWidget* candidates_;
+    QListWidget* tested_;
+    std::unique_ptr<probe::ConditionProbe> probe_;
+    QImage shown_;
+    std::vector<probe::ProbeResult> results_;
+    int tests_ = 0;
     probe::ProbeResult result_;
     QString unreadable_;  // why text items read nothing, shown with their outcome
     LatestAnswer<QImage> capture_{this};

@@ -1518,6 +1518,18 @@
         <source>。%1</source>
         <translation>. %1</translation>
     </message>
+    <message>
+        <source>条件</source>
+        <translation>Conditions</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>，正在查找范围外…</source>
+        <translation>, looking beyond the search area…</translation>
+    </message>
 </context>
 <context>
     <name>ProbeReasons</name>

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
+#include <stdexcept>
 #include <vector>
 
 #include "MatchingTestKit.h"
@@ -153,6 +154,20 @@ TEST_F(ConditionProbeTest, ABatchGivesTheResultsOfProbingOneByOne) {
         EXPECT_TRUE(batch[i] == alone.run(*records[i], original)) << i;
     }
     EXPECT_EQ(batch[2].reason, reasons::outsideSearchArea());
+    // In two steps: the verdicts first, with the images missed in their areas still to be
+    // looked for beyond them, then the same results.
+    ConditionProbe twoSteps(document);
+    std::vector<ProbeResult> verdicts = twoSteps.verdicts(records, original);
+    for (size_t i = 0; i < records.size(); ++i) {
+        EXPECT_EQ(verdicts[i].lookingBeyond, i == 2 || i == 3 || i == 4 || i == 8) << i;
+        EXPECT_EQ(verdicts[i].holds, batch[i].holds) << i;
+    }
+    EXPECT_NE(verdicts[2].reason, reasons::outsideSearchArea());
+    EXPECT_FALSE(verdicts[2].reason.isEmpty());
+    std::vector<ProbeResult> fewer(verdicts.begin(), verdicts.end() - 1);
+    EXPECT_THROW(twoSteps.lookBeyond(fewer), std::invalid_argument);
+    twoSteps.lookBeyond(verdicts);
+    EXPECT_TRUE(verdicts == batch);
 }
 
 TEST_F(ConditionProbeTest, ActionsAimWithoutClickingAndColoursCount) {
