@@ -4,6 +4,7 @@
 #include <atomic>
 #include <map>
 #include <opencv2/imgcodecs.hpp>
+#include <optional>
 
 #include "engine/TaskRunner.h"
 #include "playback/CycleLog.h"
@@ -12,6 +13,31 @@
 #include "playback/RunStateSnapshot.h"
 
 namespace autoscene::playback {
+
+namespace {
+
+// When the live run judged the cycle's timers. The cycle's time is that of its capture, and
+// its conditions were judged a little later: a timer that fired then kept that later time
+// as its mark, so the latest such mark stands for the cycle. Marks outside the cycle (before
+// its capture, or at or after the next one's) are not the cycle's.
+std::int64_t judgedAtMs(const QJsonObject& before, const QJsonObject& after,
+                        std::int64_t capturedMs, std::optional<std::int64_t> nextMs) {
+    std::int64_t at = capturedMs;
+    const QJsonObject was = before["variables"].toObject();
+    const QJsonObject now = after["variables"].toObject();
+    for (auto it = now.begin(); it != now.end(); ++it) {
+        const QJsonObject timer = it.value().toObject();
+        const double mark = timer["mark_ms"].toDouble(-1.0);
+        const bool fired = timer["fired_once"].toBool() &&
+                           mark != was[it.key()].toObject()["mark_ms"].toDouble(-1.0);
+        if (fired && mark > double(at) && (!nextMs || mark < double(*nextMs))) {
+            at = std::int64_t(mark);
+        }
+    }
+    return at;
+}
+
+}  // namespace
 
 Replayer::Replayer(engine::TaskRunner& runner, ReplayTarget& target, ReplayClock& clock)
     : runner_(runner), target_(target), clock_(clock) {}
@@ -48,9 +74,11 @@ void Replayer::replayTarget(const Recording& recording,
             return;
         }
         const RecordedCycle& cycle = *cycles[next];
-        clock_.setNowMs(cycle.timeMs);
         const QJsonObject state = next > 0 ? cycles[next - 1]->line["state"].toObject()
                                            : cycle.line["start"].toObject()["state"].toObject();
+        clock_.setNowMs(judgedAtMs(
+            state, cycle.line["state"].toObject(), cycle.timeMs,
+            next + 1 < cycles.size() ? std::optional(cycles[next + 1]->timeMs) : std::nullopt));
         restoreRunState(state, task, runner_.definitions(), runner_.scenes());
         if (cycle.frame == shownFrame) {
             return;

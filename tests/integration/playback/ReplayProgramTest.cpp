@@ -11,6 +11,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <set>
 #include <thread>
 
@@ -229,6 +230,21 @@ TEST_F(Recordings, TimersAndVariablesReplayAsRecorded) {
     const Result replayed = replay({recording, "--json"});
     EXPECT_EQ(replayed.exitCode, 0) << replayed.out.toStdString();
     EXPECT_EQ(replayed.summary()["cycles"].toInt(), int(cycles.size()));
+
+    // The run judged "late" a little after its cycle's capture; with that capture a
+    // millisecond before "late" was due, the replay still judges the cycle when it fired.
+    QList<QByteArray> lines = readFile(recording + "/cycles.jsonl").split('\n');
+    const auto late = std::find_if(cycles.begin(), cycles.end(), [](const QJsonObject& c) {
+        return QJsonDocument(c["fired"].toArray()).toJson().contains("\"late\"");
+    });
+    ASSERT_TRUE(late != cycles.begin() && late != cycles.end());
+    const double restarted = (late - 1)->value("state")["variables"]["3"]["mark_ms"].toDouble();
+    QJsonObject moved = *late;
+    moved["time_ms"] = restarted + 999;
+    lines[int(late - cycles.begin()) + 1] = QJsonDocument(moved).toJson(QJsonDocument::Compact);
+    writeFile(recording + "/cycles.jsonl", lines.join('\n'));
+    const Result early = replay({recording, "--json"});
+    EXPECT_EQ(early.exitCode, 0) << early.out.toStdString();
 }
 
 }  // namespace
