@@ -144,7 +144,7 @@ void DeviceServices::serve(const std::string& serial) {
             return p.processId == process.processId;
         });
         // Still under the mutex: a start that follows must not find this forward and reuse it.
-        adb_.run({}, "forward --remove tcp:" + std::to_string(*port));
+        adb_.run(serial, "forward --remove tcp:" + std::to_string(*port));
     }
 }
 
