@@ -232,8 +232,7 @@ TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingKeysImageChecksScriptsAndTh
     const QStringList images(4000, R"({"type": 1, "relation": 1, "image_id": 1, "state": 1})");
     const QString matching = task(everyCycle(images.join(','), {}, R"("image_list": [{"id": 1,
         "name": "start", "file": "1.png", "sim": 0.9, "type": 1}],)"));
-    QDir(matching).mkpath("image");
-    ASSERT_TRUE(QFile::copy(AUTOSCENE_DEMO_TASK "/image/1.png", matching + "/image/1.png"));
+    ASSERT_EQ(QProcess::execute("cp", {"-r", AUTOSCENE_DEMO_TASK "/image", matching}), 0);
 
     const QString stuck = task(everyCycle({}, R"({"type": 12, "js_code": "while (true) {}"})"));
 
@@ -359,10 +358,7 @@ TEST_F(RunnerProgram, AllWindowsRunsTheTaskOnThreeDemoWindowsInBothConcurrencyMo
         json.replace(0, 1,
                      concurrency ? R"({"concurrency": true, )" : R"({"concurrency": false, )");
         const QString folder = task(json);
-        QDir(folder).mkpath("image");
-        for (const QString& image : QDir(AUTOSCENE_DEMO_TASK "/image").entryList(QDir::Files)) {
-            QFile::copy(AUTOSCENE_DEMO_TASK "/image/" + image, folder + "/image/" + image);
-        }
+        ASSERT_EQ(QProcess::execute("cp", {"-r", AUTOSCENE_DEMO_TASK "/image", folder}), 0);
 
         const RunResult listed = run({folder, "--list-targets"});
         EXPECT_EQ(listed.exitCode, 0) << listed.err.toStdString();
