@@ -201,7 +201,7 @@ TEST(DeviceRun, AHungAdbCallIsEndedByTheTimeLimitAndByCtrlC) {
     // A sleep no other program runs, to look for afterwards.
     qputenv("SLEEP_TAG", QByteArray::number(::getpid()));
     const QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device", "fake", "--adb",
-                                AUTOSCENE_FIXTURES "/adb/never-answers"};
+                                QString(AUTOSCENE_FIXTURES) + "/adb/never-answers"};
 
     StartedRun limited(arguments + QStringList{"--time-limit", "1"});
     EXPECT_LT(limited.msToEnd(5000), 1500) << limited.out.toStdString();
@@ -218,9 +218,10 @@ TEST(DeviceRun, AHungAdbCallIsEndedByTheTimeLimitAndByCtrlC) {
     EXPECT_EQ(QProcess::execute("pgrep", {"-f", "sleep 1000." + qgetenv("SLEEP_TAG")}), 1);
 
     // A call that times out is said once, with what timed out; the run goes on.
-    const RunResult timedOut = run({AUTOSCENE_ANDROID_TASK, "--device", "fake", "--adb",
-                                    AUTOSCENE_FIXTURES "/adb/wm-size-hangs", "--adb-timeout", "1",
-                                    "--time-limit", "3", "--loop-interval", "200"});
+    const RunResult timedOut =
+        run({AUTOSCENE_ANDROID_TASK, "--device", "fake", "--adb",
+             QString(AUTOSCENE_FIXTURES) + "/adb/wm-size-hangs", "--adb-timeout", "1",
+             "--time-limit", "3", "--loop-interval", "200"});
     EXPECT_EQ(timedOut.exitCode, 124);
     EXPECT_EQ(timedOut.err.count("timed out"), 1) << timedOut.err.toStdString();
     EXPECT_TRUE(timedOut.err.contains("wm size")) << timedOut.err.toStdString();

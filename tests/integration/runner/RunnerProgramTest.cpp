@@ -214,7 +214,7 @@ TEST_F(RunnerProgram, ScriptExampleCountsWritesItsReportAndScriptsHaveTheClipboa
     EXPECT_EQ(readFile(report), "counted to 3, screen seen");
 
     // The first event puts a text on the clipboard; the second stops once it reads it back.
-    const RunResult clipboard = run({AUTOSCENE_FIXTURES "/tasks/clipboard-round-trip",
+    const RunResult clipboard = run({QString(AUTOSCENE_FIXTURES) + "/tasks/clipboard-round-trip",
                                      "--full-screen", "--json", "--time-limit", "20"});
     EXPECT_EQ(clipboard.exitCode, 0) << clipboard.err.toStdString();
     EXPECT_EQ(clipboard.summary()["ended"].toString(), "stop");
@@ -303,8 +303,8 @@ TEST_F(RunnerProgram, AClickOutsideTheWindowIsNotSentAndTheLastFrameOutlivesTheW
     // Taps far to the right of the demo window, where the root window would take it.
     const QString frame = tasks.filePath("last-frame");  // no .png: saved as PNG all the same
     QProcess process;
-    start(process, {AUTOSCENE_FIXTURES "/tasks/click-outside-window", "--json", "--foreground",
-                    "--time-limit", "4", "--save-frame", frame});
+    start(process, {QString(AUTOSCENE_FIXTURES) + "/tasks/click-outside-window", "--json",
+                    "--foreground", "--time-limit", "4", "--save-frame", frame});
     QByteArray seen;
     for (int wait = 0; wait < 100 && !seen.contains("outside"); ++wait) {
         process.waitForReadyRead(100);

@@ -137,7 +137,7 @@ TEST_P(InputTest, WheelClicksOncePerStep) {
     backend_->wheel(target_, 3, Point{200, 300}, background());
     backend_->wheel(target_, -1, Point{200, 300}, background());
     std::vector<std::string> steps(3, "main ButtonPress button=4 x=200 y=300");
-    steps.push_back("main ButtonPress button=5 x=200 y=300");
+    steps.emplace_back("main ButtonPress button=5 x=200 y=300");
     EXPECT_EQ(received(mark, "main ButtonPress"), steps);
     EXPECT_EQ(demo_->settledLines("slider", mark),
               (std::vector<std::string>{"slider 10", "slider 20", "slider 30", "slider 20"}));
