@@ -15,6 +15,7 @@
 #include <opencv2/imgproc.hpp>
 #include <opencv2/objdetect.hpp>
 
+#include "DemoLayout.h"
 #include "DemoTargetProcess.h"
 #include "ProgramRun.h"
 #include "TestFiles.h"
@@ -22,6 +23,7 @@
 
 using namespace autoscene::test;
 using namespace autoscene::testing;
+namespace demo = autoscene::demo;
 
 namespace {
 
@@ -110,20 +112,12 @@ TEST_F(PluginRun, CapturesAndActsThroughThePluginItsChildAndItsUntickedServices)
 
     SCOPED_TRACE("a point in the named child goes to the child in its own coordinates");
     ASSERT_TRUE(QFile::remove(folder.filePath("input.log")));
-    // The demo's panel lies at 440,20 in the window.
     const RunResult inChild = run("plugins/file-backend.so", R"(["capture", "mouse", "input"])", 30,
                                   "AutosceneDemoPanel", "450,30");
     ASSERT_EQ(inChild.exitCode, 0) << inChild.err.toStdString();
-    Display* display = XOpenDisplay(server.display().c_str());
-    ASSERT_NE(display, nullptr);
-    int x = 0;
-    int y = 0;
-    Window child = 0;
-    XTranslateCoordinates(display, target.panel(), target.window(), 0, 0, &x, &y, &child);
-    XCloseDisplay(display);
     const QString panel = QString::number(target.panel());
     const QStringList childLog = inputLog();
-    const QString childAt = pressedNear(childLog, panel, 450 - x, 30 - y);
+    const QString childAt = pressedNear(childLog, panel, 450 - demo::kPanel.x, 30 - demo::kPanel.y);
     EXPECT_TRUE(childLog.contains("move " + panel + childAt));
     EXPECT_TRUE(childLog.contains("text " + panel + " héllo")) << "text goes to the named child";
 
