@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <tuple>
 
 #include "RecorderLayout.h"
 #include "TestSupport.h"
@@ -81,9 +82,8 @@ TEST_F(CaptureTest, BothModesGiveTheClientAreaPixelForPixelAndTwentyFourBitsAreC
         SCOPED_TRACE(windowDc ? "window DC" : "screen");
         log.clear();
         const BgraFrame frame = backend.capture(handle(), windowDc);
-        ASSERT_EQ(frame.width, kClientWidth);
-        ASSERT_EQ(frame.height, kClientHeight);
-        EXPECT_EQ(frame.stride, kClientWidth * 4);
+        ASSERT_EQ(std::tuple(frame.width, frame.height, frame.stride),
+                  std::tuple(kClientWidth, kClientHeight, kClientWidth * 4));
         EXPECT_EQ(mismatches(frame, 0, frame.width), 0);
     }
     // The screen capture logs the client rectangle and its origin.
@@ -98,9 +98,8 @@ TEST_F(CaptureTest, BothModesGiveTheClientAreaPixelForPixelAndTwentyFourBitsAreC
     const BgraFrame straight = copyDeviceRegion(windowDc, region, 32);
     const BgraFrame converted = copyDeviceRegion(windowDc, region, 24);
     ReleaseDC(recorder.top(), windowDc);
-    ASSERT_EQ(converted.width, region.width);
-    ASSERT_EQ(converted.height, region.height);
-    ASSERT_EQ(converted.stride, region.width * 4);
+    ASSERT_EQ(std::tuple(converted.width, converted.height, converted.stride),
+              std::tuple(region.width, region.height, region.width * 4));
     int wrong = 0;
     for (int y = 0; y < region.height; ++y) {
         for (int x = 0; x < region.width; ++x) {
@@ -134,8 +133,8 @@ TEST_F(CaptureTest, WindowDcCaptureSeesThroughACoveringWindow) {
 
 TEST_F(CaptureTest, WholeScreenMissingWindowsNoGdiObjectsLeftAndTheScreenEdgesCut) {
     const BgraFrame screen = backend.capture(0, false);
-    EXPECT_EQ(screen.width, GetSystemMetrics(SM_CXSCREEN));
-    EXPECT_EQ(screen.height, GetSystemMetrics(SM_CYSCREEN));
+    EXPECT_EQ(std::pair(screen.width, screen.height),
+              std::pair(GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)));
     HWND hidden = FindWindowW(kRecorderClass, kHiddenTitle);
     ASSERT_NE(hidden, nullptr);
     EXPECT_TRUE(backend.capture(toHandle(hidden), false).empty());
@@ -172,8 +171,7 @@ TEST_F(CaptureTest, WholeScreenMissingWindowsNoGdiObjectsLeftAndTheScreenEdgesCu
     const int screenWidth = GetSystemMetrics(SM_CXSCREEN);
     moveClientTo(screenWidth - 150, 100);
     BgraFrame frame = backend.capture(handle(), false);
-    ASSERT_EQ(frame.width, 150);
-    ASSERT_EQ(frame.height, kClientHeight);
+    ASSERT_EQ(std::pair(frame.width, frame.height), std::pair(150, kClientHeight));
     EXPECT_EQ(mismatches(frame, 0, frame.width), 0);
 
     // Left of the screen: the frame starts at screen column 0 with the full client width,

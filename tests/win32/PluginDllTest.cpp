@@ -8,6 +8,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <tuple>
 
 #include "TestSupport.h"
 #include "autoscene_plugin.h"
@@ -80,9 +81,7 @@ TEST_F(PluginDll, FileBackendCapturesFromItsFileAndLogsInput) {
     ASSERT_TRUE(resolve<mv_capture_info_function>(module, "mv_capture_info")(kWindow, &width,
                                                                              &height, &channels) &
                 0xFF);
-    EXPECT_EQ(width, 2);
-    EXPECT_EQ(height, 1);
-    EXPECT_EQ(channels, 3);
+    EXPECT_EQ(std::tuple(width, height, channels), std::tuple(2, 1, 3));
     unsigned char pixels[6] = {};
     resolve<mv_capture_function>(module, "mv_capture")(kWindow, pixels, sizeof pixels);
     EXPECT_EQ(std::string(reinterpret_cast<char*>(pixels), 6), "\x01\x02\x03\xfa\xfb\xfc");
@@ -114,13 +113,8 @@ TEST_F(PluginDll, ColourProbeAveragesARegionAndCountsMatches) {
     const auto average = resolve<mv_action_function>(module, "average_color");
     ASSERT_NE(average, nullptr);
     // 3x2 BGR: the left column blue, the rest grey 100.
-    unsigned char data[18];
-    for (int i = 0; i < 6; ++i) {
-        const bool blue = i % 3 == 0;
-        data[i * 3] = blue ? 255 : 100;
-        data[i * 3 + 1] = blue ? 0 : 100;
-        data[i * 3 + 2] = blue ? 0 : 100;
-    }
+    unsigned char data[] = {255, 0, 0, 100, 100, 100, 100, 100, 100,
+                            255, 0, 0, 100, 100, 100, 100, 100, 100};
     const mv_image image{data, 3, 2, 3};
     char regionName[] = "region", region[] = "1,0,9,9", matchName[] = "match", match[] = "#656565",
          toleranceName[] = "tolerance", tolerance[] = "1";

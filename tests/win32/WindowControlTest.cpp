@@ -33,8 +33,7 @@ TEST_F(WindowControlTest, MovesResizesActivatesAndClosesAsTheCloseButtonDoes) {
     ASSERT_TRUE(control.moveWindow(top, {120, 80}));
     const auto outer = control.outerRect(top);
     ASSERT_TRUE(outer.has_value());
-    EXPECT_EQ(outer->x, 120);
-    EXPECT_EQ(outer->y, 80);
+    EXPECT_EQ(std::pair(outer->x, outer->y), std::pair(120, 80));
     ASSERT_TRUE(control.resizeClient(top, 300, 200));
     const auto framed = control.outerRect(top);
     ASSERT_TRUE(framed.has_value());

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "RecorderLayout.h"
 #include "TestSupport.h"
@@ -69,12 +70,11 @@ TEST_F(WindowDiscoveryTest, CandidatesSkipOwnAndHiddenWindowsAndTheRecorderIsMat
     const WindowInfo info = backend.describe(top);
     EXPECT_EQ(info.title, kRecorderTitle);
     EXPECT_EQ(info.className, "AutosceneRecorder");
-    EXPECT_EQ(info.clientRect.width, kClientWidth);
-    EXPECT_EQ(info.clientRect.height, kClientHeight);
     POINT origin{0, 0};
     ClientToScreen(recorder.top(), &origin);
-    EXPECT_EQ(info.clientRect.x, origin.x);
-    EXPECT_EQ(info.clientRect.y, origin.y);
+    const Rect& r = info.clientRect;
+    EXPECT_EQ(std::tuple(r.x, r.y, r.width, r.height),
+              std::tuple(origin.x, origin.y, kClientWidth, kClientHeight));
     EXPECT_EQ(backend.describe(0).window, 0u);
 
     SCOPED_TRACE("resizing sets the client area size");

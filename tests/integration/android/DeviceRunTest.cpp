@@ -12,7 +12,9 @@
 #include <QThread>
 
 #include <csignal>
+#include <limits>
 #include <map>
+#include <set>
 
 #include "ProgramRun.h"
 #include "TestDevice.h"
@@ -46,16 +48,13 @@ TEST(DeviceRun, TheDemoTaskPlaysOnEveryDeviceInParallelAndDevicesAreListedWithTh
     const RunResult result =
         run({AUTOSCENE_ANDROID_TASK, "--all-devices", "--json", "--time-limit", "30"});
     EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
-    QStringList serials;
+    std::set<QString> serials;
     for (const QJsonObject& target : result.lines("target")) {
         EXPECT_EQ(target["kind"].toString(), "device");
         EXPECT_EQ(target["route"].toString(), "adb");
-        serials << target["serial"].toString();
+        serials.insert(target["serial"].toString());
     }
-    serials.sort();
-    QStringList expected{first.serial(), second.serial()};
-    expected.sort();
-    EXPECT_EQ(serials, expected);
+    EXPECT_EQ(serials, (std::set<QString>{first.serial(), second.serial()}));
     // The stop action of whichever device got there first ends the run for both.
     EXPECT_TRUE(first.log().contains("screen DONE") || second.log().contains("screen DONE"));
     for (const TestDevice* device : {&first, &second}) {
@@ -142,8 +141,7 @@ TEST(DeviceRun, StopAndTimeLimitCutShortTheWaitForTheDeviceService) {
         QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device",          device.serial(),
                               "--device-service",     serviceFile(folder), "--json"};
         if (!interrupt) {
-            arguments << "--time-limit"
-                      << "1";
+            arguments += {"--time-limit", "1"};
         }
         const int startsBefore = int(device.log().filter("service key ").size());
         QProcess process;
@@ -182,10 +180,11 @@ public:
         }
         started.start();
     }
-    // Milliseconds from the target line to the end; -1 when it did not end in `limitMs`.
+    // Milliseconds from the target line to the end; the most there is when it did not end in
+    // `limitMs`.
     qint64 msToEnd(int limitMs) {
         if (!process.waitForFinished(limitMs)) {
-            return -1;
+            return std::numeric_limits<qint64>::max();
         }
         out += process.readAllStandardOutput();
         return started.elapsed();
@@ -199,53 +198,30 @@ public:
 // An adb that lists one device and then never answers: the time limit and Ctrl+C still end
 // the run within half a second, killing the adb call they interrupt.
 TEST(DeviceRun, AHungAdbCallIsEndedByTheTimeLimitAndByCtrlC) {
-    QTemporaryDir folder;
-    const QString adb = folder.filePath("adb");
     // A sleep no other program runs, to look for afterwards.
-    const QString sleep = QStringLiteral("sleep 1000.%1").arg(::getpid());
-    autoscene::test::writeFile(
-        adb,
-        "#!/bin/sh\n"
-        "if [ \"$1\" = devices ]; then printf 'List of devices attached\\nfake\\tdevice\\n';\n"
-        "else " +
-            sleep.toUtf8() + "; fi\n");
-    QFile::setPermissions(adb, QFile::permissions(adb) | QFileDevice::ExeOwner);
-    const QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device", "fake", "--adb", adb};
+    qputenv("SLEEP_TAG", QByteArray::number(::getpid()));
+    const QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device", "fake", "--adb",
+                                QString(AUTOSCENE_FIXTURES) + "/adb/never-answers"};
 
-    StartedRun limited(QStringList(arguments) << "--time-limit"
-                                              << "1");
-    const qint64 limitedMs = limited.msToEnd(5000);
-    EXPECT_GE(limitedMs, 0);
-    EXPECT_LT(limitedMs, 1500) << limited.out.toStdString();
+    StartedRun limited(arguments + QStringList{"--time-limit", "1"});
+    EXPECT_LT(limited.msToEnd(5000), 1500) << limited.out.toStdString();
     EXPECT_EQ(limited.process.exitCode(), 124);
 
     StartedRun interrupted(arguments);
     QThread::msleep(500);
     ::kill(pid_t(interrupted.process.processId()), SIGINT);
     interrupted.started.restart();
-    const qint64 interruptedMs = interrupted.msToEnd(5000);
-    EXPECT_GE(interruptedMs, 0);
-    EXPECT_LT(interruptedMs, 500);
+    EXPECT_LT(interrupted.msToEnd(5000), 500);
     EXPECT_TRUE(interrupted.out.contains("\"ended\":\"interrupted\""))
         << interrupted.out.toStdString();
     // Each ended adb call took its child along: nothing of the script is left sleeping.
-    QProcess pgrep;
-    pgrep.start("pgrep", {"-f", sleep});
-    pgrep.waitForFinished();
-    EXPECT_EQ(pgrep.readAllStandardOutput(), QByteArray());
+    EXPECT_EQ(QProcess::execute("pgrep", {"-f", "sleep 1000." + qgetenv("SLEEP_TAG")}), 1);
 
     // A call that times out is said once, with what timed out; the run goes on.
-    autoscene::test::writeFile(
-        adb,
-        "#!/bin/sh\n"
-        "case \"$*\" in devices) printf 'List of devices attached\\nfake\\tdevice\\n';;\n"
-        "*'wm size'*) sleep 1000;; *) echo 'error: closed';; esac\n");
-    const RunResult timedOut = run(QStringList(arguments) << "--adb-timeout"
-                                                          << "1"
-                                                          << "--time-limit"
-                                                          << "3"
-                                                          << "--loop-interval"
-                                                          << "200");
+    const RunResult timedOut =
+        run({AUTOSCENE_ANDROID_TASK, "--device", "fake", "--adb",
+             QString(AUTOSCENE_FIXTURES) + "/adb/wm-size-hangs", "--adb-timeout", "1",
+             "--time-limit", "3", "--loop-interval", "200"});
     EXPECT_EQ(timedOut.exitCode, 124);
     EXPECT_EQ(timedOut.err.count("timed out"), 1) << timedOut.err.toStdString();
     EXPECT_TRUE(timedOut.err.contains("wm size")) << timedOut.err.toStdString();
@@ -259,8 +235,7 @@ TEST(DeviceRun, ADeviceGoneForGoodEndsTheRunWithExit4) {
                         "--loop-interval", "100", "--time-limit", "60"});
     device.kill();
     const qint64 endedMs = running.msToEnd(20000);
-    EXPECT_GE(endedMs, 1000);
-    EXPECT_LT(endedMs, 8000);
+    EXPECT_TRUE(endedMs >= 1000 && endedMs < 8000) << endedMs;
     EXPECT_EQ(running.process.exitCode(), 4);
     EXPECT_TRUE(running.out.contains("\"ended\":\"device_lost\"")) << running.out.toStdString();
     EXPECT_TRUE(QString::fromUtf8(running.process.readAllStandardError())

@@ -58,13 +58,10 @@ protected:
     }
 
     QStringList serviceForwards() {
-        QStringList lines;
-        for (const QString& line : adb.adb({"forward", "--list"}).split('\n')) {
-            if (line.startsWith(device->serial() + " ") && line.endsWith(" tcp:10240")) {
-                lines << line;
-            }
-        }
-        return lines;
+        return adb.adb({"forward", "--list"})
+            .split('\n')
+            .filter(QRegularExpression(QStringLiteral("^%1 .* tcp:10240$")
+                                           .arg(QRegularExpression::escape(device->serial()))));
     }
 
     QTemporaryDir folder;

@@ -5,11 +5,7 @@
 #include <signal.h>
 
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <set>
@@ -20,20 +16,17 @@
 #include "TestFiles.h"
 #include "XvfbServer.h"
 
-using autoscene::testing::DemoTargetProcess;
-using autoscene::testing::XvfbServer;
+using namespace autoscene::test;
+using namespace autoscene::testing;
 using namespace std::chrono_literals;
 
 namespace {
 
-using autoscene::test::finishProgram;
-using autoscene::test::readFile;
-using autoscene::test::writeFile;
-using Result = autoscene::test::ProgramResult;
+using Result = ProgramResult;
 
 Result replay(const QStringList& arguments) {
-    return autoscene::test::runProgram(AUTOSCENE_REPLAY_PATH, arguments,
-                                       QProcessEnvironment::systemEnvironment(), 120000);
+    return runProgram(AUTOSCENE_REPLAY_PATH, arguments, QProcessEnvironment::systemEnvironment(),
+                      120000);
 }
 
 std::vector<QJsonObject> recordedCycles(const QString& recording) {
@@ -43,25 +36,12 @@ std::vector<QJsonObject> recordedCycles(const QString& recording) {
     return cycles;
 }
 
-void copyFolder(const QString& from, const QString& to) {
-    QDir().mkpath(to);
-    for (const QFileInfo& entry :
-         QDir(from).entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot)) {
-        const QString target = to + '/' + entry.fileName();
-        if (entry.isDir()) {
-            copyFolder(entry.filePath(), target);
-        } else {
-            QFile::copy(entry.filePath(), target);
-        }
-    }
-}
-
 class Recordings : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_FALSE(server.display().empty()); }
 
     void startRun(QProcess& process, const QStringList& arguments) {
-        process.setProcessEnvironment(autoscene::test::onDisplay(server.display()));
+        process.setProcessEnvironment(onDisplay(server.display()));
         process.start(AUTOSCENE_RUN_PATH, arguments);
         ASSERT_TRUE(process.waitForStarted());
     }
@@ -112,11 +92,13 @@ TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges)
     const std::map<int, int> counts = nextCounts(cycles);
     ASSERT_FALSE(counts.empty());
     int highest = 0;
+    std::set<int> expected;
     for (const auto& [cycle, seen] : counts) {
         highest = std::max(highest, seen);
+        expected.insert(cycle);
     }
     const QString edited = folder.filePath("edited");
-    copyFolder(recording + "/task", edited);
+    ASSERT_EQ(QProcess::execute("cp", {"-r", recording + "/task", edited}), 0);
     QByteArray json = readFile(edited + "/script.json");
     const QByteArray next = R"("color_id": 3, "search_id": 7, "count": 1000)";
     ASSERT_TRUE(json.contains(next));
@@ -138,10 +120,6 @@ TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges)
                 EXPECT_EQ(colour["more_than"], highest);
             }
         }
-    }
-    std::set<int> expected;
-    for (const auto& [cycle, seen] : counts) {
-        expected.insert(cycle);
     }
     EXPECT_EQ(reported, expected) << changed.out.toStdString();
 
@@ -191,32 +169,9 @@ TEST_F(Recordings, KilledRunLeavesAReadableRecording) {
 }
 
 TEST_F(Recordings, TimersAndVariablesReplayAsRecorded) {
-    QTemporaryDir task;
     // Every second "tick" counts; at 2 "arm" restarts a switched-off timer every cycle, which
     // fires a second after the count moves on, adds 10, and the count above 12 stops the run.
-    writeFile(task.filePath("script.json"),
-              R"({"name": "timers", "loop_mode": 1, "loop_interval": 30, "task_mode": 1,
-      "var_list": [
-        {"type": 1, "id": 1, "name": "ticks", "value": "0"},
-        {"type": 3, "id": 2, "name": "tick", "delay": 1, "period": 1, "default_close": false},
-        {"type": 3, "id": 3, "name": "late", "delay": 1, "period": 0, "default_close": true}],
-      "image_list": [], "color_list": [], "ori_infos": [],
-      "scene_list": [{"name": "count",
-        "scene_event": {"name": "any", "item_group": {"type": 5, "item_list": []}},
-        "event_list": [
-          {"name": "tick", "item_group": {"type": 5, "item_list": [
-             {"type": 3, "relation": 1, "variable_id": 2}]},
-           "action_list": [{"type": 3, "variable_id": 1, "change_value": "1", "change_type": 1}]},
-          {"name": "arm", "item_group": {"type": 5, "item_list": [
-             {"type": 2, "relation": 1, "variable_id": 1, "compare_value": "2", "state": 0}]},
-           "action_list": [{"type": 3, "variable_id": 3, "change_type": 3}]},
-          {"name": "late", "item_group": {"type": 5, "item_list": [
-             {"type": 3, "relation": 1, "variable_id": 3}]},
-           "action_list": [{"type": 3, "variable_id": 1, "change_value": "10", "change_type": 1}]},
-          {"name": "done", "item_group": {"type": 5, "item_list": [
-             {"type": 2, "relation": 1, "variable_id": 1, "compare_value": "12", "state": 2}]},
-           "action_list": [{"type": 10}]}]}]})");
-    const QString recording = record(task.path(), {"--full-screen"});
+    const QString recording = record(AUTOSCENE_FIXTURES "/tasks/timers", {"--full-screen"});
     const std::vector<QJsonObject> cycles = recordedCycles(recording);
     // The screen never changes: its frame is stored once.
     EXPECT_EQ(QDir(recording + "/frames").entryList(QDir::Files).size(), 1);

@@ -15,39 +15,19 @@
 #include <opencv2/imgproc.hpp>
 #include <opencv2/objdetect.hpp>
 
+#include "DemoLayout.h"
 #include "DemoTargetProcess.h"
 #include "ProgramRun.h"
 #include "TestFiles.h"
 #include "XvfbServer.h"
 
-using autoscene::testing::DemoTargetProcess;
-using autoscene::testing::XvfbServer;
+using namespace autoscene::test;
+using namespace autoscene::testing;
+namespace demo = autoscene::demo;
 
 namespace {
 
-// Reads the code from the frame and, once it says "go", clicks at the point, types, presses
-// Return, turns the wheel there and stops.
-constexpr char kTask[] = R"({
-    "task_mode": 2, "loop_interval": 20,
-    "window_info": {"class_name": "AutosceneDemo", "title": "Autoscene Demo",
-                    "child_class_name": "%3"},
-    "plugin_files": ["mv-plugin/qr-decode.json"],
-    "func_plugin_file": "%1",
-    "enabled_plugin_func": %2,
-    "var_list": [{"type": 1, "id": 1, "name": "code", "value": ""},
-                 {"type": 1, "id": 2, "name": "point", "value": "%4"}],
-    "scene_list": [{"name": "s", "event_list": [
-        {"name": "read", "item_group": {"type": 5, "item_list": []}, "action_list": [
-            {"type": 20, "action_name": "decode_qr", "config_file": "mv-plugin\\qr-decode.json",
-             "action_outputs": [{"action_result": "text", "action_varvalue": 1}]}]},
-        {"name": "act", "item_group": {"type": 5, "item_list": [
-            {"type": 2, "relation": 1, "variable_id": 1, "compare_value": "go", "state": 0}]},
-         "action_list": [{"type": 1, "variable_id": 2, "button": 1, "press_time": 0.01},
-                         {"type": 6, "text": "héllo"},
-                         {"type": 11, "key": 13, "event_type": 0},
-                         {"type": 13, "wheel": 2, "point_variable": 2}, {"type": 10}]}]}]})";
-
-using RunResult = autoscene::test::ProgramResult;
+using RunResult = ProgramResult;
 
 class PluginRun : public ::testing::Test {
 protected:
@@ -70,12 +50,15 @@ protected:
 
     RunResult run(const QString& plugin, const QString& services, int timeLimit,
                   const QString& childClass = "", const QString& point = "30,40") {
-        autoscene::test::writeFile(
-            folder.filePath("script.json"),
-            QString::fromUtf8(kTask).arg(plugin, services, childClass, point).toUtf8());
-        QProcessEnvironment environment = autoscene::test::onDisplay(server.display());
+        // Reads the code from the frame and, once it says "go", clicks at the point, types,
+        // presses Return, turns the wheel there and stops.
+        writeFile(folder.filePath("script.json"),
+                  QString::fromUtf8(readFile(AUTOSCENE_FIXTURES "/plugins/qr-task.json"))
+                      .arg(plugin, services, childClass, point)
+                      .toUtf8());
+        QProcessEnvironment environment = onDisplay(server.display());
         environment.insert("FILE_BACKEND_DIR", folder.path());
-        return autoscene::test::runProgram(
+        return runProgram(
             AUTOSCENE_RUN_PATH,
             {folder.path(), "--json", "--foreground", "--time-limit", QString::number(timeLimit)},
             environment);
@@ -96,7 +79,7 @@ protected:
         return {};
     }
 
-    QStringList inputLog() { return autoscene::test::logLines(folder.filePath("input.log")); }
+    QStringList inputLog() { return logLines(folder.filePath("input.log")); }
 
     XvfbServer server{640, 480};
     DemoTargetProcess target{server.display(), {}};
@@ -129,20 +112,12 @@ TEST_F(PluginRun, CapturesAndActsThroughThePluginItsChildAndItsUntickedServices)
 
     SCOPED_TRACE("a point in the named child goes to the child in its own coordinates");
     ASSERT_TRUE(QFile::remove(folder.filePath("input.log")));
-    // The demo's panel lies at 440,20 in the window.
     const RunResult inChild = run("plugins/file-backend.so", R"(["capture", "mouse", "input"])", 30,
                                   "AutosceneDemoPanel", "450,30");
     ASSERT_EQ(inChild.exitCode, 0) << inChild.err.toStdString();
-    Display* display = XOpenDisplay(server.display().c_str());
-    ASSERT_NE(display, nullptr);
-    int x = 0;
-    int y = 0;
-    Window child = 0;
-    XTranslateCoordinates(display, target.panel(), target.window(), 0, 0, &x, &y, &child);
-    XCloseDisplay(display);
     const QString panel = QString::number(target.panel());
     const QStringList childLog = inputLog();
-    const QString childAt = pressedNear(childLog, panel, 450 - x, 30 - y);
+    const QString childAt = pressedNear(childLog, panel, 450 - demo::kPanel.x, 30 - demo::kPanel.y);
     EXPECT_TRUE(childLog.contains("move " + panel + childAt));
     EXPECT_TRUE(childLog.contains("text " + panel + " héllo")) << "text goes to the named child";
 

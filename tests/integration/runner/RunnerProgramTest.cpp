@@ -5,15 +5,9 @@
 #include <signal.h>
 
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <algorithm>
-#include <chrono>
-#include <memory>
 #include <set>
 #include <thread>
 
@@ -26,22 +20,13 @@
 #include "TestFiles.h"
 #include "XvfbServer.h"
 
-using autoscene::test::finishProgram;
-using autoscene::test::kNoFullDisk;
-using autoscene::test::onDisplay;
-using autoscene::test::runProgram;
-using autoscene::test::SilentListener;
-using autoscene::test::startOnAFullDisk;
-using autoscene::test::writeFile;
-using autoscene::testing::ClientProcess;
-using autoscene::testing::DemoTargetProcess;
-using autoscene::testing::ReferenceScreen;
-using autoscene::testing::XvfbServer;
+using namespace autoscene::test;
+using namespace autoscene::testing;
 using namespace std::chrono_literals;
 
 namespace {
 
-using RunResult = autoscene::test::ProgramResult;
+using RunResult = ProgramResult;
 
 class RunnerProgram : public ::testing::Test {
 protected:
@@ -69,6 +54,15 @@ protected:
     QTemporaryDir tasks;
     int taskCount = 0;
 };
+
+// One event that runs `actions` every cycle, under `conditions`.
+QByteArray everyCycle(const QString& conditions, const QString& actions,
+                      const QString& resources = {}) {
+    return QStringLiteral(R"({%1 "scene_list": [{"name": "s", "event_list": [{"name": "e",
+        "item_group": {"type": 5, "item_list": [%2]}, "action_list": [%3]}]}]})")
+        .arg(resources, conditions, actions)
+        .toUtf8();
+}
 
 // Whether a window manager has announced itself on the display, waiting up to 10 s.
 bool windowManagerRuns(Display* display) {
@@ -139,63 +133,55 @@ INSTANTIATE_TEST_SUITE_P(InputModes, DemoTask,
                          });
 
 TEST_F(RunnerProgram, MissingWindowExitsWithThreeBadInputWithTwo) {
-    const RunResult missing = run({AUTOSCENE_DEMO_TASK, "--time-limit", "5"});
-    EXPECT_EQ(missing.exitCode, 3);
-    EXPECT_TRUE(missing.err.contains("Autoscene Demo")) << missing.err.toStdString();
-    EXPECT_TRUE(missing.err.contains("AutosceneDemo")) << "names the window it looked for";
-
-    EXPECT_EQ(run({}).exitCode, 2);
-    EXPECT_EQ(run({AUTOSCENE_DEMO_TASK, "--time-limit", "soon"}).exitCode, 2);
-    EXPECT_EQ(run({AUTOSCENE_DEMO_TASK, "--var", "x=1"}).exitCode, 2);
-    EXPECT_EQ(run({tasks.path() + "/nowhere"}).exitCode, 2);
-    const RunResult broken = run({task(R"({"scene_list": [)")});
-    EXPECT_EQ(broken.exitCode, 2);
-    EXPECT_FALSE(broken.err.isEmpty());
     // An empty file opens with defaults, but a task with nothing in it is not run.
-    for (const QByteArray& empty :
-         {QByteArray(), QByteArray("{}"), QByteArray(R"({"scene_list": []})")}) {
-        const RunResult nothing = run({task(empty), "--full-screen", "--time-limit", "5"});
-        EXPECT_EQ(nothing.exitCode, 2) << empty.toStdString();
-        EXPECT_TRUE(nothing.err.contains("nothing to run")) << nothing.err.toStdString();
+    const QString empty = "nothing to run";
+    const struct {
+        QStringList arguments;
+        int exitCode;
+        QString message;
+    } cases[] = {
+        {{AUTOSCENE_DEMO_TASK, "--time-limit", "5"},
+         3,
+         R"(title "Autoscene Demo" (whole title) and class "AutosceneDemo")"},
+        {{}, 2, "expected one task folder"},
+        {{AUTOSCENE_DEMO_TASK, "--time-limit", "soon"}, 2, "--time-limit needs"},
+        {{AUTOSCENE_DEMO_TASK, "--var", "x=1"}, 2, "--var needs ID=VALUE"},
+        {{tasks.path() + "/nowhere"}, 2, "no script.json in " + tasks.path() + "/nowhere"},
+        {{task(R"({"scene_list": [)")}, 2, "cannot open "},
+        {{task({}), "--full-screen"}, 2, empty},
+        {{task("{}"), "--full-screen"}, 2, empty},
+        {{task(R"({"scene_list": []})"), "--full-screen"}, 2, empty},
+    };
+    for (const auto& c : cases) {
+        const RunResult result = run(c.arguments);
+        EXPECT_EQ(result.exitCode, c.exitCode) << c.arguments.join(' ').toStdString();
+        EXPECT_TRUE(result.err.contains(c.message)) << result.err.toStdString();
     }
 }
 
 TEST_F(RunnerProgram, InterruptStopsTheRunCleanlyAndACrashLeavesAReport) {
-    const QString idle =
-        task(R"({"scene_list": [{"name": "s", "event_list": [{"name": "idle"}]}]})");
     // Ctrl+C is CtrlCAndTheTimeLimitReach...'s, on busier runs.
-    for (int signal : {SIGTERM, SIGSEGV}) {
-        QTemporaryDir workingDirectory;
+    QTemporaryDir workingDirectory;
+    const auto stopWith = [&](int signal) {
         QProcess process;
         process.setWorkingDirectory(workingDirectory.path());
-        QStringList arguments{idle, "--full-screen"};
-        if (signal != SIGSEGV) {
-            arguments << "--json";
-        }
-        start(process, arguments);
-        process.waitForReadyRead(1500);  // the run prints nothing before the end; let it cycle
+        start(process, {task(everyCycle({}, {})), "--full-screen", "--json"});
+        std::this_thread::sleep_for(1500ms);  // let it cycle
         ::kill(pid_t(process.processId()), signal);
-        const RunResult result = finishProgram(process, 10000);
-        if (signal != SIGSEGV) {
-            EXPECT_EQ(result.exitCode, 0) << signal;
-            EXPECT_EQ(result.summary()["ended"].toString(), "interrupted");
-            continue;
-        }
-        EXPECT_EQ(result.exitCode, -1) << "the crash still ends the program";
-        QFile report(workingDirectory.filePath("crash.dmp"));
-        ASSERT_TRUE(report.open(QIODevice::ReadOnly));
-        const QByteArray text = report.readAll();
-        EXPECT_TRUE(text.startsWith("crash: SIGSEGV")) << text.toStdString();
-        EXPECT_TRUE(text.contains("backtrace:"));
-    }
+        return finishProgram(process, 10000);
+    };
+    const RunResult terminated = stopWith(SIGTERM);
+    EXPECT_EQ(terminated.exitCode, 0);
+    EXPECT_EQ(terminated.summary()["ended"].toString(), "interrupted");
+    EXPECT_EQ(stopWith(SIGSEGV).exitCode, -1) << "the crash still ends the program";
+    const QByteArray report = readFile(workingDirectory.filePath("crash.dmp"));
+    EXPECT_TRUE(report.startsWith("crash: SIGSEGV")) << report.toStdString();
+    EXPECT_TRUE(report.contains("backtrace:"));
 }
 
 TEST_F(RunnerProgram, VariablesGivenOnTheCommandLineStartTheRunAndAFullDiskLosesOnlyTheFrame) {
     // Stops at once when variable 1 starts as "go"; otherwise the time limit ends it.
-    const QString folder = task(R"({"var_list": [{"type": 1, "id": 1, "name": "v",
-        "value": "wait"}], "scene_list": [{"name": "s", "event_list": [{"name": "e",
-        "item_group": {"type": 5, "item_list": [{"type": 2, "relation": 1, "variable_id": 1,
-        "compare_value": "go", "state": 0}]}, "action_list": [{"type": 10}]}]}]})");
+    const QString folder = AUTOSCENE_FIXTURES "/tasks/stop-on-variable";
     const RunResult started = run({folder, "--full-screen", "--time-limit", "5", "--var", "1=go"});
     EXPECT_EQ(started.exitCode, 0);
     EXPECT_TRUE(started.out.contains("ended: stop")) << started.out.toStdString();
@@ -225,53 +211,28 @@ TEST_F(RunnerProgram, ScriptExampleCountsWritesItsReportAndScriptsHaveTheClipboa
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
     EXPECT_EQ(result.summary()["ended"].toString(), "stop");
     EXPECT_TRUE(result.out.contains(R"("result":"written")")) << result.out.toStdString();
-    QFile file(report);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "counted to 3, screen seen");
+    EXPECT_EQ(readFile(report), "counted to 3, screen seen");
 
     // The first event puts a text on the clipboard; the second stops once it reads it back.
-    const QString folder = task(R"json({"scene_list": [{"name": "s", "event_list": [
-        {"name": "set", "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1,
-            "js_code": "String(auto.getClip() != 'clip ü')"}]},
-         "action_list": [{"type": 12, "js_code": "auto.setClip('clip ü')"}]},
-        {"name": "read", "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1,
-            "js_code": "String(auto.getClip() == 'clip ü')"}]},
-         "action_list": [{"type": 10}]}]}]})json");
-    const RunResult clipboard = run({folder, "--full-screen", "--json", "--time-limit", "20"});
+    const RunResult clipboard = run({QString(AUTOSCENE_FIXTURES) + "/tasks/clipboard-round-trip",
+                                     "--full-screen", "--json", "--time-limit", "20"});
     EXPECT_EQ(clipboard.exitCode, 0) << clipboard.err.toStdString();
     EXPECT_EQ(clipboard.summary()["ended"].toString(), "stop");
-}
-
-// One event that runs `actions` every cycle, under `conditions`.
-QByteArray everyCycle(const QString& conditions, const QString& actions,
-                      const QString& resources = {}) {
-    return QStringLiteral(R"({%1 "scene_list": [{"name": "s", "event_list": [{"name": "e",
-        "item_group": {"type": 5, "item_list": [%2]}, "action_list": [%3]}]}]})")
-        .arg(resources, conditions, actions)
-        .toUtf8();
 }
 
 TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingKeysImageChecksScriptsAndTheTextService) {
     const QString typing = task(
         everyCycle({}, QStringLiteral(R"({"type": 6, "text": "%1"})").arg(QString(10000, 'a'))));
 
-    QStringList keys;
-    for (int i = 0; i < 400000; ++i) {
-        keys << QStringLiteral("65");
-    }
-    const QString keyGroup = task(everyCycle(
-        {},
-        QStringLiteral(R"({"type": 11, "event_type": 3, "group_key": [%1]})").arg(keys.join(','))));
+    const QString keyGroup =
+        task(everyCycle({}, QStringLiteral(R"({"type": 11, "event_type": 3, "group_key": [%1]})")
+                                .arg(QStringList(400000, "65").join(','))));
 
     // Thousands of image checks a cycle, each of them real matching work.
-    QStringList images;
-    for (int i = 0; i < 4000; ++i) {
-        images << QStringLiteral(R"({"type": 1, "relation": 1, "image_id": 1, "state": 1})");
-    }
+    const QStringList images(4000, R"({"type": 1, "relation": 1, "image_id": 1, "state": 1})");
     const QString matching = task(everyCycle(images.join(','), {}, R"("image_list": [{"id": 1,
         "name": "start", "file": "1.png", "sim": 0.9, "type": 1}],)"));
-    QDir(matching).mkpath("image");
-    ASSERT_TRUE(QFile::copy(AUTOSCENE_DEMO_TASK "/image/1.png", matching + "/image/1.png"));
+    ASSERT_EQ(QProcess::execute("cp", {"-r", AUTOSCENE_DEMO_TASK "/image", matching}), 0);
 
     const QString stuck = task(everyCycle({}, R"({"type": 12, "js_code": "while (true) {}"})"));
 
@@ -295,8 +256,7 @@ TEST_F(RunnerProgram, CtrlCAndTheTimeLimitReachTypingKeysImageChecksScriptsAndTh
             QStringList arguments{c.folder, "--full-screen", "--json"};
             arguments << c.options;
             if (byTimeLimit) {
-                arguments << "--time-limit"
-                          << "1";
+                arguments += {"--time-limit", "1"};
             }
             QProcess process;
             start(process, arguments);
@@ -341,14 +301,10 @@ TEST_F(RunnerProgram, AClickOutsideTheWindowIsNotSentAndTheLastFrameOutlivesTheW
     DemoTargetProcess target(server.display(), {});
     ASSERT_TRUE(target.started());
     // Taps far to the right of the demo window, where the root window would take it.
-    const QString folder = task(R"({"task_mode": 2, "window_info": {"class_name": "AutosceneDemo",
-        "title": "Autoscene Demo", "is_fullmatch_title": true},
-        "var_list": [{"type": 1, "id": 1, "name": "outside", "value": "5000,10,0,0"}],
-        "scene_list": [{"name": "s", "event_list": [{"name": "tap",
-        "action_list": [{"type": 1, "variable_id": 1, "postpone": 0.2}]}]}]})");
     const QString frame = tasks.filePath("last-frame");  // no .png: saved as PNG all the same
     QProcess process;
-    start(process, {folder, "--json", "--foreground", "--time-limit", "4", "--save-frame", frame});
+    start(process, {QString(AUTOSCENE_FIXTURES) + "/tasks/click-outside-window", "--json",
+                    "--foreground", "--time-limit", "4", "--save-frame", frame});
     QByteArray seen;
     for (int wait = 0; wait < 100 && !seen.contains("outside"); ++wait) {
         process.waitForReadyRead(100);
@@ -360,32 +316,25 @@ TEST_F(RunnerProgram, AClickOutsideTheWindowIsNotSentAndTheLastFrameOutlivesTheW
     EXPECT_EQ(result.exitCode, 124) << result.err.toStdString();
     EXPECT_TRUE(result.out.contains("is outside the window")) << result.out.toStdString();
     EXPECT_FALSE(result.out.contains(R"("points":[{)")) << "no point was clicked";
-    QFile saved(frame);
-    ASSERT_TRUE(saved.open(QIODevice::ReadOnly)) << result.err.toStdString();
-    EXPECT_TRUE(saved.readAll().startsWith("\x89PNG"));
+    EXPECT_TRUE(readFile(frame).startsWith("\x89PNG")) << result.err.toStdString();
 }
 
+// The demo task on an empty screen: its start screen never shows.
 TEST_F(RunnerProgram, TimeLimitEndsWith124AndTheTraceExplainsASceneNeverRecognised) {
-    const QString folder = task(R"({"image_list": [{"id": 1, "name": "start", "file": "1.png",
-        "sim": 0.9, "type": 1}], "scene_list": [{"name": "start screen", "scene_event": {
-        "name": "id", "item_group": {"type": 5, "item_list": [{"type": 1, "relation": 1,
-        "image_id": 1, "state": 1}]}}, "event_list": [{"name": "e"}]}]})");
-    QDir(folder).mkpath("image");
-    ASSERT_TRUE(QFile::copy(AUTOSCENE_DEMO_TASK "/image/1.png", folder + "/image/1.png"));
     const RunResult result =
-        run({folder, "--full-screen", "--json", "--trace", "--time-limit", "1"});
+        run({AUTOSCENE_DEMO_TASK, "--full-screen", "--json", "--trace", "--time-limit", "1"});
     EXPECT_EQ(result.exitCode, 124) << result.err.toStdString();
     EXPECT_EQ(result.summary()["ended"].toString(), "time_limit");
     EXPECT_GT(result.summary()["cycles"].toInt(), 0);
     int explained = 0;
     for (const QJsonObject& object : result.lines("trace")) {
-        if (object["identification"] != "start screen") {
+        if (object["identification"] != "start") {
             continue;
         }
         EXPECT_FALSE(object["holds"].toBool());
         const QJsonObject image =
             object["conditions"].toObject()["item_state"].toArray().at(0).toObject();
-        EXPECT_EQ(image["name"].toString(), "start");
+        EXPECT_EQ(image["name"].toString(), "start button");
         EXPECT_LT(image["sim"].toDouble(), 0.9);
         EXPECT_TRUE(image.contains("rect"));
         ++explained;
@@ -394,9 +343,7 @@ TEST_F(RunnerProgram, TimeLimitEndsWith124AndTheTraceExplainsASceneNeverRecognis
 }
 
 TEST_F(RunnerProgram, AllWindowsRunsTheTaskOnThreeDemoWindowsInBothConcurrencyModes) {
-    QFile demo(AUTOSCENE_DEMO_TASK "/script.json");
-    ASSERT_TRUE(demo.open(QIODevice::ReadOnly));
-    const QByteArray demoTask = demo.readAll();
+    const QByteArray demoTask = readFile(AUTOSCENE_DEMO_TASK "/script.json");
     for (const bool concurrency : {true, false}) {
         SCOPED_TRACE(concurrency ? "side by side" : "in turn");
         std::vector<std::unique_ptr<DemoTargetProcess>> targets;
@@ -411,10 +358,7 @@ TEST_F(RunnerProgram, AllWindowsRunsTheTaskOnThreeDemoWindowsInBothConcurrencyMo
         json.replace(0, 1,
                      concurrency ? R"({"concurrency": true, )" : R"({"concurrency": false, )");
         const QString folder = task(json);
-        QDir(folder).mkpath("image");
-        for (const QString& image : QDir(AUTOSCENE_DEMO_TASK "/image").entryList(QDir::Files)) {
-            QFile::copy(AUTOSCENE_DEMO_TASK "/image/" + image, folder + "/image/" + image);
-        }
+        ASSERT_EQ(QProcess::execute("cp", {"-r", AUTOSCENE_DEMO_TASK "/image", folder}), 0);
 
         const RunResult listed = run({folder, "--list-targets"});
         EXPECT_EQ(listed.exitCode, 0) << listed.err.toStdString();

@@ -20,24 +20,18 @@ using platform::MouseOp;
 using platform::Point;
 using platform::WindowHandle;
 
-class RealClientsTest : public X11TestFixture {
-protected:
-    WindowHandle waitForWindow(const std::string& title) {
-        const platform::WindowQuery query{.title = title, .fullMatchTitle = true};
-        WindowHandle found = 0;
-        eventually([&] {
-            for (const WindowHandle window : backend_->topLevelWindows()) {
-                found = backend_->matches(window, query) ? window : found;
-            }
-            return found != 0;
-        });
-        return found;
-    }
-};
+using RealClientsTest = X11TestFixture;
 
 TEST_F(RealClientsTest, XcalcComputesWithClicksInBothModesAndWithTypedText) {
     ClientProcess xcalc(server_.display(), {"xcalc", "-geometry", "+0+0"});
-    const WindowHandle window = waitForWindow("Calculator");
+    const platform::WindowQuery query{.title = "Calculator", .fullMatchTitle = true};
+    WindowHandle window = 0;
+    eventually([&] {
+        for (const WindowHandle candidate : backend_->topLevelWindows()) {
+            window = backend_->matches(candidate, query) ? candidate : window;
+        }
+        return window != 0;
+    });
     ASSERT_NE(window, 0u) << "xcalc (Debian package x11-apps) did not show its window";
     const InputTarget target{window, 0};
     XSync(reference_->display(), False);

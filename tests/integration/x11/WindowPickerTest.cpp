@@ -36,20 +36,6 @@ protected:
         return pick;
     }
 
-    // What a window manager does to a client it manages: a frame around it, WM_STATE on it.
-    Window frame(Window client) {
-        const Window frame =
-            XCreateSimpleWindow(user_, DefaultRootWindow(user_), 100, 80, 900, 700, 0, 0, 0x336699);
-        XMapWindow(user_, frame);
-        XReparentWindow(user_, client, frame, 8, 24);
-        const Atom wmState = XInternAtom(user_, "WM_STATE", False);
-        const long normal[2] = {1, 0};
-        XChangeProperty(user_, client, wmState, wmState, 32, PropModeReplace,
-                        reinterpret_cast<const unsigned char*>(normal), 2);
-        XSync(user_, False);
-        return frame;
-    }
-
     // The middle of `window` on the screen.
     std::pair<int, int> middleOf(Window window) {
         XWindowAttributes attributes{};
@@ -69,7 +55,16 @@ protected:
 TEST_F(WindowPickerTest,
        AFramedWindowsChildPicksTheProgramsWindowAnUnframedOneItselfAndTheRestCancel) {
     const auto demo = startDemo({"--geometry", "800x600+0+0"});
-    const Window framed = frame(demo->window());
+    // What a window manager does to a client it manages: a frame around it, WM_STATE on it.
+    const Window framed =
+        XCreateSimpleWindow(user_, DefaultRootWindow(user_), 100, 80, 900, 700, 0, 0, 0x336699);
+    XMapWindow(user_, framed);
+    XReparentWindow(user_, demo->window(), framed, 8, 24);
+    const Atom wmState = XInternAtom(user_, "WM_STATE", False);
+    const long normal[2] = {1, 0};
+    XChangeProperty(user_, demo->window(), wmState, wmState, 32, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(normal), 2);
+    XSync(user_, False);
     const auto [panelX, panelY] = middleOf(demo->panel());
 
     ASSERT_TRUE(picker_->begin());
