@@ -105,7 +105,10 @@ TEST(DeviceRun, ANamedDeviceGetsTypingSwipesAndTaps) {
 TEST(DeviceRun, TheDemoTaskPlaysThroughTheDeviceService) {
     PrivateAdb adb;
     TestDevice device;
+    // A second device makes adb refuse any forward command that names no device.
+    TestDevice bystander;
     ASSERT_TRUE(adb.connect(device));
+    ASSERT_TRUE(adb.connect(bystander));
     QTemporaryDir folder;
 
     const RunResult result =
