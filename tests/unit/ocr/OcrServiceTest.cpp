@@ -19,32 +19,6 @@ using namespace autoscene::ocr::testkit;
 
 namespace {
 
-// Connections that send the start of a request and then nothing, held open.
-class SilentClients {
-public:
-    SilentClients(int port, int count) {
-        for (int i = 0; i < count; ++i) {
-            const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-            sockaddr_in address = autoscene::test::loopbackAddress(port);
-            if (::connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) {
-                const std::string start = "POST /ocr_detect HTTP/1.1\r\nHost: 127.0.0.1\r\n";
-                ::send(fd, start.data(), start.size(), 0);
-            }
-            fds_.push_back(fd);
-        }
-    }
-    ~SilentClients() {
-        for (const int fd : fds_) {
-            ::close(fd);
-        }
-    }
-    SilentClients(const SilentClients&) = delete;
-    SilentClients& operator=(const SilentClients&) = delete;
-
-private:
-    std::vector<int> fds_;
-};
-
 ServiceAnswer detect(const std::string& png, const std::string& field = "image") {
     return readServiceAnswer(sharedOcrService().detect(png, {}, field));
 }
@@ -121,7 +95,14 @@ TEST(OcrService, ProgramRefusesBadArgumentsAndABusyPort) {
 }
 
 TEST(OcrService, ClientsThatSendHalfARequestHoldNobodyElseBack) {
-    const SilentClients slow(sharedOcrService().port(), 8);
+    std::vector<int> slow;
+    for (int i = 0; i < 8; ++i) {
+        slow.push_back(::socket(AF_INET, SOCK_STREAM, 0));
+        sockaddr_in address = autoscene::test::loopbackAddress(sharedOcrService().port());
+        ASSERT_EQ(::connect(slow.back(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        const std::string start = "POST /ocr_detect HTTP/1.1\r\nHost: 127.0.0.1\r\n";
+        ::send(slow.back(), start.data(), start.size(), 0);
+    }
     const std::string png = renderTextPng({200, 60}, {{"OK", {10, 10}, 32}});
     autoscene::http::HttpLimits limits;
     limits.timeout = std::chrono::seconds(4);  // well below the half-sent requests' patience
@@ -130,4 +111,5 @@ TEST(OcrService, ClientsThatSendHalfARequestHoldNobodyElseBack) {
         limits);
     EXPECT_EQ(answer.error, "");
     EXPECT_EQ(readServiceAnswer(answer.body).lines(), std::vector<std::string>{"OK"});
+    std::for_each(slow.begin(), slow.end(), ::close);
 }
