@@ -10,31 +10,22 @@
 
 #include "LoopbackPort.h"
 #include "RenderedText.h"
-#include "ServiceAnswer.h"
 #include "SharedOcrService.h"
 #include "http/Http.h"
 #include "system/Process.h"
 
 using namespace autoscene::ocr::testkit;
 
-namespace {
-
-ServiceAnswer detect(const std::string& png, const std::string& field = "image") {
-    return readServiceAnswer(sharedOcrService().detect(png, {}, field));
-}
-
-}  // namespace
-
 // Where the boxes lie is read through the client (OcrClientTest, TextItemsTest).
 TEST(OcrService, GivesOneBoxPerLineInReadingOrder) {
-    const ServiceAnswer answer = detect(
-        renderTextPng({640, 260}, {{"开始游戏", {40, 40}, 40}, {"Settings 设置", {300, 150}, 36}}));
-    ASSERT_EQ(answer.lines(), (std::vector<std::string>{"开始游戏", "Settings 设置"}));
-    EXPECT_EQ(answer.text->whole.toStdString(), "开始游戏\nSettings 设置");
-
-    const ServiceAnswer blank = detect(renderTextPng({400, 100}, {}));
-    ASSERT_TRUE(blank.text);
-    EXPECT_EQ(*blank.text, autoscene::text::RecognisedText{});
+    EXPECT_EQ(sharedOcrService()
+                  .detect(renderTextPng(
+                      {640, 260}, {{"开始游戏", {40, 40}, 40}, {"Settings 设置", {300, 150}, 36}}))
+                  .whole,
+              "开始游戏\nSettings 设置");
+    const ServiceAnswer blank = sharedOcrService().detect(renderTextPng({400, 100}, {}));
+    EXPECT_NE(blank.engine, "");
+    EXPECT_EQ(blank.whole, "");
 }
 
 // Which images decode is OcrUploadTest's; here the server's own refusals and one decoder's.
@@ -52,14 +43,14 @@ TEST(OcrService, RejectsBadUploadsWithJsonErrorsAndKeepsServing) {
         {"the wrong field name", png, "picture"},
     };
     for (const auto& bad : cases) {
-        EXPECT_NE(detect(bad.bytes, bad.field).error, "") << bad.what;
+        EXPECT_NE(sharedOcrService().detect(bad.bytes, {}, bad.field).error, "") << bad.what;
     }
     // Not multipart at all.
     const std::string plain =
         autoscene::http::httpPostJson(sharedOcrService().url(), {}, R"({"image": "x"})");
     EXPECT_NE(readServiceAnswer(plain).error, "") << plain;
 
-    EXPECT_EQ(detect(png).lines(), std::vector<std::string>{"OK"});
+    EXPECT_EQ(sharedOcrService().detect(png).whole, "OK");
 }
 
 TEST(OcrService, ServesFourClientsAtOnceEachWithItsOwnText) {
@@ -69,11 +60,12 @@ TEST(OcrService, ServesFourClientsAtOnceEachWithItsOwnText) {
         for (const std::string& text : texts) {
             const std::string png =
                 renderTextPng({400, 100}, {{QString::fromStdString(text), {20, 28}, 36}});
-            answers.push_back(std::async(std::launch::async, [png] { return detect(png); }));
+            answers.push_back(
+                std::async(std::launch::async, [png] { return sharedOcrService().detect(png); }));
         }
     }
     for (std::size_t i = 0; i < answers.size(); ++i) {
-        EXPECT_EQ(answers[i].get().lines(), std::vector<std::string>{texts[i % texts.size()]});
+        EXPECT_EQ(answers[i].get().whole, texts[i % texts.size()]);
     }
 }
 
@@ -110,6 +102,6 @@ TEST(OcrService, ClientsThatSendHalfARequestHoldNobodyElseBack) {
         sharedOcrService().url(), {}, {"image", "ok.png", "image/png", png}, {{"engine", "fast"}},
         limits);
     EXPECT_EQ(answer.error, "");
-    EXPECT_EQ(readServiceAnswer(answer.body).lines(), std::vector<std::string>{"OK"});
+    EXPECT_EQ(readServiceAnswer(answer.body).whole, "OK");
     std::for_each(slow.begin(), slow.end(), ::close);
 }

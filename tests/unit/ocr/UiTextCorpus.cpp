@@ -96,6 +96,7 @@ std::vector<CorpusSample> uiTextCorpus() {
         }
         painter.end();
         sample.png = pngOf(image);
+        sample.text = lines.join(QLatin1Char('\n')).toStdString();
         sample.name = lines.join(QStringLiteral(" / ")).toStdString() + " (" +
                       std::to_string(pixelSize) + " px, " + grounds[index % 3] + ", " +
                       (light ? "light on dark" : "dark on light") + ")";
@@ -107,7 +108,7 @@ CorpusSample uiTextFrame() {
     std::mt19937 random(720);
     QImage image(1280, 720, QImage::Format_RGB32);
     paintGround(image, Ground::Gradient, true, random);
-    CorpusSample frame{"1280x720 frame", {}, {}};
+    CorpusSample frame{"1280x720 frame", {}, {}, {}};
     QPainter painter(&image);
     painter.setRenderHint(QPainter::TextAntialiasing);
     for (const QStringList& text : corpusTexts()) {
@@ -119,26 +120,11 @@ CorpusSample uiTextFrame() {
         painter.setPen(placed % 3 == 0 ? QColor(255, 220, 120) : QColor(235, 240, 250));
         painter.drawText(40 + (placed % 4) * 310, 60 + (placed / 4) * 74, text.front());
         frame.lines.push_back(text.front().toStdString());
+        frame.text += (placed == 0 ? "" : "\n") + frame.lines.back();
     }
     painter.end();
     frame.png = pngOf(image);
     return frame;
-}
-
-bool readsExactly(const std::string& recognised, const std::string& expected) {
-    const auto normalised = [](const std::string& text) {
-        QString out;
-        for (QChar c : QString::fromStdString(text)) {
-            if (c.unicode() >= 0xff01 && c.unicode() <= 0xff5e) {
-                c = QChar(c.unicode() - 0xfee0);
-            }
-            if (!c.isSpace()) {
-                out += c;
-            }
-        }
-        return out;
-    };
-    return normalised(recognised) == normalised(expected);
 }
 
 }  // namespace autoscene::ocr::testkit
