@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <filesystem>
 #include <fstream>
@@ -34,19 +35,12 @@ cv::Mat stepsOf(const std::vector<int>& best, int classes) {
 }
 
 // Whether `recognised` reads `expected` exactly, line by line, spaces aside and full-width
-// ASCII forms taken as their ASCII letters (both are legitimate readings of UI text).
+// forms taken as their ASCII letters (both are legitimate readings of UI text).
 bool readsExactly(const std::string& recognised, const std::string& expected) {
     const auto normalised = [](const std::string& text) {
-        QString out;
-        for (QChar c : QString::fromStdString(text)) {
-            if (c.unicode() >= 0xff01 && c.unicode() <= 0xff5e) {
-                c = QChar(c.unicode() - 0xfee0);
-            }
-            if (!c.isSpace() || c == QLatin1Char('\n')) {
-                out += c;
-            }
-        }
-        return out;
+        return QString::fromStdString(text)
+            .normalized(QString::NormalizationForm_KC)
+            .remove(QRegularExpression(QStringLiteral("[^\\S\n]")));
     };
     return normalised(recognised) == normalised(expected);
 }

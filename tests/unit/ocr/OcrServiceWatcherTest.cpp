@@ -18,11 +18,9 @@
 #include "text/OcrClient.h"
 
 using namespace autoscene::app;
+using namespace autoscene::ocr::testkit;
+using namespace autoscene::test;
 using namespace autoscene::text;
-using autoscene::ocr::testkit::LogCapture;
-using autoscene::ocr::testkit::renderTextFrame;
-using autoscene::test::unusedLoopbackPort;
-using autoscene::test::writeFile;
 using namespace std::chrono_literals;
 
 namespace {

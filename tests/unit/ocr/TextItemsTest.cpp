@@ -27,16 +27,10 @@
 #include "text/OcrClient.h"
 
 using namespace autoscene::engine;
+using namespace autoscene::ocr::testkit;
+using namespace autoscene::test;
 using namespace autoscene::text;
-using autoscene::ocr::testkit::LogCapture;
-using autoscene::ocr::testkit::renderTextFrame;
-using autoscene::ocr::testkit::sharedOcrService;
-using autoscene::ocr::testkit::TextLabel;
 using autoscene::platform::MouseOp;
-using autoscene::test::InProcessTarget;
-using autoscene::test::ManualClock;
-using autoscene::test::RecordedInput;
-using autoscene::test::unusedLoopbackPort;
 using namespace std::chrono_literals;
 
 namespace {
@@ -63,10 +57,10 @@ protected:
     // (contains), click "Start Game" there, store the text of the bottom crop into variable
     // 11 ("coins") and stop. Event "give up" stops the run when the first did not fire.
     void run(const std::vector<TextLabel>& labels, const std::string& url, int deviationId = 0) {
-        QByteArray task = autoscene::test::readFile(
-            QStringLiteral(AUTOSCENE_FIXTURES "/tasks/text-items/script.json"));
+        QByteArray task =
+            readFile(QStringLiteral(AUTOSCENE_FIXTURES "/tasks/text-items/script.json"));
         task.replace("\"deviation_id\": 0", "\"deviation_id\": " + QByteArray::number(deviationId));
-        autoscene::test::writeFile(dir.filePath("script.json"), task);
+        writeFile(dir.filePath("script.json"), task);
         ASSERT_TRUE(document.openFolder(dir.path()).ok);
         RuntimeFactory factory;
         autoscene::actions::registerAllRuntimeItems(factory, std::make_shared<OcrClient>(url));
