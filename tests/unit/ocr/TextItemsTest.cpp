@@ -5,7 +5,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QTemporaryDir>
 
 #include "InProcessTarget.h"
 #include "LogCapture.h"
@@ -13,7 +12,6 @@
 #include "ManualClock.h"
 #include "RenderedText.h"
 #include "SharedOcrService.h"
-#include "TestFiles.h"
 #include "actions/RuntimeItems.h"
 #include "engine/ItemGroup.h"
 #include "engine/MVVariable.h"
@@ -30,6 +28,7 @@ using namespace autoscene::engine;
 using namespace autoscene::ocr::testkit;
 using namespace autoscene::test;
 using namespace autoscene::text;
+using autoscene::model::parseRectText;
 using autoscene::platform::MouseOp;
 using namespace std::chrono_literals;
 
@@ -52,16 +51,12 @@ protected:
         }
     }
 
-    // Runs the task on the labels until it stops itself; the click offset crop is
-    // `deviationId` (0: none). Event "read": when the top band holds the text of variable 12
-    // (contains), click "Start Game" there, store the text of the bottom crop into variable
-    // 11 ("coins") and stop. Event "give up" stops the run when the first did not fire.
-    void run(const std::vector<TextLabel>& labels, const std::string& url, int deviationId = 0) {
-        QByteArray task =
-            readFile(QStringLiteral(AUTOSCENE_FIXTURES "/tasks/text-items/script.json"));
-        task.replace("\"deviation_id\": 0", "\"deviation_id\": " + QByteArray::number(deviationId));
-        writeFile(dir.filePath("script.json"), task);
-        ASSERT_TRUE(document.openFolder(dir.path()).ok);
+    // Runs tasks/text-items on the labels until it stops itself. Event "read": when the top
+    // band holds the text of variable 12 (contains), click "Start Game" there, click again
+    // with offset crop 14, store the text of the bottom crop into variable 11 ("coins") and
+    // stop. Event "give up" stops the run when the first did not fire.
+    void run(const std::vector<TextLabel>& labels, const std::string& url) {
+        ASSERT_TRUE(document.openFolder(QStringLiteral(AUTOSCENE_FIXTURES "/tasks/text-items")).ok);
         RuntimeFactory factory;
         autoscene::actions::registerAllRuntimeItems(factory, std::make_shared<OcrClient>(url));
         target.setFrames({renderTextFrame({640, 360}, labels)});
@@ -73,7 +68,6 @@ protected:
         ASSERT_TRUE(runner->waitUntilIdle(60s));
     }
 
-    QTemporaryDir dir;
     autoscene::model::TaskDocument document;
     InProcessTarget target;
     std::unique_ptr<TaskRunner> runner;
@@ -93,7 +87,7 @@ TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
     EXPECT_NEAR(condition["text_rects"][0]["x"].toInt(), 30, 8);
 
     const std::vector<RecordedInput> inputs = target.inputs();
-    ASSERT_EQ(inputs.size(), 1u);
+    ASSERT_EQ(inputs.size(), 2u);
     EXPECT_EQ(inputs[0].code, int(MouseOp::LeftClick));
     // "Start Game" drawn 36 px high from (330, 44): about 170 x 30 pixels of ink.
     EXPECT_TRUE(QRect(325, 44, 185, 40).contains(inputs[0].point.x, inputs[0].point.y))
@@ -103,22 +97,16 @@ TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
     EXPECT_FALSE(click["is_deviation"].toBool());
     EXPECT_EQ(click["text"].toString(), "Start Game");
     EXPECT_EQ(click["results"].toArray().size(), 1);
+    // The offset crop 2,3,4,5 is placed at the corner of the text found.
+    const QRect found = parseRectText(click["rect"].toString());
+    const QRect area = parseRectText(actions.at(1)["rect"].toString());
+    EXPECT_TRUE(actions.at(1)["is_deviation"].toBool());
+    EXPECT_EQ(area, QRect(found.topLeft() + QPoint(2, 3), QSize(4, 5)));
+    EXPECT_TRUE(area.adjusted(0, 0, 1, 1).contains(inputs[1].point.x, inputs[1].point.y));
 
     EXPECT_EQ(runner->definitions().find(11)->value(), "12850");
-    EXPECT_EQ(QJsonDocument(actions.at(1)).toJson(QJsonDocument::Compact),
+    EXPECT_EQ(QJsonDocument(actions.at(2)).toJson(QJsonDocument::Compact),
               R"({"changed":true,"type":4,"value":"12850","variable_name":"coins"})");
-}
-
-TEST_F(TextItems, ClickOffsetIsPlacedAtTheTextFound) {
-    run(kScreen, sharedOcrService().url(), 14);
-    const std::vector<RecordedInput> inputs = target.inputs();
-    ASSERT_EQ(inputs.size(), 1u);
-    EXPECT_TRUE(actions.at(0)["is_deviation"].toBool());
-    // The offset crop 2,3,4,5 moved to the box's corner.
-    const QRect area = autoscene::model::parseRectText(actions.at(0)["rect"].toString());
-    EXPECT_EQ(area.size(), QSize(4, 5));
-    EXPECT_NEAR(area.x(), 332, 8);
-    EXPECT_TRUE(area.adjusted(0, 0, 1, 1).contains(inputs[0].point.x, inputs[0].point.y));
 }
 
 TEST_F(TextItems, AbsentTextOrAMissingServiceFiresNothing) {
