@@ -46,7 +46,7 @@ bool readsAgain(const OcrClient& client, const cv::Mat& image) {
 
 }  // namespace
 
-TEST(OcrServiceSettings, PortAndTimeOutsComeFromTheIniFileAndAGivenPortReplacesItsPort) {
+TEST(OcrServiceSettings, PortAndTimeOutsComeFromTheIniFile) {
     QTemporaryDir dir;
     EXPECT_EQ(readOcrPort(dir.filePath(QStringLiteral("absent.ini"))), 8080);
     // The file's text, then the port, connect and request time-outs read from it.
@@ -70,14 +70,6 @@ TEST(OcrServiceSettings, PortAndTimeOutsComeFromTheIniFileAndAGivenPortReplacesI
                   read)
             << content;
     }
-
-    installProgram(QDir(dir.path()));
-    writeFile(dir.filePath(QStringLiteral("ocr.ini")), "port=9\n");
-    const int port = unusedLoopbackPort();
-    const auto client = std::make_shared<OcrClient>();
-    OcrServiceWatcher watcher(client);
-    ASSERT_TRUE(watcher.start(dir.path(), QString(), port));
-    EXPECT_EQ(client->url(), ocrServiceUrl(port));
 
     // A service that keeps ending is started again ever more slowly.
     QStringList delays;
@@ -139,13 +131,16 @@ TEST(OcrServiceWatcher, StartsAFoundProgramAndBringsItBackAfterAKillButNotAfterS
     EXPECT_EQ(client->recognise(image), RecognisedText{});
     EXPECT_GE(log.count(QStringLiteral("curl_easy_perform() failed")), 1);
 
-    // Another window's watcher on the port uses the service running there, and starts its
-    // own once that one is gone.
+    // Another window's watcher on the port (given, it replaces its ini file's) uses the
+    // service running there, and starts its own once that one is gone.
     ASSERT_TRUE(watcher.start(dir.path(), QString()));
     ASSERT_TRUE(readsAgain(*client, image));
+    const QTemporaryDir otherDir;
+    installProgram(QDir(otherDir.path()));
+    writeFile(otherDir.filePath(QStringLiteral("ocr.ini")), "port=9\n");
     const auto otherClient = std::make_shared<OcrClient>();
     OcrServiceWatcher other(otherClient);
-    ASSERT_TRUE(other.start(dir.path(), QString()));
+    ASSERT_TRUE(other.start(otherDir.path(), QString(), port));
     EXPECT_TRUE(readsAgain(*otherClient, image));
     EXPECT_EQ(other.processId(), 0u);
     watcher.stop();
