@@ -171,10 +171,8 @@ TEST_F(FetchedModels, ServiceFallsBackToTheFastEngineWhenTheModelsAreMissingOrBr
         SCOPED_TRACE(broken);
         const QTemporaryDir folder;
         const fs::path models = folder.path().toStdString();
-        for (const char* file : {kDetectorFile, kRecogniserFile, kCharacterFile}) {
-            if (broken != "missing") {
-                fs::copy_file(fs::path(MORVANE_OCR_MODELS) / file, models / file);
-            }
+        if (broken != "missing") {
+            fs::copy(MORVANE_OCR_MODELS, models);
         }
         if (broken == "cut detector") {
             fs::resize_file(models / kDetectorFile, fs::file_size(models / kDetectorFile) / 2);
@@ -189,9 +187,7 @@ TEST_F(FetchedModels, ServiceFallsBackToTheFastEngineWhenTheModelsAreMissingOrBr
             EXPECT_EQ(answer.engine + ": " + answer.whole, "fast: Start Game");
         }
         const std::string errors = autoscene::test::readFile(log).toStdString();
-        const std::string line = "accurate engine unavailable";
-        EXPECT_NE(errors.find(line), std::string::npos) << errors;
-        EXPECT_EQ(errors.find(line), errors.rfind(line)) << "logged more than once: " << errors;
+        EXPECT_EQ(QString::fromStdString(errors).count("accurate engine unavailable"), 1) << errors;
         EXPECT_PRED_FORMAT2(testing::IsSubstring,
                             broken == "missing" ? kDetectorFile : "detector network", errors);
     }

@@ -18,11 +18,9 @@ using namespace autoscene::ocr::testkit;
 
 // Where the boxes lie is read through the client (OcrClientTest, TextItemsTest).
 TEST(OcrService, GivesOneBoxPerLineInReadingOrder) {
-    EXPECT_EQ(sharedOcrService()
-                  .detect(renderTextPng(
-                      {640, 260}, {{"开始游戏", {40, 40}, 40}, {"Settings 设置", {300, 150}, 36}}))
-                  .whole,
-              "开始游戏\nSettings 设置");
+    const std::string png =
+        renderTextPng({640, 260}, {{"开始游戏", {40, 40}, 40}, {"Settings 设置", {300, 150}, 36}});
+    EXPECT_EQ(sharedOcrService().detect(png).whole, "开始游戏\nSettings 设置");
     const ServiceAnswer blank = sharedOcrService().detect(renderTextPng({400, 100}, {}));
     EXPECT_NE(blank.engine, "");
     EXPECT_EQ(blank.whole, "");
@@ -33,17 +31,10 @@ TEST(OcrService, RejectsBadUploadsWithJsonErrorsAndKeepsServing) {
     const std::string png = renderTextPng({200, 60}, {{"OK", {10, 10}, 32}});
     std::string tooLarge = png;
     tooLarge.resize(32u * 1024u * 1024u + 1u, '\0');
-    const struct {
-        const char* what;
-        std::string bytes;
-        std::string field;
-    } cases[] = {
-        {"text instead of an image", "hello, this is not a picture", "image"},
-        {"more than 32 MiB", tooLarge, "image"},
-        {"the wrong field name", png, "picture"},
-    };
-    for (const auto& bad : cases) {
-        EXPECT_NE(sharedOcrService().detect(bad.bytes, {}, bad.field).error, "") << bad.what;
+    const std::pair<std::string, std::string> cases[] = {
+        {"hello, this is not a picture", "image"}, {tooLarge, "image"}, {png, "picture"}};
+    for (const auto& [bytes, field] : cases) {
+        EXPECT_NE(sharedOcrService().detect(bytes, {}, field).error, "") << bytes.size() << field;
     }
     // Not multipart at all.
     const std::string plain =
