@@ -1,8 +1,8 @@
 #include "OcrServiceProcess.h"
 
-#include <rapidjson/document.h>
-
 #include <QDeadlineTimer>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <stdexcept>
 
@@ -18,12 +18,9 @@ constexpr char kReadyText[] = "listening on 127.0.0.1:";
 }  // namespace
 
 ServiceAnswer readServiceAnswer(const std::string& body) {
-    rapidjson::Document json;
-    const bool isObject = !json.Parse(body.c_str()).HasParseError() && json.IsObject();
-    const auto field = [&](const char* key) {
-        return isObject && json.HasMember(key) && json[key].IsString() ? json[key].GetString() : "";
-    };
-    return {field("strRes"), field("engine"), field("error")};
+    const QJsonObject json = QJsonDocument::fromJson(QByteArray::fromStdString(body)).object();
+    return {json["strRes"].toString().toStdString(), json["engine"].toString().toStdString(),
+            json["error"].toString().toStdString()};
 }
 
 OcrServiceProcess::OcrServiceProcess(const std::string& program, int engineCount,
