@@ -45,12 +45,8 @@ TEST(RecognisedText, ReadsTheWholeTextAndGoodBoxesAndRefusesAnswersOfAnotherShap
 }
 
 TEST(TextMatcher, ComparesAsEachOperatorSays) {
-    const struct {
-        TextCompare compare;
-        const char* wanted;
-        const char* recognised;
-        bool holds;
-    } cases[] = {
+    // Operator, wanted text, recognised text, whether the comparison holds.
+    const std::tuple<TextCompare, const char*, const char*, bool> cases[] = {
         {TextCompare::Equal, "", "", true},
         {TextCompare::Equal, "Start", "Start", true},
         {TextCompare::Equal, "Start", "start", false},
@@ -69,10 +65,9 @@ TEST(TextMatcher, ComparesAsEachOperatorSays) {
         {TextCompare(0), "a", "a", false},
         {TextCompare(7), "a", "a", false},
     };
-    for (const auto& c : cases) {
-        const TextMatcher matcher(c.compare, QString::fromUtf8(c.wanted));
-        EXPECT_EQ(matcher.matches(QString::fromUtf8(c.recognised)), c.holds)
-            << int(c.compare) << " '" << c.wanted << "' '" << c.recognised << "'";
+    for (const auto& [compare, wanted, recognised, holds] : cases) {
+        EXPECT_EQ(TextMatcher(compare, QString::fromUtf8(wanted)).matches(recognised), holds)
+            << int(compare) << " '" << wanted << "' '" << recognised << "'";
     }
 }
 
