@@ -1,24 +1,27 @@
-// The accurate engine's pure parts: CTC decoding, boxes from the detector's map, crops,
-// reading order and the model files' checks.
+// The accurate engine: its pure parts (CTC decoding, boxes from the detector's map, crops,
+// reading order, the model files' checks), and with the fetched models the line reader,
+// the rendered UI corpus read by both engines (rates printed) and start-ups with missing or
+// broken model files.
 
 #include <gtest/gtest.h>
 
-#include <opencv2/imgproc.hpp>
-
+#include <QRegularExpression>
 #include <QTemporaryDir>
+#include <filesystem>
 #include <fstream>
-
-#include <opencv2/imgcodecs.hpp>
 
 #include "AccurateModels.h"
 #include "AccurateRecogniser.h"
 #include "CtcDecode.h"
 #include "LineReader.h"
 #include "RenderedText.h"
-#include "TextDetector.h"
+#include "SharedOcrService.h"
+#include "TestFiles.h"
 #include "UiTextCorpus.h"
 
+namespace fs = std::filesystem;
 using namespace autoscene::ocr;
+using namespace autoscene::ocr::testkit;
 
 namespace {
 
@@ -31,9 +34,25 @@ cv::Mat stepsOf(const std::vector<int>& best, int classes) {
     return scores;
 }
 
-bool modelsFetched() {
-    return std::filesystem::exists(std::filesystem::path(MORVANE_OCR_MODELS) / kCharacterFile);
+// Whether `recognised` reads `expected` exactly, line by line, spaces aside and full-width
+// forms taken as their ASCII letters (both are legitimate readings of UI text).
+bool readsExactly(const std::string& recognised, const std::string& expected) {
+    const auto normalised = [](const std::string& text) {
+        return QString::fromStdString(text)
+            .normalized(QString::NormalizationForm_KC)
+            .remove(QRegularExpression(QStringLiteral("[^\\S\n]")));
+    };
+    return normalised(recognised) == normalised(expected);
 }
+
+class FetchedModels : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!fs::exists(fs::path(MORVANE_OCR_MODELS) / kCharacterFile)) {
+            GTEST_SKIP() << "no models in " MORVANE_OCR_MODELS "; run scripts/fetch-ocr-models";
+        }
+    }
+};
 
 }  // namespace
 
@@ -53,15 +72,12 @@ TEST(TextDetector, KeepsConfidentRegionsGrownByTheirShapeAndScaled) {
     map(cv::Rect(150, 80, 2, 2)).setTo(0.9f);    // a speck
     const std::vector<DetectedLine> lines = linesOfProbability(map, {2.0f, 3.0f});
     ASSERT_EQ(lines.size(), 1u);
+    // The region's outline, 99 x 19 between pixel centres, grows by area * 1.5 / perimeter
+    // = 11.95 map pixels on each side; then x doubles and y triples: (36, 24) 246 x 129.
     const cv::Rect extent = lines[0].extent.boundingRect();
     const cv::Rect reading = lines[0].reading.boundingRect();
-    // The region's outline, 99 x 19 between pixel centres, grows by area * 1.5 / perimeter
-    // = 11.95 map pixels on each side; then x doubles and y triples.
-    const double grow = 99 * 19 * 1.5 / (2 * (99 + 19));
-    EXPECT_NEAR(extent.x, (30 - grow) * 2, 3);
-    EXPECT_NEAR(extent.width, (99 + 2 * grow) * 2, 3);
-    EXPECT_NEAR(extent.y, (20 - grow) * 3, 3);
-    EXPECT_NEAR(extent.height, (19 + 2 * grow) * 3, 3);
+    const cv::Vec4i off(extent.x - 36, extent.y - 24, extent.width - 246, extent.height - 129);
+    EXPECT_LE(cv::norm(off, cv::NORM_INF), 3) << extent;
     EXPECT_TRUE((reading & extent) == extent) << "the reading box holds the extent";
     EXPECT_GT(reading.height, extent.height);
 }
@@ -72,21 +88,18 @@ TEST(AccurateRecogniser, TurnsCropsUprightAndOrdersLinesAsTheyRead) {
     const cv::Mat vertical = uprightCrop(image, cv::RotatedRect({100, 100}, {20, 160}, 0));
     EXPECT_EQ(vertical.size(), cv::Size(160, 20));
     EXPECT_EQ(vertical.at<cv::Vec3b>(10, 80), cv::Vec3b(0, 0, 255));
-
-    const cv::Mat tilted = uprightCrop(image, cv::RotatedRect({100, 100}, {120, 30}, 20));
-    EXPECT_EQ(tilted.size(), cv::Size(120, 30));
+    EXPECT_EQ(uprightCrop(image, cv::RotatedRect({100, 100}, {120, 30}, 20)).size(),
+              cv::Size(120, 30));
 
     std::vector<TextLine> lines = {
         {"right", 200, 12, 50, 20}, {"left", 10, 15, 50, 20}, {"below", 5, 50, 50, 20}};
     sortInReadingOrder(lines);
-    EXPECT_EQ(lines[0].text, "left");
-    EXPECT_EQ(lines[1].text, "right");
-    EXPECT_EQ(lines[2].text, "below");
+    EXPECT_EQ(lines[0].text + " " + lines[1].text + " " + lines[2].text, "left right below");
 }
 
 TEST(AccurateModels, NamesTheFileThatIsMissingOrWrong) {
-    QTemporaryDir folder;
-    const std::filesystem::path path = folder.path().toStdString();
+    const QTemporaryDir folder;
+    const fs::path path = folder.path().toStdString();
     const auto failureOf = [&path] {
         try {
             readAccurateModels(path);
@@ -95,70 +108,87 @@ TEST(AccurateModels, NamesTheFileThatIsMissingOrWrong) {
         }
         return std::string();
     };
-    EXPECT_NE(failureOf().find(kDetectorFile), std::string::npos);
-
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, kDetectorFile, failureOf());
     std::ofstream(path / kDetectorFile) << "graph";
     std::ofstream(path / kRecogniserFile) << "graph";
-    {
-        std::ofstream keys(path / kCharacterFile);
-        for (int i = 1; i < kCharacterCount; ++i) {
-            keys << "字\n";
-        }
-    }
-    EXPECT_NE(failureOf().find("6622 lines, expected 6623"), std::string::npos) << failureOf();
-
+    std::ofstream(path / kCharacterFile)
+        << QString("字\n").repeated(kCharacterCount - 1).toStdString();
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, "6622 lines, expected 6623", failureOf());
     std::ofstream(path / kCharacterFile, std::ios::app) << "ab\n";
-    EXPECT_NE(failureOf().find("line 6623 is not one UTF-8 character"), std::string::npos)
-        << failureOf();
-
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, "line 6623 is not one UTF-8 character", failureOf());
     std::ofstream(path / kDetectorFile, std::ios::trunc).flush();
-    EXPECT_NE(failureOf().find("0 bytes"), std::string::npos) << failureOf();
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, "0 bytes", failureOf());
 }
 
-TEST(LineReader, ReadsEachLineAndSkipsWhatIsNotALine) {
-    if (!modelsFetched()) {
-        GTEST_SKIP() << "no models in " << MORVANE_OCR_MODELS << "; run scripts/fetch-ocr-models";
-    }
+TEST_F(FetchedModels, LineReaderSkipsWhatIsNotALineAndReadsOnAfterwards) {
     const AccurateModels models = readAccurateModels(MORVANE_OCR_MODELS);
     LineReader reader(models.recogniser, models.characters);
-    const char* shown[] = {"开始游戏", "Level 27", "确定", "金币 12850"};
-    std::vector<cv::Mat> lines;
-    lines.reserve(std::size(shown) + 3);
-    for (const char* text : shown) {
-        lines.push_back(autoscene::ocr::testkit::renderTextFrame(
-            {220, 44}, {{QString::fromUtf8(text), {6, 4}, 32}}));
-    }
-    lines.insert(lines.begin() + 2, cv::Mat());                   // empty
-    lines.emplace_back(44, 3000, CV_8UC3, cv::Scalar::all(255));  // blank, squeezed
-    lines.emplace_back(44, 100, CV_8UC1, cv::Scalar::all(0));     // not BGR
-    std::vector<std::string> texts;
-    texts.reserve(lines.size());
-    for (const cv::Mat& line : lines) {
-        texts.push_back(reader.read(line));
-    }
-    const std::vector<std::string> expected = {"开始游戏",   "Level 27", "", "确定",
-                                               "金币 12850", "",         ""};
-    EXPECT_EQ(texts, expected);
+    EXPECT_EQ(reader.read(cv::Mat()), "");
+    EXPECT_EQ(reader.read(cv::Mat(44, 3000, CV_8UC3, cv::Scalar::all(255))), "");  // squeezed
+    EXPECT_EQ(reader.read(cv::Mat(44, 100, CV_8UC1, cv::Scalar::all(0))), "");     // not BGR
+    EXPECT_EQ(reader.read(renderTextFrame({220, 44}, {{"金币 12850", {6, 4}, 32}})), "金币 12850");
 }
 
-TEST(AccurateRecogniser, APartnerSharesTheLinesAndChangesNoAnswer) {
-    if (!modelsFetched()) {
-        GTEST_SKIP() << "no models in " << MORVANE_OCR_MODELS << "; run scripts/fetch-ocr-models";
+TEST_F(FetchedModels, ServiceReadsTheRenderedUiCorpusAtLeastNinetyPercentExactly) {
+    const std::vector<CorpusSample> corpus = uiTextCorpus();
+    int accurateExact = 0;
+    int fastExact = 0;
+    for (const CorpusSample& sample : corpus) {
+        const ServiceAnswer accurate = sharedOcrService().detect(sample.png, "accurate");
+        const ServiceAnswer fast = sharedOcrService().detect(sample.png, "fast");
+        ASSERT_EQ(accurate.engine + " " + fast.engine, "accurate fast");
+        if (readsExactly(accurate.whole, sample.text)) {
+            ++accurateExact;
+        } else {
+            std::printf("  accurate misread %s as \"%s\"\n", sample.name.c_str(),
+                        accurate.whole.c_str());
+        }
+        fastExact += readsExactly(fast.whole, sample.text) ? 1 : 0;
     }
-    const AccurateModels models = readAccurateModels(MORVANE_OCR_MODELS);
-    AccurateRecogniser reader(models);
-    AccurateRecogniser partner(models);
-    const std::string png = autoscene::ocr::testkit::uiTextFrame().png;
-    const FoundLines found =
-        reader.find(cv::imdecode(std::vector<uchar>(png.begin(), png.end()), cv::IMREAD_COLOR));
-    ASSERT_GT(found.crops.size(), 30u);
-    const std::vector<TextLine> alone = reader.read(found);
-    const std::vector<TextLine> shared = reader.read(found, &partner);
-    ASSERT_EQ(shared.size(), alone.size());
-    for (std::size_t i = 0; i < alone.size(); ++i) {
-        SCOPED_TRACE(alone[i].text);
-        EXPECT_EQ(shared[i].text, alone[i].text);
-        EXPECT_EQ(cv::Rect(shared[i].x, shared[i].y, shared[i].width, shared[i].height),
-                  cv::Rect(alone[i].x, alone[i].y, alone[i].width, alone[i].height));
+    const double total = double(corpus.size());
+    std::printf("UI corpus, %zu images exact: accurate %d (%.1f %%), fast %d (%.1f %%)\n",
+                corpus.size(), accurateExact, 100.0 * accurateExact / total, fastExact,
+                100.0 * fastExact / total);
+    EXPECT_GE(accurateExact, 0.9 * total);
+
+    // Most of a whole frame's labels, each on its own box.
+    const CorpusSample frame = uiTextFrame();
+    const QStringList read =
+        QString::fromStdString(sharedOcrService().detect(frame.png).whole).split('\n');
+    int found = 0;
+    for (const std::string& label : frame.lines) {
+        found += int(std::count_if(read.begin(), read.end(), [&label](const QString& line) {
+            return readsExactly(line.toStdString(), label);
+        }));
+    }
+    std::printf("1280x720 frame: %d of %zu labels read exactly\n", found, frame.lines.size());
+    EXPECT_GE(found, int(frame.lines.size()) * 9 / 10);
+}
+
+TEST_F(FetchedModels, ServiceFallsBackToTheFastEngineWhenTheModelsAreMissingOrBroken) {
+    const std::string png = renderTextPng({400, 100}, {{"Start Game", {20, 30}, 36}});
+    for (const std::string broken : {"missing", "cut detector", "recogniser as detector"}) {
+        SCOPED_TRACE(broken);
+        const QTemporaryDir folder;
+        const fs::path models = folder.path().toStdString();
+        if (broken != "missing") {
+            fs::copy(MORVANE_OCR_MODELS, models);
+        }
+        if (broken == "cut detector") {
+            fs::resize_file(models / kDetectorFile, fs::file_size(models / kDetectorFile) / 2);
+        } else if (broken == "recogniser as detector") {
+            fs::copy_file(models / kRecogniserFile, models / kDetectorFile,
+                          fs::copy_options::overwrite_existing);
+        }
+        const QString log = folder.filePath(QStringLiteral("stderr.txt"));
+        const OcrServiceProcess service(MORVANE_OCR_PROGRAM, 2, models.string(), log.toStdString());
+        for (int request = 0; request < 2; ++request) {
+            const ServiceAnswer answer = service.detect(png);
+            EXPECT_EQ(answer.engine + ": " + answer.whole, "fast: Start Game");
+        }
+        const std::string errors = autoscene::test::readFile(log).toStdString();
+        EXPECT_EQ(QString::fromStdString(errors).count("accurate engine unavailable"), 1) << errors;
+        EXPECT_PRED_FORMAT2(testing::IsSubstring,
+                            broken == "missing" ? kDetectorFile : "detector network", errors);
     }
 }

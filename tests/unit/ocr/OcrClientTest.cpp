@@ -1,5 +1,5 @@
-// The client against the real service, and against loopback servers that answer garbage
-// or never answer.
+// The client against loopback servers that answer garbage or never answer; against the
+// real service it reads in TextItemsTest and OcrServiceWatcherTest.
 
 #include <gtest/gtest.h>
 
@@ -11,37 +11,13 @@
 #include "EchoServer.h"
 #include "LogCapture.h"
 #include "LoopbackPort.h"
-#include "RenderedText.h"
-#include "SharedOcrService.h"
 #include "text/OcrClient.h"
 #include "text/TextRegionReader.h"
 
 using namespace autoscene::recognition;
 using namespace autoscene::text;
 using autoscene::ocr::testkit::LogCapture;
-using autoscene::ocr::testkit::renderTextFrame;
-using autoscene::ocr::testkit::sharedOcrService;
 using autoscene::test::SilentListener;
-
-TEST(OcrClient, ReadsRegionsThroughTheRealService) {
-    const auto client = std::make_shared<OcrClient>(sharedOcrService().url());
-    const cv::Mat frame =
-        renderTextFrame({960, 400}, {{"开始游戏", {60, 50}, 40}, {"Options 123", {520, 260}, 36}});
-
-    // A region's boxes come back in frame pixels, whatever the preparation. Whole frames
-    // are read in OcrServiceTest and through the client in OcrServiceWatcherTest.
-    for (const MatchImageType type : {MatchImageType::Color, MatchImageType::Threshold}) {
-        TextRegionReader reader(client, {type, 128, 0, 0.9f});
-        const RecognisedText region = reader.read(frame, QRect(480, 220, 480, 180), 1);
-        ASSERT_EQ(region.boxes.size(), 1u) << int(type);
-        EXPECT_EQ(region.boxes[0].text, QStringLiteral("Options 123"));
-        EXPECT_NEAR(region.boxes[0].rect.x(), 520, 8);
-        EXPECT_NEAR(region.boxes[0].rect.y(), 266, 12);
-    }
-    TextRegionReader reader(client, {});
-    EXPECT_TRUE(reader.read(frame, QRect(2000, 0, 50, 50), 1).boxes.empty());
-    EXPECT_TRUE(reader.read(cv::Mat(), std::nullopt, 1).boxes.empty());
-}
 
 TEST(OcrClient, GarbageAnswersGiveEmptyResultsAndALogLine) {
     autoscene::test::EchoServer fake;
@@ -66,9 +42,12 @@ TEST(OcrClient, GarbageAnswersGiveEmptyResultsAndALogLine) {
                              "width": 3, "height": 4}]})");
     EXPECT_EQ(client->recognise(image).boxes.size(), 1u);
 
-    // Recognised once per cycle and rectangle; a new cycle asks again.
+    // Recognised once per cycle and rectangle; a new cycle asks again. Nothing to read is
+    // not asked for. Boxes come back in frame pixels.
     TextRegionReader reader(client, {});
     const int before = fake.requests;
+    EXPECT_EQ(reader.read(image, QRect(2000, 0, 50, 50), 1), RecognisedText{});
+    EXPECT_EQ(reader.read(cv::Mat(), std::nullopt, 1), RecognisedText{});
     const RecognisedText first = reader.read(image, QRect(10, 0, 20, 20), 7);
     EXPECT_EQ(first.boxes.at(0).rect, QRect(11, 2, 3, 4));
     EXPECT_EQ(reader.read(image, QRect(10, 0, 20, 20), 7), first);
@@ -78,15 +57,13 @@ TEST(OcrClient, GarbageAnswersGiveEmptyResultsAndALogLine) {
     EXPECT_EQ(fake.requests, before + 3);
 
     // Each recognition mode asks for its engine.
-    const std::pair<MatchImageType, const char*> modes[] = {
-        {MatchImageType::Color, "accurate"},
-        {MatchImageType::Threshold, "fast"},
-        {MatchImageType::FilterColor, "accurate"}};
-    for (const auto& [type, engine] : modes) {
-        TextRegionReader modeReader(client, {type, 128, 0xffffff, 0.9f});
-        modeReader.read(image, std::nullopt, 1);
-        EXPECT_EQ(fake.lastEngine(), engine) << int(type);
+    std::string engines;
+    for (const MatchImageType type :
+         {MatchImageType::Color, MatchImageType::Threshold, MatchImageType::FilterColor}) {
+        TextRegionReader(client, {type, 128, 0xffffff, 0.9f}).read(image, std::nullopt, 1);
+        engines += fake.lastEngine() + " ";
     }
+    EXPECT_EQ(engines, "accurate fast accurate ");
 }
 
 // A stop ending a request to a hung service is autoscene-run's test ("hung text service"

@@ -1,6 +1,8 @@
 #include "OcrServiceProcess.h"
 
 #include <QDeadlineTimer>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <stdexcept>
 
@@ -15,6 +17,12 @@ constexpr char kReadyText[] = "listening on 127.0.0.1:";
 
 }  // namespace
 
+ServiceAnswer readServiceAnswer(const std::string& body) {
+    const QJsonObject json = QJsonDocument::fromJson(QByteArray::fromStdString(body)).object();
+    return {json["strRes"].toString().toStdString(), json["engine"].toString().toStdString(),
+            json["error"].toString().toStdString()};
+}
+
 OcrServiceProcess::OcrServiceProcess(const std::string& program, int engineCount,
                                      const std::string& modelFolder, const std::string& errorFile)
     : process_(std::make_unique<QProcess>()) {
@@ -28,22 +36,17 @@ OcrServiceProcess::OcrServiceProcess(const std::string& program, int engineCount
         process_->setStandardErrorFile(QString::fromStdString(errorFile));
     }
     process_->start(QString::fromStdString(program), arguments);
-    if (!process_->waitForStarted()) {
-        throw std::runtime_error("cannot start " + program);
-    }
-    QByteArray output;
     const QDeadlineTimer deadline(kStartTimeoutMs);
-    while (!output.contains('\n')) {
-        if (!process_->waitForReadyRead(int(deadline.remainingTime()))) {
-            stop();
-            throw std::runtime_error("morvane-ocr did not report its port: " +
-                                     output.toStdString());
-        }
-        output += process_->readAllStandardOutput();
+    while (!process_->canReadLine() && process_->waitForReadyRead(int(deadline.remainingTime()))) {
+    }
+    const QByteArray line = process_->readLine();
+    const qsizetype at = line.indexOf(kReadyText);
+    port_ = at < 0 ? 0 : line.mid(at + qsizetype(sizeof kReadyText) - 1).trimmed().toInt();
+    if (port_ == 0) {
+        stop();
+        throw std::runtime_error("cannot start " + program + ": " + line.toStdString());
     }
     process_->closeReadChannel(QProcess::StandardOutput);
-    const qsizetype at = output.indexOf(kReadyText);
-    port_ = at < 0 ? 0 : output.mid(at + qsizetype(sizeof kReadyText) - 1).trimmed().toInt();
 }
 
 OcrServiceProcess::~OcrServiceProcess() {
@@ -61,12 +64,12 @@ std::string OcrServiceProcess::url() const {
     return "http://127.0.0.1:" + std::to_string(port_) + "/ocr_detect";
 }
 
-std::string OcrServiceProcess::detect(std::string_view png, const std::string& engine,
-                                      const std::string& fieldName) const {
+ServiceAnswer OcrServiceProcess::detect(std::string_view png, const std::string& engine,
+                                        const std::string& fieldName) const {
     const http::HttpFilePart file{fieldName, "image.png", "image/png", png};
     const http::HttpFields fields =
         engine.empty() ? http::HttpFields{} : http::HttpFields{{"engine", engine}};
-    return http::httpPostMultipart(url(), {}, file, fields).body;
+    return readServiceAnswer(http::httpPostMultipart(url(), {}, file, fields).body);
 }
 
 }  // namespace autoscene::ocr::testkit

@@ -1,5 +1,6 @@
 #pragma once
-// The real morvane-ocr program run as a child process on a free loopback port.
+// The real morvane-ocr program run as a child process on a free loopback port, and its
+// answers as the tests read them.
 
 #include <memory>
 #include <string>
@@ -8,6 +9,16 @@
 class QProcess;
 
 namespace autoscene::ocr::testkit {
+
+// The whole text (lines joined by '\n'), and the engine that answered or the error it
+// gave; what the body does not hold stays empty.
+struct ServiceAnswer {
+    std::string whole;
+    std::string engine;
+    std::string error;
+};
+
+ServiceAnswer readServiceAnswer(const std::string& body);
 
 class OcrServiceProcess {
 public:
@@ -23,10 +34,10 @@ public:
     int port() const { return port_; }
     std::string url() const;
 
-    // The service's answer to a multipart POST of `png` as the file field `fieldName`,
-    // with the form field "engine" when one is named.
-    std::string detect(std::string_view png, const std::string& engine = {},
-                       const std::string& fieldName = "image") const;
+    // The answer to a multipart POST of `png` as the file field `fieldName`, with the form
+    // field "engine" when one is named.
+    ServiceAnswer detect(std::string_view png, const std::string& engine = {},
+                         const std::string& fieldName = "image") const;
 
 private:
     void stop();

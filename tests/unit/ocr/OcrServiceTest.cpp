@@ -10,57 +10,20 @@
 
 #include "LoopbackPort.h"
 #include "RenderedText.h"
-#include "ServiceAnswer.h"
 #include "SharedOcrService.h"
 #include "http/Http.h"
 #include "system/Process.h"
 
 using namespace autoscene::ocr::testkit;
 
-namespace {
-
-// Connections that send the start of a request and then nothing, held open.
-class SilentClients {
-public:
-    SilentClients(int port, int count) {
-        for (int i = 0; i < count; ++i) {
-            const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-            sockaddr_in address = autoscene::test::loopbackAddress(port);
-            if (::connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) {
-                const std::string start = "POST /ocr_detect HTTP/1.1\r\nHost: 127.0.0.1\r\n";
-                ::send(fd, start.data(), start.size(), 0);
-            }
-            fds_.push_back(fd);
-        }
-    }
-    ~SilentClients() {
-        for (const int fd : fds_) {
-            ::close(fd);
-        }
-    }
-    SilentClients(const SilentClients&) = delete;
-    SilentClients& operator=(const SilentClients&) = delete;
-
-private:
-    std::vector<int> fds_;
-};
-
-ServiceAnswer detect(const std::string& png, const std::string& field = "image") {
-    return readServiceAnswer(sharedOcrService().detect(png, {}, field));
-}
-
-}  // namespace
-
 // Where the boxes lie is read through the client (OcrClientTest, TextItemsTest).
 TEST(OcrService, GivesOneBoxPerLineInReadingOrder) {
-    const ServiceAnswer answer = detect(
-        renderTextPng({640, 260}, {{"开始游戏", {40, 40}, 40}, {"Settings 设置", {300, 150}, 36}}));
-    ASSERT_EQ(answer.lines(), (std::vector<std::string>{"开始游戏", "Settings 设置"}));
-    EXPECT_EQ(answer.text->whole.toStdString(), "开始游戏\nSettings 设置");
-
-    const ServiceAnswer blank = detect(renderTextPng({400, 100}, {}));
-    ASSERT_TRUE(blank.text);
-    EXPECT_EQ(*blank.text, autoscene::text::RecognisedText{});
+    const std::string png =
+        renderTextPng({640, 260}, {{"开始游戏", {40, 40}, 40}, {"Settings 设置", {300, 150}, 36}});
+    EXPECT_EQ(sharedOcrService().detect(png).whole, "开始游戏\nSettings 设置");
+    const ServiceAnswer blank = sharedOcrService().detect(renderTextPng({400, 100}, {}));
+    EXPECT_NE(blank.engine, "");
+    EXPECT_EQ(blank.whole, "");
 }
 
 // Which images decode is OcrUploadTest's; here the server's own refusals and one decoder's.
@@ -68,24 +31,17 @@ TEST(OcrService, RejectsBadUploadsWithJsonErrorsAndKeepsServing) {
     const std::string png = renderTextPng({200, 60}, {{"OK", {10, 10}, 32}});
     std::string tooLarge = png;
     tooLarge.resize(32u * 1024u * 1024u + 1u, '\0');
-    const struct {
-        const char* what;
-        std::string bytes;
-        std::string field;
-    } cases[] = {
-        {"text instead of an image", "hello, this is not a picture", "image"},
-        {"more than 32 MiB", tooLarge, "image"},
-        {"the wrong field name", png, "picture"},
-    };
-    for (const auto& bad : cases) {
-        EXPECT_NE(detect(bad.bytes, bad.field).error, "") << bad.what;
+    const std::pair<std::string, std::string> cases[] = {
+        {"hello, this is not a picture", "image"}, {tooLarge, "image"}, {png, "picture"}};
+    for (const auto& [bytes, field] : cases) {
+        EXPECT_NE(sharedOcrService().detect(bytes, {}, field).error, "") << bytes.size() << field;
     }
     // Not multipart at all.
     const std::string plain =
         autoscene::http::httpPostJson(sharedOcrService().url(), {}, R"({"image": "x"})");
     EXPECT_NE(readServiceAnswer(plain).error, "") << plain;
 
-    EXPECT_EQ(detect(png).lines(), std::vector<std::string>{"OK"});
+    EXPECT_EQ(sharedOcrService().detect(png).whole, "OK");
 }
 
 TEST(OcrService, ServesFourClientsAtOnceEachWithItsOwnText) {
@@ -95,11 +51,12 @@ TEST(OcrService, ServesFourClientsAtOnceEachWithItsOwnText) {
         for (const std::string& text : texts) {
             const std::string png =
                 renderTextPng({400, 100}, {{QString::fromStdString(text), {20, 28}, 36}});
-            answers.push_back(std::async(std::launch::async, [png] { return detect(png); }));
+            answers.push_back(
+                std::async(std::launch::async, [png] { return sharedOcrService().detect(png); }));
         }
     }
     for (std::size_t i = 0; i < answers.size(); ++i) {
-        EXPECT_EQ(answers[i].get().lines(), std::vector<std::string>{texts[i % texts.size()]});
+        EXPECT_EQ(answers[i].get().whole, texts[i % texts.size()]);
     }
 }
 
@@ -121,7 +78,14 @@ TEST(OcrService, ProgramRefusesBadArgumentsAndABusyPort) {
 }
 
 TEST(OcrService, ClientsThatSendHalfARequestHoldNobodyElseBack) {
-    const SilentClients slow(sharedOcrService().port(), 8);
+    std::vector<int> slow;
+    for (int i = 0; i < 8; ++i) {
+        slow.push_back(::socket(AF_INET, SOCK_STREAM, 0));
+        sockaddr_in address = autoscene::test::loopbackAddress(sharedOcrService().port());
+        ASSERT_EQ(::connect(slow.back(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        const std::string start = "POST /ocr_detect HTTP/1.1\r\nHost: 127.0.0.1\r\n";
+        ::send(slow.back(), start.data(), start.size(), 0);
+    }
     const std::string png = renderTextPng({200, 60}, {{"OK", {10, 10}, 32}});
     autoscene::http::HttpLimits limits;
     limits.timeout = std::chrono::seconds(4);  // well below the half-sent requests' patience
@@ -129,5 +93,6 @@ TEST(OcrService, ClientsThatSendHalfARequestHoldNobodyElseBack) {
         sharedOcrService().url(), {}, {"image", "ok.png", "image/png", png}, {{"engine", "fast"}},
         limits);
     EXPECT_EQ(answer.error, "");
-    EXPECT_EQ(readServiceAnswer(answer.body).lines(), std::vector<std::string>{"OK"});
+    EXPECT_EQ(readServiceAnswer(answer.body).whole, "OK");
+    std::for_each(slow.begin(), slow.end(), ::close);
 }

@@ -18,11 +18,9 @@
 #include "text/OcrClient.h"
 
 using namespace autoscene::app;
+using namespace autoscene::ocr::testkit;
+using namespace autoscene::test;
 using namespace autoscene::text;
-using autoscene::ocr::testkit::LogCapture;
-using autoscene::ocr::testkit::renderTextFrame;
-using autoscene::test::unusedLoopbackPort;
-using autoscene::test::writeFile;
 using namespace std::chrono_literals;
 
 namespace {
@@ -37,62 +35,48 @@ void installProgram(const QDir& dir) {
 // after each start).
 bool readsAgain(const OcrClient& client, const cv::Mat& image) {
     const auto deadline = std::chrono::steady_clock::now() + 60s;
-    while (std::chrono::steady_clock::now() < deadline) {
-        const RecognisedText text = client.recognise(image);
-        if (text.boxes.size() == 1 && text.boxes[0].text == QStringLiteral("Start Game")) {
-            return true;
+    while (client.recognise(image).whole != QStringLiteral("Start Game")) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
         }
         std::this_thread::sleep_for(100ms);
     }
-    return false;
+    return true;
 }
 
 }  // namespace
 
-TEST(OcrServiceSettings, PortAndTimeOutsComeFromTheIniFileAndAGivenPortReplacesItsPort) {
+TEST(OcrServiceSettings, PortAndTimeOutsComeFromTheIniFile) {
     QTemporaryDir dir;
     EXPECT_EQ(readOcrPort(dir.filePath(QStringLiteral("absent.ini"))), 8080);
-    const OcrTimeouts d;
-    const struct {
-        const char* content;
-        int port;
-        std::chrono::milliseconds connect;
-        std::chrono::milliseconds request;
-    } cases[] = {
-        {"port=9123\nconnect_timeout_ms=250\nrequest_timeout_ms=4000\n", 9123, 250ms, 4000ms},
-        {"port = 1\nrequest_timeout_ms=1500\n", 1, d.connect, 1500ms},
-        {"port=65535\nconnect_timeout_ms=0\nrequest_timeout_ms=-3\n", 65535, d.connect, d.request},
-        {"port=65536\nconnect_timeout_ms=soon\n", 8080, d.connect, d.request},
-        {"port=0\n", 8080, d.connect, d.request},
-        {"port=-5\n", 8080, d.connect, d.request},
-        {"port=abc\n", 8080, d.connect, d.request},
+    // The file's text, then the port, connect and request time-outs read from it.
+    const std::pair<const char*, std::string> cases[] = {
+        {"port=9123\nconnect_timeout_ms=250\nrequest_timeout_ms=4000\n", "9123 250 4000"},
+        {"port = 1\nrequest_timeout_ms=1500\n", "1 3000 1500"},
+        {"port=65535\nconnect_timeout_ms=0\nrequest_timeout_ms=-3\n", "65535 3000 20000"},
+        {"port=65536\nconnect_timeout_ms=soon\n", "8080 3000 20000"},
+        {"port=0\n", "8080 3000 20000"},
+        {"port=-5\n", "8080 3000 20000"},
+        {"port=abc\n", "8080 3000 20000"},
     };
     // QSettings caches a file by path, size and time; one file per case keeps the reads honest.
     int index = 0;
-    for (const auto& c : cases) {
+    for (const auto& [content, read] : cases) {
         const QString file = dir.filePath(QStringLiteral("ocr%1.ini").arg(index++));
-        writeFile(file, c.content);
-        EXPECT_EQ(readOcrPort(file), c.port) << c.content;
-        const OcrTimeouts read = readOcrTimeouts(file);
-        EXPECT_EQ(read.connect, c.connect) << c.content;
-        EXPECT_EQ(read.request, c.request) << c.content;
+        writeFile(file, content);
+        const OcrTimeouts t = readOcrTimeouts(file);
+        EXPECT_EQ(std::to_string(readOcrPort(file)) + " " + std::to_string(t.connect.count()) +
+                      " " + std::to_string(t.request.count()),
+                  read)
+            << content;
     }
-
-    installProgram(QDir(dir.path()));
-    writeFile(dir.filePath(QStringLiteral("ocr.ini")), "port=9\n");
-    const int port = unusedLoopbackPort();
-    const auto client = std::make_shared<OcrClient>();
-    OcrServiceWatcher watcher(client);
-    ASSERT_TRUE(watcher.start(dir.path(), QString(), port));
-    EXPECT_EQ(client->url(), ocrServiceUrl(port));
 
     // A service that keeps ending is started again ever more slowly.
-    const std::pair<int, std::chrono::milliseconds> delays[] = {
-        {0, 0ms},     {1, 1000ms},  {2, 2000ms},   {3, 4000ms},
-        {6, 32000ms}, {7, 60000ms}, {500, 60000ms}};
-    for (const auto& [quickEnds, delay] : delays) {
-        EXPECT_EQ(restartDelay(quickEnds), delay) << quickEnds;
+    QStringList delays;
+    for (const int quickEnds : {0, 1, 2, 3, 6, 7, 500}) {
+        delays << QString::number(restartDelay(quickEnds).count());
     }
+    EXPECT_EQ(delays.join(' '), "0 1000 2000 4000 32000 60000 60000");
 }
 
 TEST(OcrServiceSettings, ProgramIsLookedForBesideTheProgramThenInTheWorkingDirectory) {
@@ -147,13 +131,16 @@ TEST(OcrServiceWatcher, StartsAFoundProgramAndBringsItBackAfterAKillButNotAfterS
     EXPECT_EQ(client->recognise(image), RecognisedText{});
     EXPECT_GE(log.count(QStringLiteral("curl_easy_perform() failed")), 1);
 
-    // Another window's watcher on the port uses the service running there, and starts its
-    // own once that one is gone.
+    // Another window's watcher on the port (given, it replaces its ini file's) uses the
+    // service running there, and starts its own once that one is gone.
     ASSERT_TRUE(watcher.start(dir.path(), QString()));
     ASSERT_TRUE(readsAgain(*client, image));
+    const QTemporaryDir otherDir;
+    installProgram(QDir(otherDir.path()));
+    writeFile(otherDir.filePath(QStringLiteral("ocr.ini")), "port=9\n");
     const auto otherClient = std::make_shared<OcrClient>();
     OcrServiceWatcher other(otherClient);
-    ASSERT_TRUE(other.start(dir.path(), QString()));
+    ASSERT_TRUE(other.start(otherDir.path(), QString(), port));
     EXPECT_TRUE(readsAgain(*otherClient, image));
     EXPECT_EQ(other.processId(), 0u);
     watcher.stop();

@@ -4,15 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <QJsonArray>
-#include <QTemporaryDir>
+#include <QJsonDocument>
 
 #include "InProcessTarget.h"
-#include "LogCapture.h"
-#include "LoopbackPort.h"
 #include "ManualClock.h"
 #include "RenderedText.h"
 #include "SharedOcrService.h"
-#include "TestFiles.h"
 #include "actions/RuntimeItems.h"
 #include "engine/ItemGroup.h"
 #include "engine/MVVariable.h"
@@ -26,26 +23,24 @@
 #include "text/OcrClient.h"
 
 using namespace autoscene::engine;
+using namespace autoscene::ocr::testkit;
+using namespace autoscene::test;
 using namespace autoscene::text;
-using autoscene::ocr::testkit::LogCapture;
-using autoscene::ocr::testkit::renderTextFrame;
-using autoscene::ocr::testkit::sharedOcrService;
-using autoscene::ocr::testkit::TextLabel;
+using autoscene::model::parseRectText;
 using autoscene::platform::MouseOp;
-using autoscene::test::InProcessTarget;
-using autoscene::test::ManualClock;
-using autoscene::test::RecordedInput;
-using autoscene::test::unusedLoopbackPort;
 using namespace std::chrono_literals;
 
 namespace {
 
-// What the run view would show of the event that fired.
-class FiredEvents : public IMVSceneEvent {
-public:
+const std::vector<TextLabel> kScreen = {
+    {"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}, {"12850", {40, 240}, 40}};
+
+// Keeps what the run view would show of the events that fire.
+class TextItems : public testing::Test, public IMVSceneEvent {
+protected:
     void actionsDone(const Scene&, const RuntimeEvent& event) override {
         const std::lock_guard lock(mutex_);
-        names.push_back(event.name);
+        fired.push_back(event.name);
         if (event.conditions) {
             conditions.push_back(event.conditions->describe(std::this_thread::get_id()));
         }
@@ -54,107 +49,70 @@ public:
         }
     }
 
-    std::mutex mutex_;
-    QStringList names;
-    std::vector<QJsonObject> conditions;
-    std::vector<QJsonObject> actions;
-};
-
-class TextItems : public testing::Test {
-protected:
-    // Runs the task on `frame` until it stops itself; the click offset crop is
-    // `deviationId` (0: none). Event "read": when the top band holds the text of variable 12
-    // (contains), click "Start Game" there, store the text of the bottom crop into variable
-    // 11 and stop. Event "give up" stops the run when the first did not fire.
-    void run(const cv::Mat& frame, const std::string& url, int deviationId = 0) {
-        QByteArray task = autoscene::test::readFile(
-            QStringLiteral(AUTOSCENE_FIXTURES "/tasks/text-items/script.json"));
-        task.replace("\"deviation_id\": 0", "\"deviation_id\": " + QByteArray::number(deviationId));
-        autoscene::test::writeFile(dir.filePath("script.json"), task);
-        ASSERT_TRUE(document.openFolder(dir.path()).ok);
-
-        const auto client = std::make_shared<OcrClient>(url);
+    // Runs tasks/text-items on the labels, read by the shared service, until it stops itself. Event
+    // "read": when the top band holds the text of variable 12 (contains), click "Start Game" there,
+    // click again with offset crop 14, store the text of the bottom crop into variable 11 ("coins")
+    // and stop. Event "give up" stops the run when the first did not fire.
+    void run(const std::vector<TextLabel>& labels) {
+        ASSERT_TRUE(document.openFolder(QStringLiteral(AUTOSCENE_FIXTURES "/tasks/text-items")).ok);
         RuntimeFactory factory;
-        autoscene::actions::registerAllRuntimeItems(factory, client);
-        target.setFrames({frame});
+        autoscene::actions::registerAllRuntimeItems(
+            factory, std::make_shared<OcrClient>(sharedOcrService().url()));
+        target.setFrames({renderTextFrame({640, 360}, labels)});
         runner = std::make_unique<TaskRunner>(document, factory, target,
                                               std::make_shared<ManualClock>());
         runner->setLoopIntervalMs(0);
-        runner->setSceneObserver(&fired);
+        runner->setSceneObserver(this);
         ASSERT_TRUE(runner->start({{TargetKind::Desktop}}));
         ASSERT_TRUE(runner->waitUntilIdle(60s));
     }
 
-    QString variable(int id) { return runner->definitions().find(id)->value(); }
-
-    QTemporaryDir dir;
     autoscene::model::TaskDocument document;
     InProcessTarget target;
-    FiredEvents fired;
     std::unique_ptr<TaskRunner> runner;
+    std::mutex mutex_;
+    QStringList fired;
+    std::vector<QJsonObject> conditions;
+    std::vector<QJsonObject> actions;
 };
 
-const std::vector<TextLabel> kScreen = {
-    {"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}, {"12850", {40, 240}, 40}};
-
 TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
-    run(renderTextFrame({640, 360}, kScreen), sharedOcrService().url());
-    ASSERT_EQ(fired.names, QStringList{QStringLiteral("read")});
-
-    const QJsonArray group = fired.conditions.at(0)["item_state"].toArray();
-    const QJsonObject condition = group.at(0).toObject();
-    EXPECT_EQ(condition["type"].toString(), "text");
+    run(kScreen);
+    ASSERT_EQ(fired, QStringList{QStringLiteral("read")});
+    const QJsonValue condition = conditions.at(0)["item_state"][0];
     EXPECT_EQ(condition["item_state"].toInt(), 1);
-    const QJsonArray textRects = condition["text_rects"].toArray();
-    ASSERT_EQ(textRects.size(), 1);
-    EXPECT_EQ(textRects[0].toObject()["text"].toString(), QStringLiteral("开始游戏"));
-    EXPECT_NEAR(textRects[0].toObject()["x"].toInt(), 30, 8);
+    EXPECT_EQ(condition["text_rects"].toArray().size(), 1);
+    EXPECT_EQ(condition["text_rects"][0]["text"].toString(), QStringLiteral("开始游戏"));
+    EXPECT_NEAR(condition["text_rects"][0]["x"].toInt(), 30, 8);
 
     const std::vector<RecordedInput> inputs = target.inputs();
-    ASSERT_EQ(inputs.size(), 1u);
+    ASSERT_EQ(inputs.size(), 2u);
     EXPECT_EQ(inputs[0].code, int(MouseOp::LeftClick));
     // "Start Game" drawn 36 px high from (330, 44): about 170 x 30 pixels of ink.
     EXPECT_TRUE(QRect(325, 44, 185, 40).contains(inputs[0].point.x, inputs[0].point.y))
         << inputs[0].point.x << "," << inputs[0].point.y;
-
-    const QJsonObject click = fired.actions.at(0);
+    const QJsonObject click = actions.at(0);
     EXPECT_TRUE(click["clicked"].toBool());
     EXPECT_FALSE(click["is_deviation"].toBool());
     EXPECT_EQ(click["text"].toString(), "Start Game");
     EXPECT_EQ(click["results"].toArray().size(), 1);
+    // The offset crop 2,3,4,5 is placed at the corner of the text found.
+    const QRect found = parseRectText(click["rect"].toString());
+    const QRect area = parseRectText(actions.at(1)["rect"].toString());
+    EXPECT_TRUE(actions.at(1)["is_deviation"].toBool());
+    EXPECT_EQ(area, QRect(found.topLeft() + QPoint(2, 3), QSize(4, 5)));
+    EXPECT_TRUE(area.adjusted(0, 0, 1, 1).contains(inputs[1].point.x, inputs[1].point.y));
 
-    EXPECT_EQ(variable(11), "12850");
-    const QJsonObject value = fired.actions.at(1);
-    EXPECT_EQ(value["variable_name"].toString(), "coins");
-    EXPECT_EQ(value["value"].toString(), "12850");
-    EXPECT_TRUE(value["changed"].toBool());
+    EXPECT_EQ(runner->definitions().find(11)->value(), "12850");
+    EXPECT_EQ(QJsonDocument(actions.at(2)).toJson(QJsonDocument::Compact),
+              R"({"changed":true,"type":4,"value":"12850","variable_name":"coins"})");
 }
 
-TEST_F(TextItems, ClickOffsetIsPlacedAtTheTextFound) {
-    run(renderTextFrame({640, 360}, kScreen), sharedOcrService().url(), 14);
-    const std::vector<RecordedInput> inputs = target.inputs();
-    ASSERT_EQ(inputs.size(), 1u);
-    const QJsonObject click = fired.actions.at(0);
-    EXPECT_TRUE(click["is_deviation"].toBool());
-    // The offset crop 2,3,4,5 moved to the box's corner.
-    const QRect area = autoscene::model::parseRectText(click["rect"].toString());
-    EXPECT_EQ(area.size(), QSize(4, 5));
-    EXPECT_NEAR(area.x(), 332, 8);
-    EXPECT_TRUE(area.adjusted(0, 0, 1, 1).contains(inputs[0].point.x, inputs[0].point.y));
-}
-
-TEST_F(TextItems, AbsentTextOrAMissingServiceFiresNothing) {
-    run(renderTextFrame({640, 360}, {{"退出", {30, 40}, 40}, {"Start Game", {330, 44}, 36}}),
-        sharedOcrService().url());
-    EXPECT_EQ(fired.names, QStringList{QStringLiteral("give up")});
+TEST_F(TextItems, AbsentTextFiresNothing) {
+    run({{"退出", {30, 40}, 40}, {"Start Game", {330, 44}, 36}});
+    EXPECT_EQ(fired, QStringList{QStringLiteral("give up")});
     EXPECT_TRUE(target.inputs().empty());
-    EXPECT_EQ(variable(11), "none");
-
-    const LogCapture log;
-    run(renderTextFrame({640, 360}, kScreen), ocrServiceUrl(unusedLoopbackPort()));
-    EXPECT_EQ(fired.names.back(), "give up");
-    EXPECT_TRUE(target.inputs().empty());
-    EXPECT_GE(log.count(QStringLiteral("curl_easy_perform() failed")), 1);
+    EXPECT_EQ(runner->definitions().find(11)->value(), "none");
 }
 
 }  // namespace

@@ -16,52 +16,37 @@ using namespace autoscene::text;
 using namespace autoscene::conditions;
 using autoscene::model::TextCompare;
 
-TEST(RecognisedText, ReadsWholeTextAndBoxesWithTheirCorners) {
-    const auto text = parseRecognisedText(
-        R"({"strRes": "开始游戏\nOK", "boxes": [{"text": "开始游戏", "x": 10, "y": 20,
-            "width": 30, "height": 5}, {"text": "OK", "x": 0, "y": 0, "width": 0, "height": 0}]})");
-    ASSERT_TRUE(text);
-    EXPECT_EQ(text->whole, QStringLiteral("开始游戏\nOK"));
-    ASSERT_EQ(text->boxes.size(), 2u);
-    EXPECT_EQ(text->boxes[0].text, QStringLiteral("开始游戏"));
-    const std::array<QPoint, 4> expected{QPoint(10, 20), QPoint(40, 20), QPoint(40, 25),
-                                         QPoint(10, 25)};
-    EXPECT_EQ(text->boxes[0].corners(), expected);
-    EXPECT_EQ(text->boxes[1].corners()[2], QPoint(0, 0));
-
-    const auto noBoxes = parseRecognisedText(R"({"strRes": "faint", "boxes": []})");
-    ASSERT_TRUE(noBoxes);
-    EXPECT_EQ(noBoxes->whole, QStringLiteral("faint"));
-    EXPECT_TRUE(noBoxes->boxes.empty());
-}
-
-TEST(RecognisedText, RefusesAnswersOfAnotherShapeAndSkipsBadBoxes) {
+TEST(RecognisedText, ReadsTheWholeTextAndGoodBoxesAndRefusesAnswersOfAnotherShape) {
+    const std::pair<const char*, std::optional<RecognisedText>> cases[] = {
+        {R"({"strRes": "开始游戏\nOK", "boxes": [{"text": "开始游戏", "x": 10, "y": 20,
+            "width": 30, "height": 5}, {"text": "OK", "x": 0, "y": 0, "width": 0, "height": 0}]})",
+         RecognisedText{"开始游戏\nOK", {{"开始游戏", QRect(10, 20, 30, 5)}, {"OK", QRect()}}}},
+        {R"({"strRes": "faint", "boxes": []})", RecognisedText{"faint", {}}},
+        {R"({"strRes": "x", "boxes": [7, {"text": 5, "x": 0, "y": 0, "width": 1, "height": 1},
+            {"text": "no y", "x": 0, "width": 1, "height": 1},
+            {"text": "float", "x": 0.5, "y": 0, "width": 1, "height": 1},
+            {"text": "negative", "x": 0, "y": 0, "width": -4, "height": 1},
+            {"text": "huge", "x": 2147483647, "y": 0, "width": 1, "height": 1},
+            {"text": "kept", "x": -3, "y": 4, "width": 5, "height": 6}]})",
+         RecognisedText{"x", {{"kept", QRect(-3, 4, 5, 6)}}}},
+    };
+    for (const auto& [body, expected] : cases) {
+        EXPECT_EQ(parseRecognisedText(body), expected) << body;
+    }
     for (const char* body :
          {"", "garbage", "[]", "null", R"({"strRes": "a"})", R"({"boxes": []})",
           R"({"strRes": 1, "boxes": []})", R"({"strRes": "a", "boxes": {}})",
           R"({"strRes": "a", "boxes": [)", R"({"error": "the upload is not a PNG image"})"}) {
         EXPECT_FALSE(parseRecognisedText(body)) << body;
     }
-    const auto text = parseRecognisedText(R"({"strRes": "x", "boxes": [
-        7, {"text": 5, "x": 0, "y": 0, "width": 1, "height": 1},
-        {"text": "no y", "x": 0, "width": 1, "height": 1},
-        {"text": "float", "x": 0.5, "y": 0, "width": 1, "height": 1},
-        {"text": "negative", "x": 0, "y": 0, "width": -4, "height": 1},
-        {"text": "huge", "x": 2147483647, "y": 0, "width": 1, "height": 1},
-        {"text": "kept", "x": -3, "y": 4, "width": 5, "height": 6}]})");
-    ASSERT_TRUE(text);
-    ASSERT_EQ(text->boxes.size(), 1u);
-    EXPECT_EQ(text->boxes[0].text, QStringLiteral("kept"));
-    EXPECT_EQ(text->boxes[0].rect, QRect(-3, 4, 5, 6));
+    const std::array<QPoint, 4> corners{QPoint(10, 20), QPoint(40, 20), QPoint(40, 25),
+                                        QPoint(10, 25)};
+    EXPECT_EQ((TextBox{"", QRect(10, 20, 30, 5)}.corners()), corners);
 }
 
 TEST(TextMatcher, ComparesAsEachOperatorSays) {
-    const struct {
-        TextCompare compare;
-        const char* wanted;
-        const char* recognised;
-        bool holds;
-    } cases[] = {
+    // Operator, wanted text, recognised text, whether the comparison holds.
+    const std::tuple<TextCompare, const char*, const char*, bool> cases[] = {
         {TextCompare::Equal, "", "", true},
         {TextCompare::Equal, "Start", "Start", true},
         {TextCompare::Equal, "Start", "start", false},
@@ -80,10 +65,9 @@ TEST(TextMatcher, ComparesAsEachOperatorSays) {
         {TextCompare(0), "a", "a", false},
         {TextCompare(7), "a", "a", false},
     };
-    for (const auto& c : cases) {
-        const TextMatcher matcher(c.compare, QString::fromUtf8(c.wanted));
-        EXPECT_EQ(matcher.matches(QString::fromUtf8(c.recognised)), c.holds)
-            << int(c.compare) << " '" << c.wanted << "' '" << c.recognised << "'";
+    for (const auto& [compare, wanted, recognised, holds] : cases) {
+        EXPECT_EQ(TextMatcher(compare, QString::fromUtf8(wanted)).matches(recognised), holds)
+            << int(compare) << " '" << wanted << "' '" << recognised << "'";
     }
 }
 
@@ -109,22 +93,18 @@ TEST(TextPreparation, ReadsTheRecordsFieldsAndPreparesTheRegion) {
     cv::Mat region(4, 6, CV_8UC3, cv::Scalar(80, 10, 10));
     region(cv::Rect(1, 1, 3, 2)).setTo(cv::Scalar(0, 128, 255));
     region.at<cv::Vec3b>(3, 5) = cv::Vec3b(200, 200, 200);
-
-    const cv::Mat colour = prepareTextRegion(region, {MatchImageType::Color, 128, 0, 0.9f});
-    EXPECT_EQ(colour.type(), CV_8UC3);
-    EXPECT_EQ(cv::norm(colour, region, cv::NORM_INF), 0.0);
-
-    const cv::Mat threshold = prepareTextRegion(region, {MatchImageType::Threshold, 128, 0, 0.9f});
-    ASSERT_EQ(threshold.type(), CV_8UC1);
-    EXPECT_EQ(threshold.at<uchar>(3, 5), 255);
-    EXPECT_EQ(threshold.at<uchar>(1, 1), 255);  // orange is grey 151
-    EXPECT_EQ(threshold.at<uchar>(0, 0), 0);
-    EXPECT_EQ(cv::countNonZero(threshold), 7);
-
-    const cv::Mat filtered =
-        prepareTextRegion(region, {MatchImageType::FilterColor, 128, 0xff8000, 0.9f});
-    ASSERT_EQ(filtered.type(), CV_8UC1);
-    EXPECT_EQ(filtered.at<uchar>(1, 1), 0);  // the colour becomes dark text
-    EXPECT_EQ(filtered.at<uchar>(0, 0), 255);
-    EXPECT_EQ(cv::countNonZero(filtered), 24 - 6);
+    cv::Mat strokes(4, 6, CV_8UC1, cv::Scalar(0));
+    strokes(cv::Rect(1, 1, 3, 2)).setTo(255);
+    cv::Mat bright = strokes.clone();  // orange is grey 151, over the threshold with the grey
+    bright.at<uchar>(3, 5) = 255;
+    const std::pair<TextPreparation, cv::Mat> cases[] = {
+        {{MatchImageType::Color, 128, 0, 0.9f}, region},
+        {{MatchImageType::Threshold, 128, 0, 0.9f}, bright},
+        {{MatchImageType::FilterColor, 128, 0xff8000, 0.9f}, 255 - strokes},  // dark text
+    };
+    for (const auto& [preparation, expected] : cases) {
+        const cv::Mat prepared = prepareTextRegion(region, preparation);
+        ASSERT_EQ(prepared.type(), expected.type()) << int(preparation.imageType);
+        EXPECT_EQ(cv::norm(prepared, expected, cv::NORM_INF), 0.0) << int(preparation.imageType);
+    }
 }

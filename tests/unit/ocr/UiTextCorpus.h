@@ -13,15 +13,12 @@ struct CorpusSample {
     std::string name;                // what it shows, for failure messages
     std::string png;                 // the region as PNG bytes
     std::vector<std::string> lines;  // the text, line by line, top to bottom
+    std::string text;                // the lines joined by '\n'
 };
 
 std::vector<CorpusSample> uiTextCorpus();
 
 // A 1280x720 game-like frame holding many labels; `lines` lists them all, unordered.
 CorpusSample uiTextFrame();
-
-// Whether `recognised` reads `expected` exactly, spaces aside and full-width ASCII
-// forms taken as their ASCII letters (both are legitimate readings of UI text).
-bool readsExactly(const std::string& recognised, const std::string& expected);
 
 }  // namespace autoscene::ocr::testkit
