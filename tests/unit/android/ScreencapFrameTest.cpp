@@ -18,9 +18,9 @@ void putU32(std::string& out, std::uint32_t value) {
 std::string header(std::uint32_t width, std::uint32_t height, std::uint32_t format,
                    bool colourSpace) {
     std::string out;
-    putU32(out, width);
-    putU32(out, height);
-    putU32(out, format);
+    for (const std::uint32_t value : {width, height, format}) {
+        putU32(out, value);
+    }
     if (colourSpace) {
         putU32(out, 1);
     }
@@ -49,10 +49,9 @@ TEST(ScreencapFrame, EveryPixelFormatOfBothHeaderSizesBecomesBgra) {
         const std::uint32_t width = std::uint32_t(c.bgra.size() / 4);
         const DecodedFrame decoded =
             decodeScreencap(header(width, 1, c.format, c.colourSpace) + c.pixels);
-        ASSERT_FALSE(decoded.frame.empty()) << decoded.error;
-        EXPECT_EQ(decoded.frame.width, int(width));
-        EXPECT_EQ(decoded.frame.height, 1);
-        EXPECT_EQ(decoded.frame.stride, int(width) * 4);
+        EXPECT_EQ(std::tuple(decoded.frame.width, decoded.frame.height, decoded.frame.stride),
+                  std::tuple(int(width), 1, int(width) * 4))
+            << decoded.error;
         EXPECT_EQ(decoded.frame.pixels, c.bgra) << "format " << c.format;
     }
 }

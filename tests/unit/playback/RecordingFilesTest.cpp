@@ -9,6 +9,7 @@
 #include <ctime>
 
 #include "LogCapture.h"
+#include "TestFiles.h"
 #include "playback/RecordingPruning.h"
 #include "playback/RecordingWriter.h"
 
@@ -22,12 +23,9 @@ void makeRecordings(const QDir& root, int count, qint64 bytes) {
     for (int i = 0; i < count; ++i) {
         const QString folder = root.filePath(QStringLiteral("r%1").arg(i));
         QDir().mkpath(folder);
-        QFile lines(folder + "/cycles.jsonl");
-        ASSERT_TRUE(lines.open(QIODevice::WriteOnly));
-        lines.write(QByteArray(bytes, 'x'));
-        lines.close();
+        autoscene::test::writeFile(folder + "/cycles.jsonl", QByteArray(bytes, 'x'));
         const utimbuf times{std::time(nullptr) - 1000 + i, std::time(nullptr) - 1000 + i};
-        ::utime(lines.fileName().toLocal8Bit().constData(), &times);
+        ::utime((folder + "/cycles.jsonl").toLocal8Bit().constData(), &times);
     }
     QDir().mkpath(root.filePath("notes"));
 }
