@@ -102,10 +102,9 @@ TEST_F(InputActions, TapRepeatsEveryPointWithItsPausesAndRandomPress) {
     EXPECT_EQ(result(*tap)["points"].toArray().size(), 4);
 
     // No click count taps once; no places, nothing.
-    auto once = build(R"({"type": 1, "variable_id": 1, "button": 2, "press_time": 0.2,
-        "click_times": 0})",
-                      {"5,5,0,0"});
-    once->run(info);
+    build(R"({"type": 1, "variable_id": 1, "button": 2, "press_time": 0.2, "click_times": 0})",
+          {"5,5,0,0"})
+        ->run(info);
     build(R"({"type": 1, "variable_id": 1, "button": 1})", {""})->run(info);
     ASSERT_EQ(target.inputs().size(), 5u);
     EXPECT_EQ(target.inputs()[4].code, int(MouseOp::RightClick));
