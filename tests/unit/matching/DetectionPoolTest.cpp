@@ -39,7 +39,8 @@ TEST(DetectionPool, EveryJobRunsOnceUnderItsCallersKey) {
         auto caller = [&pool, helpers] {
             std::vector<std::atomic<int>> runs(kJobs);
             std::mutex mutex;
-            std::set<std::thread::id> keys, threads;
+            std::set<std::thread::id> keys;
+            std::set<std::thread::id> threads;
             pool.run(kJobs, [&](size_t i) {
                 ++runs[i];
                 std::lock_guard lock(mutex);

@@ -26,7 +26,9 @@ TEST(TemplateImageTest, AlphaGreyAndSixteenBitTemplatesMatchLikeTheirThreeChanne
     const cv::Rect cut(40, 20, 24, 18);
     const cv::Mat piece = frame(cut).clone();
 
-    cv::Mat withAlpha, deep, greyDeep;
+    cv::Mat withAlpha;
+    cv::Mat deep;
+    cv::Mat greyDeep;
     cv::cvtColor(piece, withAlpha, cv::COLOR_BGR2BGRA);
     piece.convertTo(deep, CV_16U, 257.0);
     grey(cut).convertTo(greyDeep, CV_16U, 257.0);

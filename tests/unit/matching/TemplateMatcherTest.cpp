@@ -118,7 +118,9 @@ TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplateAndRefusesThe
     const cv::Rect cut(88, 28, 26, 28);
     const cv::Mat piece = frame(cut).clone();
 
-    cv::Mat grey, hls, mask;
+    cv::Mat grey;
+    cv::Mat hls;
+    cv::Mat mask;
     cv::cvtColor(piece, grey, cv::COLOR_BGR2GRAY);
     cv::threshold(grey, grey, 90, 255, cv::THRESH_BINARY);
     cv::cvtColor(piece, hls, cv::COLOR_BGR2HLS);
