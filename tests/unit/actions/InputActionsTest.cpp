@@ -213,11 +213,8 @@ TEST_F(InputActions, TextComesFromItsVariableAndTheResultNamesWhatCannotBeTyped)
 }
 
 TEST_F(InputActions, InputTheTargetDidNotTakeIsInTheResult) {
-    struct Case {
-        const char* action;
-        QStringList places;
-    };
-    const Case cases[] = {
+    // {action, places}
+    const std::pair<const char*, QStringList> cases[] = {
         {R"({"type": 1, "variable_id": 1, "button": 1})", {"10,20,0,0"}},
         {R"({"type": 7, "var_list": [1, 2], "slide_time": 100})", {"0,0,0,0", "40,0,0,0"}},
         {R"({"type": 11, "key": 65, "event_type": 0})", {}},
@@ -225,17 +222,17 @@ TEST_F(InputActions, InputTheTargetDidNotTakeIsInTheResult) {
         {R"({"type": 6, "text": "hello"})", {}},
         {R"({"type": 17, "button": 1})", {}},
     };
-    for (const Case& c : cases) {
-        auto accepted = build(c.action, c.places);
+    for (const auto& [action, places] : cases) {
+        auto accepted = build(action, places);
         target.refuseInput({});
         accepted->run(info);
-        EXPECT_FALSE(result(*accepted).contains("err")) << c.action;
+        EXPECT_FALSE(result(*accepted).contains("err")) << action;
 
-        auto refused = build(c.action, c.places);
+        auto refused = build(action, places);
         target.refuseInput("touch: error: device offline");
         refused->run(info);
-        EXPECT_EQ(result(*refused)["err"].toString(), "touch: error: device offline") << c.action;
-        EXPECT_EQ(target.takeInputError(info), QString()) << "read once: " << c.action;
+        EXPECT_EQ(result(*refused)["err"].toString(), "touch: error: device offline") << action;
+        EXPECT_EQ(target.takeInputError(info), QString()) << "read once: " << action;
     }
 }
 

@@ -27,12 +27,8 @@ TEST(AdbOutput, DeviceListKeepsEveryStateAndSkipsDaemonChatter) {
 }
 
 TEST(AdbOutput, CheckedIntegersNameTheirFailure) {
-    struct Case {
-        const char* text;
-        std::optional<int> value;
-        const char* error;
-    };
-    const Case cases[] = {
+    // {text, value, error}
+    const std::tuple<const char*, std::optional<int>, const char*> cases[] = {
         {"1080", 1080, ""},
         {" 42 ", 42, ""},
         {"-7", -7, ""},
@@ -42,10 +38,10 @@ TEST(AdbOutput, CheckedIntegersNameTheirFailure) {
         {"2147483648", std::nullopt, kOutOfIntRange},
         {"99999999999999999999999", std::nullopt, kOutOfIntRange},
     };
-    for (const Case& c : cases) {
+    for (const auto& [text, value, expectedError] : cases) {
         std::string error;
-        EXPECT_EQ(toCheckedInt(c.text, error), c.value) << c.text;
-        EXPECT_EQ(error, c.error) << c.text;
+        EXPECT_EQ(toCheckedInt(text, error), value) << text;
+        EXPECT_EQ(error, expectedError) << text;
     }
 }
 

@@ -57,12 +57,8 @@ TEST(ScreencapFrame, EveryPixelFormatOfBothHeaderSizesBecomesBgra) {
 }
 
 TEST(ScreencapFrame, ImpossibleFramesYieldNoFrameAndAReason) {
-    struct Case {
-        const char* name;
-        std::string bytes;
-        bool unknownFormat;
-    };
-    const Case cases[] = {
+    // {name, bytes, unknown format}
+    const std::tuple<const char*, std::string, bool> cases[] = {
         {"empty", "", false},
         {"short header", std::string(11, '\0'), false},
         {"zero width", header(0, 10, 1, true), false},
@@ -73,11 +69,10 @@ TEST(ScreencapFrame, ImpossibleFramesYieldNoFrameAndAReason) {
         {"adb error text", "error: device offline\n", false},
         {"unknown format", header(1, 1, 9, true) + std::string(4, '\0'), true},
     };
-    for (const Case& c : cases) {
-        const DecodedFrame decoded = decodeScreencap(c.bytes);
-        EXPECT_TRUE(decoded.frame.empty()) << c.name;
-        EXPECT_FALSE(decoded.error.empty()) << c.name;
-        EXPECT_EQ(decoded.unknownFormat, c.unknownFormat) << c.name;
+    for (const auto& [name, bytes, unknownFormat] : cases) {
+        const DecodedFrame decoded = decodeScreencap(bytes);
+        EXPECT_TRUE(decoded.frame.empty() && !decoded.error.empty()) << name;
+        EXPECT_EQ(decoded.unknownFormat, unknownFormat) << name;
     }
 }
 

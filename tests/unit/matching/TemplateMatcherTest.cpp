@@ -55,17 +55,12 @@ protected:
 };
 
 TEST_F(TemplateMatcherTest, ScoreIsRoundedToTwoDecimalsBeforeTheThreshold) {
-    struct Case {
-        int noise;
-        float expectedScore;
-        bool found;
-    };
     // 50 / sqrt(50² + 38²) = 0.796 and 50 / sqrt(50² + 39²) = 0.788.
-    for (const Case c : {Case{38, 0.80f, true}, Case{39, 0.79f, false}}) {
+    for (const auto& [noise, score, found] : {std::tuple{38, 0.80f, true}, {39, 0.79f, false}}) {
         TemplateMatcher m = matcher(write(stripes(8, 0)));
-        m.matchDefault(stripes(8, c.noise), 1);
-        EXPECT_FLOAT_EQ(m.bestResult().score, c.expectedScore) << c.noise;
-        EXPECT_EQ(m.record().found, c.found) << c.noise;
+        m.matchDefault(stripes(8, noise), 1);
+        EXPECT_FLOAT_EQ(m.bestResult().score, score) << noise;
+        EXPECT_EQ(m.record().found, found) << noise;
     }
 }
 

@@ -115,20 +115,19 @@ TEST_F(ActionPlugin, ParametersGoInNameOrderThenChoicesWithVariablesByValue) {
 }
 
 TEST_F(ActionPlugin, ResultsAreCheckedBeforeUse) {
-    struct Case {
-        const char* function;
-        const char* expected;  // variable 2 afterwards
-        const char* error;     // part of the error text
-    };
-    for (const Case& c : {Case{"nothing", "keep", ""}, Case{"holes", "good", "2 result nodes"},
-                          Case{"long_chain", "9999", ""}, Case{"circular", "third", "circular"},
-                          Case{"missing_export", "keep", "插件方法未找到:missing_export"}}) {
-        open(pluginAction(c.function, description, "[]",
+    // {function, variable 2 afterwards, part of the error text}
+    for (const auto& [function, expected, error] :
+         {std::tuple{"nothing", "keep", ""},
+          {"holes", "good", "2 result nodes"},
+          {"long_chain", "9999", ""},
+          {"circular", "third", "circular"},
+          {"missing_export", "keep", "插件方法未找到:missing_export"}}) {
+        open(pluginAction(function, description, "[]",
                           R"([{"action_result": "out", "action_varvalue": 2}])"));
         const QJsonObject result = runFirst();
-        EXPECT_EQ(variable(2), c.expected) << c.function;
-        EXPECT_TRUE(result["error"].toString().contains(QString::fromUtf8(c.error)))
-            << c.function << " " << result["error"].toString().toStdString();
+        EXPECT_EQ(variable(2), expected) << function;
+        EXPECT_TRUE(result["error"].toString().contains(QString::fromUtf8(error)))
+            << function << " " << result["error"].toString().toStdString();
     }
 }
 
