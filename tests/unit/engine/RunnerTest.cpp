@@ -187,22 +187,19 @@ TEST_F(Runner, TimeLimitEndsTheRunWithCodeOne) {
 }
 
 TEST_F(Runner, TheTimeLimitAndAStopEndARunInTheMiddleOfALongPause) {
-    const struct {
-        const char* name;
-        int loopIntervalMs;
-        QString actions;
-    } pauses[] = {
+    // {what pauses, loop interval ms, the event's action}
+    const std::tuple<const char*, int, const char*> pauses[] = {
         {"loop interval", 60000, R"({"type": 1, "variable_id": 1})"},
         {"delay action", 0, R"({"type": 14, "min": 60, "max": 60})"},
         {"action wait", 0, R"({"type": 1, "variable_id": 1, "postpone": 60})"},
     };
-    for (const auto& pause : pauses) {
+    for (const auto& [name, loopIntervalMs, action] : pauses) {
         for (const bool byStop : {false, true}) {
-            SCOPED_TRACE(std::string(pause.name) + (byStop ? ", stopped" : ", time limit"));
+            SCOPED_TRACE(std::string(name) + (byStop ? ", stopped" : ", time limit"));
             open(QStringLiteral(R"({"var_list": [{"type": 1, "id": 1, "value": "0"}], "scene_list":
                 [{"name": "s", "event_list": [{"name": "e", "action_list": [%1]}]}]})")
-                     .arg(pause.actions));
-            runner->setLoopIntervalMs(pause.loopIntervalMs);
+                     .arg(action));
+            runner->setLoopIntervalMs(loopIntervalMs);
             runner->setRunTimeLimitSeconds(byStop ? -1 : 1);
             ASSERT_TRUE(runner->start({{TargetKind::Desktop}}));
             if (byStop) {

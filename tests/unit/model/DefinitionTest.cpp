@@ -15,27 +15,25 @@ namespace {
 
 // Timers, alarms and randoms take an id from the counter before their own replaces it.
 TEST(DefinitionIds, ReadingRaisesTheCounterToTheHighestIdAcrossTasks) {
-    const struct {
-        DefinitionType type;
-        int nextId;
-    } cases[] = {{DefinitionType::Variable, 18},
-                 {DefinitionType::Crop, 18},
-                 {DefinitionType::Timer, 19},
-                 {DefinitionType::Alarm, 19},
-                 {DefinitionType::Random, 19}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(int(c.type));
+    // {type, the next id given}
+    const std::pair<DefinitionType, int> cases[] = {{DefinitionType::Variable, 18},
+                                                    {DefinitionType::Crop, 18},
+                                                    {DefinitionType::Timer, 19},
+                                                    {DefinitionType::Alarm, 19},
+                                                    {DefinitionType::Random, 19}};
+    for (const auto& [type, nextId] : cases) {
+        SCOPED_TRACE(int(type));
         definition_ids::reset();
         TaskDocument first;
         openOrFail(first, QStringLiteral(R"({"var_list": [{"type": %1, "id": 3},
             {"type": %1, "id": 17}, {"type": %1, "id": 5}]})")
-                              .arg(int(c.type))
+                              .arg(int(type))
                               .toUtf8());
         ASSERT_EQ(first.definitions.size(), 3u);
         EXPECT_EQ(first.definitions[2]->id, 5);
         TaskDocument second;  // a lower id read later leaves the counter alone
         openOrFail(second, R"({"var_list": [{"type": 1, "id": 2}]})");
-        EXPECT_EQ(EditorVariable::create<EditorVariable>()->id, c.nextId);
+        EXPECT_EQ(EditorVariable::create<EditorVariable>()->id, nextId);
     }
 }
 

@@ -31,24 +31,19 @@ void makeRecordings(const QDir& root, int count, qint64 bytes) {
 }
 
 TEST(RecordingPruning, DeletesTheOldestUntilCountAndSizeFit) {
-    struct Case {
-        RecordingLimits limits;
-        QString keep;
-        QStringList left;
-    };
-    const Case cases[] = {
+    // {limits, the recording being written, the folders left}
+    const std::tuple<RecordingLimits, QString, QStringList> cases[] = {
         {{3, 0}, {}, {"notes", "r2", "r3", "r4"}},
         {{0, 250}, {}, {"notes", "r3", "r4"}},
         {{10, 1000}, {}, {"notes", "r0", "r1", "r2", "r3", "r4"}},
         {{1, 0}, "r0", {"notes", "r0"}},  // the one being written stays and counts
     };
-    for (const Case& c : cases) {
+    for (const auto& [limits, keep, left] : cases) {
         QTemporaryDir root;
         makeRecordings(QDir(root.path()), 5, 100);
-        pruneRecordings(root.path(), c.limits,
-                        c.keep.isEmpty() ? QString() : root.filePath(c.keep));
-        EXPECT_EQ(QDir(root.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), c.left)
-            << c.limits.maxCount << " " << c.limits.maxBytes;
+        pruneRecordings(root.path(), limits, keep.isEmpty() ? QString() : root.filePath(keep));
+        EXPECT_EQ(QDir(root.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), left)
+            << limits.maxCount << " " << limits.maxBytes;
     }
 }
 
