@@ -28,16 +28,11 @@ std::string header(std::uint32_t width, std::uint32_t height, std::uint32_t form
 }
 
 TEST(ScreencapFrame, EveryPixelFormatOfBothHeaderSizesBecomesBgra) {
-    struct Case {
-        std::uint32_t format;
-        bool colourSpace;  // the 16-byte header
-        std::string pixels;
-        std::vector<std::uint8_t> bgra;
-    };
     // RGBA, 2x1: red, then half-transparent blue.
     const std::string rgba("\xff\x00\x00\xff\x00\x00\xff\x80", 8);
     const std::vector<std::uint8_t> rgbaAsBgra{0, 0, 255, 255, 255, 0, 0, 128};
-    const Case cases[] = {
+    // {format, with colour space (the 16-byte header), pixels, as BGRA}
+    const std::tuple<std::uint32_t, bool, std::string, std::vector<std::uint8_t>> cases[] = {
         {1, false, rgba, rgbaAsBgra},
         {1, true, rgba, rgbaAsBgra},
         {2, true, std::string("\x10\x20\x30\x00", 4), {0x30, 0x20, 0x10, 255}},   // RGBX: opaque
@@ -45,14 +40,14 @@ TEST(ScreencapFrame, EveryPixelFormatOfBothHeaderSizesBecomesBgra) {
         {3, true, std::string("\x10\x20\x30", 3), {0x30, 0x20, 0x10, 255}},       // RGB
         {4, true, std::string("\x1f\xf8", 2), {255, 0, 255, 255}},                // 565 magenta
     };
-    for (const Case& c : cases) {
-        const std::uint32_t width = std::uint32_t(c.bgra.size() / 4);
+    for (const auto& [format, colourSpace, pixels, bgra] : cases) {
+        const std::uint32_t width = std::uint32_t(bgra.size() / 4);
         const DecodedFrame decoded =
-            decodeScreencap(header(width, 1, c.format, c.colourSpace) + c.pixels);
+            decodeScreencap(header(width, 1, format, colourSpace) + pixels);
         EXPECT_EQ(std::tuple(decoded.frame.width, decoded.frame.height, decoded.frame.stride),
                   std::tuple(int(width), 1, int(width) * 4))
             << decoded.error;
-        EXPECT_EQ(decoded.frame.pixels, c.bgra) << "format " << c.format;
+        EXPECT_EQ(decoded.frame.pixels, bgra) << "format " << format;
     }
 }
 

@@ -51,23 +51,20 @@ namespace {
 using autoscene::platform::keys::parseHotKey;
 
 TEST(HotKeyText, ReadsModifiersAndOneKey) {
-    const struct {
-        const char* text;
-        bool control, alt, shift, win;
-        int virtualKey;
-    } cases[] = {
-        {"Alt+Shift+S", false, true, true, false, 0x53},
-        {"F8", false, false, false, false, 0x77},
-        {"F10", false, false, false, false, 0x79},
-        {"Ctrl+Win+a", true, false, false, true, 0x41},
-        {"Ctrl++", true, false, false, false, 0xBB},
+    // {text, {control, alt, shift, win, virtual key}}
+    const std::pair<const char*, std::tuple<bool, bool, bool, bool, int>> cases[] = {
+        {"Alt+Shift+S", {false, true, true, false, 0x53}},
+        {"F8", {false, false, false, false, 0x77}},
+        {"F10", {false, false, false, false, 0x79}},
+        {"Ctrl+Win+a", {true, false, false, true, 0x41}},
+        {"Ctrl++", {true, false, false, false, 0xBB}},
     };
-    for (const auto& c : cases) {
-        const auto key = parseHotKey(c.text);
-        ASSERT_TRUE(key) << c.text;
+    for (const auto& [text, expected] : cases) {
+        const auto key = parseHotKey(text);
+        ASSERT_TRUE(key) << text;
         EXPECT_EQ(std::tuple(key->control, key->alt, key->shift, key->win, key->virtualKey),
-                  std::tuple(c.control, c.alt, c.shift, c.win, c.virtualKey))
-            << c.text;
+                  expected)
+            << text;
     }
 }
 

@@ -121,17 +121,15 @@ TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplateAndRefusesThe
     cv::cvtColor(piece, hls, cv::COLOR_BGR2HLS);
     cv::inRange(piece, cv::Scalar(0, 0, 230), cv::Scalar(25, 25, 255), mask);
 
-    struct Case {
-        MatchImageType type;
-        cv::Mat stored;
-        cv::Mat refused;
-    };
-    for (const Case& c :
-         {Case{MatchImageType::Color, piece, {}}, Case{MatchImageType::Threshold, grey, piece},
-          Case{MatchImageType::Hls, hls, {}}, Case{MatchImageType::FilterColor, mask, piece}}) {
+    // {type, the template stored for it, one it refuses}
+    for (const auto& [type, stored, refusedImage] :
+         {std::tuple{MatchImageType::Color, piece, cv::Mat()},
+          {MatchImageType::Threshold, grey, piece},
+          {MatchImageType::Hls, hls, cv::Mat()},
+          {MatchImageType::FilterColor, mask, piece}}) {
         TemplateMatcher::Settings settings;
-        settings.filePath = write(c.stored, QStringLiteral("type%1.png").arg(int(c.type)));
-        settings.imageType = c.type;
+        settings.filePath = write(stored, QStringLiteral("type%1.png").arg(int(type)));
+        settings.imageType = type;
         settings.thresholdValue = 90;
         // The region is filtered as RGB with the colour's bounds in blue, green, red
         // order: the colour's blue meets the frame's red.
@@ -139,19 +137,19 @@ TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplateAndRefusesThe
         settings.filterSimilarity = 0.9f;
         TemplateMatcher m(settings);
         m.matchDefault(frame, 1);
-        EXPECT_TRUE(m.record().found) << int(c.type);
-        EXPECT_EQ(m.bestResult().match, QRect(88, 28, 26, 28)) << int(c.type);
-        EXPECT_EQ(m.bestResult().region.channels(), c.stored.channels()) << int(c.type);
-        if (c.refused.empty()) {
+        EXPECT_TRUE(m.record().found) << int(type);
+        EXPECT_EQ(m.bestResult().match, QRect(88, 28, 26, 28)) << int(type);
+        EXPECT_EQ(m.bestResult().region.channels(), stored.channels()) << int(type);
+        if (refusedImage.empty()) {
             continue;
         }
 
-        settings.filePath = write(c.refused, QStringLiteral("refused%1.png").arg(int(c.type)));
+        settings.filePath = write(refusedImage, QStringLiteral("refused%1.png").arg(int(type)));
         TemplateMatcher refused(settings);
         refused.matchDefault(frame, 1);
         EXPECT_EQ(std::pair(refused.record().found, refused.record().status),
                   std::pair(false, int(kMatchBadFormat)))
-            << int(c.type);
+            << int(type);
     }
 }
 
