@@ -33,6 +33,16 @@ using Kind = RecordedInput::Kind;
 
 namespace {
 
+// Mouse and wheel inputs as "code@x,y" (mouse codes: 3 move, 4/5 left down/up, 7 right up).
+std::string trace(const std::vector<RecordedInput>& inputs) {
+    std::string out;
+    for (const RecordedInput& input : inputs) {
+        out += (out.empty() ? "" : " ") + std::to_string(input.code) + '@' +
+               std::to_string(input.point.x) + ',' + std::to_string(input.point.y);
+    }
+    return out;
+}
+
 // One scene whose only event holds `actions`, with variables 1..n holding `places`.
 class InputActions : public ::testing::Test {
 protected:
@@ -92,10 +102,9 @@ TEST_F(InputActions, TapRepeatsEveryPointWithItsPausesAndRandomPress) {
     EXPECT_EQ(result(*tap)["points"].toArray().size(), 4);
 
     // No click count taps once; no places, nothing.
-    auto once = build(R"({"type": 1, "variable_id": 1, "button": 2, "press_time": 0.2,
-        "click_times": 0})",
-                      {"5,5,0,0"});
-    once->run(info);
+    build(R"({"type": 1, "variable_id": 1, "button": 2, "press_time": 0.2, "click_times": 0})",
+          {"5,5,0,0"})
+        ->run(info);
     build(R"({"type": 1, "variable_id": 1, "button": 1})", {""})->run(info);
     ASSERT_EQ(target.inputs().size(), 5u);
     EXPECT_EQ(target.inputs()[4].code, int(MouseOp::RightClick));
@@ -113,24 +122,15 @@ TEST_F(InputActions, SlideGoesDownMovesInFiftyMsTicksFromTheFirstPointAndUpAtThe
                        {"0,0,0,0", "40,0,0,0", "0,80,0,0"});
     const std::int64_t before = clock.nowMs();
     slide->run(info);
-    const auto inputs = target.inputs();
-    // down, 4 moves of segment 1 (200 ms), 2 moves of segment 2 (slide_time 100 ms), up.
-    ASSERT_EQ(inputs.size(), 8u);
-    EXPECT_EQ(inputs.front().code, int(MouseOp::LeftDown));
-    EXPECT_EQ(inputs[1].point.x, 10);
-    EXPECT_EQ(inputs[4].point.x, 40);  // the last step lands exactly on the point
-    EXPECT_EQ(inputs[5].point.x, 0);  // the second segment starts over from the first point
-    EXPECT_EQ(inputs[5].point.y, 40);
-    EXPECT_EQ(inputs[6].point.y, 80);
-    EXPECT_EQ(inputs.back().code, int(MouseOp::LeftUp));
-    EXPECT_EQ(inputs.back().point.y, 80);
+    // Down, 4 moves of segment 1 (200 ms) landing exactly on its end, 2 moves of segment 2
+    // (slide_time 100 ms) starting over from the first point, up.
+    EXPECT_EQ(trace(target.inputs()), "4@0,0 3@10,0 3@20,0 3@30,0 3@40,0 3@0,40 3@0,80 5@0,80");
     EXPECT_EQ(clock.nowMs() - before, 500 + 200 + 100);
     EXPECT_EQ(result(*slide)["points"].toArray().size(), 3);
 }
 
 TEST_F(InputActions, KeyModesAndGroupOrder) {
-    auto click = build(R"({"type": 11, "key": 65, "event_type": 0})");
-    click->run(info);
+    build(R"({"type": 11, "key": 65, "event_type": 0})")->run(info);
     auto up = build(R"({"type": 11, "key": 66, "event_type": 2})");
     up->run(info);
     auto group =
@@ -148,8 +148,7 @@ TEST_F(InputActions, KeyModesAndGroupOrder) {
     EXPECT_EQ(result(*group)["key"].toArray().size(), 3);
     EXPECT_EQ(result(*up)["key"].toInt(), 66);
 
-    auto garbled = build(R"({"type": 11, "event_type": 3, "group_key": "Ctrl+S"})");
-    garbled->run(info);
+    build(R"({"type": 11, "event_type": 3, "group_key": "Ctrl+S"})")->run(info);
     EXPECT_EQ(target.inputs().size(), expected.size());
 }
 
@@ -172,11 +171,10 @@ TEST_F(InputActions, AStopCutsTypingSlidesAndKeyGroupsShortAndTheirResultsSaySo)
     auto slide =
         build(R"({"type": 7, "var_list": [1, 2], "slide_time": 60000})", {"0,0,0,0", "400,0,0,0"});
     slide->run(info);
-    const auto inputs = target.inputs();
     // Down, then the stop: no moves, but the button is released.
-    ASSERT_EQ(inputs.size(), 3u);
-    EXPECT_EQ(inputs[1].code, int(MouseOp::LeftDown));
-    EXPECT_EQ(inputs[2].code, int(MouseOp::LeftUp));
+    ASSERT_EQ(target.inputs().size(), 3u);
+    EXPECT_EQ(std::pair(target.inputs()[1].code, target.inputs()[2].code),
+              std::pair(int(MouseOp::LeftDown), int(MouseOp::LeftUp)));
     EXPECT_FALSE(result(*slide)["err"].toString().isEmpty());
 
     // The first key goes down, the stop comes, and only that key goes up again.
@@ -193,17 +191,11 @@ TEST_F(InputActions, AStopCutsTypingSlidesAndKeyGroupsShortAndTheirResultsSaySo)
 }
 
 TEST_F(InputActions, MouseUpAndWheelUseTheRememberedOrNoPoint) {
-    auto up = build(R"({"type": 17, "button": 7})");
-    up->run(info);
+    build(R"({"type": 17, "button": 7})")->run(info);
     auto wheel = build(R"({"type": 13, "wheel": -3, "point_variable": 9})");
     wheel->run(info);
-    const auto inputs = target.inputs();
-    ASSERT_EQ(inputs.size(), 2u);
-    EXPECT_EQ(inputs[0].code, int(MouseOp::RightUp));
-    EXPECT_EQ(inputs[0].point.x, -1);
-    EXPECT_EQ(inputs[1].kind, Kind::Wheel);
-    EXPECT_EQ(inputs[1].code, -3);
-    EXPECT_EQ(inputs[1].point.y, -1);
+    EXPECT_EQ(trace(target.inputs()), "7@-1,-1 -3@-1,-1");
+    EXPECT_EQ(target.inputs()[1].kind, Kind::Wheel);
 
     TaskInfo device;
     device.kind = TargetKind::AndroidDevice;
@@ -216,16 +208,13 @@ TEST_F(InputActions, TextComesFromItsVariableAndTheResultNamesWhatCannotBeTyped)
     auto input = build(R"({"type": 6, "text": "ignored", "variable": 1})", {"Zoë 你好"});
     input->run(info);
     EXPECT_EQ(target.inputs().at(0).text, "Zoë 你好");
-    EXPECT_EQ(result(*input)["text"].toString(), "Zoë 你好");
-    EXPECT_EQ(result(*input)["err"].toString(), "not typed: 你好");
+    EXPECT_EQ(QStringList({result(*input)["text"].toString(), result(*input)["err"].toString()}),
+              QStringList({"Zoë 你好", "not typed: 你好"}));
 }
 
 TEST_F(InputActions, InputTheTargetDidNotTakeIsInTheResult) {
-    struct Case {
-        const char* action;
-        QStringList places;
-    };
-    const Case cases[] = {
+    // {action, places}
+    const std::pair<const char*, QStringList> cases[] = {
         {R"({"type": 1, "variable_id": 1, "button": 1})", {"10,20,0,0"}},
         {R"({"type": 7, "var_list": [1, 2], "slide_time": 100})", {"0,0,0,0", "40,0,0,0"}},
         {R"({"type": 11, "key": 65, "event_type": 0})", {}},
@@ -233,17 +222,17 @@ TEST_F(InputActions, InputTheTargetDidNotTakeIsInTheResult) {
         {R"({"type": 6, "text": "hello"})", {}},
         {R"({"type": 17, "button": 1})", {}},
     };
-    for (const Case& c : cases) {
-        auto accepted = build(c.action, c.places);
+    for (const auto& [action, places] : cases) {
+        auto accepted = build(action, places);
         target.refuseInput({});
         accepted->run(info);
-        EXPECT_FALSE(result(*accepted).contains("err")) << c.action;
+        EXPECT_FALSE(result(*accepted).contains("err")) << action;
 
-        auto refused = build(c.action, c.places);
+        auto refused = build(action, places);
         target.refuseInput("touch: error: device offline");
         refused->run(info);
-        EXPECT_EQ(result(*refused)["err"].toString(), "touch: error: device offline") << c.action;
-        EXPECT_EQ(target.takeInputError(info), QString()) << "read once: " << c.action;
+        EXPECT_EQ(result(*refused)["err"].toString(), "touch: error: device offline") << action;
+        EXPECT_EQ(target.takeInputError(info), QString()) << "read once: " << action;
     }
 }
 
@@ -274,7 +263,6 @@ TEST_F(InputActions, StartAppReportsWhyAProgramDidNotStart) {
     auto missing = build(R"({"type": 16, "app_path": "/nonexistent/program"})");
     missing->run(info);
     EXPECT_FALSE(result(*missing)["err"].toString().isEmpty());
-
     auto present = build(R"({"type": 16, "app_path": "/bin/true"})");
     present->run(info);
     EXPECT_TRUE(result(*present)["err"].toString().isEmpty());

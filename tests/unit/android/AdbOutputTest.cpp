@@ -17,21 +17,18 @@ TEST(AdbOutput, DeviceListKeepsEveryStateAndSkipsDaemonChatter) {
         "127.0.0.1:4000\toffline\r\n"
         "R58M12345\tunauthorized usb:1-1 transport_id:3\n"
         "\n");
-    ASSERT_EQ(devices.size(), 3u);
-    EXPECT_EQ(devices[1].serial, "127.0.0.1:4000");
-    EXPECT_EQ(devices[1].state, "offline");
-    EXPECT_EQ(devices[2].state, "unauthorized");
+    std::string listed;
+    for (const auto& device : devices) {
+        listed += device.serial + ' ' + device.state + ';';
+    }
+    EXPECT_EQ(listed, "emulator-5554 device;127.0.0.1:4000 offline;R58M12345 unauthorized;");
     EXPECT_EQ(readySerials(devices), std::vector<std::string>{"emulator-5554"});
     EXPECT_TRUE(parseDeviceList("List of devices attached\n\n").empty());
 }
 
 TEST(AdbOutput, CheckedIntegersNameTheirFailure) {
-    struct Case {
-        const char* text;
-        std::optional<int> value;
-        const char* error;
-    };
-    const Case cases[] = {
+    // {text, value, error}
+    const std::tuple<const char*, std::optional<int>, const char*> cases[] = {
         {"1080", 1080, ""},
         {" 42 ", 42, ""},
         {"-7", -7, ""},
@@ -41,24 +38,21 @@ TEST(AdbOutput, CheckedIntegersNameTheirFailure) {
         {"2147483648", std::nullopt, kOutOfIntRange},
         {"99999999999999999999999", std::nullopt, kOutOfIntRange},
     };
-    for (const Case& c : cases) {
+    for (const auto& [text, value, expectedError] : cases) {
         std::string error;
-        EXPECT_EQ(toCheckedInt(c.text, error), c.value) << c.text;
-        EXPECT_EQ(error, c.error) << c.text;
+        EXPECT_EQ(toCheckedInt(text, error), value) << text;
+        EXPECT_EQ(error, expectedError) << text;
     }
 }
 
 TEST(AdbOutput, WmSizeTakesTheOverrideWhenThereIsOne) {
     std::string error;
-    auto size = parseWmSize("Physical size: 1080x2400\n", error);
-    ASSERT_TRUE(size);
-    EXPECT_EQ(size->width, 1080);
-    EXPECT_EQ(size->height, 2400);
-
-    size = parseWmSize("Physical size: 1080x2400\nOverride size: 720x1600\n", error);
-    ASSERT_TRUE(size);
-    EXPECT_EQ(size->width, 720);
-    EXPECT_EQ(size->height, 1600);
+    const auto text = [&](const char* output) {
+        const auto size = parseWmSize(output, error);
+        return size ? std::to_string(size->width) + 'x' + std::to_string(size->height) : "none";
+    };
+    EXPECT_EQ(text("Physical size: 1080x2400\n"), "1080x2400");
+    EXPECT_EQ(text("Physical size: 1080x2400\nOverride size: 720x1600\n"), "720x1600");
 
     EXPECT_FALSE(parseWmSize("error: device offline\n", error));
     EXPECT_EQ(error, kNotANumber);

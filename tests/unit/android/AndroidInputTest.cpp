@@ -28,20 +28,17 @@ TEST(AndroidInput, KeyCodes) {
 }
 
 TEST(AndroidInput, TextArgumentQuotesForTheDeviceShellAndDropsWhatCannotBeTyped) {
-    struct Case {
-        const char* text;
-        const char* argument;
-        const char* dropped;
-    };
-    const Case cases[] = {
+    // {text, argument, dropped}
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"hello", "'hello'", ""},        {"a b", "'a%sb'", ""},
         {"it's", "'it'\\''s'", ""},      {"$HOME;rm -rf /&&`x`", "'$HOME;rm%s-rf%s/&&`x`'", ""},
         {"Zoë 你好", "'Zo%s'", "ë你好"}, {"tab\there", "'tabhere'", "\t"},
     };
-    for (const Case& c : cases) {
-        const ShellText text = inputTextArgument(c.text);
-        EXPECT_EQ(text.argument, c.argument) << c.text;
-        EXPECT_EQ(text.dropped, c.dropped) << c.text;
+    for (const auto& [text, argument, dropped] : cases) {
+        const ShellText shell = inputTextArgument(text);
+        EXPECT_EQ(std::pair(shell.argument, shell.dropped),
+                  std::pair(std::string(argument), std::string(dropped)))
+            << text;
     }
 }
 

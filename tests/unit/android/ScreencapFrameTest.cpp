@@ -18,9 +18,9 @@ void putU32(std::string& out, std::uint32_t value) {
 std::string header(std::uint32_t width, std::uint32_t height, std::uint32_t format,
                    bool colourSpace) {
     std::string out;
-    putU32(out, width);
-    putU32(out, height);
-    putU32(out, format);
+    for (const std::uint32_t value : {width, height, format}) {
+        putU32(out, value);
+    }
     if (colourSpace) {
         putU32(out, 1);
     }
@@ -28,16 +28,11 @@ std::string header(std::uint32_t width, std::uint32_t height, std::uint32_t form
 }
 
 TEST(ScreencapFrame, EveryPixelFormatOfBothHeaderSizesBecomesBgra) {
-    struct Case {
-        std::uint32_t format;
-        bool colourSpace;  // the 16-byte header
-        std::string pixels;
-        std::vector<std::uint8_t> bgra;
-    };
     // RGBA, 2x1: red, then half-transparent blue.
     const std::string rgba("\xff\x00\x00\xff\x00\x00\xff\x80", 8);
     const std::vector<std::uint8_t> rgbaAsBgra{0, 0, 255, 255, 255, 0, 0, 128};
-    const Case cases[] = {
+    // {format, with colour space (the 16-byte header), pixels, as BGRA}
+    const std::tuple<std::uint32_t, bool, std::string, std::vector<std::uint8_t>> cases[] = {
         {1, false, rgba, rgbaAsBgra},
         {1, true, rgba, rgbaAsBgra},
         {2, true, std::string("\x10\x20\x30\x00", 4), {0x30, 0x20, 0x10, 255}},   // RGBX: opaque
@@ -45,25 +40,20 @@ TEST(ScreencapFrame, EveryPixelFormatOfBothHeaderSizesBecomesBgra) {
         {3, true, std::string("\x10\x20\x30", 3), {0x30, 0x20, 0x10, 255}},       // RGB
         {4, true, std::string("\x1f\xf8", 2), {255, 0, 255, 255}},                // 565 magenta
     };
-    for (const Case& c : cases) {
-        const std::uint32_t width = std::uint32_t(c.bgra.size() / 4);
+    for (const auto& [format, colourSpace, pixels, bgra] : cases) {
+        const std::uint32_t width = std::uint32_t(bgra.size() / 4);
         const DecodedFrame decoded =
-            decodeScreencap(header(width, 1, c.format, c.colourSpace) + c.pixels);
-        ASSERT_FALSE(decoded.frame.empty()) << decoded.error;
-        EXPECT_EQ(decoded.frame.width, int(width));
-        EXPECT_EQ(decoded.frame.height, 1);
-        EXPECT_EQ(decoded.frame.stride, int(width) * 4);
-        EXPECT_EQ(decoded.frame.pixels, c.bgra) << "format " << c.format;
+            decodeScreencap(header(width, 1, format, colourSpace) + pixels);
+        EXPECT_EQ(std::tuple(decoded.frame.width, decoded.frame.height, decoded.frame.stride),
+                  std::tuple(int(width), 1, int(width) * 4))
+            << decoded.error;
+        EXPECT_EQ(decoded.frame.pixels, bgra) << "format " << format;
     }
 }
 
 TEST(ScreencapFrame, ImpossibleFramesYieldNoFrameAndAReason) {
-    struct Case {
-        const char* name;
-        std::string bytes;
-        bool unknownFormat;
-    };
-    const Case cases[] = {
+    // {name, bytes, unknown format}
+    const std::tuple<const char*, std::string, bool> cases[] = {
         {"empty", "", false},
         {"short header", std::string(11, '\0'), false},
         {"zero width", header(0, 10, 1, true), false},
@@ -74,11 +64,10 @@ TEST(ScreencapFrame, ImpossibleFramesYieldNoFrameAndAReason) {
         {"adb error text", "error: device offline\n", false},
         {"unknown format", header(1, 1, 9, true) + std::string(4, '\0'), true},
     };
-    for (const Case& c : cases) {
-        const DecodedFrame decoded = decodeScreencap(c.bytes);
-        EXPECT_TRUE(decoded.frame.empty()) << c.name;
-        EXPECT_FALSE(decoded.error.empty()) << c.name;
-        EXPECT_EQ(decoded.unknownFormat, c.unknownFormat) << c.name;
+    for (const auto& [name, bytes, unknownFormat] : cases) {
+        const DecodedFrame decoded = decodeScreencap(bytes);
+        EXPECT_TRUE(decoded.frame.empty() && !decoded.error.empty()) << name;
+        EXPECT_EQ(decoded.unknownFormat, unknownFormat) << name;
     }
 }
 

@@ -17,23 +17,12 @@ ServiceFrameInfo info(int state, int stride, int padding, int width, int height)
 }
 
 TEST(ServiceProtocol, FrameHeadersReadFromTwoCharactersAfterTheColon) {
-    const ServiceFrameInfo parsed = parseFrameHeaders({
-        "HTTP/1.1 200 OK",
-        "state: 1",
-        "pixelStride: 4",
-        "rowPadding: 16",
-        "image-width: 720",
-        "image-height: 1280",
-        "density: 320",
-        "Content-Length: 3686400",
-        "image-width-extra: 5",
-    });
-    EXPECT_EQ(parsed.state, 1);
-    EXPECT_EQ(parsed.pixelStride, 4);
-    EXPECT_EQ(parsed.rowPadding, 16);
-    EXPECT_EQ(parsed.width, 720);
-    EXPECT_EQ(parsed.height, 1280);
-    EXPECT_EQ(parsed.density, 320);
+    const ServiceFrameInfo parsed = parseFrameHeaders(
+        {"HTTP/1.1 200 OK", "state: 1", "pixelStride: 4", "rowPadding: 16", "image-width: 720",
+         "image-height: 1280", "density: 320", "Content-Length: 3686400", "image-width-extra: 5"});
+    EXPECT_EQ(std::tuple(parsed.state, parsed.pixelStride, parsed.rowPadding, parsed.width,
+                         parsed.height, parsed.density),
+              std::tuple(1, 4, 16, 720, 1280, 320));
     // Plain decimal conversion: non-numbers and a value right after the colon read as 0.
     EXPECT_EQ(parseFrameHeaders({"state: x", "density:7"}).state, 0);
     EXPECT_EQ(parseFrameHeaders({"density:7"}).density, 0);
@@ -42,14 +31,12 @@ TEST(ServiceProtocol, FrameHeadersReadFromTwoCharactersAfterTheColon) {
 TEST(ServiceProtocol, FrameBodiesOfBothStrides) {
     // Stride 4 is RGBA; the padding is recorded but the rows are read unpadded.
     const std::string rgba("\x01\x02\x03\x04\x05\x06\x07\x08", 8);
-    DecodedFrame decoded = decodeServiceFrame(info(1, 4, 8, 2, 1), rgba);
-    ASSERT_FALSE(decoded.frame.empty()) << decoded.error;
-    EXPECT_EQ(decoded.frame.pixels, (std::vector<std::uint8_t>{3, 2, 1, 4, 7, 6, 5, 8}));
-
+    EXPECT_EQ(decodeServiceFrame(info(1, 4, 8, 2, 1), rgba).frame.pixels,
+              (std::vector<std::uint8_t>{3, 2, 1, 4, 7, 6, 5, 8}));
     // Any other stride is BGR, widened to opaque BGRA.
-    decoded = decodeServiceFrame(info(1, 3, 0, 1, 2), std::string("\x01\x02\x03\x04\x05\x06", 6));
-    ASSERT_FALSE(decoded.frame.empty()) << decoded.error;
-    EXPECT_EQ(decoded.frame.pixels, (std::vector<std::uint8_t>{1, 2, 3, 255, 4, 5, 6, 255}));
+    EXPECT_EQ(decodeServiceFrame(info(1, 3, 0, 1, 2), std::string("\x01\x02\x03\x04\x05\x06", 6))
+                  .frame.pixels,
+              (std::vector<std::uint8_t>{1, 2, 3, 255, 4, 5, 6, 255}));
 }
 
 TEST(ServiceProtocol, ImpossibleFramesYieldNoFrame) {
@@ -82,10 +69,9 @@ TEST(ServiceProtocol, ForwardListGivesTheDevicesLocalPort) {
 TEST(ServiceProtocol, QueryValuesAndKeyActions) {
     EXPECT_EQ(percentEncode("a b&c=d/é"), "a%20b%26c%3Dd%2F%C3%A9");
     EXPECT_EQ(percentEncode("Az09-_.~"), "Az09-_.~");
-    EXPECT_EQ(keyActionOf(KeyOp::Click), -1);
-    EXPECT_EQ(keyActionOf(KeyOp::System), -1);
-    EXPECT_EQ(keyActionOf(KeyOp::Down), 0);
-    EXPECT_EQ(keyActionOf(KeyOp::Up), 1);
+    EXPECT_EQ(std::vector({keyActionOf(KeyOp::Click), keyActionOf(KeyOp::System),
+                           keyActionOf(KeyOp::Down), keyActionOf(KeyOp::Up)}),
+              std::vector({-1, -1, 0, 1}));
 }
 
 }  // namespace

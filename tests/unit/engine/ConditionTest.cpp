@@ -32,47 +32,45 @@ protected:
     QString typeWord() const override { return QStringLiteral("var"); }
 };
 
+// A group of scripted members, each given as {relation, answer}.
 struct Built {
-    std::unique_ptr<ItemGroup> group = std::make_unique<ItemGroup>();
-    std::vector<Scripted*> members;
-
+    explicit Built(std::initializer_list<std::pair<int, bool>> given = {}) {
+        for (const auto& [relation, answer] : given) {
+            add(relation, answer);
+        }
+    }
     Scripted& add(int relation, bool answer, int type = 2) {
         auto item = std::make_unique<Scripted>(type, relation, answer);
         members.push_back(item.get());
         group->append(std::move(item));
         return *members.back();
     }
+
+    std::unique_ptr<ItemGroup> group = std::make_unique<ItemGroup>();
+    std::vector<Scripted*> members;
 };
 
 TEST(Groups, JoinLeftToRightAndShortCircuitLeavesSkippedMembersUntouched) {
     TaskInfo task;
     // true or false and false: false from left to right, true were "and" to bind first.
-    Built f;
-    f.add(1, true);
-    f.add(2, false);
-    f.add(1, false);
+    Built f({{1, true}, {2, false}, {1, false}});
     EXPECT_FALSE(f.group->evaluate(task));
     EXPECT_EQ(f.group->itemState(std::this_thread::get_id()), ItemState::Fails);
 
-    Built g;
-    g.add(1, true);
-    Scripted& b = g.add(2, false);
+    Built g({{1, true}, {2, false}});
     EXPECT_TRUE(g.group->evaluate(task));
-    EXPECT_EQ(b.evaluations, 0);
-    EXPECT_EQ(b.itemState(std::this_thread::get_id()), ItemState::NotEvaluated);
+    EXPECT_EQ(g.members[1]->evaluations, 0);
+    EXPECT_EQ(g.members[1]->itemState(std::this_thread::get_id()), ItemState::NotEvaluated);
 
-    Built h;
-    h.add(1, false);
-    Scripted& andMember = h.add(1, true);
-    Scripted& other = h.add(3, true);  // neither and nor or: always evaluated, and-ed
+    // Relation 3 is neither and nor or: always evaluated, and-ed.
+    Built h({{1, false}, {1, true}, {3, true}});
     EXPECT_FALSE(h.group->evaluate(task));
-    EXPECT_EQ(andMember.evaluations, 0);
-    EXPECT_EQ(other.evaluations, 1);
+    EXPECT_EQ(std::pair(h.members[1]->evaluations, h.members[2]->evaluations), std::pair(0, 1));
 
     EXPECT_TRUE(ItemGroup().evaluate(task));  // empty
     const QJsonObject status = g.group->describe(std::this_thread::get_id());
     EXPECT_EQ(status["type"].toString(), "group");
-    EXPECT_EQ(status["item_state"].toArray().at(0).toObject()["item_state"].toInt(), 1);
+    EXPECT_EQ(status["item_state"][0]["item_state"].toInt(), 1);
 }
 
 TEST(Groups, ResetLeavesLabelsAndRunStateAlone) {
@@ -135,18 +133,13 @@ TEST(ScreenItems, ConfirmedTimeNeedsAnUnbrokenDetectionAndEmptyFramesFail) {
         item.prepare(task);
         return item.evaluate(task);
     };
-    EXPECT_FALSE(cycle());
-    clock.advanceMs(2000);
-    EXPECT_FALSE(cycle());  // exactly 2000 ms is not more than 2 s
-    clock.advanceMs(1);
-    EXPECT_TRUE(cycle());
-    // Reset when confirmed: the next hold needs another 2 s.
-    clock.advanceMs(1000);
-    EXPECT_FALSE(cycle());
-    clock.advanceMs(1001);
-    EXPECT_FALSE(cycle());
-    clock.advanceMs(1000);
-    EXPECT_TRUE(cycle());
+    // Exactly 2000 ms is not more than 2 s; once confirmed the next hold needs another 2 s.
+    std::string held;
+    for (const int ms : {0, 2000, 1, 1000, 1001, 1000}) {
+        clock.advanceMs(ms);
+        held += cycle() ? '1' : '0';
+    }
+    EXPECT_EQ(held, "001001");
     // A break starts the count again.
     item.observed = kNotFound;
     cycle();

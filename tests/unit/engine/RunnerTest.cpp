@@ -13,6 +13,7 @@
 
 #include "InProcessTarget.h"
 #include "ManualClock.h"
+#include "TestFiles.h"
 #include "engine/RuntimeFactory.h"
 #include "engine/ScreenItem.h"
 #include "engine/TaskRunner.h"
@@ -28,17 +29,15 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Every run of a probe: which probe (the tap's variable_id) on which thread's target.
+// Every run of a probe: which probe (the tap's variable_id), in order.
 struct ProbeLog {
     std::mutex mutex;
-    std::vector<std::pair<int, autoscene::platform::WindowHandle>> runs;
+    std::vector<int> runs;
     std::function<void(int probe, TaskInfo&)> onRun;
 
     std::vector<int> probes() {
         std::lock_guard lock(mutex);
-        std::vector<int> ids;
-        std::ranges::transform(runs, std::back_inserter(ids), &decltype(runs)::value_type::first);
-        return ids;
+        return runs;
     }
 };
 
@@ -49,7 +48,7 @@ public:
         : IAction(1, waitSeconds), id_(id), log_(log) {}
     float run(TaskInfo& task) override {
         std::lock_guard lock(log_.mutex);
-        log_.runs.emplace_back(id_, task.window.load());
+        log_.runs.push_back(id_);
         if (log_.onRun) {
             log_.onRun(id_, task);
         }
@@ -61,36 +60,6 @@ private:
     ProbeLog& log_;
 };
 
-QString probe(int id) {
-    return QStringLiteral(R"({"type": 1, "variable_id": %1})").arg(id);
-}
-
-QString event(const QString& name, const QString& conditions, const QStringList& actions,
-              bool disabled = false) {
-    return QStringLiteral(R"({"name": "%1", "disabled": %2, "item_group": {"type": 5,
-        "item_list": [%3]}, "action_list": [%4]})")
-        .arg(name, disabled ? "true" : "false", conditions, actions.join(','));
-}
-
-QString varEquals(int id, const QString& value) {
-    return QStringLiteral(R"({"type": 2, "relation": 1, "variable_id": %1, "compare_value": "%2",
-        "state": 0})")
-        .arg(id)
-        .arg(value);
-}
-
-QString setVar(int id, const QString& value) {
-    return QStringLiteral(R"({"type": 3, "variable_id": %1, "change_value": "%2"})")
-        .arg(id)
-        .arg(value);
-}
-
-QString scene(const QString& name, const QString& identification, const QStringList& events,
-              const QStringList& entryActions = {}) {
-    return QStringLiteral(R"({"name": "%1", "scene_event": %2, "event_list": [%3]})")
-        .arg(name, event("id", identification, entryActions), events.join(','));
-}
-
 class Runner : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -99,6 +68,10 @@ protected:
             return std::make_unique<Probe>(tap.variableId, log, tap.postpone);
         });
         target.setFrames({cv::Mat(4, 6, CV_8UC3, cv::Scalar(1, 2, 3))});
+    }
+
+    static QString fixture(const QString& name) {
+        return QString::fromUtf8(autoscene::test::readFile(AUTOSCENE_FIXTURES "/runner/" + name));
     }
 
     TaskRunner& open(const QString& json, std::shared_ptr<RunClock> clock = nullptr) {
@@ -136,24 +109,15 @@ protected:
     std::unique_ptr<TaskRunner> runner;
 };
 
-QString threeEventTask(int loopMode) {
-    return QStringLiteral(R"({"loop_mode": %1, "var_list": [{"type": 1, "id": 1, "value": "on"}],
-        "scene_list": [%2]})")
-        .arg(loopMode)
-        .arg(scene("s", varEquals(1, "on"),
-                   {event("e1", "", {probe(1)}), event("e2", "", {probe(2)}),
-                    event("e3", "", {probe(3)})}));
-}
-
 TEST_F(Runner, SequentialModeResumesAfterTheFiredEventAndSingleEventModeStartsOver) {
-    open(threeEventTask(1));
+    open(fixture("three-events.json"));
     stopAfter(7);
     runToEnd();
     EXPECT_EQ(log.probes(), (std::vector<int>{1, 2, 3, 1, 2, 3, 1}));
     EXPECT_EQ(runner->runEnd(), RunEnd::Stopped);
 
     log.runs.clear();
-    open(threeEventTask(2));
+    open(fixture("three-events.json").replace(R"("loop_mode": 1)", R"("loop_mode": 2)"));
     stopAfter(3);
     runToEnd();
     EXPECT_EQ(log.probes(), (std::vector<int>{1, 1, 1}));
@@ -161,11 +125,7 @@ TEST_F(Runner, SequentialModeResumesAfterTheFiredEventAndSingleEventModeStartsOv
 
 TEST_F(Runner, TraversalActionsDoNotEndTheTraversal) {
     // e1 only sets a variable, so e2 runs in the same cycle; e2 fires only then.
-    open(QStringLiteral(R"({"loop_mode": 2, "var_list": [{"type": 1, "id": 1, "value": "on"},
-        {"type": 1, "id": 2, "value": "no"}], "scene_list": [%1]})")
-             .arg(scene("s", varEquals(1, "on"),
-                        {event("e1", "", {setVar(2, "yes")}),
-                         event("e2", varEquals(2, "yes"), {probe(2), setVar(2, "no")})})));
+    open(fixture("traversal.json"));
     stopAfter(3);
     runToEnd();
     EXPECT_EQ(log.probes(), (std::vector<int>{2, 2, 2}));
@@ -173,14 +133,7 @@ TEST_F(Runner, TraversalActionsDoNotEndTheTraversal) {
 }
 
 TEST_F(Runner, CommonEventsGoAroundIdentifiedScenesOnly) {
-    open(QStringLiteral(R"({"loop_mode": 1, "var_list": [{"type": 1, "id": 1, "value": "on"}],
-        "scene_list": [%1, %2],
-        "common_event": {"event_list": [%3, %4]},
-        "common_event_low": {"event_list": [%5]}})")
-             .arg(scene("plain", "", {event("p", "", {probe(9)})}),
-                  scene("s", varEquals(1, "on"), {event("own", "", {probe(2)})}),
-                  event("c", "", {probe(1)}), event("off", "", {probe(7)}, true),
-                  event("low", "", {probe(3)})));
+    open(fixture("common-events.json"));
     stopAfter(6);
     runToEnd();
     // The unidentified scene runs its event while the scene list is searched; once the
@@ -197,12 +150,7 @@ TEST_F(Runner, ScenesChangeAndTheirEntryActionsRunOnce) {
             names << scene.name;
         }
     } observer;
-    open(QStringLiteral(R"({"var_list": [{"type": 1, "id": 1, "value": "a"}],
-        "scene_list": [%1, %2]})")
-             .arg(scene("a", varEquals(1, "a"), {event("go", "", {probe(1), setVar(1, "b")})},
-                        {probe(10)}),
-                  scene("b", varEquals(1, "b"), {event("back", "", {probe(2), setVar(1, "a")})},
-                        {probe(20)})));
+    open(fixture("scene-change.json"));
     runner->setSceneObserver(&observer);
     stopAfter(8);
     runToEnd();
@@ -211,12 +159,8 @@ TEST_F(Runner, ScenesChangeAndTheirEntryActionsRunOnce) {
 }
 
 TEST_F(Runner, StopActionEndsTheRunAndAStartWhileRunningIsRefused) {
-    open(QStringLiteral(R"({"scene_list": [%1]})")
-             .arg(scene("s", "",
-                        // A real second, so the run is surely still going at the second start.
-                        {event("wait", "", {R"({"type": 14, "min": 1, "max": 1})"}),
-                         event("gate", varEquals(5, "x"), {probe(1)}),
-                         event("stop", "", {R"({"type": 10})"})})));
+    // Its first event waits a real second, so the run is surely still going at the second start.
+    open(fixture("stop-action.json"));
     log.onRun = [](int, TaskInfo&) {};
     ASSERT_TRUE(runner->start({{TargetKind::Desktop}}));
     EXPECT_FALSE(runner->start({{TargetKind::Desktop}, {TargetKind::Desktop}}));
@@ -231,35 +175,31 @@ TEST_F(Runner, TimeLimitEndsTheRunWithCodeOne) {
         void finished(int c) override { code = c, ++calls; }
     } listener;
     auto clock = std::make_shared<ManualClock>();
-    open(threeEventTask(1), clock);
+    open(fixture("three-events.json"), clock);
     runner->setLoopIntervalMs(250);
     runner->setRunTimeLimitSeconds(1);
     runner->setFinishListener(&listener);
     runToEnd();
     EXPECT_EQ(runner->runEnd(), RunEnd::TimeLimit);
-    EXPECT_EQ(listener.code, 1);
-    EXPECT_EQ(listener.calls, 1);
+    EXPECT_EQ(std::pair(listener.code.load(), listener.calls.load()), std::pair(1, 1));
     // At 250 ms a cycle, the one due at 1000 ms finds the time up.
     EXPECT_EQ(runner->cyclesCompleted(), 3);
 }
 
 TEST_F(Runner, TheTimeLimitAndAStopEndARunInTheMiddleOfALongPause) {
-    const struct {
-        const char* name;
-        int loopIntervalMs;
-        QString actions;
-    } pauses[] = {
-        {"loop interval", 60000, probe(1)},
+    // {what pauses, loop interval ms, the event's action}
+    const std::tuple<const char*, int, const char*> pauses[] = {
+        {"loop interval", 60000, R"({"type": 1, "variable_id": 1})"},
         {"delay action", 0, R"({"type": 14, "min": 60, "max": 60})"},
         {"action wait", 0, R"({"type": 1, "variable_id": 1, "postpone": 60})"},
     };
-    for (const auto& pause : pauses) {
+    for (const auto& [name, loopIntervalMs, action] : pauses) {
         for (const bool byStop : {false, true}) {
-            SCOPED_TRACE(std::string(pause.name) + (byStop ? ", stopped" : ", time limit"));
-            open(QStringLiteral(R"({"var_list": [{"type": 1, "id": 1, "value": "0"}],
-                "scene_list": [%1]})")
-                     .arg(scene("s", "", {event("e", "", {pause.actions})})));
-            runner->setLoopIntervalMs(pause.loopIntervalMs);
+            SCOPED_TRACE(std::string(name) + (byStop ? ", stopped" : ", time limit"));
+            open(QStringLiteral(R"({"var_list": [{"type": 1, "id": 1, "value": "0"}], "scene_list":
+                [{"name": "s", "event_list": [{"name": "e", "action_list": [%1]}]}]})")
+                     .arg(action));
+            runner->setLoopIntervalMs(loopIntervalMs);
             runner->setRunTimeLimitSeconds(byStop ? -1 : 1);
             ASSERT_TRUE(runner->start({{TargetKind::Desktop}}));
             if (byStop) {
@@ -297,12 +237,10 @@ TEST_F(Runner, AStopSkipsTheDetectionsNotYetBegun) {
     factory.addCondition(1, [&](const IEditorCondition&, RunContext& context) {
         return std::make_unique<StoppingDetection>(context.clock, current, detections);
     });
-    QStringList images;
-    for (int i = 0; i < 200; ++i) {
-        images << QStringLiteral(R"({"type": 1, "relation": 1})");
-    }
-    open(QStringLiteral(R"({"scene_list": [%1]})")
-             .arg(scene("s", "", {event("e", images.join(','), {probe(1)})})));
+    const QStringList images(200, QStringLiteral(R"({"type": 1, "relation": 1})"));
+    open(QStringLiteral(R"({"scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group":
+        {"type": 5, "item_list": [%1]}, "action_list": [{"type": 1, "variable_id": 1}]}]}]})")
+             .arg(images.join(',')));
     current = runner.get();
     runToEnd();
     EXPECT_EQ(detections, 1);
@@ -313,10 +251,9 @@ TEST_F(Runner, EveryTargetRunsInBothMultiTargetModesWithItsOwnStartValues) {
     using autoscene::platform::WindowHandle;
     for (bool concurrency : {true, false}) {
         SCOPED_TRACE(concurrency ? "concurrent" : "in turn");
-        open(QStringLiteral(R"({"loop_mode": 2, "concurrency": %1,
-            "var_list": [{"type": 1, "id": 1, "value": "0"}], "scene_list": [%2]})")
-                 .arg(concurrency ? "true" : "false")
-                 .arg(scene("s", "", {event("p", "", {probe(1)})})));
+        open(fixture("one-probe.json")
+                 .replace(R"("concurrency": false)",
+                          concurrency ? R"("concurrency": true)" : R"("concurrency": false)"));
         // Probes run under the log's lock.
         std::map<WindowHandle, QString> values;
         const auto giveUp = giveUpTime();
@@ -326,18 +263,16 @@ TEST_F(Runner, EveryTargetRunsInBothMultiTargetModesWithItsOwnStartValues) {
                 runner->stop();
             }
         };
-        std::vector<RunTarget> targets{
-            {TargetKind::Desktop, 1}, {TargetKind::Desktop, 2}, {TargetKind::Desktop, 3}};
-        targets[0].variableOverrides[1] = "alpha";
-        targets[1].variableOverrides[1] = "beta";
-        runToEnd(targets);
+        runToEnd({{.kind = TargetKind::Desktop, .window = 1, .variableOverrides = {{1, "alpha"}}},
+                  {.kind = TargetKind::Desktop, .window = 2, .variableOverrides = {{1, "beta"}}},
+                  {TargetKind::Desktop, 3}});
         EXPECT_EQ(values, (std::map<WindowHandle, QString>{{1, "alpha"}, {2, "beta"}, {3, "0"}}));
     }
 }
 
 TEST_F(Runner, SuspendedThreadsWaitUntilResumed) {
     for (bool concurrency : {true, false}) {
-        open(threeEventTask(1));
+        open(fixture("three-events.json"));
         runner->setConcurrency(concurrency);
         runner->setLoopIntervalMs(1);
         ASSERT_TRUE(runner->start({{TargetKind::Desktop}, {TargetKind::Desktop}}));
@@ -361,8 +296,7 @@ TEST_F(Runner, WindowTargetsClaimDifferentWindows) {
     struct AcceptAll : IWindowMatcher {
         bool accepts(autoscene::platform::WindowHandle) override { return true; }
     } matcher;
-    open(QStringLiteral(R"({"loop_mode": 2, "scene_list": [%1]})")
-             .arg(scene("s", "", {event("p", "", {probe(1)})})));
+    open(fixture("one-probe.json"));
     target.setWindows({11, 22});
     runner->setWindowMatcher(&matcher);
     std::set<autoscene::platform::WindowHandle> windows;  // filled under the log's lock
@@ -384,7 +318,7 @@ TEST_F(Runner, FailedCapturesAreReportedAndTheRunGoesOn) {
         void runStarted(int targets) override { started = targets; }
         void captureFailed() override { ++failed; }
     } observer;
-    open(threeEventTask(1));
+    open(fixture("three-events.json"));
     target.setFrames({});
     runner->setRunObserver(&observer);
     stopAfter(3);

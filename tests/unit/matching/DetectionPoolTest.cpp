@@ -18,6 +18,7 @@
 #include "engine/RuntimeDefinitions.h"
 #include "engine/Scene.h"
 #include "engine/ScreenDetection.h"
+#include "model/RectText.h"
 #include "model/TaskDocument.h"
 #include "recognition/DetectionPool.h"
 #include "system/ThreadKey.h"
@@ -102,11 +103,7 @@ TEST(ScreenDetection, ResultsLandInTheWorkersOwnRecords) {
 
     DetectionPool pool(2);
     auto worker = [&](const QRect& rect, bool found) {
-        where->setValue(QStringLiteral("%1,%2,%3,%4")
-                            .arg(rect.x())
-                            .arg(rect.y())
-                            .arg(rect.width())
-                            .arg(rect.height()));
+        where->setValue(autoscene::model::formatRectText(rect));
         TaskInfo task;
         task.frame = frame;
         for (int cycle = 1; cycle <= 3; ++cycle) {

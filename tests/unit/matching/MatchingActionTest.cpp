@@ -60,8 +60,6 @@ protected:
                 QPoint(130, 60)};
     }
 
-    std::vector<RecordedInput> clicks() const { return target.inputs(); }
-
     QTemporaryDir dir;
     cv::Mat frame;
     cv::Rect cut;
@@ -81,7 +79,7 @@ TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchAsOftenAsAskedAndMoves
     EXPECT_FLOAT_EQ(action.run(task), 1.5f);
     EXPECT_EQ(clock.nowMs() - before, 500);  // two intervals between three clicks
 
-    const auto inputs = clicks();
+    const auto inputs = target.inputs();
     ASSERT_EQ(inputs.size(), 3u);
     const QRect match(140, 70, 20, 16);
     for (const RecordedInput& input : inputs) {
@@ -94,25 +92,24 @@ TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchAsOftenAsAskedAndMoves
     EXPECT_TRUE(match.adjusted(0, 0, 1, 1).contains(inputs[0].point.x, inputs[0].point.y));
 
     const QJsonObject result = action.state(std::this_thread::get_id());
-    EXPECT_TRUE(result["clicked"].toBool());
-    EXPECT_EQ(result["alias"].toString(), "button");
-    EXPECT_DOUBLE_EQ(result["sim"].toDouble(), 1.0);
-    const QJsonObject point = result["points"].toArray().at(0).toObject();
-    EXPECT_EQ(point["x"].toInt(), inputs[0].point.x);
+    EXPECT_EQ(std::tuple(result["clicked"].toBool(), result["alias"].toString(),
+                         result["sim"].toDouble(), result["points"][0]["x"].toInt()),
+              std::tuple(true, "button", 1.0, inputs[0].point.x));
 
     // Drawn at (135, 65) while the image sat at (130, 60); found at (140, 70).
     ImageAction moved(c, button(), definitions->cropRect(10), MouseOp::LeftClick,
                       ClickTiming{0.1f, 1, 0.0f}, 0.0f);
     moved.run(task);
-    ASSERT_EQ(clicks().size(), 4u);
-    EXPECT_TRUE(QRect(145, 75, 5, 5).contains(clicks()[3].point.x, clicks()[3].point.y));
-    EXPECT_EQ(clicks()[3].detail, 100);
+    ASSERT_EQ(target.inputs().size(), 4u);
+    EXPECT_TRUE(
+        QRect(145, 75, 5, 5).contains(target.inputs()[3].point.x, target.inputs()[3].point.y));
+    EXPECT_EQ(target.inputs()[3].detail, 100);
 
     // Count zero records the point but sends nothing.
     ImageAction none(c, button(), std::nullopt, MouseOp::LeftClick, ClickTiming{0.0f, 0, 0.0f},
                      0.0f);
     none.run(task);
-    EXPECT_EQ(clicks().size(), 4u);
+    EXPECT_EQ(target.inputs().size(), 4u);
     EXPECT_TRUE(none.state(std::this_thread::get_id())["clicked"].toBool());
     EXPECT_EQ(none.state(std::this_thread::get_id())["points"].toArray().size(), 1);
 }
@@ -134,17 +131,15 @@ TEST_F(MatchingActionTest, ImageActionClicksNothingWhenTheImageIsAbsentOrBroken)
     RunContext c = context();
     ImageAction elsewhere(c, button(12), std::nullopt, MouseOp::LeftClick, ClickTiming{}, 2.0f);
     EXPECT_FLOAT_EQ(elsewhere.run(task), 0.0f);
-    QJsonObject result = elsewhere.state(std::this_thread::get_id());
-    EXPECT_FALSE(result["clicked"].toBool());
-    EXPECT_LT(result["sim"].toDouble(), 0.9);
+    const QJsonObject result = elsewhere.state(std::this_thread::get_id());
+    EXPECT_TRUE(!result["clicked"].toBool() && result["sim"].toDouble() < 0.9);
 
     ImageAction::Target missing = button();
     missing.matcher = makeTemplateMatcher(document, 99, std::nullopt);
     ImageAction gone(c, missing, std::nullopt, MouseOp::LeftClick, ClickTiming{}, 2.0f);
     EXPECT_FLOAT_EQ(gone.run(task), 0.0f);
-    result = gone.state(std::this_thread::get_id());
-    EXPECT_EQ(result["err"].toString(), "图片不存在，请重新添加");
-    EXPECT_TRUE(clicks().empty());
+    EXPECT_EQ(gone.state(std::this_thread::get_id())["err"].toString(), "图片不存在，请重新添加");
+    EXPECT_TRUE(target.inputs().empty());
 }
 
 TEST_F(MatchingActionTest, SaveCoordWritesEveryFoundRectangle) {
@@ -154,10 +149,9 @@ TEST_F(MatchingActionTest, SaveCoordWritesEveryFoundRectangle) {
     action.run(task);
     EXPECT_EQ(definitions->find(11)->value(), QStringLiteral("10,10,20,16|140,70,20,16"));
     const QJsonObject result = action.state(std::this_thread::get_id());
-    EXPECT_TRUE(result["exist"].toBool());
-    EXPECT_EQ(result["rects"].toString(), "10,10,20,16|140,70,20,16");
-    EXPECT_EQ(result["variable_name"].toString(), "places");
-    EXPECT_EQ(result["image_name"].toString(), "button");
+    EXPECT_EQ(std::tuple(result["exist"].toBool(), result["rects"].toString(),
+                         result["variable_name"].toString(), result["image_name"].toString()),
+              std::tuple(true, "10,10,20,16|140,70,20,16", "places", "button"));
 
     definitions->find(11)->setValue(QStringLiteral("0,80,60,40"));
     ++task.cycleCount;
@@ -175,7 +169,7 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
                               MouseOp::LeftClick, ClickTiming{0.0f, 2, 0.0f}, 0.5f);
     EXPECT_FLOAT_EQ(action.run(task), 0.5f);
     EXPECT_EQ(action.currentPoint(), QPoint(50, 40));
-    const auto inputs = clicks();
+    const auto inputs = target.inputs();
     ASSERT_EQ(inputs.size(), 2u);
     EXPECT_EQ(QPoint(inputs[1].point.x, inputs[1].point.y), QPoint(50, 40));
     EXPECT_TRUE(action.state(std::this_thread::get_id())["clicked"].toBool());
@@ -183,7 +177,8 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     MVClickColorAction moved(c, orange, SearchArea(*definitions, 12), QRect(0, 0, 2, 2),
                              MouseOp::LeftClick, ClickTiming{}, 0.0f);
     moved.run(task);
-    EXPECT_TRUE(QRect(50, 40, 3, 3).contains(clicks().back().point.x, clicks().back().point.y));
+    EXPECT_TRUE(QRect(50, 40, 3, 3)
+                    .contains(target.inputs().back().point.x, target.inputs().back().point.y));
 
     MVClickColorAction noColour(c, std::nullopt, SearchArea(*definitions, 12), std::nullopt,
                                 MouseOp::LeftClick, ClickTiming{}, 0.5f);
@@ -200,7 +195,7 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
                               MouseOp::LeftClick, ClickTiming{}, 0.5f);
     EXPECT_FLOAT_EQ(absent.run(task), 0.0f);
     EXPECT_EQ(absent.currentPoint(), QPoint(-1, -1));
-    EXPECT_EQ(clicks().size(), 3u);
+    EXPECT_EQ(target.inputs().size(), 3u);
 }
 
 }  // namespace

@@ -31,14 +31,8 @@ TEST_F(ReducedFramesTest, SharesACopyOnlyForTheSameWorkerCycleRegionAndFactor) {
     const SearchCycle cycle{worker, 5};
     const cv::Mat first = frames.get(cycle, frame, {4, 4}, reduce);
 
-    struct Case {
-        const char* name;
-        SearchCycle cycle;
-        cv::Mat region;
-        cv::Size factor;
-        bool shared;
-    };
-    const Case cases[] = {
+    // {what, cycle, region, factor, whether the first copy is shared}
+    const std::tuple<const char*, SearchCycle, cv::Mat, cv::Size, bool> cases[] = {
         {"the same search again", cycle, frame, {4, 4}, true},
         {"the next cycle, in the same frame buffer", {worker, 6}, frame, {4, 4}, false},
         {"another worker", {std::thread::id(), 5}, frame, {4, 4}, false},
@@ -46,11 +40,11 @@ TEST_F(ReducedFramesTest, SharesACopyOnlyForTheSameWorkerCycleRegionAndFactor) {
         {"part of the frame", cycle, frame(cv::Rect(0, 0, 32, 48)), {4, 4}, false},
         {"a copy of the frame", cycle, frame.clone(), {4, 4}, false},
     };
-    for (const Case& c : cases) {
+    for (const auto& [name, searchCycle, region, factor, shared] : cases) {
         const int before = made;
-        const cv::Mat copy = frames.get(c.cycle, c.region, c.factor, reduce);
-        EXPECT_EQ(made == before, c.shared) << c.name;
-        EXPECT_EQ(copy.data == first.data, c.shared) << c.name;
+        const cv::Mat copy = frames.get(searchCycle, region, factor, reduce);
+        EXPECT_EQ(made == before, shared) << name;
+        EXPECT_EQ(copy.data == first.data, shared) << name;
     }
 }
 

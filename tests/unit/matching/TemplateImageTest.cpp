@@ -27,10 +27,10 @@ TEST(TemplateImageTest, AlphaGreyAndSixteenBitTemplatesMatchLikeTheirThreeChanne
     const cv::Mat piece = frame(cut).clone();
 
     cv::Mat withAlpha;
-    cv::cvtColor(piece, withAlpha, cv::COLOR_BGR2BGRA);
     cv::Mat deep;
-    piece.convertTo(deep, CV_16U, 257.0);
     cv::Mat greyDeep;
+    cv::cvtColor(piece, withAlpha, cv::COLOR_BGR2BGRA);
+    piece.convertTo(deep, CV_16U, 257.0);
     grey(cut).convertTo(greyDeep, CV_16U, 257.0);
     const std::pair<const char*, cv::Mat> forms[] = {{"bgr.png", piece},
                                                      {"bgra.png", withAlpha},
@@ -45,16 +45,14 @@ TEST(TemplateImageTest, AlphaGreyAndSixteenBitTemplatesMatchLikeTheirThreeChanne
         TemplateMatcher matcher(settings);
         matcher.matchDefault(frame, 1);
         const MatchRecord& record = matcher.record();
-        EXPECT_TRUE(record.found) << name;
-        EXPECT_EQ(record.status, kMatchOk) << name;
-        ASSERT_EQ(record.resultCount, 1u) << name;
+        ASSERT_EQ(std::tuple(record.found, record.status, record.resultCount),
+                  std::tuple(true, int(kMatchOk), size_t(1)))
+            << name;
         EXPECT_EQ(record.results[0].match, QRect(40, 20, 24, 18)) << name;
     }
 
     // The one-channel types take the grey of an image with alpha.
-    const cv::Mat mask = templateForm(withAlpha, MatchImageType::Threshold);
-    EXPECT_EQ(mask.channels(), 1);
-    EXPECT_EQ(mask.depth(), CV_8U);
+    EXPECT_EQ(templateForm(withAlpha, MatchImageType::Threshold).type(), CV_8UC1);
 }
 
 }  // namespace

@@ -55,18 +55,12 @@ protected:
 };
 
 TEST_F(TemplateMatcherTest, ScoreIsRoundedToTwoDecimalsBeforeTheThreshold) {
-    struct Case {
-        int noise;
-        float expectedScore;
-        bool found;
-    };
     // 50 / sqrt(50² + 38²) = 0.796 and 50 / sqrt(50² + 39²) = 0.788.
-    for (const Case c : {Case{38, 0.80f, true}, Case{39, 0.79f, false}}) {
+    for (const auto& [noise, score, found] : {std::tuple{38, 0.80f, true}, {39, 0.79f, false}}) {
         TemplateMatcher m = matcher(write(stripes(8, 0)));
-        const cv::Mat frame = stripes(8, c.noise);
-        m.matchDefault(frame, 1);
-        EXPECT_FLOAT_EQ(m.bestResult().score, c.expectedScore) << c.noise;
-        EXPECT_EQ(m.record().found, c.found) << c.noise;
+        m.matchDefault(stripes(8, noise), 1);
+        EXPECT_FLOAT_EQ(m.bestResult().score, score) << noise;
+        EXPECT_EQ(m.record().found, found) << noise;
     }
 }
 
@@ -80,8 +74,8 @@ TEST_F(TemplateMatcherTest, ClipsTheSearchAreaToTheFrameAndNeedsItAsLargeAsTheTe
 
     for (const QRect outside : {QRect(500, 10, 40, 40), QRect(10, -200, 40, 40)}) {
         m.matchIn(frame, outside, 2);
-        EXPECT_FALSE(m.record().found);
-        EXPECT_EQ(m.record().status, kMatchAreaTooSmall);
+        EXPECT_EQ(std::pair(m.record().found, m.record().status),
+                  std::pair(false, int(kMatchAreaTooSmall)));
     }
 
     // A template as large as the area matches; one pixel more does not.
@@ -120,24 +114,22 @@ TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplateAndRefusesThe
     const cv::Mat piece = frame(cut).clone();
 
     cv::Mat grey;
+    cv::Mat hls;
+    cv::Mat mask;
     cv::cvtColor(piece, grey, cv::COLOR_BGR2GRAY);
     cv::threshold(grey, grey, 90, 255, cv::THRESH_BINARY);
-    cv::Mat hls;
     cv::cvtColor(piece, hls, cv::COLOR_BGR2HLS);
-    cv::Mat mask;
     cv::inRange(piece, cv::Scalar(0, 0, 230), cv::Scalar(25, 25, 255), mask);
 
-    struct Case {
-        MatchImageType type;
-        cv::Mat stored;
-        cv::Mat refused;
-    };
-    for (const Case& c :
-         {Case{MatchImageType::Color, piece, {}}, Case{MatchImageType::Threshold, grey, piece},
-          Case{MatchImageType::Hls, hls, {}}, Case{MatchImageType::FilterColor, mask, piece}}) {
+    // {type, the template stored for it, one it refuses}
+    for (const auto& [type, stored, refusedImage] :
+         {std::tuple{MatchImageType::Color, piece, cv::Mat()},
+          {MatchImageType::Threshold, grey, piece},
+          {MatchImageType::Hls, hls, cv::Mat()},
+          {MatchImageType::FilterColor, mask, piece}}) {
         TemplateMatcher::Settings settings;
-        settings.filePath = write(c.stored, QStringLiteral("type%1.png").arg(int(c.type)));
-        settings.imageType = c.type;
+        settings.filePath = write(stored, QStringLiteral("type%1.png").arg(int(type)));
+        settings.imageType = type;
         settings.thresholdValue = 90;
         // The region is filtered as RGB with the colour's bounds in blue, green, red
         // order: the colour's blue meets the frame's red.
@@ -145,18 +137,19 @@ TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplateAndRefusesThe
         settings.filterSimilarity = 0.9f;
         TemplateMatcher m(settings);
         m.matchDefault(frame, 1);
-        EXPECT_TRUE(m.record().found) << int(c.type);
-        EXPECT_EQ(m.bestResult().match, QRect(88, 28, 26, 28)) << int(c.type);
-        EXPECT_EQ(m.bestResult().region.channels(), c.stored.channels()) << int(c.type);
-        if (c.refused.empty()) {
+        EXPECT_TRUE(m.record().found) << int(type);
+        EXPECT_EQ(m.bestResult().match, QRect(88, 28, 26, 28)) << int(type);
+        EXPECT_EQ(m.bestResult().region.channels(), stored.channels()) << int(type);
+        if (refusedImage.empty()) {
             continue;
         }
 
-        settings.filePath = write(c.refused, QStringLiteral("refused%1.png").arg(int(c.type)));
+        settings.filePath = write(refusedImage, QStringLiteral("refused%1.png").arg(int(type)));
         TemplateMatcher refused(settings);
         refused.matchDefault(frame, 1);
-        EXPECT_EQ(refused.record().status, kMatchBadFormat) << int(c.type);
-        EXPECT_FALSE(refused.record().found);
+        EXPECT_EQ(std::pair(refused.record().found, refused.record().status),
+                  std::pair(false, int(kMatchBadFormat)))
+            << int(type);
     }
 }
 
@@ -185,8 +178,7 @@ TEST_F(TemplateMatcherTest, UnreadableTemplatesReportMissingAndAreRetried) {
 
     write(piece, QStringLiteral("late.png"));
     m.matchDefault(frame, ++cycle);
-    EXPECT_TRUE(m.record().found);
-    EXPECT_EQ(m.record().status, kMatchOk);
+    EXPECT_EQ(std::pair(m.record().found, m.record().status), std::pair(true, int(kMatchOk)));
 }
 
 TEST_F(TemplateMatcherTest, ARectangleIsMatchedOncePerCycleAndAListStopsAtTheFirstFind) {
@@ -197,20 +189,17 @@ TEST_F(TemplateMatcherTest, ARectangleIsMatchedOncePerCycleAndAListStopsAtTheFir
 
     noiseFrame(100, 100, 99).copyTo(frame);
     m.matchDefault(frame, 1);  // same cycle: the earlier result stands
-    EXPECT_TRUE(m.record().found);
-    EXPECT_EQ(m.record().resultCount, 1u);
-
+    EXPECT_EQ(std::pair(m.record().found, m.record().resultCount), std::pair(true, size_t(1)));
     m.matchDefault(frame, 2);
-    EXPECT_FALSE(m.record().found);
-    EXPECT_EQ(m.record().resultCount, 1u);
+    EXPECT_EQ(std::pair(m.record().found, m.record().resultCount), std::pair(false, size_t(1)));
 
     // A rectangle list stops at the first find unless all are wanted.
     TemplateMatcher list = matcher(write(frame(cv::Rect(40, 40, 16, 16)).clone(), "l.png"));
     const std::vector<QRect> rects{QRect(0, 0, 30, 30), QRect(30, 30, 40, 40),
                                    QRect(35, 35, 30, 30)};
     list.matchRects(frame, rects, false, 3);
-    EXPECT_TRUE(list.record().found);
-    EXPECT_EQ(list.record().resultCount, 2u);
+    EXPECT_EQ(std::pair(list.record().found, list.record().resultCount),
+              std::pair(true, size_t(2)));
     EXPECT_EQ(list.bestResult().searched, rects[1]);
     list.matchRects(frame, rects, true, 4);
     EXPECT_EQ(list.record().resultCount, 3u);

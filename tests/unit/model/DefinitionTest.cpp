@@ -15,27 +15,25 @@ namespace {
 
 // Timers, alarms and randoms take an id from the counter before their own replaces it.
 TEST(DefinitionIds, ReadingRaisesTheCounterToTheHighestIdAcrossTasks) {
-    const struct {
-        DefinitionType type;
-        int nextId;
-    } cases[] = {{DefinitionType::Variable, 18},
-                 {DefinitionType::Crop, 18},
-                 {DefinitionType::Timer, 19},
-                 {DefinitionType::Alarm, 19},
-                 {DefinitionType::Random, 19}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(int(c.type));
+    // {type, the next id given}
+    const std::pair<DefinitionType, int> cases[] = {{DefinitionType::Variable, 18},
+                                                    {DefinitionType::Crop, 18},
+                                                    {DefinitionType::Timer, 19},
+                                                    {DefinitionType::Alarm, 19},
+                                                    {DefinitionType::Random, 19}};
+    for (const auto& [type, nextId] : cases) {
+        SCOPED_TRACE(int(type));
         definition_ids::reset();
         TaskDocument first;
         openOrFail(first, QStringLiteral(R"({"var_list": [{"type": %1, "id": 3},
             {"type": %1, "id": 17}, {"type": %1, "id": 5}]})")
-                              .arg(int(c.type))
+                              .arg(int(type))
                               .toUtf8());
         ASSERT_EQ(first.definitions.size(), 3u);
         EXPECT_EQ(first.definitions[2]->id, 5);
         TaskDocument second;  // a lower id read later leaves the counter alone
         openOrFail(second, R"({"var_list": [{"type": 1, "id": 2}]})");
-        EXPECT_EQ(EditorVariable::create<EditorVariable>()->id, c.nextId);
+        EXPECT_EQ(EditorVariable::create<EditorVariable>()->id, nextId);
     }
 }
 
@@ -43,8 +41,8 @@ TEST(Definitions, NamesMustBeUniqueWithinTheTaskAndARandomShowsItsRange) {
     TaskDocument task;
     openOrFail(task, R"({"var_list": [{"type": 1, "id": 1, "name": "hp"},
                                       {"type": 3, "id": 2, "name": "tick"}]})");
-    EXPECT_FALSE(task.isDefinitionNameFree(QStringLiteral("hp")));
-    EXPECT_FALSE(task.isDefinitionNameFree(QStringLiteral("tick")));
+    EXPECT_FALSE(task.isDefinitionNameFree(QStringLiteral("hp")) ||
+                 task.isDefinitionNameFree(QStringLiteral("tick")));
     EXPECT_TRUE(task.isDefinitionNameFree(QStringLiteral("hp"), 1));  // renaming itself
     EXPECT_TRUE(task.isDefinitionNameFree(QStringLiteral("HP")));
     EXPECT_EQ(task.definitionByName(QStringLiteral("tick"))->type(), int(DefinitionType::Timer));
@@ -59,15 +57,13 @@ TEST(Definitions, UsersAreFoundInEverySceneAndNestedGroup) {
     TaskDocument task;
     openOrFail(task, readFile(fixturePath("tasks/every-record/script.json")));
     // Variable 5 is the alarm, used only two groups deep.
-    ASSERT_EQ(task.usersOf(Ref::Definition, 5).size(), 1u);
-    EXPECT_EQ(
-        dynamic_cast<const EditorAlarmCondition*>(task.usersOf(Ref::Definition, 5)[0])->variableId,
-        5);
-    // Variable 8 is compared in the common events too.
-    EXPECT_EQ(task.usersOf(Ref::Definition, 8).size(), 4u);
-    // The original is used by the two crops.
-    EXPECT_EQ(task.usersOf(Ref::Original, 1).size(), 2u);
-    EXPECT_EQ(task.usersOf(Ref::Image, 2).size(), 0u);
+    const auto alarmUsers = task.usersOf(Ref::Definition, 5);
+    ASSERT_EQ(alarmUsers.size(), 1u);
+    EXPECT_TRUE(dynamic_cast<const EditorAlarmCondition*>(alarmUsers[0]));
+    // Variable 8 is compared in the common events too; the original is used by the two crops.
+    EXPECT_EQ(std::tuple(task.usersOf(Ref::Definition, 8).size(),
+                         task.usersOf(Ref::Original, 1).size(), task.usersOf(Ref::Image, 2).size()),
+              std::tuple(4u, 2u, 0u));
     EXPECT_TRUE(task.usesLabels());
 }
 
@@ -88,9 +84,7 @@ TEST(Definitions, ReplacingAnIdMovesEveryReference) {
 TEST(RectText, ReadsTheDocumentedForms) {
     EXPECT_EQ(parseRectText(QStringLiteral("10，20，30，40")), QRect(10, 20, 30, 40));
     EXPECT_EQ(parseRectText(QStringLiteral("10,20")), QRect(10, 20, 1, 1));
-    const QRect three = parseRectText(QStringLiteral("10,20,30"));
-    EXPECT_EQ(three.topLeft(), QPoint(10, 20));
-    EXPECT_TRUE(three.isEmpty());
+    EXPECT_EQ(parseRectText(QStringLiteral("10,20,30")), QRect(10, 20, 0, 0));
     EXPECT_TRUE(parseRectText(QStringLiteral("10,20,30,40,50")).isEmpty());
     EXPECT_EQ(parseRectText(QStringLiteral("7")), QRect(0, 0, 0, 0));
     EXPECT_EQ(parseRectText(QStringLiteral(",,1,,2,,")), QRect(1, 2, 1, 1));

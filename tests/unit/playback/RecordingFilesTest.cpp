@@ -9,6 +9,7 @@
 #include <ctime>
 
 #include "LogCapture.h"
+#include "TestFiles.h"
 #include "playback/RecordingPruning.h"
 #include "playback/RecordingWriter.h"
 
@@ -22,35 +23,27 @@ void makeRecordings(const QDir& root, int count, qint64 bytes) {
     for (int i = 0; i < count; ++i) {
         const QString folder = root.filePath(QStringLiteral("r%1").arg(i));
         QDir().mkpath(folder);
-        QFile lines(folder + "/cycles.jsonl");
-        ASSERT_TRUE(lines.open(QIODevice::WriteOnly));
-        lines.write(QByteArray(bytes, 'x'));
-        lines.close();
+        autoscene::test::writeFile(folder + "/cycles.jsonl", QByteArray(bytes, 'x'));
         const utimbuf times{std::time(nullptr) - 1000 + i, std::time(nullptr) - 1000 + i};
-        ::utime(lines.fileName().toLocal8Bit().constData(), &times);
+        ::utime((folder + "/cycles.jsonl").toLocal8Bit().constData(), &times);
     }
     QDir().mkpath(root.filePath("notes"));
 }
 
 TEST(RecordingPruning, DeletesTheOldestUntilCountAndSizeFit) {
-    struct Case {
-        RecordingLimits limits;
-        QString keep;
-        QStringList left;
-    };
-    const Case cases[] = {
+    // {limits, the recording being written, the folders left}
+    const std::tuple<RecordingLimits, QString, QStringList> cases[] = {
         {{3, 0}, {}, {"notes", "r2", "r3", "r4"}},
         {{0, 250}, {}, {"notes", "r3", "r4"}},
         {{10, 1000}, {}, {"notes", "r0", "r1", "r2", "r3", "r4"}},
         {{1, 0}, "r0", {"notes", "r0"}},  // the one being written stays and counts
     };
-    for (const Case& c : cases) {
+    for (const auto& [limits, keep, left] : cases) {
         QTemporaryDir root;
         makeRecordings(QDir(root.path()), 5, 100);
-        pruneRecordings(root.path(), c.limits,
-                        c.keep.isEmpty() ? QString() : root.filePath(c.keep));
-        EXPECT_EQ(QDir(root.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), c.left)
-            << c.limits.maxCount << " " << c.limits.maxBytes;
+        pruneRecordings(root.path(), limits, keep.isEmpty() ? QString() : root.filePath(keep));
+        EXPECT_EQ(QDir(root.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), left)
+            << limits.maxCount << " " << limits.maxBytes;
     }
 }
 

@@ -52,11 +52,8 @@ protected:
 };
 
 TEST_F(BackgroundProbe, CaptureInfoIsCheckedBeforeAnyBufferIsFilled) {
-    struct Case {
-        int result, width, height, channels;
-        bool frame;
-    };
-    const Case cases[] = {
+    // {result, width, height, channels, whether a frame comes}
+    const std::tuple<int, int, int, int, bool> cases[] = {
         {1, 4, 3, 3, true},       {1, 4, 3, 4, true},
         {0, 4, 3, 3, false},      {0x100, 4, 3, 3, false} /* only the low byte counts */,
         {1, 0, 3, 3, false},      {1, 4, 0, 3, false},
@@ -66,18 +63,18 @@ TEST_F(BackgroundProbe, CaptureInfoIsCheckedBeforeAnyBufferIsFilled) {
         {1, 3, 100000, 4, false},
     };
     auto plugin = load();
-    for (const Case& c : cases) {
-        setCapture(c.result, c.width, c.height, c.channels);
+    for (const auto& [result, width, height, channels, framed] : cases) {
+        setCapture(result, width, height, channels);
         const cv::Mat frame = capture(*plugin);
         const std::string name =
-            ::testing::PrintToString(std::vector<int>{c.result, c.width, c.height, c.channels});
-        EXPECT_EQ(!frame.empty(), c.frame) << name;
-        EXPECT_STREQ(events(), c.frame ? "capture 7\n" : "") << name;
-        if (c.frame) {
-            EXPECT_EQ(frame.size(), cv::Size(c.width, c.height));
+            ::testing::PrintToString(std::vector<int>{result, width, height, channels});
+        EXPECT_EQ(!frame.empty(), framed) << name;
+        EXPECT_STREQ(events(), framed ? "capture 7\n" : "") << name;
+        if (framed) {
+            EXPECT_EQ(frame.size(), cv::Size(width, height));
             // Pixel (2, 1): R 12, G 112, B 212, and A 312 mod 256 when the plug-in has one.
             const cv::Vec4b pixel = frame.at<cv::Vec4b>(1, 2);
-            EXPECT_EQ(pixel, cv::Vec4b(212, 112, 12, c.channels == 4 ? 56 : 255)) << name;
+            EXPECT_EQ(pixel, cv::Vec4b(212, 112, 12, channels == 4 ? 56 : 255)) << name;
         }
     }
 }

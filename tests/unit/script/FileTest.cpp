@@ -27,34 +27,31 @@ protected:
 };
 
 TEST_F(File, WriteReplacesUnlessAskedToAppend) {
-    EXPECT_EQ(at("file.write('%D/a.txt', 'first line\\nsecond ü')"), "true");
-    EXPECT_EQ(at("file.write('%D/a.txt', 'one\\ntwo\\nthree')"), "true");
+    EXPECT_EQ(at("[file.write('%D/a.txt', 'first line\\nsecond ü'),"
+                 " file.write('%D/a.txt', 'one\\ntwo\\nthree')].join()"),
+              "true,true");
     EXPECT_EQ(contents("a.txt"), "one\ntwo\nthree");
     EXPECT_EQ(at("file.write('%D/a.txt', '\\nfour ü', true)"), "true");
     EXPECT_EQ(at("file.read('%D/a.txt')"), "one\ntwo\nthree\nfour ü");
-    EXPECT_EQ(at("file.readLine('%D/a.txt', 3)"), "four ü");
-    EXPECT_EQ(at("file.readLine('%D/a.txt', 0)"), "one");
-    EXPECT_EQ(at("file.readLine('%D/a.txt', 4)"), "");
-    EXPECT_EQ(at("file.readLine('%D/a.txt', -1)"), "");
+    EXPECT_EQ(at("[3, 0, 4, -1].map(n => file.readLine('%D/a.txt', n)).join('|')"), "four ü|one||");
     EXPECT_EQ(at("file.read('%D/none.txt') + file.readLine('%D/none.txt', 0)"), "");
     EXPECT_EQ(at("file.write('%D/no/such/folder/a.txt', 'x')"), "false");
 }
 
 TEST_F(File, TouchMkdirListAndRemove) {
-    EXPECT_EQ(at("file.write('%D/kept.txt', 'kept')"), "true");
-    EXPECT_EQ(at("file.touch('%D/kept.txt')"), "true");
+    EXPECT_EQ(at("[file.write('%D/kept.txt', 'kept'), file.touch('%D/kept.txt'),"
+                 " file.touch('%D/new.txt'), file.mkdir('%D/x/y/z'),"
+                 " file.touch('%D/x/y/z/deep.txt')].join()"),
+              "true,true,true,true,true");
     EXPECT_EQ(contents("kept.txt"), "kept");  // touching an existing file changes nothing
-    EXPECT_EQ(at("file.touch('%D/new.txt')"), "true");
-    EXPECT_EQ(at("file.mkdir('%D/x/y/z')"), "true");
-    EXPECT_EQ(at("file.touch('%D/x/y/z/deep.txt')"), "true");
     EXPECT_EQ(at("file.listFile('%D').sort().join()"), "kept.txt,new.txt,x");
     EXPECT_EQ(at("file.listFile('%D/missing').length"), "0");
 
-    EXPECT_EQ(at("file.remove('%D/x')"), "true");  // recursively
+    // The folder goes recursively; a file removed is not there to remove again.
+    EXPECT_EQ(at("[file.remove('%D/x'), file.remove('%D/new.txt'), file.remove('%D/new.txt'),"
+                 " file.remove('')].join()"),
+              "true,true,false,false");
     EXPECT_FALSE(QFileInfo::exists(dir.filePath("x")));
-    EXPECT_EQ(at("file.remove('%D/new.txt')"), "true");
-    EXPECT_EQ(at("file.remove('%D/new.txt')"), "false");
-    EXPECT_EQ(at("file.remove('')"), "false");
 }
 
 TEST_F(File, CopyRenameAndMove) {

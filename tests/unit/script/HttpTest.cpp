@@ -18,10 +18,10 @@ protected:
 };
 
 TEST_F(Http, GetReturnsTheBody) {
-    EXPECT_EQ(text(QStringLiteral("http.get('%1')").arg(url("/hello"))), "héllo");
-    EXPECT_EQ(text(QStringLiteral("http.get('%1')").arg(url("/missing"))), "");
     const std::string refused = autoscene::test::EchoServer::refusedUrl("/");
-    EXPECT_EQ(text(QStringLiteral("http.get('%1')").arg(QString::fromStdString(refused))), "");
+    EXPECT_EQ(text(QStringLiteral("[http.get('%1'), http.get('%2'), http.get('%3')].join('|')")
+                       .arg(url("/hello"), url("/missing"), QString::fromStdString(refused))),
+              "héllo||");
 }
 
 TEST_F(Http, PostSendsMembersAsFormFields) {
@@ -37,12 +37,11 @@ TEST_F(Http, PostJsonSendsCompactJson) {
     EXPECT_EQ(text(QStringLiteral(R"(http.postJson('%1', {a: [1, "x"], b: {c: null}}))")
                        .arg(url("/echo"))),
               "application/json\n{\"a\":[1,\"x\"],\"b\":{\"c\":null}}");
-    EXPECT_EQ(
-        text(QStringLiteral("var o = {}; o.self = o; http.postJson('%1', o)").arg(url("/echo"))),
-        "");
-    EXPECT_EQ(text(QStringLiteral("http.postJson('%1', undefined)").arg(url("/echo"))), "");
-    EXPECT_EQ(text(QStringLiteral("http.postJson('%1', 'text')").arg(url("/echo"))),
-              "application/json\n\"text\"");
+    EXPECT_EQ(text(QStringLiteral("var o = {}; o.self = o; [http.postJson('%1', o),"
+                                  " http.postJson('%1', undefined), http.postJson('%1', 'text')]"
+                                  ".join('|')")
+                       .arg(url("/echo"))),
+              "||application/json\n\"text\"");
 }
 
 TEST_F(Http, DownloadWritesBytesAndMakesTheFolder) {

@@ -29,12 +29,8 @@ protected:
         cv::imwrite(folder + "corner.png", frame(cv::Rect(150, 80, 10, 10)));
         // A colour image stored for a thresholded (one-channel) find cannot be matched.
         cv::imwrite(folder + "colour.png", frame(cv::Rect(0, 0, 8, 8)));
-        ASSERT_TRUE(task.openText(R"({"image_list": [
-            {"id": 1, "name": "patch", "file": "patch.png", "type": 1, "sim": 0.95},
-            {"id": 2, "name": "corner", "file": "corner.png", "type": 1, "sim": 0.95},
-            {"id": 3, "name": "colour", "file": "colour.png", "type": 2, "sim": 0.95},
-            {"id": 4, "name": "gone", "file": "gone.png", "type": 1, "sim": 0.95}]})")
-                        .ok);
+        ASSERT_TRUE(
+            task.openText(autoscene::test::readFile(AUTOSCENE_FIXTURES "/script/images.json")).ok);
         task.folderPath = dir.path() + "/";
     }
 
@@ -56,9 +52,10 @@ TEST_F(Image, FindReportsEveryNamedImageFound) {
 TEST_F(Image, FindThatCannotRunSaysWhy) {
     EXPECT_EQ(text("JSON.stringify(image.find('colour'))"),
               R"({"code":-1,"msg":"图片格式错误，请重新添加","rects":[]})");
-    EXPECT_EQ(text("var r = image.find('gone'); r.code + r.msg"), "-2图片不存在，请重新添加");
-    EXPECT_EQ(text("var r = image.find('no such name'); r.code + r.msg"),
-              "-2图片不存在，请重新添加");
+    for (const char* name : {"gone", "no such name"}) {
+        EXPECT_EQ(text(QStringLiteral("var r = image.find('%1'); r.code + r.msg").arg(name)),
+                  "-2图片不存在，请重新添加");
+    }
     EXPECT_EQ(text("var r = image.find('patch', '0,0,10,10'); r.code + r.msg"),
               "-3查找范围小于图片大小");
     EXPECT_EQ(text("image.exist('gone')"), "false");

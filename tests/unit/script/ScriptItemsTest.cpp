@@ -42,8 +42,8 @@ TEST_F(ScriptItems, ActionStoresTheWholeResultInItsVariable) {
     EXPECT_EQ(action.run(worker), 0.0f);
     EXPECT_EQ(definitions->find(4)->value(), "7-" + QString(3000, 'y'));
     const QJsonObject record = action.state(std::this_thread::get_id());
-    EXPECT_EQ(record["type"].toInt(), 12);
-    EXPECT_EQ(record["variable"].toString(), "n");
+    EXPECT_EQ(std::pair(record["type"].toInt(), record["variable"].toString()),
+              std::pair(12, QString("n")));
     EXPECT_TRUE(record["result"].toString().startsWith("7-yyy"));
     EXPECT_LT(record["result"].toString().size(), 3000);
     EXPECT_TRUE(record["log"].toString().startsWith("n = 7-yyy"));
@@ -59,12 +59,8 @@ TEST_F(ScriptItems, ActionStoresTheWholeResultInItsVariable) {
 }
 
 TEST_F(ScriptItems, ConditionReadsTheOtherKeyWhenJsCodeIsMissing) {
-    ASSERT_TRUE(task.openText(R"({"scene_list": [{"name": "s", "event_list": [{"name": "e",
-        "item_group": {"type": 5, "item_list": [
-            {"type": 9, "relation": 1, "javascript": "'other key'"},
-            {"type": 9, "relation": 1, "javascript": "'other key'", "js_code": "'js_code'"}]},
-        "action_list": []}]}]})")
-                    .ok);
+    ASSERT_TRUE(
+        task.openText(autoscene::test::readFile(AUTOSCENE_FIXTURES "/script/other-key.json")).ok);
     const auto& items = task.scenes.front().events.front().conditions.items();
     ASSERT_EQ(items.size(), 2u);
     EXPECT_EQ(static_cast<const autoscene::model::EditorJavaScriptCondition&>(*items[0]).jsCode,

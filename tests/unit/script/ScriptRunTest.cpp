@@ -13,6 +13,7 @@
 
 #include "InProcessTarget.h"
 #include "LoopbackPort.h"
+#include "TestFiles.h"
 #include "engine/RuntimeFactory.h"
 #include "engine/TaskRunner.h"
 #include "model/TaskDocument.h"
@@ -26,40 +27,35 @@ namespace {
 // Stands in for a tap: calls back on every run, with the worker's window.
 class Probe : public IAction {
 public:
-    explicit Probe(std::function<void(TaskInfo&)> onRun)
-        : IAction(1, 0.0f), onRun_(std::move(onRun)) {}
+    explicit Probe(std::function<void(TaskInfo&)>& onRun) : IAction(1, 0.0f), onRun_(onRun) {}
     float run(TaskInfo& task) override {
-        onRun_(task);
+        if (onRun_) {
+            onRun_(task);
+        }
         return 0.0f;
     }
 
 private:
-    std::function<void(TaskInfo&)> onRun_;
+    std::function<void(TaskInfo&)>& onRun_;
 };
 
 QString jsonString(const QString& text) {
-    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
-    return QString::fromUtf8(array).mid(1).chopped(1);
+    return QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact))
+        .mid(1)
+        .chopped(1);
 }
 
 class ScriptRun : public ::testing::Test {
 protected:
     // One scene whose only event runs `code`, then the probe; one variable "done" = "no".
     void open(const QString& code) {
-        const QString json = QStringLiteral(R"({"loop_mode": 2, "concurrency": true,
-            "var_list": [{"type": 1, "id": 1, "name": "done", "value": "no"}],
-            "scene_list": [{"name": "s", "event_list": [{"name": "e",
-            "item_group": {"type": 5, "item_list": []},
-            "action_list": [{"type": 12, "js_code": %1}, {"type": 1}]}]}]})")
+        const QString json = QString::fromUtf8(autoscene::test::readFile(
+                                                   AUTOSCENE_FIXTURES "/script/two-targets.json"))
                                  .arg(jsonString(code));
         ASSERT_TRUE(task.openText(json.toUtf8()).ok);
         autoscene::script::registerScriptItems(factory);
         factory.addAction(1, [this](const autoscene::model::IEditorAction&, RunContext&) {
-            return std::make_unique<Probe>([this](TaskInfo& info) {
-                if (onProbe) {
-                    onProbe(info);
-                }
-            });
+            return std::make_unique<Probe>(onProbe);
         });
         runner = std::make_unique<TaskRunner>(task, factory, target);
         runner->setLoopIntervalMs(1);
@@ -116,9 +112,8 @@ TEST_F(ScriptRun, ALockNeverUnlockedEndsWithItsRun) {
             runner->stop();
         }
     };
-    RunTarget locking{TargetKind::Desktop, 3};
-    locking.variableOverrides[1] = "lock";
-    ASSERT_TRUE(runner->start({locking}));
+    ASSERT_TRUE(runner->start(
+        {{.kind = TargetKind::Desktop, .window = 3, .variableOverrides = {{1, "lock"}}}}));
     ASSERT_TRUE(runner->waitUntilIdle(30s));
     probed.clear();
 

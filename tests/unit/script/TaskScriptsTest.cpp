@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestFiles.h"
 #include "model/TaskDocument.h"
 #include "script/TaskScripts.h"
 
@@ -34,14 +35,8 @@ TEST(TaskScripts, ReachNamesEveryKindOfCall) {
 
 TEST(TaskScripts, ListsConditionsInNestedGroupsAndActionsOfEveryScene) {
     autoscene::model::TaskDocument task;
-    ASSERT_TRUE(task.openText(R"({"scene_list": [{"name": "s", "scene_event": {"name": "id",
-        "item_group": {"type": 5, "item_list": [{"type": 9, "relation": 1, "js_code": "a"}]}},
-        "event_list": [{"name": "e", "item_group": {"type": 5, "item_list": [{"type": 5,
-        "relation": 1, "item_list": [{"type": 9, "relation": 2, "js_code": "b"}]}]},
-        "action_list": [{"type": 10}, {"type": 12, "js_code": "c"}]}]}],
-        "common_event": {"event_list": [{"name": "c", "item_group": {"type": 5, "item_list": []},
-        "action_list": [{"type": 12, "js_code": "d"}]}]}})")
-                    .ok);
+    ASSERT_TRUE(
+        task.openText(autoscene::test::readFile(AUTOSCENE_FIXTURES "/script/every-place.json")).ok);
     QStringList listed;
     for (const auto& script : autoscene::script::taskScripts(task)) {
         listed << QStringLiteral("%1/%2/%3/%4")

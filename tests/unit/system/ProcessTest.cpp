@@ -73,13 +73,11 @@ TEST(PipedProcess, AnswersCommandsInTurnUntilCutShortOrEnded) {
     ASSERT_TRUE(shell.write("echo one; echo :m:\necho a; echo :m:; printf b; echo :m:\n"));
     for (const char* expected : {"one\n", "a\n", "b"}) {
         const sys::PipedReply reply = shell.readUntil(":m:\n", milliseconds(5000), {});
-        EXPECT_TRUE(reply.complete);
-        EXPECT_EQ(reply.output, expected);
+        EXPECT_EQ(std::pair(reply.complete, reply.output), std::pair(true, std::string(expected)));
     }
     ASSERT_TRUE(shell.write("sleep 30; echo :m:\n"));
     const sys::PipedReply late = shell.readUntil(":m:\n", milliseconds(200), {});
-    EXPECT_FALSE(late.complete);
-    EXPECT_EQ(late.end, sys::CommandEnd::TimedOut);
+    EXPECT_EQ(std::pair(late.complete, late.end), std::pair(false, sys::CommandEnd::TimedOut));
 
     sys::PipedProcess stopped("sh");
     std::stop_source stop;
@@ -93,9 +91,8 @@ TEST(PipedProcess, AnswersCommandsInTurnUntilCutShortOrEnded) {
     sys::PipedProcess ended("sh");
     ASSERT_TRUE(ended.write("echo last; exit\n"));
     const sys::PipedReply last = ended.readUntil(":m:\n", milliseconds(5000), {});
-    EXPECT_FALSE(last.complete);
-    EXPECT_EQ(last.end, sys::CommandEnd::Exited);
-    EXPECT_EQ(last.output, "last\n");
+    EXPECT_EQ(std::tuple(last.complete, last.end, last.output),
+              std::tuple(false, sys::CommandEnd::Exited, std::string("last\n")));
     // Once the shell has gone, writes fail; no SIGPIPE ends the test either.
     for (int wait = 0; wait < 100 && ended.write("echo gone\n"); ++wait) {
         std::this_thread::sleep_for(milliseconds(10));
@@ -110,25 +107,23 @@ TEST(StartHiddenProcess, StartsDetachedInItsOwnSessionOrReportsAMissingProgram) 
     const sys::HiddenProcess process =
         sys::startHiddenProcess("sh -c 'echo started > \"$0\"; echo lost' " + marker.string());
     ASSERT_TRUE(process.started());
-    EXPECT_EQ(process.processId, process.threadId);
-    EXPECT_EQ(process.processHandle, 0u);
+    EXPECT_EQ(std::pair(process.processId, process.processHandle),
+              std::pair(process.threadId, decltype(process.processHandle)(0)));
     const pid_t pid = static_cast<pid_t>(process.processId);
     EXPECT_EQ(::getsid(pid), pid);
 
     int status = 0;
     ASSERT_EQ(::waitpid(pid, &status, 0), pid);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    std::ifstream written(marker);
     std::string line;
-    std::getline(written, line);
+    std::getline(std::ifstream(marker), line);
     EXPECT_EQ(line, "started");
     fs::remove(marker);
 
     testing::internal::CaptureStdout();
     const sys::HiddenProcess missing = sys::startHiddenProcess("no-such-program-autoscene");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "CreateProcess failed.\n");
-    EXPECT_FALSE(missing.started());
-    EXPECT_EQ(missing.threadId, 0u);
+    EXPECT_TRUE(!missing.started() && missing.threadId == 0u);
 }
 
 TEST(ProcessEnd, WaitsForExitCodeAndEndsAProcessOnRequest) {

@@ -14,10 +14,8 @@ auto fields(Rect r) {
 }
 
 TEST(CropToScreen, ClampsToTheScreen) {
-    const struct {
-        Rect in;
-        Rect want;
-    } cases[] = {
+    // {asked, cropped}
+    const std::pair<Rect, Rect> cases[] = {
         {{0, 0, 1280, 720}, {0, 0, 1280, 720}},
         {{1000, 600, 640, 480}, {1000, 600, 280, 120}},
         // An origin before the screen reads from zero at full size.
@@ -25,8 +23,8 @@ TEST(CropToScreen, ClampsToTheScreen) {
         // An origin past the screen keeps the last column and row.
         {{5000, 800, 300, 200}, {1279, 719, 1, 1}},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(fields(cropToScreen(c.in, 1280, 720)), fields(c.want)) << c.in.x << "," << c.in.y;
+    for (const auto& [in, want] : cases) {
+        EXPECT_EQ(fields(cropToScreen(in, 1280, 720)), fields(want)) << in.x << "," << in.y;
     }
     EXPECT_EQ(cropToScreen(Rect{10, 10, 0, 200}, 1280, 720).width, 0);
     EXPECT_EQ(cropToScreen(Rect{10, 10, -5, 200}, 1280, 720).width, 0);

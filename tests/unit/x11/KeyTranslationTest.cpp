@@ -36,13 +36,12 @@ TEST(VirtualKeys, MapToKeysymsAndEveryMappedOneIsReal) {
 }
 
 TEST(TypedCharacters, CodePointsTypeLatin1OrUnicodeKeysyms) {
-    EXPECT_EQ(keysymForCodePoint(U'a'), XK_a);
-    EXPECT_EQ(keysymForCodePoint(U'é'), XK_eacute);
-    EXPECT_EQ(keysymForCodePoint(U'开'), 0x1005F00ul);
-    EXPECT_EQ(keysymForCodePoint(U'\n'), XK_Return);
-    EXPECT_EQ(keysymForCodePoint(U'\t'), XK_Tab);
-    EXPECT_EQ(keysymForCodePoint(0x01), kNoSymbol);
-    EXPECT_EQ(keysymForCodePoint(0x85), kNoSymbol);
+    const std::pair<char32_t, unsigned long> known[] = {
+        {U'a', XK_a},    {U'é', XK_eacute}, {U'开', 0x1005F00ul}, {U'\n', XK_Return},
+        {U'\t', XK_Tab}, {0x01, kNoSymbol}, {0x85, kNoSymbol}};
+    for (const auto& [codePoint, keysym] : known) {
+        EXPECT_EQ(keysymForCodePoint(codePoint), keysym) << std::uint32_t(codePoint);
+    }
 }
 
 }  // namespace
