@@ -1,6 +1,5 @@
 #include "recognition/TemplateImage.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -8,7 +7,7 @@
 #include <mutex>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
-#include <utility>
+#include <optional>
 
 namespace autoscene::recognition {
 
@@ -20,33 +19,55 @@ bool wantsColour(MatchImageType type) {
     return type == MatchImageType::Color || type == MatchImageType::Hls;
 }
 
-// Files that did not decode, by path, with the size and time they had then.
-class UndecodableFiles {
+// The last bytes read from each template file and what they decoded to (empty when they
+// did not): every probe and every run builds its image items anew, and decoding is most
+// of what that costs. Kept by content, so a file changed in any way decodes again, and a
+// file that does not decode is reported once until it changes.
+class DecodedFiles {
 public:
-    using Stamp = std::pair<qint64, qint64>;
+    // The image `bytes` decoded to when they were last read from `path`.
+    std::optional<cv::Mat> find(const QString& path, const QByteArray& bytes) {
+        const std::lock_guard lock(mutex_);
+        const auto it = files_.find(path);
+        if (it == files_.end() || it->second.bytes != bytes) {
+            return std::nullopt;
+        }
+        return it->second.decoded;
+    }
 
-    // True when the file is as it was when it last failed.
-    bool unchanged(const QString& path, Stamp stamp) {
+    void keep(const QString& path, const QByteArray& bytes, const cv::Mat& decoded) {
+        const size_t size = size_t(bytes.size()) + decoded.total() * decoded.elemSize();
         const std::lock_guard lock(mutex_);
-        const auto it = failed_.find(path);
-        return it != failed_.end() && it->second == stamp;
-    }
-    void remember(const QString& path, Stamp stamp) {
-        const std::lock_guard lock(mutex_);
-        failed_[path] = stamp;
-    }
-    void forget(const QString& path) {
-        const std::lock_guard lock(mutex_);
-        failed_.erase(path);
+        if (const auto it = files_.find(path); it != files_.end()) {
+            bytes_ -= it->second.size;
+            files_.erase(it);
+        }
+        if (size > kMaxBytes) {
+            return;
+        }
+        // A task's templates take a few megabytes; past the bound, start again.
+        if (bytes_ + size > kMaxBytes) {
+            files_.clear();
+            bytes_ = 0;
+        }
+        files_[path] = {bytes, decoded, size};
+        bytes_ += size;
     }
 
 private:
+    static constexpr size_t kMaxBytes = size_t(32) << 20;
+    struct Entry {
+        QByteArray bytes;
+        cv::Mat decoded;
+        size_t size = 0;
+    };
     std::mutex mutex_;
-    std::map<QString, Stamp> failed_;
+    std::map<QString, Entry> files_;
+    size_t bytes_ = 0;
 };
 
-UndecodableFiles& undecodableFiles() {
-    static UndecodableFiles files;
+DecodedFiles& decodedFiles() {
+    static DecodedFiles files;
     return files;
 }
 
@@ -69,31 +90,28 @@ cv::Mat templateForm(const cv::Mat& decoded, MatchImageType type) {
 }
 
 cv::Mat readTemplateImage(const QString& path, MatchImageType type) {
-    const QFileInfo info(path);
-    if (path.isEmpty() || !info.isFile()) {
-        return {};
-    }
-    const UndecodableFiles::Stamp stamp{info.size(), info.lastModified().toMSecsSinceEpoch()};
-    UndecodableFiles& undecodable = undecodableFiles();
-    if (undecodable.unchanged(path, stamp)) {
+    if (path.isEmpty() || !QFileInfo(path).isFile()) {
         return {};
     }
     QFile file(path);
-    cv::Mat image;
-    if (file.open(QIODevice::ReadOnly)) {
-        const QByteArray bytes = file.readAll();
-        if (!bytes.isEmpty()) {
-            const cv::Mat raw(1, int(bytes.size()), CV_8UC1, const_cast<char*>(bytes.constData()));
-            image = cv::imdecode(raw, cv::IMREAD_UNCHANGED);
-        }
-    }
-    if (image.empty()) {
-        qCWarning(lcTemplateImage).noquote() << "template image does not decode:" << path;
-        undecodable.remember(path, stamp);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qCWarning(lcTemplateImage).noquote() << "template image cannot be read:" << path;
         return {};
     }
-    undecodable.forget(path);
-    return templateForm(image, type);
+    const QByteArray bytes = file.readAll();
+    DecodedFiles& decoded = decodedFiles();
+    std::optional<cv::Mat> image = decoded.find(path, bytes);
+    if (!image) {
+        image = bytes.isEmpty() ? cv::Mat()
+                                : cv::imdecode(cv::Mat(1, int(bytes.size()), CV_8UC1,
+                                                       const_cast<char*>(bytes.constData())),
+                                               cv::IMREAD_UNCHANGED);
+        decoded.keep(path, bytes, *image);
+        if (image->empty()) {
+            qCWarning(lcTemplateImage).noquote() << "template image does not decode:" << path;
+        }
+    }
+    return image->empty() ? cv::Mat() : templateForm(*image, type);
 }
 
 }  // namespace autoscene::recognition

@@ -14,8 +14,9 @@ namespace autoscene::recognition {
 // returned as they are (the matcher refuses them).
 cv::Mat templateForm(const cv::Mat& decoded, MatchImageType type);
 
-// Reads and converts a template file; empty when it is missing or does not decode. Each
-// file that does not decode is reported once and not decoded again until it changes.
+// Reads and converts a template file; empty when it is missing or does not decode. What a
+// file's bytes decode to is kept, so the same bytes are decoded once; each file that does
+// not decode is reported once and not decoded again until it changes.
 cv::Mat readTemplateImage(const QString& path, MatchImageType type);
 
 }  // namespace autoscene::recognition

@@ -51,6 +51,16 @@ TEST(TemplateImageTest, AlphaGreyAndSixteenBitTemplatesMatchLikeTheirThreeChanne
         EXPECT_EQ(record.results[0].match, QRect(40, 20, 24, 18)) << name;
     }
 
+    // A file rewritten at once with other pixels is decoded anew, not taken from before.
+    for (const cv::Point at : {cv::Point(10, 10), cv::Point(70, 50)}) {
+        TemplateMatcher::Settings settings;
+        settings.filePath = dir.filePath("bgr.png");
+        ASSERT_TRUE(cv::imwrite(settings.filePath.toStdString(), frame(cv::Rect(at, cut.size()))));
+        TemplateMatcher matcher(settings);
+        matcher.matchDefault(frame, 1);
+        EXPECT_EQ(matcher.record().results[0].match.topLeft(), QPoint(at.x, at.y));
+    }
+
     // The one-channel types take the grey of an image with alpha.
     EXPECT_EQ(templateForm(withAlpha, MatchImageType::Threshold).type(), CV_8UC1);
 }
