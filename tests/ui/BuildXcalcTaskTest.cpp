@@ -49,16 +49,6 @@ void keepStep(QWidget& window, const QString& name) {
     keepStep(window.grab().toImage(), name);
 }
 
-bool eventually(const std::function<bool()>& done, int timeoutMs = 5000) {
-    for (int waited = 0; waited < timeoutMs; waited += 50) {
-        if (done()) {
-            return true;
-        }
-        QTest::qWait(50);
-    }
-    return done();
-}
-
 // xcalc's display once it stopped changing.
 platform::BgraFrame settledDisplay(const ReferenceScreen& screen, Rect display) {
     platform::BgraFrame last = screen.read(display);
@@ -78,7 +68,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     ClientProcess xcalc(display, {"xcalc", "-geometry", "+0+0"});
     auto backend = platform::makeX11Backend(nullptr);
     platform::WindowHandle calculatorWindow = 0;
-    ASSERT_TRUE(eventually([&] {
+    ASSERT_TRUE(QTest::qWaitFor([&] {
         for (const platform::WindowHandle window : backend->topLevelWindows()) {
             if (backend->matches(window, {.title = "Calculator", .fullMatchTitle = true})) {
                 calculatorWindow = window;
@@ -116,7 +106,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     ui::ScreenToolsDialog& tools = window->screenTools(ui::ScreenToolsDialog::Mode::Template);
     tools.move(client.x + client.width + 20, 0);
     tools.findChild<QPushButton*>("pushButton_capture")->click();
-    ASSERT_TRUE(eventually([&] { return tools.originalId() > 0; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return tools.originalId() > 0; }));
     ASSERT_EQ(window->editor().document().originals.size(), 1u);
     keepStep(tools, "02-screenshot");
     const auto& keys = calculator.rows;
@@ -126,15 +116,15 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     for (const auto& [name, button] : buttons) {
         SCOPED_TRACE(name.toStdString());
         // Typed coordinates, in the screenshot's pixels.
-        tools.findChild<QSpinBox*>("spinBox_x")->setValue(button.x - client.x);
-        tools.findChild<QSpinBox*>("spinBox_y")->setValue(button.y - client.y);
-        tools.findChild<QSpinBox*>("spinBox_width")->setValue(button.width);
-        tools.findChild<QSpinBox*>("spinBox_height")->setValue(button.height);
-        tools.findChild<QLineEdit*>("lineEdit_name")->setText(name);
+        fill(tools, {{"spinBox_x", QString::number(button.x - client.x)},
+                     {"spinBox_y", QString::number(button.y - client.y)},
+                     {"spinBox_width", QString::number(button.width)},
+                     {"spinBox_height", QString::number(button.height)},
+                     {"lineEdit_name", name}});
         tools.findChild<QPushButton*>("pushButton_save")->click();
         const QString unique = QString("已保存: %1，在原图中只匹配一处").arg(name);
         auto* message = tools.findChild<QLabel*>("label_message");
-        EXPECT_TRUE(eventually([&] { return message->text() == unique; }))
+        EXPECT_TRUE(QTest::qWaitFor([&] { return message->text() == unique; }))
             << message->text().toStdString();
     }
     keepStep(tools, "03-templates-cut");
@@ -183,7 +173,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     for (const Rect key : {keys[0][4], keys[8][1], keys[9][2]}) {
         backend->mouse({calculatorWindow, 0}, centreOf(key), platform::MouseOp::LeftClick, 0, true);
     }
-    EXPECT_TRUE(eventually([&] {
+    EXPECT_TRUE(QTest::qWaitFor([&] {
         return firstDifference(settledDisplay(screen, calculator.display), computed).empty();
     })) << "xcalc does not show 42 after the run";
 }

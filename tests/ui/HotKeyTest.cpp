@@ -1,13 +1,12 @@
 #include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QDialog>
 #include <QDir>
 #include <QLineEdit>
-#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 
+#include "EventForms.h"
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
 #include "keys/HotKeyText.h"
@@ -103,8 +102,7 @@ TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSetting
         EXPECT_EQ(start->text(), "Ctrl+F3");
         QTest::keyClick(start, Qt::Key_F6, Qt::ControlModifier);
         EXPECT_EQ(start->text(), "Ctrl+F6");
-        view->findChild<QCheckBox*>("checkBox_back_capture")->setChecked(true);
-        view->findChild<QRadioButton*>("radioButton_concurrency")->setChecked(true);
+        fill(*view, {{"checkBox_back_capture", "1"}, {"radioButton_concurrency", "1"}});
         view->accept();
     });
     window_->findChild<QAction*>("action_settings")->trigger();

@@ -1,7 +1,6 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -9,8 +8,10 @@
 #include <QTest>
 #include <QTimer>
 
+#include "EventForms.h"
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
+#include "TestFiles.h"
 #include "ui/TaskBackups.h"
 
 namespace autoscene::testing {
@@ -42,10 +43,10 @@ TEST_F(MainWindowRules, WindowInformationIsShownEditedAndMustNameAWindow) {
         const auto field = [&](const char* name) { return dialog->findChild<QLineEdit*>(name); };
         shown = {field("lineEdit_title")->text(), field("lineEdit_class_name")->text(),
                  QString::number(dialog->findChild<QSpinBox*>("spinBox_width")->value())};
-        field("lineEdit_title")->setText(title);
-        field("lineEdit_class_name")->setText(className);
-        dialog->findChild<QSpinBox*>("spinBox_height")->setValue(480);
-        dialog->findChild<QCheckBox*>("checkBox_fullmatch_title")->setChecked(false);
+        fill(*dialog, {{"lineEdit_title", title},
+                       {"lineEdit_class_name", className},
+                       {"spinBox_height", "480"},
+                       {"checkBox_fullmatch_title", "0"}});
     };
     const auto pressOk = [] {
         QApplication::activeModalWidget()->findChild<QDialogButtonBox*>()->buttons()[0]->click();
@@ -96,11 +97,8 @@ TEST_F(MainWindowRules, EveryControlIsNamedAfterItsText) {
 
 TEST_F(MainWindowRules, ClosingAfterAFailedSaveAsks) {
     // A file where the task folder was: no save can succeed, not even as root.
-    QDir folder = task_.folder();
-    ASSERT_TRUE(folder.removeRecursively());
-    QFile blocker(task_.path());
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
+    ASSERT_TRUE(task_.folder().removeRecursively());
+    test::writeFile(task_.path(), {});
 
     window_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
@@ -121,10 +119,8 @@ TEST_F(MainWindowRules, ClosingAfterAFailedSaveAsks) {
 TEST_F(MainWindowRules, OpeningBacksTheTaskUpAndClosingPrunesAndKeepsTheSize) {
     const QStringList copies = QDir(window_->backupFolder()).entryList({"script_*.json"});
     ASSERT_EQ(copies.size(), 1);
-    QFile copy(QDir(window_->backupFolder()).filePath(copies[0]));
-    QFile original(task_.folder().filePath("script.json"));
-    ASSERT_TRUE(copy.open(QIODevice::ReadOnly) && original.open(QIODevice::ReadOnly));
-    EXPECT_EQ(copy.readAll(), original.readAll());
+    EXPECT_EQ(test::readFile(window_->backupFolder() + '/' + copies[0]),
+              test::readFile(task_.folder().filePath("script.json")));
 
     const QDateTime start = QDateTime::currentDateTime().addDays(-2);
     for (int i = 0; i < 55; ++i) {

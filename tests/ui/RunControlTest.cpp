@@ -14,6 +14,7 @@
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
+#include "TestFiles.h"
 #include "playback/RecordingReader.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/RunView.h"
@@ -39,12 +40,11 @@ protected:
     // A demo target the size the task was saved with, so that no size question comes.
     std::unique_ptr<DemoTargetProcess> startDemo(std::vector<std::string> arguments = {}) {
         arguments.insert(arguments.begin(), {"--geometry", "800x600+0+0"});
-        auto demo = std::make_unique<DemoTargetProcess>(display(), arguments);
+        auto demo = std::make_unique<DemoTargetProcess>(
+            qEnvironmentVariable("DISPLAY").toStdString(), arguments);
         EXPECT_TRUE(demo->started());
         return demo;
     }
-
-    static std::string display() { return qEnvironmentVariable("DISPLAY").toStdString(); }
 
     void reopen(const std::function<void(QJsonObject&)>& change = {}) {
         if (change) {
@@ -211,8 +211,7 @@ TEST_F(RunFromWindow, WindowChosenFromTheListOrPointedAtWithTheCrosshairBecomesT
 }
 
 TEST_F(RunFromWindow, WindowOfAnotherSizeMayBeResized) {
-    const auto demo = std::make_unique<DemoTargetProcess>(
-        display(), std::vector<std::string>{"--geometry", "640x480+0+0"});
+    const auto demo = startDemo({"--geometry", "640x480+0+0"});
     const ModalSeen kept = clickRun({{"否"}})[0];
     EXPECT_EQ(kept.text,
               "当前窗口大小与选择窗口时大小不一致，可能会导致脚本运行时识别不准备，是否调整窗口大小"
@@ -309,11 +308,7 @@ TEST_F(RunFromWindow, BackgroundPluginChosenInTheSettingsCapturesAndActsForTheRu
     EXPECT_FALSE(clickRun({{"确定"}})[0].shown);
     ASSERT_EQ(run().state(), State::Running);
     const QString window = QString::number(demo->window());
-    const auto log = [&] {
-        QFile file(folder.filePath("input.log"));
-        file.open(QIODevice::ReadOnly);
-        return QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
-    };
+    const auto log = [&] { return test::logLines(folder.filePath("input.log")); };
     EXPECT_TRUE(QTest::qWaitFor([&] { return !log().filter("down " + window).empty(); }, 10000))
         << "the start screen's tap goes through the plug-in: " << log().join('|').toStdString();
     run().stop();

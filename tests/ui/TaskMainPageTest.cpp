@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include "ModalAnswer.h"
+#include "TestFiles.h"
 #include "TestTask.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/TaskMainPage.h"
@@ -139,9 +140,7 @@ TEST_F(TaskPage, RunsOneTaskOnTwoWindowsAtOnceWithItsPluginAndStops) {
     click("pushButton_stop");
     EXPECT_TRUE(QTest::qWaitFor([&] { return page_->runControl().state() == State::Idle; }, 5000));
     EXPECT_EQ(page_->logWindow().targetCount(), 2);
-    QFile log(folder.filePath("input.log"));
-    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
-    const QString loaded = QString::fromUtf8(log.readAll());
+    const QString loaded = test::readFile(folder.filePath("input.log"));
     for (const auto* target : {&first, &second}) {
         EXPECT_TRUE(loaded.contains(QStringLiteral("\ninit %1\n").arg(target->window())));
     }
