@@ -1,10 +1,7 @@
 #include <QAction>
-#include <QApplication>
-#include <QDialog>
 #include <QDir>
 #include <QLineEdit>
 #include <QTest>
-#include <QTimer>
 
 #include "EventForms.h"
 #include "MainWindowFixture.h"
@@ -93,19 +90,17 @@ TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSetting
     press({XK_Control_L, XK_F4});
     ASSERT_TRUE(waitFor(State::Idle));
 
-    QTimer::singleShot(100, [&] {
-        auto* view = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(view);
-        EXPECT_EQ(view->windowTitle(), "设置");
-        auto* start = view->findChild<QLineEdit*>("lineEdit_start_key");
-        ASSERT_TRUE(start);
-        EXPECT_EQ(start->text(), "Ctrl+F3");
-        QTest::keyClick(start, Qt::Key_F6, Qt::ControlModifier);
-        EXPECT_EQ(start->text(), "Ctrl+F6");
-        fill(*view, {{"checkBox_back_capture", "1"}, {"radioButton_concurrency", "1"}});
-        view->accept();
-    });
-    window_->findChild<QAction*>("action_settings")->trigger();
+    const auto settings = answerModals(
+        [&] { window_->findChild<QAction*>("action_settings")->trigger(); },
+        {{"确定", {}, [&](QWidget& view) {
+              auto* start = view.findChild<QLineEdit*>("lineEdit_start_key");
+              ASSERT_TRUE(start);
+              EXPECT_EQ(start->text(), "Ctrl+F3");
+              QTest::keyClick(start, Qt::Key_F6, Qt::ControlModifier);
+              EXPECT_EQ(start->text(), "Ctrl+F6");
+              fill(view, {{"checkBox_back_capture", "1"}, {"radioButton_concurrency", "1"}});
+          }}});
+    EXPECT_EQ(settings[0].title, "设置");
     EXPECT_EQ(ui::AppConfig(task_.configPath()).startKey(), "Ctrl+F6");
     EXPECT_TRUE(window_->editor().document().settings.backCapture);
     EXPECT_TRUE(window_->editor().document().settings.concurrency);

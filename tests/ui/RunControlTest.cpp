@@ -1,6 +1,5 @@
 #include <QAction>
 #include <QApplication>
-#include <QDialog>
 #include <QDir>
 #include <QImage>
 #include <QLabel>
@@ -175,21 +174,14 @@ TEST_F(RunFromWindow, WindowChosenFromTheListOrPointedAtWithTheCrosshairBecomesT
     const auto second = startDemo({"--title", "Second Demo", "--geometry", "800x600+400+100"});
     QAction* choose = targetMenu(0);
     ASSERT_TRUE(choose);
-    QString listed;
-    QTimer::singleShot(100, [&] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(dialog);
-        auto* list = dialog->findChild<QListWidget*>("listWidget_windows");
-        for (int row = 0; row < list->count(); ++row) {
-            if (list->item(row)->text().startsWith("Second Demo")) {
-                listed = list->item(row)->text();
-                list->setCurrentRow(row);
-            }
-        }
-        dialog->accept();
-    });
-    choose->trigger();
-    EXPECT_EQ(listed, "Second Demo  [AutosceneDemo]  800x600");
+    answerModals([&] { choose->trigger(); },
+                 {{"确定", {}, [&](QWidget& dialog) {
+                       auto* list = dialog.findChild<QListWidget*>("listWidget_windows");
+                       const auto rows = list->findItems("Second Demo", Qt::MatchStartsWith);
+                       ASSERT_EQ(rows.size(), 1);
+                       EXPECT_EQ(rows[0]->text(), "Second Demo  [AutosceneDemo]  800x600");
+                       list->setCurrentItem(rows[0]);
+                   }}});
     EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Second Demo");
     const model::WindowInfo& info = window_->editor().document().settings.windowInfo;
     EXPECT_EQ(info.title, "Second Demo");
