@@ -78,12 +78,9 @@ protected:
     }
 
     bool fires(int index) const {
-        for (const QJsonValue fired : line(index)["fired"].toArray()) {
-            if (fired.toObject().contains("event")) {
-                return true;
-            }
-        }
-        return false;
+        const QJsonArray fired = line(index)["fired"].toArray();
+        return std::any_of(fired.begin(), fired.end(),
+                           [](const QJsonValue& f) { return f.toObject().contains("event"); });
     }
 
     ui::PlaybackWindow* playback_ = nullptr;
