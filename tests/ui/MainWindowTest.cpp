@@ -55,8 +55,7 @@ TEST_F(MainWindowRules, WindowInformationIsShownEditedAndMustNameAWindow) {
     QTimer::singleShot(100, [&] {
         edit({}, {});
         // The refusal is a box over the dialog, which stays open; then Cancel.
-        const ModalSeen refused = answerModal(pressOk, "确定");
-        EXPECT_EQ(refused.text, "请先选择窗口信息");
+        EXPECT_EQ(answerModal(pressOk, "确定").text, "请先选择窗口信息");
         QApplication::activeModalWidget()->findChild<QDialogButtonBox*>()->buttons()[1]->click();
     });
     entry->trigger();
@@ -107,8 +106,8 @@ TEST_F(MainWindowRules, ClosingAfterAFailedSaveAsks) {
     EXPECT_EQ(failure.title, "提示");
     EXPECT_TRUE(failure.text.startsWith("保存失败")) << failure.text.toStdString();
 
-    const ModalSeen kept = answerModal([&] { window_->close(); }, "取消");
-    EXPECT_EQ(kept.text, "任务可能保存失败,关闭后将导致任务异常,请确认是否关闭?");
+    EXPECT_EQ(answerModal([&] { window_->close(); }, "取消").text,
+              "任务可能保存失败,关闭后将导致任务异常,请确认是否关闭?");
     EXPECT_TRUE(window_->isVisible());
 
     answerModal([&] { window_->close(); }, "确定");

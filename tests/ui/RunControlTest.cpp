@@ -128,8 +128,8 @@ TEST_F(RunFromWindow, StartsPausesAndStopsWhilePausedRecordingNothingWithPlaybac
     action("action_run").trigger();
     EXPECT_EQ(run().state(), State::Running);
 
-    const ModalSeen refused = answerModal([&] { window_->close(); }, "确定");
-    EXPECT_EQ(refused.text, "任务正在运行中,请停止后任务再关闭");
+    EXPECT_EQ(answerModal([&] { window_->close(); }, "确定").text,
+              "任务正在运行中,请停止后任务再关闭");
     EXPECT_TRUE(window_->isVisible());
 
     action("action_run").trigger();
@@ -144,25 +144,21 @@ TEST_F(RunFromWindow, WindowNotFoundOffersToChooseAgainAndNoTargetChosenSaysSo) 
     // The window would open the target menu, which waits for a click.
     QObject::disconnect(&run(), &ui::RunControl::windowChoiceRequested, window_.get(), nullptr);
     QSignalSpy choose(&run(), &ui::RunControl::windowChoiceRequested);
-    const ModalSeen box = answerModal([&] { run().start(); }, "否");
-    EXPECT_EQ(box.text, "未发现指定窗口,是否重新选择");
+    EXPECT_EQ(answerModal([&] { run().start(); }, "否").text, "未发现指定窗口,是否重新选择");
     EXPECT_EQ(choose.count(), 0);
     answerModal([&] { run().start(); }, "是");
     EXPECT_EQ(choose.count(), 1);
     EXPECT_EQ(run().state(), State::Idle);
 
     reopen([](QJsonObject& root) { root["window_info"] = QJsonObject{}; });
-    const ModalSeen none = clickRun({{"确定"}})[0];
-    EXPECT_EQ(none.title, "提示");
-    EXPECT_EQ(none.text, "需要先选择目标窗口");
+    EXPECT_EQ(clickRun({{"确定"}})[0].said(), "提示: 需要先选择目标窗口");
     EXPECT_EQ(run().state(), State::Idle);
 }
 
 TEST_F(RunFromWindow, SeveralWindowsNeedAChoice) {
     const auto first = startDemo();
     const auto second = startDemo();
-    const ModalSeen box = clickRun({{"确定"}})[0];
-    EXPECT_EQ(box.text, "发现多个目标窗口,需要先选择窗口");
+    EXPECT_EQ(clickRun({{"确定"}})[0].text, "发现多个目标窗口,需要先选择窗口");
     EXPECT_EQ(run().state(), State::Idle);
 
     run().setChosenWindow(second->window());
@@ -233,9 +229,7 @@ TEST_F(RunFromWindow, AFailedFirstCaptureStopsTheStart) {
     QString error;
     ASSERT_TRUE(window.openTask(task_.path(), &error));
 
-    const ModalSeen box = answerModal([&] { window.runControl().start(); }, "确定");
-    EXPECT_EQ(box.title, "提示");
-    EXPECT_EQ(box.text, "截图失败！");
+    EXPECT_EQ(answerModal([&] { window.runControl().start(); }, "确定").said(), "提示: 截图失败！");
     EXPECT_EQ(window.runControl().state(), State::Idle);
 }
 
@@ -248,8 +242,9 @@ TEST_F(RunFromWindow, UnsetOrChangedRunModeIsAskedAboutFirst) {
     };
     ui::AppConfig(task_.configPath()).setLoopMode(0);
     const auto seen = clickRun({{"确定"}, {"取消"}});
-    EXPECT_EQ(seen[0].title, "运行模式选择提示");
-    EXPECT_EQ(seen[0].text, "检测到你还未设置自动化任务的运行模式，请先设置运行模式后再编辑脚本");
+    EXPECT_EQ(
+        seen[0].said(),
+        "运行模式选择提示: 检测到你还未设置自动化任务的运行模式，请先设置运行模式后再编辑脚本");
     EXPECT_EQ(seen[1].title, "选择运行模式");
     EXPECT_EQ(run().state(), State::Idle);
     EXPECT_EQ(ui::AppConfig(task_.configPath()).loopMode(), 0) << "cancelled: nothing chosen";
@@ -258,9 +253,8 @@ TEST_F(RunFromWindow, UnsetOrChangedRunModeIsAskedAboutFirst) {
     runsThenStops();
 
     ui::AppConfig(task_.configPath()).setLoopMode(2);
-    const ModalSeen kept = clickRun({{"不修改"}})[0];
-    EXPECT_EQ(kept.title, "运行模式修改提示");
-    EXPECT_EQ(kept.text,
+    EXPECT_EQ(clickRun({{"不修改"}})[0].said(),
+              "运行模式修改提示: "
               "检测到你的运行模式已修改，当前脚本的运行模式为顺序模式，是否修改成单事件模式执行");
     EXPECT_EQ(window_->editor().document().settings.loopMode, 1);
     runsThenStops();
