@@ -81,8 +81,7 @@ TEST_F(AdbMode, NoDeviceOrNoAdbStopTheStartAndTheTickedDeviceRunsTheTaskAndStops
     QTest::qWait(500);
     QElapsedTimer stopping;
     stopping.start();
-    run().stop();
-    EXPECT_TRUE(waitFor(State::Idle));
+    EXPECT_TRUE(stops());
     EXPECT_LT(stopping.elapsed(), 1000);
 }
 

@@ -4,10 +4,6 @@
 // history undoes to the empty task and redoes to the saved bytes.
 #include <gtest/gtest.h>
 
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
 #include <QTabWidget>
 

@@ -44,6 +44,10 @@ protected:
     bool waitFor(ui::RunControl::State state, int timeout = 20000) {
         return QTest::qWaitFor([&] { return run().state() == state; }, timeout);
     }
+    bool stops() {
+        run().stop();
+        return waitFor(ui::RunControl::State::Idle);
+    }
 
     // 选择窗口, ADB模式, 全屏模式 and 查看修改窗口信息, in this order.
     QAction* targetMenu(int entry) const {

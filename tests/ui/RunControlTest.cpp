@@ -71,8 +71,7 @@ protected:
         ASSERT_EQ(run().state(), State::Running);
         EXPECT_TRUE(driven.waitForLine("screen MENU", 0, 5000));
         EXPECT_FALSE(other.waitForLine("screen MENU", 0, 200));
-        run().stop();
-        EXPECT_TRUE(waitFor(State::Idle));
+        EXPECT_TRUE(stops());
     }
 };
 
@@ -206,15 +205,13 @@ TEST_F(RunFromWindow, WindowOfAnotherSizeMayBeResized) {
               "！");
     ASSERT_EQ(run().state(), State::Running);
     EXPECT_EQ(backend_->describe(demo->window()).clientRect.width, 640);
-    run().stop();
-    ASSERT_TRUE(waitFor(State::Idle));
+    ASSERT_TRUE(stops());
 
     clickRun({{"是"}});
     ASSERT_TRUE(QTest::qWaitFor(
         [&] { return backend_->describe(demo->window()).clientRect.width == 800; }, 3000));
     EXPECT_EQ(backend_->describe(demo->window()).clientRect.height, 600);
-    run().stop();
-    EXPECT_TRUE(waitFor(State::Idle));
+    EXPECT_TRUE(stops());
 }
 
 TEST_F(RunFromWindow, AFailedFirstCaptureStopsTheStart) {
@@ -237,8 +234,7 @@ TEST_F(RunFromWindow, UnsetOrChangedRunModeIsAskedAboutFirst) {
     const auto demo = startDemo();
     const auto runsThenStops = [&] {
         ASSERT_EQ(run().state(), State::Running);
-        run().stop();
-        ASSERT_TRUE(waitFor(State::Idle));
+        ASSERT_TRUE(stops());
     };
     ui::AppConfig(task_.configPath()).setLoopMode(0);
     const auto seen = clickRun({{"确定"}, {"取消"}});
@@ -297,8 +293,7 @@ TEST_F(RunFromWindow, BackgroundPluginChosenInTheSettingsCapturesAndActsForTheRu
     const auto log = [&] { return test::logLines(folder.filePath("input.log")); };
     EXPECT_TRUE(QTest::qWaitFor([&] { return !log().filter("down " + window).empty(); }, 10000))
         << "the start screen's tap goes through the plug-in: " << log().join('|').toStdString();
-    run().stop();
-    ASSERT_TRUE(waitFor(State::Idle));
+    ASSERT_TRUE(stops());
     EXPECT_EQ(log().mid(0, 4),
               (QStringList{"global_init", "global_uninit", "global_init", "init " + window}))
         << "loaded once to check it in the settings, then for the run";
