@@ -57,7 +57,7 @@ TEST(EditorBuildsDemo, FromAnEmptyTaskThroughItsFormsAndUndoesAndRedoesWhole) {
     };
     for (const auto& [tab, fields] : newDefinitions) {
         answerModals([&] { definitions.addDefinition(); },
-                     {{"确定", {}, [&](QWidget& dialog) {
+                     {{"确定", {}, [&, tab = tab, &fields = fields](QWidget& dialog) {
                            dialog.findChild<QTabWidget*>()->setCurrentIndex(tab);
                            fill(dialog, fields);
                        }}});
