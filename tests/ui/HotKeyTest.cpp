@@ -47,10 +47,7 @@ TEST_F(HotKeys, KeyHeldByAnotherProgramOrUnreadableIsNamedAndTheOthersStillWork)
     const auto other = platform::makeX11HotKeys(nullptr);
     ASSERT_TRUE(other->registerKey(1, *platform::keys::parseHotKey("F8")));
     window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()), desktop());
-    QString error;
-    EXPECT_EQ(
-        answerModal([&] { ASSERT_TRUE(window_->openTask(task_.path(), &error)); }, "确定").said(),
-        "提示: 启动热键注册失败");
+    EXPECT_EQ(answerModal([&] { reopen(); }, "确定").said(), "提示: 启动热键注册失败");
 
     press({XK_F8});
     QTest::qWait(300);
@@ -66,9 +63,7 @@ TEST_F(HotKeys, KeyHeldByAnotherProgramOrUnreadableIsNamedAndTheOthersStillWork)
 
     // An unreadable key text fails like a held key.
     ui::AppConfig(task_.configPath()).setHotKeys("Alt+Shift+S", "Ctrl+F2", "Shift+Hyper");
-    EXPECT_EQ(
-        answerModal([&] { ASSERT_TRUE(window_->openTask(task_.path(), &error)); }, "确定").text,
-        "停止热键注册失败");
+    EXPECT_EQ(answerModal([&] { reopen(); }, "确定").text, "停止热键注册失败");
 }
 
 TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSettingsTake) {
@@ -79,8 +74,7 @@ TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSetting
     ASSERT_TRUE(waitFor(State::Idle));
 
     ui::AppConfig(task_.configPath()).setHotKeys("Ctrl+F2", "Ctrl+F3", "Ctrl+F4");
-    QString error;
-    ASSERT_TRUE(window_->openTask(task_.path(), &error));
+    reopen();
     press({XK_F8});
     QTest::qWait(300);
     EXPECT_EQ(run().state(), State::Idle) << "F8 is no longer the start key";

@@ -22,11 +22,16 @@ class MainWindowTest : public ::testing::Test {
 protected:
     void SetUp() override {
         window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()), desktop());
-        QString error;
-        ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
+        reopen();
         // Right of where the tests put the demo target, which must not be covered.
         window_->move(820, 0);
         window_->show();
+    }
+
+    // Opens the task again, as saved now.
+    void reopen() {
+        QString error;
+        ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
     }
 
     QStringList sceneNames() const {

@@ -28,8 +28,7 @@ TEST_F(MainWindowRules, TargetLabelNamesTheTarget) {
         root["task_mode"] = 2;
         root["window_info"] = QJsonObject{{"title", ""}};
     });
-    QString error;
-    ASSERT_TRUE(window_->openTask(task_.path(), &error));
+    reopen();
     EXPECT_EQ(label->text(), "未选择目标窗口");
     targetMenu(2)->trigger();
     EXPECT_EQ(label->text(), "全屏模式");

@@ -45,14 +45,6 @@ protected:
         return demo;
     }
 
-    void reopen(const std::function<void(QJsonObject&)>& change = {}) {
-        if (change) {
-            task_.edit(change);
-        }
-        QString error;
-        ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
-    }
-
     QAction& action(const char* name) { return *window_->findChild<QAction*>(name); }
 
     // Clicks run and answers the boxes that come, in order.
@@ -149,7 +141,8 @@ TEST_F(RunFromWindow, WindowNotFoundOffersToChooseAgainAndNoTargetChosenSaysSo) 
     EXPECT_EQ(choose.count(), 1);
     EXPECT_EQ(run().state(), State::Idle);
 
-    reopen([](QJsonObject& root) { root["window_info"] = QJsonObject{}; });
+    task_.edit([](QJsonObject& root) { root["window_info"] = QJsonObject{}; });
+    reopen();
     EXPECT_EQ(clickRun({{"确定"}})[0].said(), "提示: 需要先选择目标窗口");
     EXPECT_EQ(run().state(), State::Idle);
 }
