@@ -206,15 +206,11 @@ void shootPlayback(Shooter& shooter) {
         decisions->setCurrentItem(decisions->topLevelItem(decisions->topLevelItemCount() - 1));
         shooter.save(*playback, "playback");
         TaskEditor& editor = window.editor();
-        for (int row = TaskEditor::kFixedRows; row < editor.sceneRows(); ++row) {
-            if (editor.sceneAt(row)->name == "form") {
-                autoscene::model::EditorEvent identification = *editor.eventAt(row, 0);
-                static_cast<autoscene::model::EditorColorCondition&>(
-                    *identification.conditions.items()[0])
-                    .count = 3900;
-                editor.replaceEvent(row, 0, identification, "raise");
-            }
-        }
+        const int form = 5;  // the demo's form scene
+        autoscene::model::EditorEvent identification = *editor.eventAt(form, 0);
+        static_cast<autoscene::model::EditorColorCondition&>(*identification.conditions.items()[0])
+            .count = 3900;
+        editor.replaceEvent(form, 0, identification, "raise");
         if (!QTest::qWaitFor([&] { return !playback->replaying(); }, 20000)) {
             std::fprintf(stderr, "the replay of the edited task did not end\n");
         }
