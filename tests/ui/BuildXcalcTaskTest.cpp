@@ -43,9 +43,6 @@ void keepStep(const QImage& picture, const QString& name) {
         picture.save(QDir(folder).filePath(name + ".png"));
     }
 }
-void keepStep(QWidget& window, const QString& name) {
-    keepStep(window.grab().toImage(), name);
-}
 
 // xcalc's display once it stopped changing.
 platform::BgraFrame settledDisplay(const ReferenceScreen& screen, Rect display) {
@@ -96,7 +93,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
                        const auto rows = list->findItems("Calculator  [", Qt::MatchStartsWith);
                        ASSERT_EQ(rows.size(), 1);
                        list->setCurrentItem(rows.front());
-                       keepStep(dialog, "01-choose-window");
+                       keepStep(dialog.grab().toImage(), "01-choose-window");
                    }}});
     ASSERT_EQ(window->editor().document().settings.windowInfo.title, "Calculator");
 
@@ -106,7 +103,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     tools.findChild<QPushButton*>("pushButton_capture")->click();
     ASSERT_TRUE(QTest::qWaitFor([&] { return tools.originalId() > 0; }));
     ASSERT_EQ(window->editor().document().originals.size(), 1u);
-    keepStep(tools, "02-screenshot");
+    keepStep(tools.grab().toImage(), "02-screenshot");
     const auto& keys = calculator.rows;
     const std::pair<QString, Rect> buttons[] = {{"1", keys[9][1]},  {"2", keys[9][2]},
                                                 {"+", keys[9][4]},  {"3", keys[9][3]},
@@ -125,7 +122,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
         EXPECT_TRUE(QTest::qWaitFor([&] { return message->text() == unique; }))
             << message->text().toStdString();
     }
-    keepStep(tools, "03-templates-cut");
+    keepStep(tools.grab().toImage(), "03-templates-cut");
     tools.close();
 
     // A scene known by its "=" button, whose one event clicks 1 2 + 3 0 = and stops.
@@ -136,7 +133,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
         answerModals([&] { window->eventTree().editEvent(row); },
                      {{"确定", {}, [&](QWidget& dialog) {
                            fillEvent(static_cast<ui::EventEditor&>(dialog), event);
-                           keepStep(dialog, step);
+                           keepStep(dialog.grab().toImage(), step);
                        }}});
     };
     editEvent(0, {"calculator shown", {{1, {{"image_id", "="}}}}, {}}, "04-identification");
@@ -149,7 +146,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     editEvent(1, {"12+30=", {}, clicks}, "05-event");
     window->findChild<QAction*>("action_save")->trigger();
     EXPECT_FALSE(window->editor().isModified());
-    keepStep(*window, "06-task");
+    keepStep(window->grab().toImage(), "06-task");
 
     // xcalc cleared, then the task run as a user runs it.
     backend->mouse({calculatorWindow, 0}, centreOf(keys[0][4]), platform::MouseOp::LeftClick, 0,
