@@ -25,21 +25,15 @@ protected:
         ui::AppConfig(task_.configPath()).setLoopMode(1);
         task_.dropLastScenesEvents();
         MainWindowTest::SetUp();
-        keyboard_ = XOpenDisplay(nullptr);
         ASSERT_TRUE(keyboard_);
     }
 
-    void TearDown() override {
-        if (keyboard_) {
-            XCloseDisplay(keyboard_);
-        }
-    }
-
-    void press(const std::vector<KeySym>& keysyms) { pressKeys(keyboard_, keysyms); }
+    void press(const std::vector<KeySym>& keysyms) { pressKeys(keyboard_.get(), keysyms); }
 
     DemoTargetProcess demo_{qEnvironmentVariable("DISPLAY").toStdString(),
                             {"--geometry", "800x600+0+0"}};
-    Display* keyboard_ = nullptr;
+    std::unique_ptr<Display, decltype(&XCloseDisplay)> keyboard_{XOpenDisplay(nullptr),
+                                                                 XCloseDisplay};
 };
 
 TEST_F(HotKeys, KeyHeldByAnotherProgramOrUnreadableIsNamedAndTheOthersStillWork) {

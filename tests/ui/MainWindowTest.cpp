@@ -1,12 +1,10 @@
 #include <QAbstractButton>
 #include <QAction>
-#include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QTest>
-#include <QTimer>
 
 #include "EventForms.h"
 #include "MainWindowFixture.h"
@@ -37,35 +35,27 @@ TEST_F(MainWindowRules, TargetLabelNamesTheTarget) {
 
 TEST_F(MainWindowRules, WindowInformationIsShownEditedAndMustNameAWindow) {
     QStringList shown;
-    const auto edit = [&](const QString& title, const QString& className) {
-        auto* dialog = QApplication::activeModalWidget();
-        const auto field = [&](const char* name) { return dialog->findChild<QLineEdit*>(name); };
+    const auto edit = [&](QWidget& dialog, const QString& title) {
+        const auto field = [&](const char* name) { return dialog.findChild<QLineEdit*>(name); };
         shown = {field("lineEdit_title")->text(), field("lineEdit_class_name")->text(),
-                 QString::number(dialog->findChild<QSpinBox*>("spinBox_width")->value())};
-        fill(*dialog, {{"lineEdit_title", title},
-                       {"lineEdit_class_name", className},
-                       {"spinBox_height", "480"},
-                       {"checkBox_fullmatch_title", "0"}});
+                 QString::number(dialog.findChild<QSpinBox*>("spinBox_width")->value())};
+        fill(dialog, {{"lineEdit_title", title},
+                      {"lineEdit_class_name", {}},
+                      {"spinBox_height", "480"},
+                      {"checkBox_fullmatch_title", "0"}});
     };
-    const auto pressOk = [] {
-        QApplication::activeModalWidget()->findChild<QDialogButtonBox*>()->buttons()[0]->click();
-    };
-    QAction* entry = targetMenu(3);
-    QTimer::singleShot(100, [&] {
-        edit({}, {});
-        // The refusal is a box over the dialog, which stays open; then Cancel.
-        EXPECT_EQ(answerModal(pressOk, "确定").text, "请先选择窗口信息");
-        QApplication::activeModalWidget()->findChild<QDialogButtonBox*>()->buttons()[1]->click();
-    });
-    entry->trigger();
+    const auto entry = [&] { targetMenu(3)->trigger(); };
+    // The refusal is a box over the dialog, which stays open; then Cancel.
+    answerModals(entry, {{"取消", {}, [&](QWidget& dialog) {
+                              edit(dialog, {});
+                              auto* ok = dialog.findChild<QDialogButtonBox*>()->buttons()[0];
+                              EXPECT_EQ(answerModal([&] { ok->click(); }, "确定").text,
+                                        "请先选择窗口信息");
+                          }}});
     EXPECT_EQ(shown, QStringList({"Autoscene Demo", "AutosceneDemo", "800"}));
     EXPECT_EQ(window_->editor().document().settings.windowInfo.title, "Autoscene Demo");
 
-    QTimer::singleShot(100, [&] {
-        edit("Demo", {});
-        pressOk();
-    });
-    entry->trigger();
+    answerModals(entry, {{"确定", {}, [&](QWidget& dialog) { edit(dialog, "Demo"); }}});
     const model::WindowInfo& info = window_->editor().document().settings.windowInfo;
     EXPECT_EQ(info.title, "Demo");
     EXPECT_TRUE(info.className.isEmpty());
