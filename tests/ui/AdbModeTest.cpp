@@ -1,12 +1,9 @@
 // ADB mode from the main window: the device list and the device checks of a run's start,
 // against test devices behind a private adb server.
-#include <QApplication>
-#include <QDialog>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QListWidget>
 #include <QTest>
-#include <QTimer>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
@@ -26,28 +23,19 @@ protected:
         ASSERT_TRUE(window_->openTask(android_.path(), &error)) << error.toStdString();
     }
 
-    // Opens "ADB模式" and ticks only `serial` in the list before accepting it. The list is
-    // looked for until it shows: adb is asked before the dialog opens.
+    // Opens "ADB模式" and ticks only `serial` in the list before accepting it.
     QStringList chooseOnly(const QString& serial) {
         QStringList listed;
-        QTimer poll;
-        poll.setInterval(20);
-        QObject::connect(&poll, &QTimer::timeout, [&] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            auto* list = dialog ? dialog->findChild<QListWidget*>("listWidget_devices") : nullptr;
-            if (!list) {
-                return;
-            }
-            poll.stop();
-            for (int row = 0; row < list->count(); ++row) {
-                QListWidgetItem* item = list->item(row);
-                listed << item->text() + (item->checkState() == Qt::Checked ? " ✓" : "");
-                item->setCheckState(item->text() == serial ? Qt::Checked : Qt::Unchecked);
-            }
-            dialog->accept();
-        });
-        poll.start();
-        targetMenu(1)->trigger();
+        answerModals(
+            [&] { targetMenu(1)->trigger(); },
+            {{"确定", {}, [&](QWidget& dialog) {
+                  auto* list = dialog.findChild<QListWidget*>("listWidget_devices");
+                  for (int row = 0; row < list->count(); ++row) {
+                      QListWidgetItem* item = list->item(row);
+                      listed << item->text() + (item->checkState() == Qt::Checked ? " ✓" : "");
+                      item->setCheckState(item->text() == serial ? Qt::Checked : Qt::Unchecked);
+                  }
+              }}});
         return listed;
     }
 
@@ -93,8 +81,7 @@ TEST_F(AdbMode, NoDeviceOrNoAdbStopTheStartAndTheTickedDeviceRunsTheTaskAndStops
     QTest::qWait(500);
     QElapsedTimer stopping;
     stopping.start();
-    run().stop();
-    EXPECT_TRUE(waitFor(State::Idle));
+    EXPECT_TRUE(stops());
     EXPECT_LT(stopping.elapsed(), 1000);
 }
 

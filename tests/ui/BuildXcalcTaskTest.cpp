@@ -8,11 +8,9 @@
 #include <QDir>
 #include <QImage>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
-#include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
 #include <chrono>
@@ -45,19 +43,6 @@ void keepStep(const QImage& picture, const QString& name) {
         picture.save(QDir(folder).filePath(name + ".png"));
     }
 }
-void keepStep(QWidget& window, const QString& name) {
-    keepStep(window.grab().toImage(), name);
-}
-
-bool eventually(const std::function<bool()>& done, int timeoutMs = 5000) {
-    for (int waited = 0; waited < timeoutMs; waited += 50) {
-        if (done()) {
-            return true;
-        }
-        QTest::qWait(50);
-    }
-    return done();
-}
 
 // xcalc's display once it stopped changing.
 platform::BgraFrame settledDisplay(const ReferenceScreen& screen, Rect display) {
@@ -78,7 +63,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     ClientProcess xcalc(display, {"xcalc", "-geometry", "+0+0"});
     auto backend = platform::makeX11Backend(nullptr);
     platform::WindowHandle calculatorWindow = 0;
-    ASSERT_TRUE(eventually([&] {
+    ASSERT_TRUE(QTest::qWaitFor([&] {
         for (const platform::WindowHandle window : backend->topLevelWindows()) {
             if (backend->matches(window, {.title = "Calculator", .fullMatchTitle = true})) {
                 calculatorWindow = window;
@@ -108,7 +93,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
                        const auto rows = list->findItems("Calculator  [", Qt::MatchStartsWith);
                        ASSERT_EQ(rows.size(), 1);
                        list->setCurrentItem(rows.front());
-                       keepStep(dialog, "01-choose-window");
+                       keepStep(dialog.grab().toImage(), "01-choose-window");
                    }}});
     ASSERT_EQ(window->editor().document().settings.windowInfo.title, "Calculator");
 
@@ -116,9 +101,9 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     ui::ScreenToolsDialog& tools = window->screenTools(ui::ScreenToolsDialog::Mode::Template);
     tools.move(client.x + client.width + 20, 0);
     tools.findChild<QPushButton*>("pushButton_capture")->click();
-    ASSERT_TRUE(eventually([&] { return tools.originalId() > 0; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return tools.originalId() > 0; }));
     ASSERT_EQ(window->editor().document().originals.size(), 1u);
-    keepStep(tools, "02-screenshot");
+    keepStep(tools.grab().toImage(), "02-screenshot");
     const auto& keys = calculator.rows;
     const std::pair<QString, Rect> buttons[] = {{"1", keys[9][1]},  {"2", keys[9][2]},
                                                 {"+", keys[9][4]},  {"3", keys[9][3]},
@@ -126,18 +111,18 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     for (const auto& [name, button] : buttons) {
         SCOPED_TRACE(name.toStdString());
         // Typed coordinates, in the screenshot's pixels.
-        tools.findChild<QSpinBox*>("spinBox_x")->setValue(button.x - client.x);
-        tools.findChild<QSpinBox*>("spinBox_y")->setValue(button.y - client.y);
-        tools.findChild<QSpinBox*>("spinBox_width")->setValue(button.width);
-        tools.findChild<QSpinBox*>("spinBox_height")->setValue(button.height);
-        tools.findChild<QLineEdit*>("lineEdit_name")->setText(name);
+        fill(tools, {{"spinBox_x", QString::number(button.x - client.x)},
+                     {"spinBox_y", QString::number(button.y - client.y)},
+                     {"spinBox_width", QString::number(button.width)},
+                     {"spinBox_height", QString::number(button.height)},
+                     {"lineEdit_name", name}});
         tools.findChild<QPushButton*>("pushButton_save")->click();
         const QString unique = QString("已保存: %1，在原图中只匹配一处").arg(name);
         auto* message = tools.findChild<QLabel*>("label_message");
-        EXPECT_TRUE(eventually([&] { return message->text() == unique; }))
+        EXPECT_TRUE(QTest::qWaitFor([&] { return message->text() == unique; }))
             << message->text().toStdString();
     }
-    keepStep(tools, "03-templates-cut");
+    keepStep(tools.grab().toImage(), "03-templates-cut");
     tools.close();
 
     // A scene known by its "=" button, whose one event clicks 1 2 + 3 0 = and stops.
@@ -148,7 +133,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
         answerModals([&] { window->eventTree().editEvent(row); },
                      {{"确定", {}, [&](QWidget& dialog) {
                            fillEvent(static_cast<ui::EventEditor&>(dialog), event);
-                           keepStep(dialog, step);
+                           keepStep(dialog.grab().toImage(), step);
                        }}});
     };
     editEvent(0, {"calculator shown", {{1, {{"image_id", "="}}}}, {}}, "04-identification");
@@ -161,7 +146,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     editEvent(1, {"12+30=", {}, clicks}, "05-event");
     window->findChild<QAction*>("action_save")->trigger();
     EXPECT_FALSE(window->editor().isModified());
-    keepStep(*window, "06-task");
+    keepStep(window->grab().toImage(), "06-task");
 
     // xcalc cleared, then the task run as a user runs it.
     backend->mouse({calculatorWindow, 0}, centreOf(keys[0][4]), platform::MouseOp::LeftClick, 0,
@@ -183,7 +168,7 @@ TEST(BuildXcalcTask, CutFromAScreenshotAndEnteredInTheEditorItRunsTwelvePlusThir
     for (const Rect key : {keys[0][4], keys[8][1], keys[9][2]}) {
         backend->mouse({calculatorWindow, 0}, centreOf(key), platform::MouseOp::LeftClick, 0, true);
     }
-    EXPECT_TRUE(eventually([&] {
+    EXPECT_TRUE(QTest::qWaitFor([&] {
         return firstDifference(settledDisplay(screen, calculator.display), computed).empty();
     })) << "xcalc does not show 42 after the run";
 }

@@ -5,9 +5,12 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "TestFiles.h"
 #include "ui/AppConfig.h"
 #include "ui/TaskBackups.h"
 
+using autoscene::test::readFile;
+using autoscene::test::writeFile;
 using autoscene::ui::AppConfig;
 
 namespace {
@@ -15,10 +18,8 @@ namespace {
 TEST(AppConfig, MissingOrUnreadableValuesGiveTheDefaults) {
     QTemporaryDir dir;
     const QString path = dir.filePath("config.ini");
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("mainwindow_size=wide\nlauncher_size=0x300\nplayback_keep=5\nplayback_max_mb=-1\n");
-    file.close();
+    writeFile(path,
+              "mainwindow_size=wide\nlauncher_size=0x300\nplayback_keep=5\nplayback_max_mb=-1\n");
     const AppConfig config(path);
     EXPECT_EQ(config.captureKey(), "Alt+Shift+S");
     EXPECT_EQ(config.startKey(), "F8");
@@ -53,9 +54,7 @@ TEST(AppConfig, WritesAtOnceAndReadsBackInAnotherInstance) {
     EXPECT_EQ(reader.mainWindowSize(), QSize(1024, 700));
     EXPECT_EQ(reader.recentTasks(), QStringList({"/a", "/b"})) << "the latest first, once";
 
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray text = file.readAll();
+    const QByteArray text = readFile(path);
     EXPECT_TRUE(text.contains("mainwindow_size=1024x700")) << text.constData();
     // QSettings files ungrouped keys under [General].
     EXPECT_TRUE(text.startsWith("[General]\n")) << text.constData();
@@ -63,11 +62,7 @@ TEST(AppConfig, WritesAtOnceAndReadsBackInAnotherInstance) {
 
 class Backups : public ::testing::Test {
 protected:
-    void SetUp() override {
-        QFile script(task_.filePath("script.json"));
-        ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-        script.write(R"({"name": "first"})");
-    }
+    void SetUp() override { writeFile(script(), R"({"name": "first"})"); }
 
     // Backups named a minute apart from the `first`th minute on, each modified a minute
     // earlier than the one named before it: pruning must go by the files' times.
@@ -98,15 +93,9 @@ TEST_F(Backups, CopyIsNamedAfterTheLocalTimeAndTheFirstOfASecondIsKept) {
     const QDateTime when(QDate(2024, 3, 5), QTime(7, 8, 9));
     const QString copy = autoscene::ui::backUpScript(script(), folder(), when);
     EXPECT_EQ(QFileInfo(copy).fileName(), "script_20240305_070809.json");
-    QFile changed(script());
-    ASSERT_TRUE(changed.open(QIODevice::WriteOnly));
-    changed.write(R"({"name": "second"})");
-    changed.close();
-
+    writeFile(script(), R"({"name": "second"})");
     EXPECT_TRUE(autoscene::ui::backUpScript(script(), folder(), when).isEmpty());
-    QFile file(copy);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), R"({"name": "first"})");
+    EXPECT_EQ(readFile(copy), R"({"name": "first"})");
     EXPECT_TRUE(autoscene::ui::backUpScript(task_.filePath("missing.json"), folder()).isEmpty());
 }
 

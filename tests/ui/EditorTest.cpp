@@ -1,28 +1,20 @@
 // The editor's core: every edit undoes and redoes to the same bytes, the field forms keep
 // what they do not change, the checks name what is wrong, and events cross scenes and tasks
 // through the clipboard's task JSON.
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
 #include <QDoubleSpinBox>
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QSpinBox>
-#include <QTest>
 #include <QTimeEdit>
 
+#include "EventForms.h"
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
-#include "TestTask.h"
+#include "TestFiles.h"
 #include "editor/ColorButton.h"
 #include "editor/ColorsDialog.h"
 #include "editor/EventClipboard.h"
@@ -38,6 +30,12 @@
 
 namespace autoscene::testing {
 namespace {
+
+QJsonObject recordOf(const std::function<void(model::JsonWriter&)>& write) {
+    model::JsonWriter out;
+    write(out);
+    return QJsonDocument::fromJson(QByteArray::fromStdString(out.text())).object();
+}
 
 class Editor : public ::testing::Test {
 protected:
@@ -151,53 +149,42 @@ TEST_F(Editor, PastedEventsFindWhatTheyUseByNameOrBringItWithItsFiles) {
     EXPECT_FALSE(other.pasteEvents(3, 1, json, &error));  // the image file is nowhere
     EXPECT_TRUE(error.contains("start button")) << error.toStdString();
     EXPECT_EQ(other.undoStack().count(), 0);
-    std::vector<size_t> definitions;        // after each paste
+    const auto counts = [](const model::TaskDocument& task) {
+        return std::vector{task.definitions.size(), task.images.size(), task.colors.size()};
+    };
     for (int pass = 0; pass < 2; ++pass) {  // the second paste finds them by name
         ASSERT_TRUE(other.pasteEvents(3, 1, json, &error, task_.path())) << error.toStdString();
         const model::TaskDocument& into = other.document();
-        ASSERT_EQ(into.images.size(), 1u);
-        EXPECT_EQ(into.images[0].name, "start button");
-        EXPECT_EQ(into.colors.size(), 1u);
-        EXPECT_EQ(into.colors[0].name, "next enabled");
-        EXPECT_EQ(into.usersOf(model::Ref::Image, into.images[0].id).size(), pass + 1u);
-        EXPECT_EQ(into.usersOf(model::Ref::Color, into.colors[0].id).size(), pass + 1u);
+        // The six definitions the events use, one image, one colour.
+        ASSERT_EQ(counts(into), (std::vector<size_t>{6, 1, 1}));
+        EXPECT_EQ(QString("%1 %2 %3 %4")
+                      .arg(into.images[0].name, into.colors[0].name)
+                      .arg(into.usersOf(model::Ref::Image, into.images[0].id).size())
+                      .arg(into.usersOf(model::Ref::Color, into.colors[0].id).size()),
+                  QString("start button next enabled %1 %1").arg(pass + 1));
         for (const auto& definition : into.definitions) {
             EXPECT_FALSE(into.usersOf(model::Ref::Definition, definition->id).empty())
                 << definition->name.toStdString();
         }
-        definitions.push_back(into.definitions.size());
-        QFile copied(otherTask.path() + "/image/" + into.images[0].file);
-        QFile original(task_.path() + "/image/" + editor_.document().images[0].file);
-        ASSERT_TRUE(copied.open(QIODevice::ReadOnly) && original.open(QIODevice::ReadOnly));
-        EXPECT_EQ(copied.readAll(), original.readAll());
+        EXPECT_EQ(test::readFile(otherTask.path() + "/image/" + into.images[0].file),
+                  test::readFile(task_.path() + "/image/" + editor_.document().images[0].file));
     }
-    EXPECT_GT(definitions[0], 0u);
-    EXPECT_EQ(definitions[1], definitions[0]);
     other.undo();
     other.undo();
-    EXPECT_TRUE(other.document().images.empty());
-    EXPECT_TRUE(other.document().colors.empty());
-    EXPECT_TRUE(other.document().definitions.empty());
+    EXPECT_EQ(counts(other.document()), std::vector<size_t>(3, 0));
 
     // Back into the demo: the same events under new ids, adding nothing else.
-    const model::TaskDocument& demo = editor_.document();
-    const auto counts = [&] {
-        return std::vector{demo.definitions.size(), demo.images.size(), demo.colors.size()};
-    };
-    const auto before = counts();
+    const auto before = counts(editor_.document());
     const int end = editor_.eventRows(6);
     ASSERT_TRUE(editor_.pasteEvents(6, end, json));
-    EXPECT_EQ(counts(), before);
+    EXPECT_EQ(counts(editor_.document()), before);
     for (size_t i = 0; i < places.size(); ++i) {
         const model::EditorEvent& original = *editor_.eventAt(places[i].first, places[i].second);
         model::EditorEvent pasted = *editor_.eventAt(6, end + int(i));
         EXPECT_NE(pasted.id, original.id);
         pasted.id = original.id;
-        model::JsonWriter a;
-        model::JsonWriter b;
-        pasted.write(a);
-        original.write(b);
-        EXPECT_EQ(a.text(), b.text());
+        EXPECT_EQ(recordOf([&](model::JsonWriter& out) { pasted.write(out); }),
+                  recordOf([&](model::JsonWriter& out) { original.write(out); }));
     }
 }
 
@@ -243,103 +230,77 @@ bool changeControl(QWidget* control, const QString& key, const model::TaskDocume
     return true;
 }
 
-QJsonObject recordOf(const std::function<void(model::JsonWriter&)>& write) {
-    model::JsonWriter out;
-    write(out);
-    return QJsonDocument::fromJson(QByteArray::fromStdString(out.text())).object();
+void addFields(ui::FieldForm& form, model::IEditorItem& item, const model::TaskDocument& task) {
+    ui::addItemFields(form, item, task);
 }
-
-QStringList changedKeys(const QJsonObject& a, const QJsonObject& b) {
-    QStringList keys;
-    for (const QString& key : a.keys()) {
-        if (a[key] != b[key]) {
-            keys << key;
-        }
-    }
-    return keys;
+void addFields(ui::FieldForm& form, model::EditorVariable& item, const model::TaskDocument& task) {
+    ui::addDefinitionFields(form, item, task);
 }
 
 // Opens `original`'s form unchanged, then each field changed once: the record changes only
 // under that field's key, and the changed record comes back through a new form as it is.
 template <class T>
-void checkEveryField(const model::TaskDocument& task, const T& original,
-                     const std::function<std::unique_ptr<T>(const T&)>& clone,
-                     const std::function<void(ui::FieldForm&, T&)>& addFields) {
+void checkEveryField(const model::TaskDocument& task, const T& original) {
     const auto record = [](const T& item) {
         return recordOf([&](model::JsonWriter& out) { item.write(out); });
     };
     const QJsonObject before = record(original);
-    auto unchanged = clone(original);
+    auto unchanged = original.clone();
     ui::FieldForm first(task);
-    addFields(first, *unchanged);
+    addFields(first, *unchanged, task);
     first.apply();
     EXPECT_EQ(record(*unchanged), before);
     for (const QString& path : first.paths()) {
         SCOPED_TRACE(path.toStdString());
-        auto copy = clone(original);
+        auto copy = original.clone();
         ui::FieldForm form(task);
-        addFields(form, *copy);
+        addFields(form, *copy, task);
         if (!changeControl(form.control(path), path.section('/', -1), task)) {
             continue;
         }
         form.apply();
         const QJsonObject changed = record(*copy);
+        QStringList changedKeys;
+        for (const QString& key : before.keys()) {
+            if (before[key] != changed[key]) {
+                changedKeys << key;
+            }
+        }
         // A variable's scope is kept as three flags.
-        const QString key = path == "scope" ? "is_local" : path.section('/', 0, 0);
-        EXPECT_EQ(changedKeys(before, changed).join(',').toStdString(), key.toStdString());
+        EXPECT_EQ(changedKeys.join(','), path == "scope" ? "is_local" : path.section('/', 0, 0));
         ui::FieldForm again(task);
-        addFields(again, *copy);
+        addFields(again, *copy, task);
         again.apply();
         EXPECT_EQ(record(*copy), changed);
     }
 }
 
+// Every kind as new, and every item of the demo as it is.
 TEST_F(Editor, EachFormKeepsItsRecordAndChangesOnlyTheFieldChanged) {
     const model::TaskDocument& task = editor_.document();
-    // Every kind as new, and every item of the demo as it is.
-    std::vector<std::unique_ptr<model::IEditorItem>> items;
+    const auto check = [&](const auto& item) {
+        SCOPED_TRACE(item.type());
+        checkEveryField(task, item);
+    };
     for (const ui::ItemKind& kind : ui::conditionKinds()) {
-        items.push_back(ui::newCondition(kind.type));
+        check(*ui::newCondition(kind.type));
     }
     for (const ui::ItemKind& kind : ui::actionKinds()) {
-        items.push_back(ui::newAction(kind.type));
+        check(*ui::newAction(kind.type));
+    }
+    for (const ui::ItemKind& kind : ui::definitionKinds()) {
+        check(*ui::newDefinition(kind.type));
     }
     task.forEachCondition([&](const model::IEditorItem& item) {
         if (item.type() != model::EditorGroupCondition::kType) {
-            items.push_back(static_cast<const model::IEditorCondition&>(item).clone());
+            check(static_cast<const model::IEditorCondition&>(item));
         }
     });
     task.forEachAction([&](const model::IEditorItem& item) {
-        items.push_back(static_cast<const model::IEditorAction&>(item).clone());
+        check(static_cast<const model::IEditorAction&>(item));
     });
-    for (const auto& item : items) {
-        SCOPED_TRACE(item->type());
-        checkEveryField<model::IEditorItem>(
-            task, *item,
-            [](const model::IEditorItem& original) -> std::unique_ptr<model::IEditorItem> {
-                if (const auto* c = dynamic_cast<const model::IEditorCondition*>(&original)) {
-                    return c->clone();
-                }
-                return static_cast<const model::IEditorAction&>(original).clone();
-            },
-            [&](ui::FieldForm& form, model::IEditorItem& copy) {
-                ui::addItemFields(form, copy, task);
-            });
-    }
-    std::vector<std::unique_ptr<model::EditorVariable>> definitions;
-    for (const ui::ItemKind& kind : ui::definitionKinds()) {
-        definitions.push_back(ui::newDefinition(kind.type));
-    }
     for (const auto& definition : task.definitions) {
-        definitions.push_back(definition->clone());
-    }
-    for (const auto& definition : definitions) {
-        SCOPED_TRACE(definition->type());
-        checkEveryField<model::EditorVariable>(
-            task, *definition, [](const model::EditorVariable& d) { return d.clone(); },
-            [&](ui::FieldForm& form, model::EditorVariable& copy) {
-                ui::addDefinitionFields(form, copy, task);
-            });
+        check(*definition);
     }
 }
 
@@ -355,24 +316,20 @@ TEST_F(Editor, PluginActionsChooseFromTheTasksPluginListAndFillTheirRecord) {
     ui::FieldForm form(editor_.document());
     ui::addItemFields(form, *action, editor_.document());
     EXPECT_EQ(form.findChild<QComboBox*>("comboBox_action")->currentText(), "average_color");
-    form.findChild<QLineEdit*>("input_value/region")->setText("0,0,10,10");
-    form.findChild<QComboBox*>("input/match")->setCurrentText("typed");
-    form.findChild<QComboBox*>("option/tolerance")->setCurrentText("32");
-    form.findChild<QComboBox*>("output/count")->setCurrentText("slid");
+    fill(form, {{"input_value/region", "0,0,10,10"},
+                {"input/match", "typed"},
+                {"option/tolerance", "32"},
+                {"output/count", "slid"}});
     ASSERT_TRUE(form.problems().isEmpty()) << form.problems().join(',').toStdString();
     form.apply();
     const QJsonObject record = recordOf([&](model::JsonWriter& out) { action->write(out); });
-    const auto array = [](const char* json) { return QJsonDocument::fromJson(json).array(); };
     EXPECT_EQ(record["config_file"].toString(), EXAMPLE_PLUGINS "/colour-probe.json");
-    EXPECT_EQ(record["action_inputs"].toArray(),
-              array(R"([{"action_arg":"region","action_varvalue":"0,0,10,10"},
-                        {"action_arg":"match","action_varvalue":1}])"));
-    EXPECT_EQ(record["action_optioninputs"].toArray(),
-              array(R"([{"action_arg":"tolerance","action_option":["0","8","32"],
-                         "action_varvalue":"32"}])"));
-    EXPECT_EQ(record["action_outputs"].toArray(),
-              array(R"([{"action_result":"color","action_varvalue":0},
-                        {"action_result":"count","action_varvalue":2}])"));
+    const QJsonObject wanted =
+        QJsonDocument::fromJson(test::readFile(AUTOSCENE_FIXTURES "/colour-probe-action.json"))
+            .object();
+    for (const QString& key : wanted.keys()) {
+        EXPECT_EQ(record[key], wanted[key]) << key.toStdString();
+    }
 
     // Removing asks; without its plug-in the action still opens, says why and keeps its record.
     const ModalSeen asked = answerModal([&] { plugins.removePlugin(0); }, "确定");
@@ -394,42 +351,31 @@ TEST_F(Editor, FormsSayWhatIsWrongBeforeSaving) {
     model::TaskDocument& task = editor_.document();
     task.width = 800;
     task.height = 600;
-    const auto problems = [&](model::IEditorItem& item, const QString& path, const QString& value) {
+    const auto problems = [&](auto& item, const QString& path, const QString& value) {
         ui::FieldForm form(task);
-        ui::addItemFields(form, item, task);
-        if (auto* line = qobject_cast<QLineEdit*>(form.control(path))) {
-            line->setText(value);
+        addFields(form, item, task);
+        if (!path.isEmpty()) {
+            qobject_cast<QLineEdit*>(form.control(path))->setText(value);
         }
         return form.problems().join('\n');
     };
-    auto image = ui::newCondition(1);
-    EXPECT_EQ(problems(*image, {}, {}), "图片: 没有选择");
-    auto plugin = ui::newAction(20);
-    EXPECT_EQ(problems(*plugin, {}, {}), "没有选择插件");
-    auto reset = ui::newAction(9);
-    EXPECT_EQ(problems(*reset, "exclude", "typed, 无此变量"),
+    EXPECT_EQ(problems(*ui::newCondition(1), {}, {}), "图片: 没有选择");
+    EXPECT_EQ(problems(*ui::newAction(20), {}, {}), "没有选择插件");
+    EXPECT_EQ(problems(*ui::newAction(9), "exclude", "typed, 无此变量"),
               "不重置的变量: 没有名为 无此变量 的变量");
-
-    const auto definitionProblems = [&](model::EditorVariable& definition, const QString& path,
-                                        const QString& value) {
-        ui::FieldForm form(task);
-        ui::addDefinitionFields(form, definition, task);
-        qobject_cast<QLineEdit*>(form.control(path))->setText(value);
-        return form.problems().join('\n');
-    };
     auto variable = ui::newDefinition(1);
-    EXPECT_EQ(definitionProblems(*variable, "name", "typed"), "变量名重复");
-    EXPECT_EQ(definitionProblems(*variable, "name", " "), "名称不能为空");
+    EXPECT_EQ(problems(*variable, "name", "typed"), "变量名重复");
+    EXPECT_EQ(problems(*variable, "name", " "), "名称不能为空");
     // A right-to-left override is a character like any other in a name.
     // NOLINTNEXTLINE(misc-misleading-bidirectional)
-    EXPECT_EQ(definitionProblems(*variable, "name", "ÿ 𝕏 \u202Eok"), "");
+    EXPECT_EQ(problems(*variable, "name", "ÿ 𝕏 \u202Eok"), "");
     // The one being edited keeps its own name.
-    EXPECT_EQ(definitionProblems(*task.definitions[0], "name", "typed"), "");
+    EXPECT_EQ(problems(*task.definitions[0], "name", "typed"), "");
     auto crop = ui::newDefinition(2);
     crop->name = "区域";
-    EXPECT_EQ(definitionProblems(*crop, "rect", "700,500,200,50"), "区域超出屏幕 (800×600)");
-    EXPECT_EQ(definitionProblems(*crop, "rect", "0,0,800,600"), "");
-    EXPECT_EQ(definitionProblems(*crop, "rect", "1,2,3"), "区域应为 x,y,宽,高 四个数");
+    EXPECT_EQ(problems(*crop, "rect", "700,500,200,50"), "区域超出屏幕 (800×600)");
+    EXPECT_EQ(problems(*crop, "rect", "0,0,800,600"), "");
+    EXPECT_EQ(problems(*crop, "rect", "1,2,3"), "区域应为 x,y,宽,高 四个数");
 }
 
 TEST_F(Editor, ScriptFormsTestTheirCodeWithTheTasksVariables) {
@@ -441,8 +387,7 @@ TEST_F(Editor, ScriptFormsTestTheirCodeWithTheTasksVariables) {
     auto* test = form.findChild<QPushButton*>("pushButton_test");
     ASSERT_TRUE(test);
     const ModalSeen seen = answerModal([&] { test->click(); }, "确定");
-    EXPECT_EQ(seen.title, "测试结果");
-    EXPECT_EQ(seen.text, "0440,160,130,80");
+    EXPECT_EQ(seen.said(), "测试结果: 0440,160,130,80");
 }
 
 TEST_F(Editor, EventEditorBuildsConditionTreesAndActionLists) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLineEdit>
@@ -11,20 +12,18 @@
 
 #include "ModalAnswer.h"
 #include "editor/EventEditor.h"
-#include "editor/FieldForm.h"
 #include "editor/KeyCaptureEdit.h"
 
 namespace autoscene::testing {
 
 void fill(QWidget& dialog, const Fields& fields) {
-    auto* form = dialog.findChild<ui::FieldForm*>();
+    QWidget* scope = &dialog;
     if (auto* tabs = dialog.findChild<QTabWidget*>()) {
-        form = tabs->currentWidget()->findChild<ui::FieldForm*>();
+        scope = tabs->currentWidget();
     }
-    ASSERT_TRUE(form);
     for (const auto& [path, value] : fields) {
         SCOPED_TRACE(path.toStdString());
-        QWidget* control = form->control(path);
+        auto* control = scope->findChild<QWidget*>(path);
         ASSERT_TRUE(control);
         if (auto* combo = qobject_cast<QComboBox*>(control)) {
             const int index = combo->findText(value, Qt::MatchStartsWith);
@@ -38,6 +37,8 @@ void fill(QWidget& dialog, const Fields& fields) {
             QTest::keyClick(keys, Qt::Key(value.toInt()));
         } else if (auto* line = qobject_cast<QLineEdit*>(control)) {
             line->setText(value);
+        } else if (auto* button = qobject_cast<QAbstractButton*>(control)) {
+            button->setChecked(value == "1");
         } else {
             ADD_FAILURE() << "no way to set " << control->metaObject()->className();
         }

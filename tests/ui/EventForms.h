@@ -13,7 +13,8 @@ class EventEditor;
 
 namespace autoscene::testing {
 
-// Form controls by field path, with the text chosen or typed.
+// Controls by object name (a form's by field path), with the text chosen or typed; "1" ticks a
+// check box.
 using Fields = std::vector<std::pair<QString, QString>>;
 struct Item {
     int type;
@@ -24,7 +25,8 @@ struct Event {
     std::vector<Item> conditions, actions;
 };
 
-// Sets a form's controls as a user would: choices by their text, numbers typed, keys pressed.
+// Sets a dialog's or form's controls as a user would: choices by their text, numbers typed, keys
+// pressed.
 void fill(QWidget& dialog, const Fields& fields);
 // Names the event and adds its conditions and actions through their forms.
 void fillEvent(ui::EventEditor& dialog, const Event& event);

@@ -1,13 +1,9 @@
 #include <QAction>
-#include <QApplication>
-#include <QCheckBox>
-#include <QDialog>
 #include <QDir>
 #include <QLineEdit>
-#include <QRadioButton>
 #include <QTest>
-#include <QTimer>
 
+#include "EventForms.h"
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
 #include "keys/HotKeyText.h"
@@ -29,21 +25,15 @@ protected:
         ui::AppConfig(task_.configPath()).setLoopMode(1);
         task_.dropLastScenesEvents();
         MainWindowTest::SetUp();
-        keyboard_ = XOpenDisplay(nullptr);
         ASSERT_TRUE(keyboard_);
     }
 
-    void TearDown() override {
-        if (keyboard_) {
-            XCloseDisplay(keyboard_);
-        }
-    }
-
-    void press(const std::vector<KeySym>& keysyms) { pressKeys(keyboard_, keysyms); }
+    void press(const std::vector<KeySym>& keysyms) { pressKeys(keyboard_.get(), keysyms); }
 
     DemoTargetProcess demo_{qEnvironmentVariable("DISPLAY").toStdString(),
                             {"--geometry", "800x600+0+0"}};
-    Display* keyboard_ = nullptr;
+    std::unique_ptr<Display, decltype(&XCloseDisplay)> keyboard_{XOpenDisplay(nullptr),
+                                                                 XCloseDisplay};
 };
 
 TEST_F(HotKeys, KeyHeldByAnotherProgramOrUnreadableIsNamedAndTheOthersStillWork) {
@@ -51,11 +41,7 @@ TEST_F(HotKeys, KeyHeldByAnotherProgramOrUnreadableIsNamedAndTheOthersStillWork)
     const auto other = platform::makeX11HotKeys(nullptr);
     ASSERT_TRUE(other->registerKey(1, *platform::keys::parseHotKey("F8")));
     window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()), desktop());
-    QString error;
-    const ModalSeen box =
-        answerModal([&] { ASSERT_TRUE(window_->openTask(task_.path(), &error)); }, "确定");
-    EXPECT_EQ(box.title, "提示");
-    EXPECT_EQ(box.text, "启动热键注册失败");
+    EXPECT_EQ(answerModal([&] { reopen(); }, "确定").said(), "提示: 启动热键注册失败");
 
     press({XK_F8});
     QTest::qWait(300);
@@ -71,9 +57,7 @@ TEST_F(HotKeys, KeyHeldByAnotherProgramOrUnreadableIsNamedAndTheOthersStillWork)
 
     // An unreadable key text fails like a held key.
     ui::AppConfig(task_.configPath()).setHotKeys("Alt+Shift+S", "Ctrl+F2", "Shift+Hyper");
-    const ModalSeen unread =
-        answerModal([&] { ASSERT_TRUE(window_->openTask(task_.path(), &error)); }, "确定");
-    EXPECT_EQ(unread.text, "停止热键注册失败");
+    EXPECT_EQ(answerModal([&] { reopen(); }, "确定").text, "停止热键注册失败");
 }
 
 TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSettingsTake) {
@@ -84,8 +68,7 @@ TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSetting
     ASSERT_TRUE(waitFor(State::Idle));
 
     ui::AppConfig(task_.configPath()).setHotKeys("Ctrl+F2", "Ctrl+F3", "Ctrl+F4");
-    QString error;
-    ASSERT_TRUE(window_->openTask(task_.path(), &error));
+    reopen();
     press({XK_F8});
     QTest::qWait(300);
     EXPECT_EQ(run().state(), State::Idle) << "F8 is no longer the start key";
@@ -94,20 +77,17 @@ TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSetting
     press({XK_Control_L, XK_F4});
     ASSERT_TRUE(waitFor(State::Idle));
 
-    QTimer::singleShot(100, [&] {
-        auto* view = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(view);
-        EXPECT_EQ(view->windowTitle(), "设置");
-        auto* start = view->findChild<QLineEdit*>("lineEdit_start_key");
-        ASSERT_TRUE(start);
-        EXPECT_EQ(start->text(), "Ctrl+F3");
-        QTest::keyClick(start, Qt::Key_F6, Qt::ControlModifier);
-        EXPECT_EQ(start->text(), "Ctrl+F6");
-        view->findChild<QCheckBox*>("checkBox_back_capture")->setChecked(true);
-        view->findChild<QRadioButton*>("radioButton_concurrency")->setChecked(true);
-        view->accept();
-    });
-    window_->findChild<QAction*>("action_settings")->trigger();
+    const auto settings = answerModals(
+        [&] { window_->findChild<QAction*>("action_settings")->trigger(); },
+        {{"确定", {}, [&](QWidget& view) {
+              auto* start = view.findChild<QLineEdit*>("lineEdit_start_key");
+              ASSERT_TRUE(start);
+              EXPECT_EQ(start->text(), "Ctrl+F3");
+              QTest::keyClick(start, Qt::Key_F6, Qt::ControlModifier);
+              EXPECT_EQ(start->text(), "Ctrl+F6");
+              fill(view, {{"checkBox_back_capture", "1"}, {"radioButton_concurrency", "1"}});
+          }}});
+    EXPECT_EQ(settings[0].title, "设置");
     EXPECT_EQ(ui::AppConfig(task_.configPath()).startKey(), "Ctrl+F6");
     EXPECT_TRUE(window_->editor().document().settings.backCapture);
     EXPECT_TRUE(window_->editor().document().settings.concurrency);

@@ -22,11 +22,16 @@ class MainWindowTest : public ::testing::Test {
 protected:
     void SetUp() override {
         window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()), desktop());
-        QString error;
-        ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
+        reopen();
         // Right of where the tests put the demo target, which must not be covered.
         window_->move(820, 0);
         window_->show();
+    }
+
+    // Opens the task again, as saved now.
+    void reopen() {
+        QString error;
+        ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
     }
 
     QStringList sceneNames() const {
@@ -43,6 +48,10 @@ protected:
     // A run takes seconds on a loaded machine; a stuck one still fails in time.
     bool waitFor(ui::RunControl::State state, int timeout = 20000) {
         return QTest::qWaitFor([&] { return run().state() == state; }, timeout);
+    }
+    bool stops() {
+        run().stop();
+        return waitFor(ui::RunControl::State::Idle);
     }
 
     // 选择窗口, ADB模式, 全屏模式 and 查看修改窗口信息, in this order.

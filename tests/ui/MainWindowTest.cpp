@@ -1,16 +1,15 @@
 #include <QAbstractButton>
 #include <QAction>
-#include <QApplication>
-#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QTest>
-#include <QTimer>
 
+#include "EventForms.h"
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
+#include "TestFiles.h"
 #include "ui/TaskBackups.h"
 
 namespace autoscene::testing {
@@ -27,8 +26,7 @@ TEST_F(MainWindowRules, TargetLabelNamesTheTarget) {
         root["task_mode"] = 2;
         root["window_info"] = QJsonObject{{"title", ""}};
     });
-    QString error;
-    ASSERT_TRUE(window_->openTask(task_.path(), &error));
+    reopen();
     EXPECT_EQ(label->text(), "未选择目标窗口");
     targetMenu(2)->trigger();
     EXPECT_EQ(label->text(), "全屏模式");
@@ -37,36 +35,27 @@ TEST_F(MainWindowRules, TargetLabelNamesTheTarget) {
 
 TEST_F(MainWindowRules, WindowInformationIsShownEditedAndMustNameAWindow) {
     QStringList shown;
-    const auto edit = [&](const QString& title, const QString& className) {
-        auto* dialog = QApplication::activeModalWidget();
-        const auto field = [&](const char* name) { return dialog->findChild<QLineEdit*>(name); };
+    const auto edit = [&](QWidget& dialog, const QString& title) {
+        const auto field = [&](const char* name) { return dialog.findChild<QLineEdit*>(name); };
         shown = {field("lineEdit_title")->text(), field("lineEdit_class_name")->text(),
-                 QString::number(dialog->findChild<QSpinBox*>("spinBox_width")->value())};
-        field("lineEdit_title")->setText(title);
-        field("lineEdit_class_name")->setText(className);
-        dialog->findChild<QSpinBox*>("spinBox_height")->setValue(480);
-        dialog->findChild<QCheckBox*>("checkBox_fullmatch_title")->setChecked(false);
+                 QString::number(dialog.findChild<QSpinBox*>("spinBox_width")->value())};
+        fill(dialog, {{"lineEdit_title", title},
+                      {"lineEdit_class_name", {}},
+                      {"spinBox_height", "480"},
+                      {"checkBox_fullmatch_title", "0"}});
     };
-    const auto pressOk = [] {
-        QApplication::activeModalWidget()->findChild<QDialogButtonBox*>()->buttons()[0]->click();
-    };
-    QAction* entry = targetMenu(3);
-    QTimer::singleShot(100, [&] {
-        edit({}, {});
-        // The refusal is a box over the dialog, which stays open; then Cancel.
-        const ModalSeen refused = answerModal(pressOk, "确定");
-        EXPECT_EQ(refused.text, "请先选择窗口信息");
-        QApplication::activeModalWidget()->findChild<QDialogButtonBox*>()->buttons()[1]->click();
-    });
-    entry->trigger();
+    const auto entry = [&] { targetMenu(3)->trigger(); };
+    // The refusal is a box over the dialog, which stays open; then Cancel.
+    answerModals(entry, {{"取消", {}, [&](QWidget& dialog) {
+                              edit(dialog, {});
+                              auto* ok = dialog.findChild<QDialogButtonBox*>()->buttons()[0];
+                              EXPECT_EQ(answerModal([&] { ok->click(); }, "确定").text,
+                                        "请先选择窗口信息");
+                          }}});
     EXPECT_EQ(shown, QStringList({"Autoscene Demo", "AutosceneDemo", "800"}));
     EXPECT_EQ(window_->editor().document().settings.windowInfo.title, "Autoscene Demo");
 
-    QTimer::singleShot(100, [&] {
-        edit("Demo", {});
-        pressOk();
-    });
-    entry->trigger();
+    answerModals(entry, {{"确定", {}, [&](QWidget& dialog) { edit(dialog, "Demo"); }}});
     const model::WindowInfo& info = window_->editor().document().settings.windowInfo;
     EXPECT_EQ(info.title, "Demo");
     EXPECT_TRUE(info.className.isEmpty());
@@ -96,11 +85,8 @@ TEST_F(MainWindowRules, EveryControlIsNamedAfterItsText) {
 
 TEST_F(MainWindowRules, ClosingAfterAFailedSaveAsks) {
     // A file where the task folder was: no save can succeed, not even as root.
-    QDir folder = task_.folder();
-    ASSERT_TRUE(folder.removeRecursively());
-    QFile blocker(task_.path());
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
+    ASSERT_TRUE(task_.folder().removeRecursively());
+    test::writeFile(task_.path(), {});
 
     window_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
@@ -109,8 +95,8 @@ TEST_F(MainWindowRules, ClosingAfterAFailedSaveAsks) {
     EXPECT_EQ(failure.title, "提示");
     EXPECT_TRUE(failure.text.startsWith("保存失败")) << failure.text.toStdString();
 
-    const ModalSeen kept = answerModal([&] { window_->close(); }, "取消");
-    EXPECT_EQ(kept.text, "任务可能保存失败,关闭后将导致任务异常,请确认是否关闭?");
+    EXPECT_EQ(answerModal([&] { window_->close(); }, "取消").text,
+              "任务可能保存失败,关闭后将导致任务异常,请确认是否关闭?");
     EXPECT_TRUE(window_->isVisible());
 
     answerModal([&] { window_->close(); }, "确定");
@@ -121,10 +107,8 @@ TEST_F(MainWindowRules, ClosingAfterAFailedSaveAsks) {
 TEST_F(MainWindowRules, OpeningBacksTheTaskUpAndClosingPrunesAndKeepsTheSize) {
     const QStringList copies = QDir(window_->backupFolder()).entryList({"script_*.json"});
     ASSERT_EQ(copies.size(), 1);
-    QFile copy(QDir(window_->backupFolder()).filePath(copies[0]));
-    QFile original(task_.folder().filePath("script.json"));
-    ASSERT_TRUE(copy.open(QIODevice::ReadOnly) && original.open(QIODevice::ReadOnly));
-    EXPECT_EQ(copy.readAll(), original.readAll());
+    EXPECT_EQ(test::readFile(window_->backupFolder() + '/' + copies[0]),
+              test::readFile(task_.folder().filePath("script.json")));
 
     const QDateTime start = QDateTime::currentDateTime().addDays(-2);
     for (int i = 0; i < 55; ++i) {

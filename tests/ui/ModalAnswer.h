@@ -13,6 +13,7 @@ struct ModalSeen {
     bool shown = false;
     QString title;
     QString text;  // a message box's text or an input dialog's prompt
+    QString said() const { return title + ": " + text; }
 };
 
 struct ModalAnswer {

@@ -5,7 +5,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTreeWidget>
-#include <numeric>
 
 #include "MainWindowFixture.h"
 #include "editor/TaskEditor.h"
@@ -41,8 +40,7 @@ protected:
             return file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') : 0;
         };
         ASSERT_TRUE(QTest::qWaitFor([&] { return recordedLines() > 16; }, 20000));
-        run().stop();
-        ASSERT_TRUE(waitFor(ui::RunControl::State::Idle));
+        ASSERT_TRUE(stops());
         window_->findChild<QAction*>("playback")->trigger();
         playback_ = window_->findChild<ui::PlaybackWindow*>();
         ASSERT_TRUE(playback_ && playback_->marks());
@@ -78,12 +76,9 @@ protected:
     }
 
     bool fires(int index) const {
-        for (const QJsonValue fired : line(index)["fired"].toArray()) {
-            if (fired.toObject().contains("event")) {
-                return true;
-            }
-        }
-        return false;
+        const QJsonArray fired = line(index)["fired"].toArray();
+        return std::any_of(fired.begin(), fired.end(),
+                           [](const QJsonValue& f) { return f.toObject().contains("event"); });
     }
 
     ui::PlaybackWindow* playback_ = nullptr;
@@ -103,9 +98,7 @@ TEST_F(PlaybackWindowTest, StepsLandOnTheRecordedCyclesAndAnEditsChangesAreMarke
     EXPECT_EQ(landings("pushButton_next_event"), firing);
     EXPECT_EQ(landings("pushButton_previous_event", true),
               where([&](int i) { return fires(i); }, true));
-    std::vector<int> every(size_t(cycles() - 1));
-    std::iota(every.begin(), every.end(), 1);
-    EXPECT_EQ(landings("pushButton_next_cycle"), every);
+    EXPECT_EQ(landings("pushButton_next_cycle"), where([](int) { return true; }));
 
     // The frame of the menu's first cycle shows its colour count.
     playback_->showCycle({0, sceneChanges[0]});

@@ -30,6 +30,13 @@
 namespace autoscene::testing {
 namespace {
 
+// The panel's verdict, then its best candidate if any.
+QString shown(const ui::ProbePanel& panel) {
+    auto* candidates = panel.findChild<QListWidget*>("listWidget_candidates");
+    return panel.findChild<QLabel*>("label_verdict")->text() +
+           (candidates->count() ? " | " + candidates->item(0)->text() : QString());
+}
+
 class ProbeAndTemplates : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -56,10 +63,8 @@ TEST_F(ProbeAndTemplates, ProbePanelShowsTheScoreAndWhyItFails) {
     ui::ProbePanel original(editor_.document(), &condition, nullptr, nullptr);
     ASSERT_EQ(original.source().count(), 2);  // the originals only: no capture given
     original.test();
-    EXPECT_EQ(original.findChild<QLabel*>("label_verdict")->text(),
-              "不成立：图片大于查找范围（阈值 0.90）");
-    EXPECT_EQ(original.findChild<QListWidget*>("listWidget_candidates")->item(0)->text(),
-              "1.00  220,200 200×80（范围外）");
+    EXPECT_EQ(shown(original),
+              "不成立：图片大于查找范围（阈值 0.90） | 1.00  220,200 200×80（范围外）");
 
     condition.searchId = 0;
     int asked = 0;
@@ -71,13 +76,11 @@ TEST_F(ProbeAndTemplates, ProbePanelShowsTheScoreAndWhyItFails) {
     ASSERT_EQ(panel.source().itemText(0), "当前目标");
     panel.test();
     EXPECT_TRUE(panel.capturing());
-    EXPECT_EQ(panel.findChild<QLabel*>("label_verdict")->text(), "正在截取画面…");
+    EXPECT_EQ(shown(panel), "正在截取画面…");
     panel.test();
     QTRY_VERIFY(!panel.capturing());
     QTest::qWait(500);
-    EXPECT_EQ(panel.findChild<QLabel*>("label_verdict")->text(), "成立（阈值 0.90）");
-    EXPECT_EQ(panel.findChild<QListWidget*>("listWidget_candidates")->item(0)->text(),
-              "1.00  220,200 200×80");
+    EXPECT_EQ(shown(panel), "成立（阈值 0.90） | 1.00  220,200 200×80");
 }
 
 // Text is read by the recognition service a run uses; without it the verdict says so.
@@ -129,9 +132,7 @@ TEST_F(ProbeAndTemplates, TemplatesAreRenamedReplacedAndKeptWhileUsed) {
     EXPECT_EQ(editor_.document().usersOf(model::Ref::Image, 1).size(), 2u);
     EXPECT_TRUE(QFile::exists(task_.folder().filePath("image/" + before)));
 
-    const ModalSeen refused = answerModal([&] { dialog.removeSelected(); }, "确定");
-    EXPECT_TRUE(refused.shown);
-    EXPECT_TRUE(refused.text.contains("不能删除"));
+    EXPECT_TRUE(answerModal([&] { dialog.removeSelected(); }, "确定").text.contains("不能删除"));
     EXPECT_NE(editor_.document().image(1), nullptr);
 
     editor_.undo();

@@ -1,6 +1,5 @@
 #include <QAction>
 #include <QApplication>
-#include <QDialog>
 #include <QDir>
 #include <QImage>
 #include <QLabel>
@@ -14,6 +13,7 @@
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
+#include "TestFiles.h"
 #include "playback/RecordingReader.h"
 #include "ui/LogTargetWindow.h"
 #include "ui/RunView.h"
@@ -39,19 +39,10 @@ protected:
     // A demo target the size the task was saved with, so that no size question comes.
     std::unique_ptr<DemoTargetProcess> startDemo(std::vector<std::string> arguments = {}) {
         arguments.insert(arguments.begin(), {"--geometry", "800x600+0+0"});
-        auto demo = std::make_unique<DemoTargetProcess>(display(), arguments);
+        auto demo = std::make_unique<DemoTargetProcess>(
+            qEnvironmentVariable("DISPLAY").toStdString(), arguments);
         EXPECT_TRUE(demo->started());
         return demo;
-    }
-
-    static std::string display() { return qEnvironmentVariable("DISPLAY").toStdString(); }
-
-    void reopen(const std::function<void(QJsonObject&)>& change = {}) {
-        if (change) {
-            task_.edit(change);
-        }
-        QString error;
-        ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
     }
 
     QAction& action(const char* name) { return *window_->findChild<QAction*>(name); }
@@ -72,8 +63,7 @@ protected:
         ASSERT_EQ(run().state(), State::Running);
         EXPECT_TRUE(driven.waitForLine("screen MENU", 0, 5000));
         EXPECT_FALSE(other.waitForLine("screen MENU", 0, 200));
-        run().stop();
-        EXPECT_TRUE(waitFor(State::Idle));
+        EXPECT_TRUE(stops());
     }
 };
 
@@ -129,8 +119,8 @@ TEST_F(RunFromWindow, StartsPausesAndStopsWhilePausedRecordingNothingWithPlaybac
     action("action_run").trigger();
     EXPECT_EQ(run().state(), State::Running);
 
-    const ModalSeen refused = answerModal([&] { window_->close(); }, "确定");
-    EXPECT_EQ(refused.text, "任务正在运行中,请停止后任务再关闭");
+    EXPECT_EQ(answerModal([&] { window_->close(); }, "确定").text,
+              "任务正在运行中,请停止后任务再关闭");
     EXPECT_TRUE(window_->isVisible());
 
     action("action_run").trigger();
@@ -145,25 +135,22 @@ TEST_F(RunFromWindow, WindowNotFoundOffersToChooseAgainAndNoTargetChosenSaysSo) 
     // The window would open the target menu, which waits for a click.
     QObject::disconnect(&run(), &ui::RunControl::windowChoiceRequested, window_.get(), nullptr);
     QSignalSpy choose(&run(), &ui::RunControl::windowChoiceRequested);
-    const ModalSeen box = answerModal([&] { run().start(); }, "否");
-    EXPECT_EQ(box.text, "未发现指定窗口,是否重新选择");
+    EXPECT_EQ(answerModal([&] { run().start(); }, "否").text, "未发现指定窗口,是否重新选择");
     EXPECT_EQ(choose.count(), 0);
     answerModal([&] { run().start(); }, "是");
     EXPECT_EQ(choose.count(), 1);
     EXPECT_EQ(run().state(), State::Idle);
 
-    reopen([](QJsonObject& root) { root["window_info"] = QJsonObject{}; });
-    const ModalSeen none = clickRun({{"确定"}})[0];
-    EXPECT_EQ(none.title, "提示");
-    EXPECT_EQ(none.text, "需要先选择目标窗口");
+    task_.edit([](QJsonObject& root) { root["window_info"] = QJsonObject{}; });
+    reopen();
+    EXPECT_EQ(clickRun({{"确定"}})[0].said(), "提示: 需要先选择目标窗口");
     EXPECT_EQ(run().state(), State::Idle);
 }
 
 TEST_F(RunFromWindow, SeveralWindowsNeedAChoice) {
     const auto first = startDemo();
     const auto second = startDemo();
-    const ModalSeen box = clickRun({{"确定"}})[0];
-    EXPECT_EQ(box.text, "发现多个目标窗口,需要先选择窗口");
+    EXPECT_EQ(clickRun({{"确定"}})[0].text, "发现多个目标窗口,需要先选择窗口");
     EXPECT_EQ(run().state(), State::Idle);
 
     run().setChosenWindow(second->window());
@@ -175,21 +162,14 @@ TEST_F(RunFromWindow, WindowChosenFromTheListOrPointedAtWithTheCrosshairBecomesT
     const auto second = startDemo({"--title", "Second Demo", "--geometry", "800x600+400+100"});
     QAction* choose = targetMenu(0);
     ASSERT_TRUE(choose);
-    QString listed;
-    QTimer::singleShot(100, [&] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(dialog);
-        auto* list = dialog->findChild<QListWidget*>("listWidget_windows");
-        for (int row = 0; row < list->count(); ++row) {
-            if (list->item(row)->text().startsWith("Second Demo")) {
-                listed = list->item(row)->text();
-                list->setCurrentRow(row);
-            }
-        }
-        dialog->accept();
-    });
-    choose->trigger();
-    EXPECT_EQ(listed, "Second Demo  [AutosceneDemo]  800x600");
+    answerModals([&] { choose->trigger(); },
+                 {{"确定", {}, [&](QWidget& dialog) {
+                       auto* list = dialog.findChild<QListWidget*>("listWidget_windows");
+                       const auto rows = list->findItems("Second Demo", Qt::MatchStartsWith);
+                       ASSERT_EQ(rows.size(), 1);
+                       EXPECT_EQ(rows[0]->text(), "Second Demo  [AutosceneDemo]  800x600");
+                       list->setCurrentItem(rows[0]);
+                   }}});
     EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Second Demo");
     const model::WindowInfo& info = window_->editor().document().settings.windowInfo;
     EXPECT_EQ(info.title, "Second Demo");
@@ -211,23 +191,20 @@ TEST_F(RunFromWindow, WindowChosenFromTheListOrPointedAtWithTheCrosshairBecomesT
 }
 
 TEST_F(RunFromWindow, WindowOfAnotherSizeMayBeResized) {
-    const auto demo = std::make_unique<DemoTargetProcess>(
-        display(), std::vector<std::string>{"--geometry", "640x480+0+0"});
+    const auto demo = startDemo({"--geometry", "640x480+0+0"});
     const ModalSeen kept = clickRun({{"否"}})[0];
     EXPECT_EQ(kept.text,
               "当前窗口大小与选择窗口时大小不一致，可能会导致脚本运行时识别不准备，是否调整窗口大小"
               "！");
     ASSERT_EQ(run().state(), State::Running);
     EXPECT_EQ(backend_->describe(demo->window()).clientRect.width, 640);
-    run().stop();
-    ASSERT_TRUE(waitFor(State::Idle));
+    ASSERT_TRUE(stops());
 
     clickRun({{"是"}});
     ASSERT_TRUE(QTest::qWaitFor(
         [&] { return backend_->describe(demo->window()).clientRect.width == 800; }, 3000));
     EXPECT_EQ(backend_->describe(demo->window()).clientRect.height, 600);
-    run().stop();
-    EXPECT_TRUE(waitFor(State::Idle));
+    EXPECT_TRUE(stops());
 }
 
 TEST_F(RunFromWindow, AFailedFirstCaptureStopsTheStart) {
@@ -242,9 +219,7 @@ TEST_F(RunFromWindow, AFailedFirstCaptureStopsTheStart) {
     QString error;
     ASSERT_TRUE(window.openTask(task_.path(), &error));
 
-    const ModalSeen box = answerModal([&] { window.runControl().start(); }, "确定");
-    EXPECT_EQ(box.title, "提示");
-    EXPECT_EQ(box.text, "截图失败！");
+    EXPECT_EQ(answerModal([&] { window.runControl().start(); }, "确定").said(), "提示: 截图失败！");
     EXPECT_EQ(window.runControl().state(), State::Idle);
 }
 
@@ -252,13 +227,13 @@ TEST_F(RunFromWindow, UnsetOrChangedRunModeIsAskedAboutFirst) {
     const auto demo = startDemo();
     const auto runsThenStops = [&] {
         ASSERT_EQ(run().state(), State::Running);
-        run().stop();
-        ASSERT_TRUE(waitFor(State::Idle));
+        ASSERT_TRUE(stops());
     };
     ui::AppConfig(task_.configPath()).setLoopMode(0);
     const auto seen = clickRun({{"确定"}, {"取消"}});
-    EXPECT_EQ(seen[0].title, "运行模式选择提示");
-    EXPECT_EQ(seen[0].text, "检测到你还未设置自动化任务的运行模式，请先设置运行模式后再编辑脚本");
+    EXPECT_EQ(
+        seen[0].said(),
+        "运行模式选择提示: 检测到你还未设置自动化任务的运行模式，请先设置运行模式后再编辑脚本");
     EXPECT_EQ(seen[1].title, "选择运行模式");
     EXPECT_EQ(run().state(), State::Idle);
     EXPECT_EQ(ui::AppConfig(task_.configPath()).loopMode(), 0) << "cancelled: nothing chosen";
@@ -267,9 +242,8 @@ TEST_F(RunFromWindow, UnsetOrChangedRunModeIsAskedAboutFirst) {
     runsThenStops();
 
     ui::AppConfig(task_.configPath()).setLoopMode(2);
-    const ModalSeen kept = clickRun({{"不修改"}})[0];
-    EXPECT_EQ(kept.title, "运行模式修改提示");
-    EXPECT_EQ(kept.text,
+    EXPECT_EQ(clickRun({{"不修改"}})[0].said(),
+              "运行模式修改提示: "
               "检测到你的运行模式已修改，当前脚本的运行模式为顺序模式，是否修改成单事件模式执行");
     EXPECT_EQ(window_->editor().document().settings.loopMode, 1);
     runsThenStops();
@@ -309,15 +283,10 @@ TEST_F(RunFromWindow, BackgroundPluginChosenInTheSettingsCapturesAndActsForTheRu
     EXPECT_FALSE(clickRun({{"确定"}})[0].shown);
     ASSERT_EQ(run().state(), State::Running);
     const QString window = QString::number(demo->window());
-    const auto log = [&] {
-        QFile file(folder.filePath("input.log"));
-        file.open(QIODevice::ReadOnly);
-        return QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
-    };
+    const auto log = [&] { return test::logLines(folder.filePath("input.log")); };
     EXPECT_TRUE(QTest::qWaitFor([&] { return !log().filter("down " + window).empty(); }, 10000))
         << "the start screen's tap goes through the plug-in: " << log().join('|').toStdString();
-    run().stop();
-    ASSERT_TRUE(waitFor(State::Idle));
+    ASSERT_TRUE(stops());
     EXPECT_EQ(log().mid(0, 4),
               (QStringList{"global_init", "global_uninit", "global_init", "init " + window}))
         << "loaded once to check it in the settings, then for the run";

@@ -88,14 +88,10 @@ TEST_F(SceneList, RenameAsksForAFreeNameAndDeleteAsksFirst) {
         EXPECT_EQ(seen[1].text, "界面名称为空或已存在") << name.toStdString();
     }
     EXPECT_TRUE(answerModal([&] { view.renameRow(4); }, "取消", "other").shown);
-    const ModalSeen kept = answerModal([&] { view.deleteRow(4); }, "取消");
-    EXPECT_EQ(kept.title, "提示");
-    EXPECT_EQ(kept.text, "是否删除界面");
+    EXPECT_EQ(answerModal([&] { view.deleteRow(4); }, "取消").said(), "提示: 是否删除界面");
     EXPECT_EQ(sceneNames(), kDemoScenes);
 
-    const ModalSeen prompt = answerModal([&] { view.renameRow(4); }, "确定", "菜单");
-    EXPECT_EQ(prompt.title, "提示");
-    EXPECT_EQ(prompt.text, "请输入新名称");
+    EXPECT_EQ(answerModal([&] { view.renameRow(4); }, "确定", "菜单").said(), "提示: 请输入新名称");
     EXPECT_EQ(sceneNames()[4], "菜单");
     answerModal([&] { view.deleteRow(4); }, "确定");
     QStringList expected = kDemoScenes;

@@ -93,10 +93,8 @@ TEST_F(ScreenTools, CutTemplateIsAThreeChannelPngWithItsRecord) {
     save("red block");
     ASSERT_EQ(editor_.document().images.size(), before + 1) << message().toStdString();
     const model::ImageRecord image = editor_.document().images.back();
-    EXPECT_EQ(image.ori, originalId_);
-    EXPECT_EQ(image.rect, QRect(10, 10, 30, 20));
-    EXPECT_EQ(image.screenInfo.width, 200);
-    EXPECT_EQ(image.screenInfo.height, 150);
+    EXPECT_EQ(std::tuple(image.ori, image.rect, image.screenInfo.width, image.screenInfo.height),
+              std::tuple(originalId_, QRect(10, 10, 30, 20), 200, 150));
     QFile file(*model::imageFilePath(editor_.document(), image));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.read(26).at(25), 2) << "PNG colour type: RGB, no alpha";
@@ -111,8 +109,8 @@ TEST_F(ScreenTools, CutTemplateIsAThreeChannelPngWithItsRecord) {
     ASSERT_TRUE(editor_.save());
     model::TaskDocument reread;
     ASSERT_TRUE(reread.openFolder(task_.path()));
-    EXPECT_EQ(reread.images.back().rect, image.rect);
-    EXPECT_EQ(reread.images.back().file, image.file);
+    EXPECT_EQ(std::pair(reread.images.back().rect, reread.images.back().file),
+              std::pair(image.rect, image.file));
     editor_.undo();
     EXPECT_EQ(editor_.document().images.size(), before);
     EXPECT_TRUE(file.exists());
@@ -168,9 +166,7 @@ TEST_F(ScreenTools, ColourPreviewCountsWhatTheColourConditionCounts) {
 
     save("red");
     const model::ColorRecord& colour = editor_.document().colors.back();
-    EXPECT_EQ(colour.name, "red");
-    EXPECT_EQ(colour.color, 0xFF0000);
-    EXPECT_FLOAT_EQ(colour.sim, 0.9f);
+    EXPECT_EQ(std::tuple(colour.name, colour.color, colour.sim), std::tuple("red", 0xFF0000, 0.9f));
 }
 
 TEST_F(ScreenTools, AreasAreCropsAndClickAreasStayInsideTheirTemplate) {
@@ -180,9 +176,8 @@ TEST_F(ScreenTools, AreasAreCropsAndClickAreasStayInsideTheirTemplate) {
     const auto* crop =
         dynamic_cast<const model::CropInfo*>(editor_.document().definitionByName("blue area"));
     ASSERT_TRUE(crop) << message().toStdString();
-    EXPECT_EQ(crop->ori, originalId_);
-    EXPECT_EQ(crop->rect, QRect(90, 70, 70, 60));
-    EXPECT_EQ(crop->screenInfo.width, 200);
+    EXPECT_EQ(std::tuple(crop->ori, crop->rect, crop->screenInfo.width),
+              std::tuple(originalId_, QRect(90, 70, 70, 60), 200));
     EXPECT_EQ(view().overlays().back().label, "blue area");
 
     dialog_->setMode(Mode::ClickArea);

@@ -100,10 +100,6 @@ public:
         }
     }
 
-    void saveModal(const QString& name, const std::function<void()>& trigger) {
-        saveModals({name}, trigger);
-    }
-
     void saveContextMenu(SceneListView& view, int row, const QString& name) {
         QTimer::singleShot(200, [this, name] {
             if (QWidget* menu = QApplication::activePopupWidget()) {
@@ -172,8 +168,8 @@ void shootRun(Shooter& shooter) {
                 std::fprintf(stderr, "the run did not stop\n");
             }
         };
-        shooter.saveModal("window-list", [&] { targetMenu(0); });
-        shooter.saveModal("window-info", [&] { targetMenu(3); });
+        shooter.saveModals({"window-list"}, [&] { targetMenu(0); });
+        shooter.saveModals({"window-info"}, [&] { targetMenu(3); });
         // Answered with its first button, "查看设置": the mode dialog, then no run.
         shooter.saveModals({"run-mode-changed", "loop-mode-dialog"},
                            [&] { window.runControl().start(); });
@@ -210,15 +206,11 @@ void shootPlayback(Shooter& shooter) {
         decisions->setCurrentItem(decisions->topLevelItem(decisions->topLevelItemCount() - 1));
         shooter.save(*playback, "playback");
         TaskEditor& editor = window.editor();
-        for (int row = TaskEditor::kFixedRows; row < editor.sceneRows(); ++row) {
-            if (editor.sceneAt(row)->name == "form") {
-                autoscene::model::EditorEvent identification = *editor.eventAt(row, 0);
-                static_cast<autoscene::model::EditorColorCondition&>(
-                    *identification.conditions.items()[0])
-                    .count = 3900;
-                editor.replaceEvent(row, 0, identification, "raise");
-            }
-        }
+        const int form = 5;  // the demo's form scene
+        autoscene::model::EditorEvent identification = *editor.eventAt(form, 0);
+        static_cast<autoscene::model::EditorColorCondition&>(*identification.conditions.items()[0])
+            .count = 3900;
+        editor.replaceEvent(form, 0, identification, "raise");
         if (!QTest::qWaitFor([&] { return !playback->replaying(); }, 20000)) {
             std::fprintf(stderr, "the replay of the edited task did not end\n");
         }
@@ -256,15 +248,14 @@ void shootScreenTools(Shooter& shooter) {
         view.setZoom(1);
         tools.saveCurrent();
         shooter.save(tools, "screen-template-saved");
-        tools.setMode(Mode::SearchArea);
-        view.setSelection({180, 160, 280, 160});
-        shooter.save(tools, "screen-area");
-        tools.setMode(Mode::ClickArea);
-        view.setSelection({240, 220, 60, 40});
-        shooter.save(tools, "screen-click-area");
-        tools.setMode(Mode::TextRegion);
-        view.setSelection({20, 20, 300, 60});
-        shooter.save(tools, "screen-text-region");
+        for (const auto& [mode, area, name] :
+             {std::tuple(Mode::SearchArea, QRect(180, 160, 280, 160), "screen-area"),
+              std::tuple(Mode::ClickArea, QRect(240, 220, 60, 40), "screen-click-area"),
+              std::tuple(Mode::TextRegion, QRect(20, 20, 300, 60), "screen-text-region")}) {
+            tools.setMode(mode);
+            view.setSelection(area);
+            shooter.save(tools, name);
+        }
         tools.setMode(Mode::Colour);
         view.setSelection({});
         tools.pickColour({30, 300});
@@ -284,7 +275,7 @@ void shootDevices(Shooter& shooter) {
     if (!window.openTask(task.path(), &error)) {
         return;
     }
-    shooter.saveModal("device-list", [&] {
+    shooter.saveModals({"device-list"}, [&] {
         window.findChild<QPushButton*>("pushButton_select_window")->menu()->actions()[1]->trigger();
     });
 }
@@ -303,11 +294,11 @@ void shootTaskPage(Shooter& shooter) {
     page.show();
     shooter.save(page, "task-page");
     const auto click = [&](const char* name) { page.findChild<QPushButton*>(name)->click(); };
-    shooter.saveModal("task-page-empty", [&] { click("pushButton_load"); });
+    shooter.saveModals({"task-page-empty"}, [&] { click("pushButton_load"); });
     saveConfiguration(task.path(), "两台", page.configuration(), &error);
-    shooter.saveModal("task-page-load", [&] { click("pushButton_load"); });
+    shooter.saveModals({"task-page-load"}, [&] { click("pushButton_load"); });
     page.findChild<QTableWidget*>()->setCurrentCell(0, 1);
-    shooter.saveModal("task-page-sync", [&] { click("pushButton_sync"); });
+    shooter.saveModals({"task-page-sync"}, [&] { click("pushButton_sync"); });
 }
 
 void shootMainWindow(Shooter& shooter) {
@@ -327,12 +318,12 @@ void shootMainWindow(Shooter& shooter) {
     const auto trigger = [&](const char* action) {
         window->findChild<QAction*>(action)->trigger();
     };
-    shooter.saveModal("settings", [&] { trigger("action_settings"); });
-    shooter.saveModal("plugin-funcs", [&] {
+    shooter.saveModals({"settings"}, [&] { trigger("action_settings"); });
+    shooter.saveModals({"plugin-funcs"}, [&] {
         PluginFuncsDialog(autoscene::plugins::BackgroundServices{}, window.get()).exec();
     });
-    shooter.saveModal("rename-prompt", [&] { window->sceneList().renameRow(4); });
-    shooter.saveModal("delete-question", [&] { window->sceneList().deleteRow(4); });
+    shooter.saveModals({"rename-prompt"}, [&] { window->sceneList().renameRow(4); });
+    shooter.saveModals({"delete-question"}, [&] { window->sceneList().deleteRow(4); });
     if (auto* targets = window->findChild<QMenu*>()) {
         targets->popup(window->mapToGlobal(QPoint(10, 60)));
         shooter.save(*targets, "target-menu");
@@ -341,8 +332,8 @@ void shootMainWindow(Shooter& shooter) {
     // A file where the task folder was makes the save fail.
     task.folder().removeRecursively();
     QFile(task.path()).open(QIODevice::WriteOnly);
-    shooter.saveModal("save-failed", [&] { trigger("action_save"); });
-    shooter.saveModal("close-question", [&] { window->close(); });
+    shooter.saveModals({"save-failed"}, [&] { trigger("action_save"); });
+    shooter.saveModals({"close-question"}, [&] { window->close(); });
     QFile::remove(task.path());
 }
 
@@ -384,19 +375,19 @@ void shootEditor(Shooter& shooter) {
     DefinitionsDialog definitions(editor);
     definitions.show();
     shooter.save(definitions, "definitions");
-    shooter.saveModal("definition-new", [&] { definitions.addDefinition(); });
-    shooter.saveModal("definition-delete-used", [&] { definitions.deleteDefinition(0); });
+    shooter.saveModals({"definition-new"}, [&] { definitions.addDefinition(); });
+    shooter.saveModals({"definition-delete-used"}, [&] { definitions.deleteDefinition(0); });
     ColorsDialog colors(editor);
     colors.show();
     shooter.save(colors, "colors");
-    shooter.saveModal("color-edit", [&] { colors.editColor(0); });
-    shooter.saveModal("color-delete-used", [&] { colors.deleteColor(2); });
+    shooter.saveModals({"color-edit"}, [&] { colors.editColor(0); });
+    shooter.saveModals({"color-delete-used"}, [&] { colors.deleteColor(2); });
     PluginListDialog plugins(editor);
     plugins.addPluginFile(QStringLiteral(EXAMPLE_PLUGINS "/colour-probe.json"));
     plugins.show();
     shooter.save(plugins, "plugin-list");
     shootItem(newAction(autoscene::model::EditorPluginAction::kType), "action-20-chosen");
-    shooter.saveModal("plugin-remove", [&] { plugins.removePlugin(0); });
+    shooter.saveModals({"plugin-remove"}, [&] { plugins.removePlugin(0); });
 }
 
 // The test on the screen passing and failing, the template images and the label model.

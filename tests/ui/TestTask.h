@@ -11,6 +11,8 @@
 #include <functional>
 #include <initializer_list>
 
+#include "TestFiles.h"
+
 namespace autoscene::testing {
 
 class TestTask {
@@ -26,13 +28,10 @@ public:
     QDir folder() const { return QDir(dir_.path()); }
     // Changes script.json's top-level object.
     void edit(const std::function<void(QJsonObject&)>& change) const {
-        QFile file(folder().filePath("script.json"));
-        file.open(QIODevice::ReadOnly);
-        QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
-        file.close();
+        const QString script = folder().filePath("script.json");
+        QJsonObject root = QJsonDocument::fromJson(test::readFile(script)).object();
         change(root);
-        file.open(QIODevice::WriteOnly | QIODevice::Truncate);
-        file.write(QJsonDocument(root).toJson());
+        test::writeFile(script, QJsonDocument(root).toJson());
     }
     // Without its stop action the task waits on its last screen until stopped.
     void dropLastScenesEvents() const {
