@@ -69,6 +69,11 @@ TEST(ProbeGroup, ListsVerdictsFirstAndLooksBeyondTheAreasAfter) {
     tested.setCurrentRow(1);
     EXPECT_EQ(panel.findChild<QLabel*>("label_verdict")->text(), "成立（阈值 0.90）");
     EXPECT_EQ(panel.result().candidates.front().rect, QRect(220, 200, 200, 80));
+
+    const model::EditorGroupCondition empty;
+    ui::ProbePanel nothing(editor.document(), &empty, nullptr, nullptr);
+    nothing.test();
+    EXPECT_EQ(nothing.findChild<QLabel*>("label_verdict")->text(), "这个条件组里没有条件");
 }
 
 }  // namespace

@@ -276,7 +276,8 @@ void ProbePanel::showOutcome() {
     result_ =
         row >= 0 && size_t(row) < results_.size() ? results_[size_t(row)] : probe::ProbeResult();
     view_->show(shown_, result_);
-    QString text = verdictText(result_);
+    QString text =
+        group_ && conditions_.empty() ? tr("这个条件组里没有条件") : verdictText(result_);
     if (!unreadable_.isEmpty()) {
         text += tr("。%1").arg(unreadable_);
     }

@@ -1530,6 +1530,10 @@
         <source>，正在查找范围外…</source>
         <translation>, looking beyond the search area…</translation>
     </message>
+    <message>
+        <source>这个条件组里没有条件</source>
+        <translation>This condition group holds no conditions</translation>
+    </message>
 </context>
 <context>
     <name>ProbeReasons</name>
