@@ -1,18 +1,20 @@
 // The coarse-to-fine template search against the exhaustive one, pair by pair, on real
-// screens: the demo target's four screens among Debian's X programs on Xvfb at several
-// sizes, and the OCR corpus's frame. Templates are cut from each screen (8x8 to a third
-// of it), mirrored or inverted so that they are absent, altered into look-alikes of what
-// is shown, flattened and faded. Every pair must give the same two-decimal score and the
-// same position within a pixel; 64 pairs a screen, 320 in all, and on the X screens each
-// of xcalc's digit and operator keys cut where it is: a keypad of alike buttons.
+// screens: the demo target's four screens among Debian's X programs, captured from Xvfb at
+// several sizes (tests/fixtures/matching), and the OCR corpus's frame. Templates are cut
+// from each screen (8x8 to a third of it), mirrored or inverted so that they are absent,
+// altered into look-alikes of what is shown, flattened and faded. Every pair must give the
+// same two-decimal score and the same position within a pixel; 64 pairs a screen, 320 in
+// all, and on the X screens each of xcalc's digit and operator keys cut where it is: a
+// keypad of alike buttons.
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <fstream>
+#include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
-#include <sstream>
 
-#include "ScreenCorpus.h"
+#include "UiTextCorpus.h"
 #include "recognition/TemplateSearch.h"
 
 namespace autoscene::testing {
@@ -28,9 +30,8 @@ struct Pair {
 };
 
 std::string describe(const std::string& kind, const cv::Rect& cut) {
-    std::ostringstream text;
-    text << kind << " " << cut.width << "x" << cut.height << "+" << cut.x << "+" << cut.y;
-    return text.str();
+    return kind + " " + std::to_string(cut.width) + "x" + std::to_string(cut.height) + "+" +
+           std::to_string(cut.x) + "+" + std::to_string(cut.y);
 }
 
 // 64 templates for the screen, the same ones on every run.
@@ -81,62 +82,57 @@ std::vector<Pair> templatesFor(const cv::Mat& screen) {
     return pairs;
 }
 
-// The pairs whose template took the coarse-to-fine route.
-int compareOnScreen(const Screen& screen) {
-    std::vector<Pair> pairs = templatesFor(screen.bgr);
+// The pairs whose template took the coarse-to-fine route; `keys` are cut where they are.
+int compareOnScreen(const std::string& name, const cv::Mat& screen,
+                    const std::vector<cv::Rect>& keys = {}) {
+    std::vector<Pair> pairs = templatesFor(screen);
     EXPECT_EQ(pairs.size(), 64u);
-    for (const cv::Rect& key : screen.keys) {
-        pairs.push_back({describe("key", key), screen.bgr(key).clone()});
+    for (const cv::Rect& key : keys) {
+        pairs.push_back({describe("key", key), screen(key).clone()});
     }
     SearchScratch scratch;
     int coarse = 0;
     for (const Pair& pair : pairs) {
-        const BestMatch reference = recognition::searchExhaustive(screen.bgr, pair.templ, scratch);
-        const BestMatch fast = recognition::searchCoarseToFine(screen.bgr, pair.templ, scratch);
+        const BestMatch reference = recognition::searchExhaustive(screen, pair.templ, scratch);
+        const BestMatch fast = recognition::searchCoarseToFine(screen, pair.templ, scratch);
         EXPECT_EQ(std::round(fast.score * 100), std::round(reference.score * 100))
-            << screen.name << ", " << pair.name << ": " << fast.score << " against "
-            << reference.score;
-        EXPECT_LE(std::abs(fast.at.x - reference.at.x), 1) << screen.name << ", " << pair.name;
-        EXPECT_LE(std::abs(fast.at.y - reference.at.y), 1) << screen.name << ", " << pair.name;
+            << name << ", " << pair.name << ": " << fast.score << " against " << reference.score;
+        EXPECT_LE(std::abs(fast.at.x - reference.at.x), 1) << name << ", " << pair.name;
+        EXPECT_LE(std::abs(fast.at.y - reference.at.y), 1) << name << ", " << pair.name;
         coarse += fast.route == SearchRoute::CoarseToFine;
     }
     return coarse;
 }
 
-struct XScreenCase {
-    int width;
-    int height;
-    const char* demoScreen;
-};
+class XScreenCorpusTest : public ::testing::TestWithParam<const char*> {};
 
-class XScreenCorpusTest : public ::testing::TestWithParam<XScreenCase> {};
-
+// Without the count of coarse-to-fine pairs the comparison would hold by never leaving the
+// exhaustive search; the smallest, flat, faded and weakly matching templates rightly never
+// leave it.
 TEST_P(XScreenCorpusTest, CoarseToFineFindsWhatTheExhaustiveSearchFinds) {
-    const XScreenCase c = GetParam();
-    const Screen screen = xScreen(c.width, c.height, c.demoScreen);
-    ASSERT_FALSE(screen.bgr.empty())
-        << screen.name << ": Xvfb, the demo target or an X program (x11-apps) did not start";
-    EXPECT_EQ(screen.keys.size(), 20u) << "xcalc's digit and operator keys";
-    // Without this the comparison would hold by never leaving the exhaustive search; the
-    // smallest, flat, faded and weakly matching templates rightly never leave it.
-    EXPECT_GE(compareOnScreen(screen), 10) << screen.name;
+    const std::string path = std::string(AUTOSCENE_FIXTURES "/matching/") + GetParam();
+    const cv::Mat screen = cv::imread(path + ".png", cv::IMREAD_COLOR);
+    ASSERT_FALSE(screen.empty()) << path;
+    std::vector<cv::Rect> keys;
+    std::ifstream keyFile(path + ".keys");
+    for (cv::Rect key; keyFile >> key.x >> key.y >> key.width >> key.height;) {
+        keys.push_back(key);
+    }
+    EXPECT_EQ(keys.size(), 20u) << "xcalc's digit and operator keys";
+    EXPECT_GE(compareOnScreen(GetParam(), screen, keys), 10);
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, XScreenCorpusTest,
-                         ::testing::Values(XScreenCase{640, 480, "start"},
-                                           XScreenCase{800, 600, "menu"},
-                                           XScreenCase{1024, 768, "form"},
-                                           XScreenCase{720, 540, "finish"}),
-                         [](const ::testing::TestParamInfo<XScreenCase>& info) {
-                             return std::string(info.param.demoScreen) + "_" +
-                                    std::to_string(info.param.width) + "x" +
-                                    std::to_string(info.param.height);
-                         });
+                         ::testing::Values("start-640x480", "menu-800x600", "form-1024x768",
+                                           "finish-720x540"),
+                         [](const auto& info) { return std::string(info.param).substr(0, 4); });
 
 TEST(OcrFrameCorpusTest, CoarseToFineFindsWhatTheExhaustiveSearchFinds) {
-    const Screen screen = ocrFrame();
-    ASSERT_FALSE(screen.bgr.empty());
-    EXPECT_GE(compareOnScreen(screen), 10);
+    const ocr::testkit::CorpusSample sample = ocr::testkit::uiTextFrame();
+    const std::vector<std::uint8_t> png(sample.png.begin(), sample.png.end());
+    const cv::Mat frame = cv::imdecode(png, cv::IMREAD_COLOR);
+    ASSERT_FALSE(frame.empty());
+    EXPECT_GE(compareOnScreen("ocr frame", frame), 10);
 }
 
 }  // namespace
