@@ -1,9 +1,15 @@
 // The device target through the real adb against the test device: frames of both header
 // sizes and the PNG fallback, every input kind as the app received it, apps, a missing
-// adb, and a device that goes away and comes back.
+// adb, and a device that goes away and comes back. Then the device-service route: the
+// start on first use, the forward reuse, a killed service started again, the input method
+// switched and restored, input through HTTP, fresh frames after input, the frame geometry
+// kept, and the fall-back to adb alone.
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QThread>
 #include <functional>
 #include <utility>
@@ -11,6 +17,7 @@
 
 #include "AppLayout.h"
 #include "TestDevice.h"
+#include "TestFiles.h"
 #include "engine/TaskInfo.h"
 #include "targets/DeviceTarget.h"
 
@@ -153,6 +160,131 @@ TEST_F(DeviceTargetTest, InputOfAGoneDeviceIsReportedAndTheDeviceIsPickedUpAgain
         width = capturePixel(target, task, {0, 0}).width;
     }
     EXPECT_EQ(width, 720);
+}
+
+class DeviceServiceTest : public DeviceTargetTest {
+protected:
+    void SetUp() override {
+        autoscene::test::writeFile(folder.filePath("localservice.jar"), "service code");
+    }
+
+    std::unique_ptr<DeviceTarget> makeTarget(
+        DeviceTarget::Route route,
+        autoscene::platform::android::IServiceKeyProvider* keys = nullptr) {
+        DeviceTarget::Options options;
+        options.route = route;
+        options.keys = keys;
+        options.serviceFile = folder.filePath("localservice.jar").toStdString();
+        options.serviceWait = std::chrono::milliseconds(3000);
+        return std::make_unique<DeviceTarget>(AdbClient("adb"), options);
+    }
+
+    int captureWidth(DeviceTarget& target) { return capturePixel(target, task, {0, 0}).width; }
+
+    QStringList serviceForwards() {
+        return adb.adb({"forward", "--list"})
+            .split('\n')
+            .filter(QRegularExpression(QStringLiteral("^%1 .* tcp:10240$")
+                                           .arg(QRegularExpression::escape(device->serial()))));
+    }
+
+    QTemporaryDir folder;
+};
+
+// A new key for every start, as the service asks.
+class CountingKeys : public autoscene::platform::android::IServiceKeyProvider {
+public:
+    std::string serviceKey() override { return "key-" + std::to_string(++issued); }
+    int issued = 0;
+};
+
+// The first capture pushes and starts the service through the forward that was there; a
+// killed service is started again, with a new key, by the next request.
+TEST_F(DeviceServiceTest, FirstCaptureStartsTheServiceWhichIsStartedAgainOnceKilled) {
+    open();
+    const QString reused = adb.adb({"-s", device->serial(), "forward", "tcp:0", "tcp:10240"});
+    const int port = reused.trimmed().toInt();
+    ASSERT_GT(port, 0) << reused.toStdString();
+    CountingKeys keys;
+    auto target = makeTarget(DeviceTarget::Route::Service, &keys);
+    ASSERT_EQ(captureWidth(*target), 720);
+    EXPECT_EQ(device->log().mid(0, 3), QStringList({"push /data/local/tmp/localservice.jar 12",
+                                                    "service key key-1", "service started"}));
+    EXPECT_EQ(serviceForwards(),
+              QStringList{QStringLiteral("%1 tcp:%2 tcp:10240").arg(device->serial()).arg(port)});
+
+    adb.adb({"-s", device->serial(), "shell", "pkill app_process"});
+    ASSERT_TRUE(device->waitForLine("service ended"));
+    int width = 0;
+    for (int attempt = 0; attempt < 20 && width == 0; ++attempt) {
+        width = captureWidth(*target);
+    }
+    EXPECT_EQ(width, 720);
+    EXPECT_EQ(device->log().count("service started"), 2);
+    EXPECT_EQ(device->log().filter("service key "),
+              QStringList({"service key key-1", "service key key-2"}));
+    EXPECT_EQ(serviceForwards().size(), 1);
+
+    target.reset();  // ends the service it started, and removes its forward
+    EXPECT_TRUE(serviceForwards().isEmpty());
+}
+
+TEST_F(DeviceServiceTest, InputGoesThroughTheServiceAndTheInputMethodIsSwitchedForTheRun) {
+    open();
+    auto target = makeTarget(DeviceTarget::Route::Service);
+    ASSERT_EQ(target->startApp(task, "com.autoscene.testapp", {}), QString());
+    target->mouse(task, {10, 20}, MouseOp::LeftDown, 0);
+    target->mouse(task, {100, 20}, MouseOp::Move, 0);
+    target->mouse(task, {400, 30}, MouseOp::LeftUp, 0);
+    target->mouse(task, {300, 600}, MouseOp::RightClick, 0);
+    target->key(task, 27, KeyOp::Down);
+    target->key(task, 27, KeyOp::Up);
+    EXPECT_EQ(target->untypableText(task, "Zoë 你好"), QString());
+    target->inputText(task, "Zoë 你好");
+    target->mouse(task, {300, 600}, MouseOp::LeftClick, 40);
+    EXPECT_FALSE(target->startApp(task, "com.example.missing", {}).isEmpty());
+
+    QStringList log = device->log();
+    log.erase(log.begin(), log.begin() + log.indexOf("service started") + 1);
+    ASSERT_GE(log.size(), 7);
+    EXPECT_EQ(log.mid(0, 2), QStringList({"start com.autoscene.testapp", "screen START"}));
+    EXPECT_TRUE(log[2].startsWith("swipe 10 20 400 30 ")) << log[2].toStdString();
+    EXPECT_EQ(log.mid(3, 4), QStringList({"key 4", "screen HOME", "text Zoë 你好", "tap 300 600"}));
+
+    // The first frame after input is asked for fresh, the next one not; the device keeps
+    // the last frame's geometry.
+    ASSERT_EQ(captureWidth(*target), 720);
+    ASSERT_EQ(captureWidth(*target), 720);
+    EXPECT_EQ(device->log().count("fresh frame"), 1);
+    const auto info = target->frameInfo(task.serial);
+    ASSERT_TRUE(info);
+    EXPECT_EQ(std::vector({info->pixelStride, info->rowPadding, info->width, info->height}),
+              std::vector({4, 0, 720, 1280}));
+    EXPECT_GT(info->density, 0);
+
+    // The input method is switched for a run and restored after it, even when it was none.
+    const qsizetype mark = device->log().size();
+    target->targetStarted(task);
+    target->targetEnded(task);
+    adb.adb({"-s", device->serial(), "shell", "settings put secure default_input_method null"});
+    target->targetStarted(task);
+    target->targetEnded(task);
+    EXPECT_EQ(device->log().mid(mark).filter(QRegularExpression("^ime ")),
+              QStringList({"ime cn.morvane.remoteinput/.EditorIME",
+                           "ime com.android.inputmethod.latin/.LatinIME", "ime null",
+                           "ime cn.morvane.remoteinput/.EditorIME", "ime reset"}));
+}
+
+TEST_F(DeviceServiceTest, AutoFallsBackToAdbWhenTheServiceIsMissingOrSilent) {
+    open({"--service-broken"});
+    auto target = makeTarget(DeviceTarget::Route::Auto);
+    EXPECT_EQ(target->routeOf(task.serial), "adb");
+    EXPECT_EQ(captureWidth(*target), 720);
+    EXPECT_TRUE(device->log().contains("service key "));  // no key provider: an empty key
+
+    QFile::remove(folder.filePath("localservice.jar"));
+    auto withoutFile = makeTarget(DeviceTarget::Route::Auto);
+    EXPECT_EQ(withoutFile->routeOf(task.serial), "adb");
 }
 
 }  // namespace
