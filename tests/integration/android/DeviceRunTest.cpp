@@ -12,6 +12,7 @@
 #include <QThread>
 
 #include <csignal>
+#include <functional>
 #include <limits>
 #include <map>
 #include <set>
@@ -131,59 +132,20 @@ TEST(DeviceRun, TheDemoTaskPlaysThroughTheDeviceService) {
     EXPECT_FALSE(adb.adb({"forward", "--list"}).contains(device.serial()));
 }
 
-// The default route tries the device service before the run's first frame; a service that
-// never answers is given up at once by Ctrl+C and by the time limit.
-TEST(DeviceRun, StopAndTimeLimitCutShortTheWaitForTheDeviceService) {
-    PrivateAdb adb;
-    TestDevice device({"--service-broken"});
-    ASSERT_TRUE(adb.connect(device));
-    QTemporaryDir folder;
-
-    for (const bool interrupt : {true, false}) {
-        SCOPED_TRACE(interrupt ? "Ctrl+C" : "time limit");
-        QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device",          device.serial(),
-                              "--device-service",     serviceFile(folder), "--json"};
-        if (!interrupt) {
-            arguments += {"--time-limit", "1"};
-        }
-        const int startsBefore = int(device.log().filter("service key ").size());
-        QProcess process;
-        process.start(AUTOSCENE_RUN_PATH, arguments);
-        ASSERT_TRUE(process.waitForStarted());
-        // Bounded generously: a loaded machine may take seconds to start the run.
-        for (int wait = 0; wait < 300 && device.log().filter("service key ").size() == startsBefore;
-             ++wait) {
-            QThread::msleep(20);
-        }
-        QElapsedTimer sinceStart;
-        sinceStart.start();
-        if (interrupt) {
-            QThread::msleep(300);
-            ::kill(pid_t(process.processId()), SIGINT);
-        }
-        ASSERT_TRUE(process.waitForFinished(4000));
-        EXPECT_LT(sinceStart.elapsed(), interrupt ? 800 : 1500);
-        const QByteArray out = process.readAllStandardOutput();
-        EXPECT_EQ(process.exitCode(), interrupt ? 0 : 124);
-        EXPECT_TRUE(
-            out.contains(interrupt ? "\"ended\":\"interrupted\"" : "\"ended\":\"time_limit\""))
-            << out.toStdString();
-    }
-}
-
-// autoscene-run started with --json; reads its output until the target line.
+// autoscene-run started with --json; reads its output until `ready` holds, by default
+// until the target line.
 class StartedRun {
 public:
-    explicit StartedRun(QStringList arguments) {
+    explicit StartedRun(QStringList arguments, const std::function<bool()>& ready = {}) {
         process.start(AUTOSCENE_RUN_PATH, arguments << "--json");
         // Bounded generously: a loaded machine may take seconds to start the run.
-        for (int wait = 0; wait < 300 && !out.contains("\"target\""); ++wait) {
+        for (int wait = 0; wait < 300 && !(ready ? ready() : out.contains("\"target\"")); ++wait) {
             process.waitForReadyRead(100);
             out += process.readAllStandardOutput();
         }
         started.start();
     }
-    // Milliseconds from the target line to the end; the most there is when it did not end in
+    // Milliseconds from the start seen to the end; the most there is when it did not end in
     // `limitMs`.
     qint64 msToEnd(int limitMs) {
         if (!process.waitForFinished(limitMs)) {
@@ -197,6 +159,36 @@ public:
     QByteArray out;
     QElapsedTimer started;
 };
+
+// The default route tries the device service before the run's first frame; a service that
+// never answers is given up at once by Ctrl+C and by the time limit.
+TEST(DeviceRun, StopAndTimeLimitCutShortTheWaitForTheDeviceService) {
+    PrivateAdb adb;
+    TestDevice device({"--service-broken"});
+    ASSERT_TRUE(adb.connect(device));
+    QTemporaryDir folder;
+    const auto serviceStarts = [&] { return device.log().filter("service key ").size(); };
+
+    for (const bool interrupt : {true, false}) {
+        SCOPED_TRACE(interrupt ? "Ctrl+C" : "time limit");
+        QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device", device.serial(),
+                              "--device-service", serviceFile(folder)};
+        if (!interrupt) {
+            arguments += {"--time-limit", "1"};
+        }
+        const qsizetype before = serviceStarts();
+        StartedRun run(arguments, [&] { return serviceStarts() > before; });
+        if (interrupt) {
+            QThread::msleep(300);
+            ::kill(pid_t(run.process.processId()), SIGINT);
+        }
+        EXPECT_LT(run.msToEnd(4000), interrupt ? 800 : 1500);
+        EXPECT_EQ(run.process.exitCode(), interrupt ? 0 : 124);
+        EXPECT_TRUE(
+            run.out.contains(interrupt ? "\"ended\":\"interrupted\"" : "\"ended\":\"time_limit\""))
+            << run.out.toStdString();
+    }
+}
 
 // An adb that lists one device and then never answers: the time limit and Ctrl+C still end
 // the run within half a second, killing the adb call they interrupt.
