@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <QStringList>
-#include <algorithm>
 #include <functional>
 #include <opencv2/core.hpp>
 #include <set>
