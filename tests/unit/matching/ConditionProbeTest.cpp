@@ -26,7 +26,7 @@ namespace {
 
 // A 400x300 original of noise with the template (cut at 250,180) pasted again at 40,30,
 // an orange block of 10x10, a template found nowhere and three crops: one around the cut, one away
-// from both copies and one smaller than the template.
+// from both copies and one smaller than the template (tests/fixtures/tasks/probe-original).
 class ConditionProbeTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -38,20 +38,8 @@ protected:
         ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/t.png")).toStdString(), piece));
         const cv::Mat absent = autoscene::test::noiseFrame(40, 24, 8);
         ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/u.png")).toStdString(), absent));
-        QFile file(dir.filePath(QStringLiteral("script.json")));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(R"({
-            "image_list": [{"id": 1, "name": "button", "file": "t.png", "rect": "250,180,40,24",
-                            "sim": 0.9, "type": 1},
-                           {"id": 3, "name": "gone", "file": "missing.png", "rect": "0,0,4,4",
-                            "sim": 0.9, "type": 1},
-                           {"id": 4, "name": "absent", "file": "u.png", "rect": "0,0,40,24",
-                            "sim": 0.9, "type": 1}],
-            "color_list": [{"id": 2, "name": "orange", "sim": 1.0, "color": 16744448}],
-            "var_list": [{"type": 2, "id": 10, "name": "around", "rect": "230,160,80,64"},
-                         {"type": 2, "id": 11, "name": "elsewhere", "rect": "100,100,100,60"},
-                         {"type": 2, "id": 12, "name": "small", "rect": "0,0,20,20"}]})");
-        file.close();
+        ASSERT_TRUE(QFile::copy(AUTOSCENE_FIXTURES "/tasks/probe-original/script.json",
+                                dir.filePath(QStringLiteral("script.json"))));
         ASSERT_TRUE(document.openFolder(dir.path()).ok);
     }
 

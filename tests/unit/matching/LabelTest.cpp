@@ -55,14 +55,8 @@ cv::Mat rows(const std::vector<std::array<float, 7>>& values) {
 std::string text(const std::vector<LabelBox>& boxes) {
     QStringList out;
     for (const LabelBox& b : boxes) {
-        out << QStringLiteral("%1,%2,%3,%4 %5 %6#%7")
-                   .arg(b.x1, 0, 'f', 1)
-                   .arg(b.y1, 0, 'f', 1)
-                   .arg(b.x2, 0, 'f', 1)
-                   .arg(b.y2, 0, 'f', 1)
-                   .arg(b.probability, 0, 'f', 2)
-                   .arg(b.name)
-                   .arg(b.classId);
+        out << QString::asprintf("%.1f,%.1f,%.1f,%.1f %.2f %s#%d", b.x1, b.y1, b.x2, b.y2,
+                                 b.probability, qPrintable(b.name), b.classId);
     }
     return out.join(QStringLiteral(" | ")).toStdString();
 }
@@ -121,14 +115,13 @@ protected:
         const std::uint64_t seen = 0;
         out.write(reinterpret_cast<const char*>(version), sizeof version);
         out.write(reinterpret_cast<const char*>(&seen), sizeof seen);
-        std::vector<float> values(floats, 0.0f);
-        // Biases of the 18 filters: anchor a has x, y, w, h, objectness, class.
-        const float logit = std::log(0.8f / 0.2f);
-        const std::vector<float> biases{0, 0,   0, 0, 12, logit, 0, 0,   0,
-                                        0, -12, 0, 0, 0,  0,     0, -12, 0};
-        std::copy(biases.begin(), biases.end(), values.begin());
+        // Then zero weights after the biases of the 18 filters: anchor a has x, y, w, h,
+        // objectness, class.
+        std::vector<float> values{0, 0, 0, 0,   12, std::log(0.8f / 0.2f), 0, 0, 0, 0, -12, 0, 0,
+                                  0, 0, 0, -12, 0};
+        values.resize(floats);
         out.write(reinterpret_cast<const char*>(values.data()),
-                  std::streamsize(std::min(floats, values.size()) * sizeof(float)));
+                  std::streamsize(floats * sizeof(float)));
     }
 
     static constexpr size_t weightCount = 18 + 18 * 3 * 32 * 32;
@@ -320,8 +313,11 @@ TEST_F(LabelActions, LabelActionClicksInTheBoxOrReportsTheMissingLabel) {
 
 TEST_F(LabelActions, SaveLabelCoordStoresEveryBoxOrItsMovedArea) {
     MVVariable* coins = definitions->find(11);
-    MVSaveLabelCoordAction rects(LabelTarget{&detector, 0, 0.5f, SearchArea()}, coins, std::nullopt,
-                                 SaveCoordKind::Rect);
+    const auto save = [&](float minProbability, std::optional<QRect> area, SaveCoordKind kind) {
+        return MVSaveLabelCoordAction(LabelTarget{&detector, 0, minProbability, SearchArea()},
+                                      coins, area, kind);
+    };
+    MVSaveLabelCoordAction rects = save(0.5f, std::nullopt, SaveCoordKind::Rect);
     rects.run(task);
     EXPECT_EQ(coins->value(), QStringLiteral("40,10,20,20|100,50,20,20"));
     QJsonObject result = rects.state(std::this_thread::get_id());
@@ -330,13 +326,10 @@ TEST_F(LabelActions, SaveLabelCoordStoresEveryBoxOrItsMovedArea) {
                    result["variable_name"].toString(), std::lround(result["sim"].toDouble() * 100)),
         std::tuple(true, "coin", "coins", 70));
 
-    MVSaveLabelCoordAction centres(LabelTarget{&detector, 0, 0.65f, SearchArea()}, coins,
-                                   QRect(500, 500, 4, 6), SaveCoordKind::Centre);
-    centres.run(task);
+    save(0.65f, QRect(500, 500, 4, 6), SaveCoordKind::Centre).run(task);
     EXPECT_EQ(coins->value(), QStringLiteral("101,52,1,1"));
 
-    MVSaveLabelCoordAction none(LabelTarget{&detector, 0, 0.99f, SearchArea()}, coins, std::nullopt,
-                                SaveCoordKind::Rect);
+    MVSaveLabelCoordAction none = save(0.99f, std::nullopt, SaveCoordKind::Rect);
     none.run(task);
     EXPECT_FALSE(none.state(std::this_thread::get_id())["exist"].toBool());
     EXPECT_EQ(coins->value(), QStringLiteral("101,52,1,1"));

@@ -81,20 +81,18 @@ TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchAsOftenAsAskedAndMoves
 
     const auto inputs = target.inputs();
     ASSERT_EQ(inputs.size(), 3u);
-    const QRect match(140, 70, 20, 16);
+    const RecordedInput& first = inputs[0];
     for (const RecordedInput& input : inputs) {
-        EXPECT_EQ(input.code, int(MouseOp::RightClick));
-        EXPECT_EQ(QPoint(input.point.x, input.point.y),
-                  QPoint(inputs[0].point.x, inputs[0].point.y));
-        EXPECT_EQ(input.detail, inputs[0].detail);
+        EXPECT_EQ(std::tuple(input.code, input.point.x, input.point.y, input.detail),
+                  std::tuple(int(MouseOp::RightClick), first.point.x, first.point.y, first.detail));
     }
-    EXPECT_TRUE(inputs[0].detail >= 30 && inputs[0].detail <= 50) << inputs[0].detail;
-    EXPECT_TRUE(match.adjusted(0, 0, 1, 1).contains(inputs[0].point.x, inputs[0].point.y));
+    EXPECT_TRUE(first.detail >= 30 && first.detail <= 50) << first.detail;
+    EXPECT_TRUE(QRect(140, 70, 21, 17).contains(first.point.x, first.point.y));
 
     const QJsonObject result = action.state(std::this_thread::get_id());
     EXPECT_EQ(std::tuple(result["clicked"].toBool(), result["alias"].toString(),
                          result["sim"].toDouble(), result["points"][0]["x"].toInt()),
-              std::tuple(true, "button", 1.0, inputs[0].point.x));
+              std::tuple(true, "button", 1.0, first.point.x));
 
     // Drawn at (135, 65) while the image sat at (130, 60); found at (140, 70).
     ImageAction moved(c, button(), definitions->cropRect(10), MouseOp::LeftClick,
@@ -165,8 +163,13 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     frame(cv::Rect(150, 40, 3, 3)).setTo(cv::Scalar(0x00, 0x80, 0xff));
     RunContext c = context();
     const MVClickColorAction::Colour orange{QStringLiteral("orange"), 0xff8000, 0.99f};
-    MVClickColorAction action(c, orange, SearchArea(*definitions, 12), std::nullopt,
-                              MouseOp::LeftClick, ClickTiming{0.0f, 2, 0.0f}, 0.5f);
+    const auto clickColour = [&](std::optional<MVClickColorAction::Colour> colour, SearchArea area,
+                                 std::optional<QRect> clickArea = std::nullopt,
+                                 ClickTiming timing = {}) {
+        return MVClickColorAction(c, colour, area, clickArea, MouseOp::LeftClick, timing, 0.5f);
+    };
+    MVClickColorAction action =
+        clickColour(orange, SearchArea(*definitions, 12), std::nullopt, {0.0f, 2, 0.0f});
     EXPECT_FLOAT_EQ(action.run(task), 0.5f);
     EXPECT_EQ(action.currentPoint(), QPoint(50, 40));
     const auto inputs = target.inputs();
@@ -174,25 +177,20 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     EXPECT_EQ(QPoint(inputs[1].point.x, inputs[1].point.y), QPoint(50, 40));
     EXPECT_TRUE(action.state(std::this_thread::get_id())["clicked"].toBool());
 
-    MVClickColorAction moved(c, orange, SearchArea(*definitions, 12), QRect(0, 0, 2, 2),
-                             MouseOp::LeftClick, ClickTiming{}, 0.0f);
-    moved.run(task);
+    clickColour(orange, SearchArea(*definitions, 12), QRect(0, 0, 2, 2)).run(task);
     EXPECT_TRUE(QRect(50, 40, 3, 3)
                     .contains(target.inputs().back().point.x, target.inputs().back().point.y));
 
-    MVClickColorAction noColour(c, std::nullopt, SearchArea(*definitions, 12), std::nullopt,
-                                MouseOp::LeftClick, ClickTiming{}, 0.5f);
+    MVClickColorAction noColour = clickColour(std::nullopt, SearchArea(*definitions, 12));
     EXPECT_FLOAT_EQ(noColour.run(task), 0.0f);
     EXPECT_EQ(noColour.state(std::this_thread::get_id())["err"].toString(),
               "颜色异常,请确认颜色是否被删除");
-    MVClickColorAction noArea(c, orange, SearchArea(), std::nullopt, MouseOp::LeftClick,
-                              ClickTiming{}, 0.5f);
+    MVClickColorAction noArea = clickColour(orange, SearchArea());
     EXPECT_FLOAT_EQ(noArea.run(task), 0.0f);
     EXPECT_EQ(noArea.state(std::this_thread::get_id())["err"].toString(), " 查找范围异常");
 
     frame(cv::Rect(50, 40, 3, 3)).setTo(cv::Scalar(0, 0, 0));
-    MVClickColorAction absent(c, orange, SearchArea(*definitions, 12), std::nullopt,
-                              MouseOp::LeftClick, ClickTiming{}, 0.5f);
+    MVClickColorAction absent = clickColour(orange, SearchArea(*definitions, 12));
     EXPECT_FLOAT_EQ(absent.run(task), 0.0f);
     EXPECT_EQ(absent.currentPoint(), QPoint(-1, -1));
     EXPECT_EQ(target.inputs().size(), 3u);

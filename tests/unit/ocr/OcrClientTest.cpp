@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <chrono>
 #include <memory>
-#include <thread>
 
 #include "EchoServer.h"
 #include "LogCapture.h"

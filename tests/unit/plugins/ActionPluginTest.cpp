@@ -150,8 +150,7 @@ TEST_F(ActionPlugin, TheFrameIsPassedAsPackedBgr) {
                                  {"action_result": "pixel", "action_varvalue": 3}])"));
     const cv::Mat wide(4, 8, CV_8UC3, cv::Scalar(1, 2, 3));
     runFirst(wide(cv::Rect(1, 0, 6, 4)));  // not continuous: the host packs it
-    EXPECT_EQ(variable(2), "6x4x3");
-    EXPECT_EQ(variable(3), "1,2,3");
+    EXPECT_EQ(variable(2) + ' ' + variable(3), "6x4x3 1,2,3");
 
     runFirst();
     EXPECT_EQ(variable(2), "0x0x0") << "no frame";
@@ -180,19 +179,17 @@ TEST_F(ActionPlugin, TheQrExampleReadsACodeInARegion) {
     cv::Mat screen(code.rows + 80, code.cols + 120, CV_8UC3, cv::Scalar(255, 255, 255));
     cv::cvtColor(code, screen(cv::Rect(100, 60, code.cols, code.rows)), cv::COLOR_GRAY2BGR);
 
-    const QString qr = QStringLiteral(EXAMPLE_PLUGINS "/qr-decode.json");
-    const QString outputs = R"([{"action_result": "text", "action_varvalue": 2},
-                                {"action_result": "found", "action_varvalue": 3}])";
-    const QString region = QStringLiteral(R"([{"action_arg": "region", "action_varvalue": "%1"}])");
-    open(pluginAction("decode_qr", qr, region.arg("80,40,2000,2000"), outputs));
-    runFirst(screen);
-    EXPECT_EQ(variable(2), "autoscene QR 42");
-    EXPECT_EQ(variable(3), "1");
-
-    open(pluginAction("decode_qr", qr, region.arg("0,0,90,50"), outputs));
-    runFirst(screen);
-    EXPECT_EQ(variable(2), "");
-    EXPECT_EQ(variable(3), "0");
+    // {region, text and found afterwards}: a region past the frame is clipped to it.
+    for (const auto& [region, read] :
+         {std::pair{"80,40,2000,2000", "autoscene QR 42 1"}, {"0,0,90,50", " 0"}}) {
+        open(pluginAction(
+            "decode_qr", EXAMPLE_PLUGINS "/qr-decode.json",
+            QStringLiteral(R"([{"action_arg": "region", "action_varvalue": "%1"}])").arg(region),
+            R"([{"action_result": "text", "action_varvalue": 2},
+                {"action_result": "found", "action_varvalue": 3}])"));
+        runFirst(screen);
+        EXPECT_EQ(variable(2) + ' ' + variable(3), read);
+    }
 }
 
 TEST_F(ActionPlugin, TheColourProbeExampleFindsItsLibraryWithoutASuffix) {
@@ -205,8 +202,7 @@ TEST_F(ActionPlugin, TheColourProbeExampleFindsItsLibraryWithoutASuffix) {
             {"action_result": "count", "action_varvalue": 3}])",
         R"([{"action_arg": "tolerance", "action_option": ["0", "8"], "action_varvalue": "0"}])"));
     EXPECT_EQ(runFirst(screen)["error"].toString(), "");
-    EXPECT_EQ(variable(2), "#1E140A");
-    EXPECT_EQ(variable(3), "25") << "the region clipped to 5x5";
+    EXPECT_EQ(variable(2) + ' ' + variable(3), "#1E140A 25") << "the region clipped to 5x5";
 }
 
 }  // namespace

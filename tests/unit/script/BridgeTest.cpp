@@ -1,7 +1,5 @@
 // The engine holder: globals, variables, completion values, errors and bad input.
 
-#include <QDir>
-#include <QTemporaryDir>
 #include <thread>
 
 #include "ScriptFixture.h"

@@ -1,6 +1,5 @@
 // The `file` object on a temporary folder.
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 

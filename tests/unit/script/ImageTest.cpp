@@ -1,12 +1,10 @@
 // The `image` object on a worker's frame, with template images of a task folder.
 
-#include <QBuffer>
 #include <QDir>
 #include <QImage>
 #include <QTemporaryDir>
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
-#include <opencv2/imgproc.hpp>
 
 #include "ScriptFixture.h"
 
