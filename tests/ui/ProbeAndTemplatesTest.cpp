@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
@@ -18,6 +19,7 @@
 #include "SharedOcrService.h"
 #include "TestTask.h"
 #include "TinyLabelModel.h"
+#include "editor/EventEditor.h"
 #include "editor/TaskEditor.h"
 #include "model/EditorConditions.h"
 #include "model/TaskImages.h"
@@ -80,6 +82,44 @@ TEST_F(ProbeAndTemplates, ProbePanelShowsTheScoreAndWhyItFails) {
     panel.test();
     QTRY_VERIFY(!panel.capturing());
     QTest::qWait(500);
+    EXPECT_EQ(shown(panel), "成立（阈值 0.90） | 1.00  220,200 200×80");
+}
+
+// A group's verdicts are listed first, then what lies beyond the search areas of images not
+// found in them; the event editor with no condition chosen asks for them all.
+TEST_F(ProbeAndTemplates, GroupListsVerdictsFirstAndLooksBeyondTheAreasAfter) {
+    model::EditorImageCondition image;
+    image.imageId = 1;
+    image.searchId = 7;  // smaller than the button, away from it
+    model::EditorEvent event("e");
+    event.conditions.append(image.clone());
+    image.searchId = 0;
+    auto inner = std::make_unique<model::EditorGroupCondition>();
+    inner->append(image.clone());
+    event.conditions.append(std::move(inner));
+    ui::EventEditor events(editor_.document(), event);
+    const model::IEditorCondition* asked = nullptr;
+    QObject::connect(
+        &events, &ui::EventEditor::testRequested,
+        [&](const model::IEditorCondition* c, const model::IEditorAction*) { asked = c; });
+    events.testSelected();
+    ASSERT_NE(asked, nullptr);
+    EXPECT_EQ(asked->type(), model::EditorGroupCondition::kType);
+
+    ui::ProbePanel panel(editor_.document(), &event.conditions, nullptr, nullptr);
+    panel.test();
+    QListWidget& tested = panel.tested();
+    const auto rows = [&] { return tested.item(0)->text() + " / " + tested.item(1)->text(); };
+    ASSERT_EQ(tested.count(), 2);
+    EXPECT_TRUE(
+        QRegularExpression("，正在查找范围外… / .*：成立（阈值 0.90）$").match(rows()).hasMatch())
+        << rows().toStdString();
+    EXPECT_EQ(shown(panel).section(" | ", 1), "");
+    QTRY_VERIFY(!rows().contains("正在查找"));
+    EXPECT_TRUE(rows().contains("不成立：图片大于查找范围（阈值 0.90） / "))
+        << rows().toStdString();
+    EXPECT_EQ(shown(panel).section(" | ", 1), "1.00  220,200 200×80（范围外）");
+    tested.setCurrentRow(1);
     EXPECT_EQ(shown(panel), "成立（阈值 0.90） | 1.00  220,200 200×80");
 }
 
