@@ -31,9 +31,10 @@
 namespace autoscene::testing {
 namespace {
 
-QJsonObject recordOf(const std::function<void(model::JsonWriter&)>& write) {
+template <class T>
+QJsonObject recordOf(const T& item) {
     model::JsonWriter out;
-    write(out);
+    item.write(out);
     return QJsonDocument::fromJson(QByteArray::fromStdString(out.text())).object();
 }
 
@@ -183,8 +184,7 @@ TEST_F(Editor, PastedEventsFindWhatTheyUseByNameOrBringItWithItsFiles) {
         model::EditorEvent pasted = *editor_.eventAt(6, end + int(i));
         EXPECT_NE(pasted.id, original.id);
         pasted.id = original.id;
-        EXPECT_EQ(recordOf([&](model::JsonWriter& out) { pasted.write(out); }),
-                  recordOf([&](model::JsonWriter& out) { original.write(out); }));
+        EXPECT_EQ(recordOf(pasted), recordOf(original));
     }
 }
 
@@ -241,15 +241,12 @@ void addFields(ui::FieldForm& form, model::EditorVariable& item, const model::Ta
 // under that field's key, and the changed record comes back through a new form as it is.
 template <class T>
 void checkEveryField(const model::TaskDocument& task, const T& original) {
-    const auto record = [](const T& item) {
-        return recordOf([&](model::JsonWriter& out) { item.write(out); });
-    };
-    const QJsonObject before = record(original);
+    const QJsonObject before = recordOf(original);
     auto unchanged = original.clone();
     ui::FieldForm first(task);
     addFields(first, *unchanged, task);
     first.apply();
-    EXPECT_EQ(record(*unchanged), before);
+    EXPECT_EQ(recordOf(*unchanged), before);
     for (const QString& path : first.paths()) {
         SCOPED_TRACE(path.toStdString());
         auto copy = original.clone();
@@ -259,7 +256,7 @@ void checkEveryField(const model::TaskDocument& task, const T& original) {
             continue;
         }
         form.apply();
-        const QJsonObject changed = record(*copy);
+        const QJsonObject changed = recordOf(*copy);
         QStringList changedKeys;
         for (const QString& key : before.keys()) {
             if (before[key] != changed[key]) {
@@ -271,7 +268,7 @@ void checkEveryField(const model::TaskDocument& task, const T& original) {
         ui::FieldForm again(task);
         addFields(again, *copy, task);
         again.apply();
-        EXPECT_EQ(record(*copy), changed);
+        EXPECT_EQ(recordOf(*copy), changed);
     }
 }
 
@@ -322,7 +319,7 @@ TEST_F(Editor, PluginActionsChooseFromTheTasksPluginListAndFillTheirRecord) {
                 {"output/count", "slid"}});
     ASSERT_TRUE(form.problems().isEmpty()) << form.problems().join(',').toStdString();
     form.apply();
-    const QJsonObject record = recordOf([&](model::JsonWriter& out) { action->write(out); });
+    const QJsonObject record = recordOf(*action);
     EXPECT_EQ(record["config_file"].toString(), EXAMPLE_PLUGINS "/colour-probe.json");
     const QJsonObject wanted =
         QJsonDocument::fromJson(test::readFile(AUTOSCENE_FIXTURES "/colour-probe-action.json"))
@@ -343,8 +340,7 @@ TEST_F(Editor, PluginActionsChooseFromTheTasksPluginListAndFillTheirRecord) {
               model::missingPluginMessage());
     EXPECT_EQ(orphan.findChild<QComboBox*>("input/match")->currentText(), "typed");
     orphan.apply();
-    EXPECT_EQ(recordOf([&](model::JsonWriter& out) { action->write(out); })["action_inputs"],
-              record["action_inputs"]);
+    EXPECT_EQ(recordOf(*action)["action_inputs"], record["action_inputs"]);
 }
 
 TEST_F(Editor, FormsSayWhatIsWrongBeforeSaving) {
