@@ -74,7 +74,9 @@ public:
     // Appended to every name: the pictures of each language side by side.
     void setSuffix(const QString& suffix) { suffix_ = suffix; }
 
+    // Shows the widget first if it is not yet.
     void save(QWidget& widget, const QString& name) {
+        widget.show();
         QApplication::processEvents();
         const QString path = QDir(folder_).filePath(name + suffix_ + ".png");
         if (!widget.grab().save(path)) {
@@ -291,7 +293,6 @@ void shootTaskPage(Shooter& shooter) {
     page.setConfiguration({{{0x400001, "Autoscene Demo", {}, {{1, "1"}}},
                             {0x600001, "Autoscene Demo", {}, {{1, "2"}}},
                             {0, {}, "127.0.0.1:5555", {}}}});
-    page.show();
     shooter.save(page, "task-page");
     const auto click = [&](const char* name) { page.findChild<QPushButton*>(name)->click(); };
     shooter.saveModals({"task-page-empty"}, [&] { click("pushButton_load"); });
@@ -305,7 +306,6 @@ void shootMainWindow(Shooter& shooter) {
     TestTask task;
     AppConfig(task.configPath()).addRecentTask(task.path());
     AutoRunner welcome{AppConfig(task.configPath()), {}};
-    welcome.show();
     shooter.save(welcome, "welcome");
     std::unique_ptr<MainWindow> window(welcome.openTask(task.path()));
     if (!window) {
@@ -370,21 +370,17 @@ void shootEditor(Shooter& shooter) {
         shootForm(form, kind.name, QStringLiteral("definition-%1").arg(kind.type));
     }
     EventEditor events(document, *editor.eventAt(5, 1));
-    events.show();
     shooter.save(events, "event-editor");
     DefinitionsDialog definitions(editor);
-    definitions.show();
     shooter.save(definitions, "definitions");
     shooter.saveModals({"definition-new"}, [&] { definitions.addDefinition(); });
     shooter.saveModals({"definition-delete-used"}, [&] { definitions.deleteDefinition(0); });
     ColorsDialog colors(editor);
-    colors.show();
     shooter.save(colors, "colors");
     shooter.saveModals({"color-edit"}, [&] { colors.editColor(0); });
     shooter.saveModals({"color-delete-used"}, [&] { colors.deleteColor(2); });
     PluginListDialog plugins(editor);
     plugins.addPluginFile(QStringLiteral(EXAMPLE_PLUGINS "/colour-probe.json"));
-    plugins.show();
     shooter.save(plugins, "plugin-list");
     shootItem(newAction(autoscene::model::EditorPluginAction::kType), "action-20-chosen");
     shooter.saveModals({"plugin-remove"}, [&] { plugins.removePlugin(0); });
@@ -411,7 +407,6 @@ void shootProbeAndTemplates(Shooter& shooter) {
     for (const int searchId : {0, 7}) {
         condition.searchId = searchId;
         ProbePanel panel(editor.document(), &condition, nullptr, nullptr);
-        panel.show();
         panel.test();
         shooter.save(panel, QStringLiteral("probe-panel-%1").arg(searchId));
     }
@@ -421,7 +416,6 @@ void shootProbeAndTemplates(Shooter& shooter) {
         group.append(condition.clone());
     }
     ProbePanel grouped(editor.document(), &group, nullptr, nullptr);
-    grouped.show();
     grouped.test();
     shooter.save(grouped, "probe-panel-group");
     ProbePanel busy(editor.document(), &condition, nullptr, nullptr, [] {
@@ -430,7 +424,6 @@ void shootProbeAndTemplates(Shooter& shooter) {
             return QImage();
         });
     });
-    busy.show();
     busy.test();
     shooter.save(busy, "probe-panel-busy");
     // Text read by the recognition service, and the verdict without one.
@@ -444,15 +437,12 @@ void shootProbeAndTemplates(Shooter& shooter) {
         ProbeOcr ocr(std::make_shared<autoscene::text::OcrClient>(url));
         ProbePanel panel(editor.document(), &text, nullptr, nullptr, {}, &ocr);
         panel.source().setCurrentIndex(1);  // c.png
-        panel.show();
         panel.test();
         shooter.save(panel, name);
     }
     TemplatesDialog templates(editor);
-    templates.show();
     shooter.save(templates, "templates");
     ModelsDialog models(editor);
-    models.show();
     shooter.save(models, "models");
     QTemporaryDir modelFolder;
     models.useModel(autoscene::testing::tinyModel(QDir(modelFolder.path())));
