@@ -1,8 +1,5 @@
 #include <QAbstractItemModel>
-#include <QApplication>
-#include <QContextMenuEvent>
 #include <QMenu>
-#include <QTimer>
 
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
@@ -20,20 +17,11 @@ const QStringList kDemoScenes = {"通用事件", "通用事件(低)", "默认界
 // The texts and enabled states of the context menu opened on `row`.
 QMap<QString, bool> contextMenu(ui::SceneListView& view, int row) {
     QMap<QString, bool> entries;
-    QTimer::singleShot(0, [&] {
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        if (!menu) {
-            return;
-        }
-        for (QAction* action : menu->actions()) {
+    withContextMenu(view, row, [&](QMenu& menu) {
+        for (QAction* action : menu.actions()) {
             entries[action->text()] = action->isEnabled();
         }
-        menu->close();
     });
-    const QRect cell = view.visualRect(view.model()->index(row, 0));
-    QContextMenuEvent event(QContextMenuEvent::Mouse, cell.center(),
-                            view.viewport()->mapToGlobal(cell.center()));
-    QApplication::sendEvent(view.viewport(), &event);
     return entries;
 }
 

@@ -4,7 +4,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QContextMenuEvent>
 #include <QDir>
 #include <QMenu>
 #include <QMessageBox>
@@ -13,7 +12,6 @@
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QTranslator>
 #include <QTreeWidget>
 #include <chrono>
@@ -100,19 +98,6 @@ public:
                 failed_ = true;
             }
         }
-    }
-
-    void saveContextMenu(SceneListView& view, int row, const QString& name) {
-        QTimer::singleShot(200, [this, name] {
-            if (QWidget* menu = QApplication::activePopupWidget()) {
-                save(*menu, name);
-                menu->close();
-            }
-        });
-        const QRect cell = view.visualRect(view.model()->index(row, 0));
-        QContextMenuEvent event(QContextMenuEvent::Mouse, cell.center(),
-                                view.viewport()->mapToGlobal(cell.center()));
-        QApplication::sendEvent(view.viewport(), &event);
     }
 
     bool failed() const { return failed_; }
@@ -314,7 +299,8 @@ void shootMainWindow(Shooter& shooter) {
     window->resize(960, 640);
     window->sceneList().selectRow(3);
     shooter.save(*window, "main-window");
-    shooter.saveContextMenu(window->sceneList(), 4, "scene-menu");
+    autoscene::testing::withContextMenu(window->sceneList(), 4,
+                                        [&](QMenu& menu) { shooter.save(menu, "scene-menu"); });
     const auto trigger = [&](const char* action) {
         window->findChild<QAction*>(action)->trigger();
     };
