@@ -190,8 +190,7 @@ TEST_F(Editor, PastedEventsFindWhatTheyUseByNameOrBringItWithItsFiles) {
 
 TEST_F(Editor, DeletingAColourListsItsUsersAndAsks) {
     ui::ColorsDialog colors(editor_);
-    const ModalSeen kept = answerModal([&] { colors.deleteColor(2); }, "取消");
-    EXPECT_TRUE(kept.text.contains("form / next")) << kept.text.toStdString();
+    EXPECT_TRUE(answerModal([&] { colors.deleteColor(2); }, "取消").text.contains("form / next"));
     EXPECT_EQ(editor_.document().colors.size(), 3u);
     answerModal([&] { colors.deleteColor(2); }, "确定");
     EXPECT_EQ(colors.list().count(), 2);
@@ -303,9 +302,8 @@ TEST_F(Editor, EachFormKeepsItsRecordAndChangesOnlyTheFieldChanged) {
 
 TEST_F(Editor, PluginActionsChooseFromTheTasksPluginListAndFillTheirRecord) {
     ui::PluginListDialog plugins(editor_);
-    const ModalSeen refused =
-        answerModal([&] { plugins.addPluginFile(task_.path() + "/script.json"); }, "确定");
-    EXPECT_TRUE(refused.text.startsWith("插件文件:")) << refused.text.toStdString();
+    EXPECT_TRUE(answerModal([&] { plugins.addPluginFile(task_.path() + "/script.json"); }, "确定")
+                    .text.startsWith("插件文件:"));
     ASSERT_TRUE(plugins.addPluginFile(EXAMPLE_PLUGINS "/colour-probe.json"));
     EXPECT_TRUE(plugins.list().item(0)->text().startsWith("Colour probe"));
 
@@ -329,9 +327,8 @@ TEST_F(Editor, PluginActionsChooseFromTheTasksPluginListAndFillTheirRecord) {
     }
 
     // Removing asks; without its plug-in the action still opens, says why and keeps its record.
-    const ModalSeen asked = answerModal([&] { plugins.removePlugin(0); }, "确定");
-    EXPECT_TRUE(asked.text.contains("如果任务中使用相关功能移除后将会导致异常"))
-        << asked.text.toStdString();
+    EXPECT_TRUE(answerModal([&] { plugins.removePlugin(0); }, "确定")
+                    .text.contains("如果任务中使用相关功能移除后将会导致异常"));
     EXPECT_TRUE(editor_.document().pluginFiles.isEmpty());
     static_cast<model::EditorPluginAction&>(*action).configFile = "gone.json";
     ui::FieldForm orphan(editor_.document());
@@ -380,10 +377,9 @@ TEST_F(Editor, ScriptFormsTestTheirCodeWithTheTasksVariables) {
     ui::addItemFields(form, *script, editor_.document());
     EXPECT_EQ(ui::itemFormTitle(*script), "编写JavaScript代码");
     qobject_cast<QPlainTextEdit*>(form.control("js_code"))->setPlainText("typed + gold");
-    auto* test = form.findChild<QPushButton*>("pushButton_test");
-    ASSERT_TRUE(test);
-    const ModalSeen seen = answerModal([&] { test->click(); }, "确定");
-    EXPECT_EQ(seen.said(), "测试结果: 0440,160,130,80");
+    EXPECT_EQ(answerModal([&] { form.findChild<QPushButton*>("pushButton_test")->click(); }, "确定")
+                  .said(),
+              "测试结果: 0440,160,130,80");
 }
 
 TEST_F(Editor, EventEditorBuildsConditionTreesAndActionLists) {
@@ -427,8 +423,7 @@ TEST_F(EditorWindow, UnsavedEditsAreMarkedAndAskedAboutOnClose) {
     EXPECT_FALSE(window_->isWindowModified());
     window_->findChild<QAction*>("action_redo")->trigger();
 
-    const ModalSeen kept = answerModal([&] { window_->close(); }, "取消");
-    EXPECT_EQ(kept.text, "任务已修改,是否保存?");
+    EXPECT_EQ(answerModal([&] { window_->close(); }, "取消").text, "任务已修改,是否保存?");
     EXPECT_TRUE(window_->isVisible());
     answerModal([&] { window_->close(); }, "保存");
     EXPECT_FALSE(window_->isVisible());

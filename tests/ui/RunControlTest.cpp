@@ -184,8 +184,7 @@ TEST_F(RunFromWindow, WindowChosenFromTheListOrPointedAtWithTheCrosshairBecomesT
 
 TEST_F(RunFromWindow, WindowOfAnotherSizeMayBeResized) {
     const auto demo = startDemo({"--geometry", "640x480+0+0"});
-    const ModalSeen kept = clickRun({{"否"}})[0];
-    EXPECT_EQ(kept.text,
+    EXPECT_EQ(clickRun({{"否"}})[0].text,
               "当前窗口大小与选择窗口时大小不一致，可能会导致脚本运行时识别不准备，是否调整窗口大小"
               "！");
     ASSERT_EQ(run().state(), State::Running);
