@@ -126,8 +126,7 @@ void withDemoWindow(const TestTask& task, const std::string& demoGeometry,
     const auto picker = autoscene::platform::makeX11WindowPicker(nullptr);
     MainWindow window{AppConfig(task.configPath()),
                       {backend.get(), nullptr, nullptr, picker.get()}};
-    QString error;
-    if (!window.openTask(task.path(), &error)) {
+    if (QString error; !window.openTask(task.path(), &error)) {
         return;
     }
     window.setGeometry(0, 0, 1180, 700);
@@ -258,8 +257,7 @@ void shootDevices(Shooter& shooter) {
     adb.connect(device);
     TestTask task;
     MainWindow window{AppConfig(task.configPath()), {}};
-    QString error;
-    if (!window.openTask(task.path(), &error)) {
+    if (QString error; !window.openTask(task.path(), &error)) {
         return;
     }
     shooter.saveModals({"device-list"}, [&] {
