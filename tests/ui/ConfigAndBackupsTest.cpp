@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <optional>
 
 #include "TestFiles.h"
 #include "ui/AppConfig.h"
@@ -15,23 +16,28 @@ using autoscene::ui::AppConfig;
 
 namespace {
 
+// Every setting on one line; "-" for a size that is not there.
+QString settings(const AppConfig& c) {
+    const auto size = [](std::optional<QSize> s) {
+        return s ? QStringLiteral("%1x%2").arg(s->width()).arg(s->height()) : QString("-");
+    };
+    return QStringLiteral("%1 %2 %3 loop %4 playback %5 keep %6 %7MB %8 %9 recent %10")
+        .arg(c.captureKey(), c.startKey(), c.stopKey())
+        .arg(c.loopMode())
+        .arg(c.playback())
+        .arg(c.playbackLimits().maxCount)
+        .arg(c.playbackLimits().maxBytes >> 20)
+        .arg(size(c.mainWindowSize()), size(c.launcherSize()), c.recentTasks().join(','));
+}
+
+// A negative size is the default too.
 TEST(AppConfig, MissingOrUnreadableValuesGiveTheDefaults) {
     QTemporaryDir dir;
     const QString path = dir.filePath("config.ini");
     writeFile(path,
               "mainwindow_size=wide\nlauncher_size=0x300\nplayback_keep=5\nplayback_max_mb=-1\n");
-    const AppConfig config(path);
-    EXPECT_EQ(config.captureKey(), "Alt+Shift+S");
-    EXPECT_EQ(config.startKey(), "F8");
-    EXPECT_EQ(config.stopKey(), "F10");
-    EXPECT_EQ(config.loopMode(), 0);
-    EXPECT_TRUE(config.playback());
-    EXPECT_EQ(config.playbackLimits().maxCount, 5);
-    EXPECT_EQ(config.playbackLimits().maxBytes, 2048LL << 20) << "a negative size";
-    EXPECT_FALSE(config.mainWindowSize());
-    EXPECT_FALSE(config.launcherSize());
-    EXPECT_TRUE(config.recentTasks().isEmpty());
-    EXPECT_EQ(AppConfig(dir.filePath("none.ini")).playbackLimits().maxCount, 100);
+    EXPECT_EQ(settings(AppConfig(path)),
+              "Alt+Shift+S F8 F10 loop 0 playback 1 keep 5 2048MB - - recent ");
 }
 
 TEST(AppConfig, WritesAtOnceAndReadsBackInAnotherInstance) {
@@ -44,16 +50,9 @@ TEST(AppConfig, WritesAtOnceAndReadsBackInAnotherInstance) {
     for (const char* task : {"/a", "/b", "/a"}) {
         AppConfig(path).addRecentTask(task);
     }
-
-    const AppConfig reader(path);
-    EXPECT_EQ(reader.captureKey(), "Ctrl+F1");
-    EXPECT_EQ(reader.startKey(), "F5");
-    EXPECT_EQ(reader.stopKey(), "Shift+F6");
-    EXPECT_EQ(reader.loopMode(), 2);
-    EXPECT_FALSE(reader.playback());
-    EXPECT_EQ(reader.mainWindowSize(), QSize(1024, 700));
-    EXPECT_EQ(reader.recentTasks(), QStringList({"/a", "/b"})) << "the latest first, once";
-
+    // The latest recent task first, once.
+    EXPECT_EQ(settings(AppConfig(path)),
+              "Ctrl+F1 F5 Shift+F6 loop 2 playback 0 keep 100 2048MB 1024x700 - recent /a,/b");
     const QByteArray text = readFile(path);
     EXPECT_TRUE(text.contains("mainwindow_size=1024x700")) << text.constData();
     // QSettings files ungrouped keys under [General].

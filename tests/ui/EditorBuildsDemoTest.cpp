@@ -1,7 +1,8 @@
 // The demo task built from an empty one the way a user builds it: definitions through the
 // new-definition dialog, scenes and events through the editor's actions, every condition
 // and action through its form's controls. Saved, it is the demo apart from ids; the whole
-// history undoes to the empty task and redoes to the saved bytes.
+// history undoes to the empty task and redoes to the saved bytes. What is entered is in
+// tests/fixtures/ui/demo-through-forms.json.
 #include <gtest/gtest.h>
 
 #include <QRegularExpression>
@@ -19,11 +20,24 @@
 namespace autoscene::testing {
 namespace {
 
-struct Scene {
-    QString name;
-    Event identification;
-    std::vector<Event> events;
-};
+Fields fieldsOf(const QJsonValue& pairs) {
+    Fields fields;
+    for (const QJsonValue pair : pairs.toArray()) {
+        fields.emplace_back(pair[0].toString(), pair[1].toString());
+    }
+    return fields;
+}
+
+Event eventOf(const QJsonValue& event) {
+    const auto items = [](const QJsonValue& list) {
+        std::vector<Item> items;
+        for (const QJsonValue item : list.toArray()) {
+            items.push_back({item[0].toInt(), fieldsOf(item[1])});
+        }
+        return items;
+    };
+    return {event["name"].toString(), items(event["conditions"]), items(event["actions"])};
+}
 
 // The task as the editor writes it, so that both sides carry the same defaults.
 QJsonObject savedTask(const QString& folder) {
@@ -45,75 +59,32 @@ TEST(EditorBuildsDemo, FromAnEmptyTaskThroughItsFormsAndUndoesAndRedoesWhole) {
     const QByteArray empty = editor.document().serialise();
     model::definition_ids::reset();  // the new definitions take the demo's ids
 
+    const QJsonObject entered =
+        QJsonDocument::fromJson(test::readFile(AUTOSCENE_FIXTURES "/ui/demo-through-forms.json"))
+            .object();
     ui::DefinitionsDialog definitions(editor);
-    const std::vector<std::pair<int, Fields>> newDefinitions = {
-        {0, {{"name", "typed"}, {"value", "0"}}},
-        {0, {{"name", "slid"}, {"value", "0"}}},
-        {0, {{"name", "gold"}, {"value", "440,160,130,80"}}},
-        {0, {{"name", "knob"}, {"value", "40,230,0,0"}}},
-        {0, {{"name", "slider end"}, {"value", "445,230,0,0"}}},
-        {4, {{"name", "background"}, {"ori", "demo target"}, {"rect", "20,300,100,40"}}},
-        {4, {{"name", "next button"}, {"ori", "demo target"}, {"rect", "470,310,100,40"}}},
-    };
-    for (const auto& [tab, fields] : newDefinitions) {
+    for (const QJsonValue definition : entered["definitions"].toArray()) {
         answerModals([&] { definitions.addDefinition(); },
-                     {{"确定", {}, [&, tab = tab, &fields = fields](QWidget& dialog) {
-                           dialog.findChild<QTabWidget*>()->setCurrentIndex(tab);
-                           fill(dialog, fields);
+                     {{"确定", {}, [&](QWidget& dialog) {
+                           dialog.findChild<QTabWidget*>()->setCurrentIndex(definition[0].toInt());
+                           fill(dialog, fieldsOf(definition[1]));
                        }}});
     }
-    ASSERT_EQ(editor.document().definitions.size(), newDefinitions.size());
+    ASSERT_EQ(editor.document().definitions.size(), entered["definitions"].toArray().size());
 
-    const auto colorMoreThan = [](const char* color, const char* region) {
-        return Item{
-            7, {{"color_id", color}, {"search_id", region}, {"state", "多于"}, {"count", "1000"}}};
-    };
-    const auto isZero = [](const char* variable) {
-        return Item{2, {{"variable_id", variable}, {"compare_value", "0"}}};
-    };
-    const auto setToOne = [](const char* variable) {
-        return Item{3, {{"variable_id", variable}, {"change_value", "1"}}};
-    };
-    const std::vector<Scene> scenes = {
-        {"start",
-         {"start button shown", {{1, {{"image_id", "start button"}}}}, {}},
-         {{"press start", {}, {{2, {{"image_id", "start button"}, {"postpone", "0.5"}}}}}}},
-        {"menu",
-         {"menu background", {colorMoreThan("menu background", "background")}, {}},
-         {{"choose gold", {}, {{1, {{"variable_id", "gold"}, {"postpone", "0.5"}}}}}}},
-        {"form",
-         {"form background", {colorMoreThan("form background", "background")}, {}},
-         {{"type a name",
-           {isZero("typed")},
-           {{6, {{"text", "hello 世界"}, {"postpone", "0.3"}}}, setToOne("typed")}},
-          {"drag the slider",
-           {isZero("slid")},
-           {{7,
-             {{"var_list", "knob, slider end"},
-              {"slide_time", "500"},
-              {"time_list", "0.1, 0.6"},
-              {"postpone", "0.3"}}},
-            setToOne("slid")}},
-          {"next",
-           {colorMoreThan("next enabled", "next button")},
-           {{11, {{"key", QString::number(Qt::Key_Return)}, {"postpone", "0.5"}}}}}}},
-        {"finish",
-         {"done badge shown", {{1, {{"image_id", "done badge"}}}}, {}},
-         {{"stop", {}, {{10, {}}}}}},
-    };
     int sceneRow = ui::TaskEditor::kFixedRows - 1;
-    for (const Scene& scene : scenes) {
-        SCOPED_TRACE(scene.name.toStdString());
-        sceneRow = editor.addScene(sceneRow, scene.name);
+    for (const QJsonValue scene : entered["scenes"].toArray()) {
+        SCOPED_TRACE(scene["name"].toString().toStdString());
+        sceneRow = editor.addScene(sceneRow, scene["name"].toString());
         ASSERT_GE(sceneRow, ui::TaskEditor::kFixedRows);
         ui::EventEditor identification(editor.document(), *editor.eventAt(sceneRow, 0));
-        fillEvent(identification, scene.identification);
+        fillEvent(identification, eventOf(scene["identification"]));
         ASSERT_TRUE(editor.replaceEvent(sceneRow, 0, identification.result(), "edit"));
-        for (const Event& event : scene.events) {
+        for (const QJsonValue event : scene["events"].toArray()) {
             model::EditorEvent added;
             added.id = editor.freeEventId();
             ui::EventEditor dialog(editor.document(), added);
-            fillEvent(dialog, event);
+            fillEvent(dialog, eventOf(event));
             std::vector<model::EditorEvent> one;
             one.push_back(dialog.result());
             ASSERT_TRUE(

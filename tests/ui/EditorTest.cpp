@@ -31,9 +31,10 @@
 namespace autoscene::testing {
 namespace {
 
-QJsonObject recordOf(const std::function<void(model::JsonWriter&)>& write) {
+template <class T>
+QJsonObject recordOf(const T& item) {
     model::JsonWriter out;
-    write(out);
+    item.write(out);
     return QJsonDocument::fromJson(QByteArray::fromStdString(out.text())).object();
 }
 
@@ -91,11 +92,9 @@ TEST_F(Editor, EveryEditUndoesAndRedoesToTheSameBytes) {
         const QByteArray before = text();
         ASSERT_TRUE(edit(editor_));
         const QByteArray after = text();
-        EXPECT_NE(after, before);
-        EXPECT_TRUE(editor_.isModified());
+        EXPECT_TRUE(after != before && editor_.isModified());
         editor_.undo();
-        EXPECT_EQ(text(), before);
-        EXPECT_FALSE(editor_.isModified());
+        EXPECT_TRUE(text() == before && !editor_.isModified());
         editor_.redo();
         EXPECT_EQ(text(), after);
     }
@@ -183,15 +182,13 @@ TEST_F(Editor, PastedEventsFindWhatTheyUseByNameOrBringItWithItsFiles) {
         model::EditorEvent pasted = *editor_.eventAt(6, end + int(i));
         EXPECT_NE(pasted.id, original.id);
         pasted.id = original.id;
-        EXPECT_EQ(recordOf([&](model::JsonWriter& out) { pasted.write(out); }),
-                  recordOf([&](model::JsonWriter& out) { original.write(out); }));
+        EXPECT_EQ(recordOf(pasted), recordOf(original));
     }
 }
 
 TEST_F(Editor, DeletingAColourListsItsUsersAndAsks) {
     ui::ColorsDialog colors(editor_);
-    const ModalSeen kept = answerModal([&] { colors.deleteColor(2); }, "取消");
-    EXPECT_TRUE(kept.text.contains("form / next")) << kept.text.toStdString();
+    EXPECT_TRUE(answerModal([&] { colors.deleteColor(2); }, "取消").text.contains("form / next"));
     EXPECT_EQ(editor_.document().colors.size(), 3u);
     answerModal([&] { colors.deleteColor(2); }, "确定");
     EXPECT_EQ(colors.list().count(), 2);
@@ -241,15 +238,12 @@ void addFields(ui::FieldForm& form, model::EditorVariable& item, const model::Ta
 // under that field's key, and the changed record comes back through a new form as it is.
 template <class T>
 void checkEveryField(const model::TaskDocument& task, const T& original) {
-    const auto record = [](const T& item) {
-        return recordOf([&](model::JsonWriter& out) { item.write(out); });
-    };
-    const QJsonObject before = record(original);
+    const QJsonObject before = recordOf(original);
     auto unchanged = original.clone();
     ui::FieldForm first(task);
     addFields(first, *unchanged, task);
     first.apply();
-    EXPECT_EQ(record(*unchanged), before);
+    EXPECT_EQ(recordOf(*unchanged), before);
     for (const QString& path : first.paths()) {
         SCOPED_TRACE(path.toStdString());
         auto copy = original.clone();
@@ -259,7 +253,7 @@ void checkEveryField(const model::TaskDocument& task, const T& original) {
             continue;
         }
         form.apply();
-        const QJsonObject changed = record(*copy);
+        const QJsonObject changed = recordOf(*copy);
         QStringList changedKeys;
         for (const QString& key : before.keys()) {
             if (before[key] != changed[key]) {
@@ -271,7 +265,7 @@ void checkEveryField(const model::TaskDocument& task, const T& original) {
         ui::FieldForm again(task);
         addFields(again, *copy, task);
         again.apply();
-        EXPECT_EQ(record(*copy), changed);
+        EXPECT_EQ(recordOf(*copy), changed);
     }
 }
 
@@ -306,9 +300,8 @@ TEST_F(Editor, EachFormKeepsItsRecordAndChangesOnlyTheFieldChanged) {
 
 TEST_F(Editor, PluginActionsChooseFromTheTasksPluginListAndFillTheirRecord) {
     ui::PluginListDialog plugins(editor_);
-    const ModalSeen refused =
-        answerModal([&] { plugins.addPluginFile(task_.path() + "/script.json"); }, "确定");
-    EXPECT_TRUE(refused.text.startsWith("插件文件:")) << refused.text.toStdString();
+    EXPECT_TRUE(answerModal([&] { plugins.addPluginFile(task_.path() + "/script.json"); }, "确定")
+                    .text.startsWith("插件文件:"));
     ASSERT_TRUE(plugins.addPluginFile(EXAMPLE_PLUGINS "/colour-probe.json"));
     EXPECT_TRUE(plugins.list().item(0)->text().startsWith("Colour probe"));
 
@@ -322,7 +315,7 @@ TEST_F(Editor, PluginActionsChooseFromTheTasksPluginListAndFillTheirRecord) {
                 {"output/count", "slid"}});
     ASSERT_TRUE(form.problems().isEmpty()) << form.problems().join(',').toStdString();
     form.apply();
-    const QJsonObject record = recordOf([&](model::JsonWriter& out) { action->write(out); });
+    const QJsonObject record = recordOf(*action);
     EXPECT_EQ(record["config_file"].toString(), EXAMPLE_PLUGINS "/colour-probe.json");
     const QJsonObject wanted =
         QJsonDocument::fromJson(test::readFile(AUTOSCENE_FIXTURES "/colour-probe-action.json"))
@@ -332,9 +325,8 @@ TEST_F(Editor, PluginActionsChooseFromTheTasksPluginListAndFillTheirRecord) {
     }
 
     // Removing asks; without its plug-in the action still opens, says why and keeps its record.
-    const ModalSeen asked = answerModal([&] { plugins.removePlugin(0); }, "确定");
-    EXPECT_TRUE(asked.text.contains("如果任务中使用相关功能移除后将会导致异常"))
-        << asked.text.toStdString();
+    EXPECT_TRUE(answerModal([&] { plugins.removePlugin(0); }, "确定")
+                    .text.contains("如果任务中使用相关功能移除后将会导致异常"));
     EXPECT_TRUE(editor_.document().pluginFiles.isEmpty());
     static_cast<model::EditorPluginAction&>(*action).configFile = "gone.json";
     ui::FieldForm orphan(editor_.document());
@@ -343,8 +335,7 @@ TEST_F(Editor, PluginActionsChooseFromTheTasksPluginListAndFillTheirRecord) {
               model::missingPluginMessage());
     EXPECT_EQ(orphan.findChild<QComboBox*>("input/match")->currentText(), "typed");
     orphan.apply();
-    EXPECT_EQ(recordOf([&](model::JsonWriter& out) { action->write(out); })["action_inputs"],
-              record["action_inputs"]);
+    EXPECT_EQ(recordOf(*action)["action_inputs"], record["action_inputs"]);
 }
 
 TEST_F(Editor, FormsSayWhatIsWrongBeforeSaving) {
@@ -384,10 +375,9 @@ TEST_F(Editor, ScriptFormsTestTheirCodeWithTheTasksVariables) {
     ui::addItemFields(form, *script, editor_.document());
     EXPECT_EQ(ui::itemFormTitle(*script), "编写JavaScript代码");
     qobject_cast<QPlainTextEdit*>(form.control("js_code"))->setPlainText("typed + gold");
-    auto* test = form.findChild<QPushButton*>("pushButton_test");
-    ASSERT_TRUE(test);
-    const ModalSeen seen = answerModal([&] { test->click(); }, "确定");
-    EXPECT_EQ(seen.said(), "测试结果: 0440,160,130,80");
+    EXPECT_EQ(answerModal([&] { form.findChild<QPushButton*>("pushButton_test")->click(); }, "确定")
+                  .said(),
+              "测试结果: 0440,160,130,80");
 }
 
 TEST_F(Editor, EventEditorBuildsConditionTreesAndActionLists) {
@@ -431,8 +421,7 @@ TEST_F(EditorWindow, UnsavedEditsAreMarkedAndAskedAboutOnClose) {
     EXPECT_FALSE(window_->isWindowModified());
     window_->findChild<QAction*>("action_redo")->trigger();
 
-    const ModalSeen kept = answerModal([&] { window_->close(); }, "取消");
-    EXPECT_EQ(kept.text, "任务已修改,是否保存?");
+    EXPECT_EQ(answerModal([&] { window_->close(); }, "取消").text, "任务已修改,是否保存?");
     EXPECT_TRUE(window_->isVisible());
     answerModal([&] { window_->close(); }, "保存");
     EXPECT_FALSE(window_->isVisible());

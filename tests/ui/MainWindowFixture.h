@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemModel>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
@@ -34,14 +35,14 @@ protected:
         ASSERT_TRUE(window_->openTask(task_.path(), &error)) << error.toStdString();
     }
 
-    QStringList sceneNames() const {
-        QStringList names;
-        auto* model = window_->sceneList().model();
-        for (int row = 0; row < model->rowCount(); ++row) {
-            names << model->index(row, 0).data().toString();
+    static QStringList rowTexts(const QAbstractItemModel& model) {
+        QStringList texts;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            texts << model.index(row, 0).data().toString();
         }
-        return names;
+        return texts;
     }
+    QStringList sceneNames() const { return rowTexts(*window_->sceneList().model()); }
 
     ui::RunControl& run() { return window_->runControl(); }
 

@@ -57,10 +57,8 @@ TEST_F(MainWindowRules, WindowInformationIsShownEditedAndMustNameAWindow) {
 
     answerModals(entry, {{"确定", {}, [&](QWidget& dialog) { edit(dialog, "Demo"); }}});
     const model::WindowInfo& info = window_->editor().document().settings.windowInfo;
-    EXPECT_EQ(info.title, "Demo");
-    EXPECT_TRUE(info.className.isEmpty());
-    EXPECT_FALSE(info.isFullmatchTitle);
-    EXPECT_EQ(info.height, 480);
+    EXPECT_EQ(std::tuple(info.title, info.className, info.isFullmatchTitle, info.height),
+              std::tuple("Demo", "", false, 480));
     EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Demo");
 }
 

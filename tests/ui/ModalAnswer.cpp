@@ -1,8 +1,11 @@
 #include "ModalAnswer.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QInputDialog>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
 #include <QTimer>
@@ -58,6 +61,19 @@ std::vector<ModalSeen> answerModals(const std::function<void()>& trigger,
     poll.start();
     trigger();
     return seen;
+}
+
+void withContextMenu(QAbstractItemView& view, int row, const std::function<void(QMenu&)>& use) {
+    QTimer::singleShot(200, [&] {
+        if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+            use(*menu);
+            menu->close();
+        }
+    });
+    const QRect cell = view.visualRect(view.model()->index(row, 0));
+    QContextMenuEvent event(QContextMenuEvent::Mouse, cell.center(),
+                            view.viewport()->mapToGlobal(cell.center()));
+    QApplication::sendEvent(view.viewport(), &event);
 }
 
 }  // namespace autoscene::testing

@@ -5,6 +5,8 @@
 #include <functional>
 #include <vector>
 
+class QAbstractItemView;
+class QMenu;
 class QWidget;
 
 namespace autoscene::testing {
@@ -31,5 +33,9 @@ inline ModalSeen answerModal(const std::function<void()>& trigger, const QString
                              const QString& input = {}) {
     return answerModals(trigger, {{button, input}}).front();
 }
+
+// Opens `view`'s context menu on `row` as a right click does, and hands the menu to `use`
+// before it is closed.
+void withContextMenu(QAbstractItemView& view, int row, const std::function<void(QMenu&)>& use);
 
 }  // namespace autoscene::testing

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
@@ -18,6 +19,7 @@
 #include "SharedOcrService.h"
 #include "TestTask.h"
 #include "TinyLabelModel.h"
+#include "editor/EventEditor.h"
 #include "editor/TaskEditor.h"
 #include "model/EditorConditions.h"
 #include "model/TaskImages.h"
@@ -83,6 +85,49 @@ TEST_F(ProbeAndTemplates, ProbePanelShowsTheScoreAndWhyItFails) {
     EXPECT_EQ(shown(panel), "成立（阈值 0.90） | 1.00  220,200 200×80");
 }
 
+// A group's verdicts are listed first, then what lies beyond the search areas of images not
+// found in them; the event editor with no condition chosen asks for them all.
+TEST_F(ProbeAndTemplates, GroupListsVerdictsFirstAndLooksBeyondTheAreasAfter) {
+    model::EditorImageCondition image;
+    image.imageId = 1;
+    image.searchId = 7;  // smaller than the button, away from it
+    model::EditorEvent event("e");
+    event.conditions.append(image.clone());
+    image.searchId = 0;
+    auto inner = std::make_unique<model::EditorGroupCondition>();
+    inner->append(image.clone());
+    event.conditions.append(std::move(inner));
+    ui::EventEditor events(editor_.document(), event);
+    const model::IEditorCondition* asked = nullptr;
+    QObject::connect(
+        &events, &ui::EventEditor::testRequested,
+        [&](const model::IEditorCondition* c, const model::IEditorAction*) { asked = c; });
+    events.testSelected();
+    ASSERT_NE(asked, nullptr);
+    EXPECT_EQ(asked->type(), model::EditorGroupCondition::kType);
+
+    ui::ProbePanel panel(editor_.document(), &event.conditions, nullptr, nullptr);
+    panel.test();
+    QListWidget& tested = panel.tested();
+    const auto rows = [&] { return tested.item(0)->text() + " / " + tested.item(1)->text(); };
+    ASSERT_EQ(tested.count(), 2);
+    EXPECT_TRUE(
+        QRegularExpression("，正在查找范围外… / .*：成立（阈值 0.90）$").match(rows()).hasMatch())
+        << rows().toStdString();
+    EXPECT_EQ(shown(panel).section(" | ", 1), "");
+    QTRY_VERIFY(!rows().contains("正在查找"));
+    EXPECT_TRUE(rows().contains("不成立：图片大于查找范围（阈值 0.90） / "))
+        << rows().toStdString();
+    EXPECT_EQ(shown(panel).section(" | ", 1), "1.00  220,200 200×80（范围外）");
+    tested.setCurrentRow(1);
+    EXPECT_EQ(shown(panel), "成立（阈值 0.90） | 1.00  220,200 200×80");
+
+    const model::EditorGroupCondition empty;
+    ui::ProbePanel nothing(editor_.document(), &empty, nullptr, nullptr);
+    nothing.test();
+    EXPECT_EQ(shown(nothing), "这个条件组里没有条件");
+}
+
 // Text is read by the recognition service a run uses; without it the verdict says so.
 TEST_F(ProbeAndTemplates, TextConditionsReadWithTheRecognitionService) {
     ASSERT_TRUE(
@@ -98,14 +143,11 @@ TEST_F(ProbeAndTemplates, TextConditionsReadWithTheRecognitionService) {
         panel.source().setCurrentIndex(2);  // c.png
         panel.test();
         EXPECT_EQ(panel.result().holds, running);
-        EXPECT_EQ(panel.findChild<QLabel*>("label_verdict")
-                      ->text()
-                      .endsWith("文字识别服务没有运行或还在启动，读不到文字；请稍后再试"),
-                  !running);
-        if (running) {
-            ASSERT_FALSE(panel.result().candidates.empty());
-            EXPECT_EQ(panel.result().candidates.front().text, "Start Game");
-        }
+        // The verdict, then the text found; or why nothing could be read.
+        EXPECT_TRUE(shown(panel).contains(
+            running ? "成立 | Start Game "
+                    : "文字识别服务没有运行或还在启动，读不到文字；请稍后再试"))
+            << shown(panel).toStdString();
     }
 }
 

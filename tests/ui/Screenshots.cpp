@@ -4,7 +4,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QContextMenuEvent>
 #include <QDir>
 #include <QMenu>
 #include <QMessageBox>
@@ -13,7 +12,6 @@
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QTranslator>
 #include <QTreeWidget>
 #include <chrono>
@@ -74,7 +72,9 @@ public:
     // Appended to every name: the pictures of each language side by side.
     void setSuffix(const QString& suffix) { suffix_ = suffix; }
 
+    // Shows the widget first if it is not yet.
     void save(QWidget& widget, const QString& name) {
+        widget.show();
         QApplication::processEvents();
         const QString path = QDir(folder_).filePath(name + suffix_ + ".png");
         if (!widget.grab().save(path)) {
@@ -98,19 +98,6 @@ public:
                 failed_ = true;
             }
         }
-    }
-
-    void saveContextMenu(SceneListView& view, int row, const QString& name) {
-        QTimer::singleShot(200, [this, name] {
-            if (QWidget* menu = QApplication::activePopupWidget()) {
-                save(*menu, name);
-                menu->close();
-            }
-        });
-        const QRect cell = view.visualRect(view.model()->index(row, 0));
-        QContextMenuEvent event(QContextMenuEvent::Mouse, cell.center(),
-                                view.viewport()->mapToGlobal(cell.center()));
-        QApplication::sendEvent(view.viewport(), &event);
     }
 
     bool failed() const { return failed_; }
@@ -139,8 +126,7 @@ void withDemoWindow(const TestTask& task, const std::string& demoGeometry,
     const auto picker = autoscene::platform::makeX11WindowPicker(nullptr);
     MainWindow window{AppConfig(task.configPath()),
                       {backend.get(), nullptr, nullptr, picker.get()}};
-    QString error;
-    if (!window.openTask(task.path(), &error)) {
+    if (QString error; !window.openTask(task.path(), &error)) {
         return;
     }
     window.setGeometry(0, 0, 1180, 700);
@@ -271,8 +257,7 @@ void shootDevices(Shooter& shooter) {
     adb.connect(device);
     TestTask task;
     MainWindow window{AppConfig(task.configPath()), {}};
-    QString error;
-    if (!window.openTask(task.path(), &error)) {
+    if (QString error; !window.openTask(task.path(), &error)) {
         return;
     }
     shooter.saveModals({"device-list"}, [&] {
@@ -291,7 +276,6 @@ void shootTaskPage(Shooter& shooter) {
     page.setConfiguration({{{0x400001, "Autoscene Demo", {}, {{1, "1"}}},
                             {0x600001, "Autoscene Demo", {}, {{1, "2"}}},
                             {0, {}, "127.0.0.1:5555", {}}}});
-    page.show();
     shooter.save(page, "task-page");
     const auto click = [&](const char* name) { page.findChild<QPushButton*>(name)->click(); };
     shooter.saveModals({"task-page-empty"}, [&] { click("pushButton_load"); });
@@ -305,7 +289,6 @@ void shootMainWindow(Shooter& shooter) {
     TestTask task;
     AppConfig(task.configPath()).addRecentTask(task.path());
     AutoRunner welcome{AppConfig(task.configPath()), {}};
-    welcome.show();
     shooter.save(welcome, "welcome");
     std::unique_ptr<MainWindow> window(welcome.openTask(task.path()));
     if (!window) {
@@ -314,7 +297,8 @@ void shootMainWindow(Shooter& shooter) {
     window->resize(960, 640);
     window->sceneList().selectRow(3);
     shooter.save(*window, "main-window");
-    shooter.saveContextMenu(window->sceneList(), 4, "scene-menu");
+    autoscene::testing::withContextMenu(window->sceneList(), 4,
+                                        [&](QMenu& menu) { shooter.save(menu, "scene-menu"); });
     const auto trigger = [&](const char* action) {
         window->findChild<QAction*>(action)->trigger();
     };
@@ -370,21 +354,17 @@ void shootEditor(Shooter& shooter) {
         shootForm(form, kind.name, QStringLiteral("definition-%1").arg(kind.type));
     }
     EventEditor events(document, *editor.eventAt(5, 1));
-    events.show();
     shooter.save(events, "event-editor");
     DefinitionsDialog definitions(editor);
-    definitions.show();
     shooter.save(definitions, "definitions");
     shooter.saveModals({"definition-new"}, [&] { definitions.addDefinition(); });
     shooter.saveModals({"definition-delete-used"}, [&] { definitions.deleteDefinition(0); });
     ColorsDialog colors(editor);
-    colors.show();
     shooter.save(colors, "colors");
     shooter.saveModals({"color-edit"}, [&] { colors.editColor(0); });
     shooter.saveModals({"color-delete-used"}, [&] { colors.deleteColor(2); });
     PluginListDialog plugins(editor);
     plugins.addPluginFile(QStringLiteral(EXAMPLE_PLUGINS "/colour-probe.json"));
-    plugins.show();
     shooter.save(plugins, "plugin-list");
     shootItem(newAction(autoscene::model::EditorPluginAction::kType), "action-20-chosen");
     shooter.saveModals({"plugin-remove"}, [&] { plugins.removePlugin(0); });
@@ -411,7 +391,6 @@ void shootProbeAndTemplates(Shooter& shooter) {
     for (const int searchId : {0, 7}) {
         condition.searchId = searchId;
         ProbePanel panel(editor.document(), &condition, nullptr, nullptr);
-        panel.show();
         panel.test();
         shooter.save(panel, QStringLiteral("probe-panel-%1").arg(searchId));
     }
@@ -421,7 +400,6 @@ void shootProbeAndTemplates(Shooter& shooter) {
         group.append(condition.clone());
     }
     ProbePanel grouped(editor.document(), &group, nullptr, nullptr);
-    grouped.show();
     grouped.test();
     shooter.save(grouped, "probe-panel-group");
     ProbePanel busy(editor.document(), &condition, nullptr, nullptr, [] {
@@ -430,7 +408,6 @@ void shootProbeAndTemplates(Shooter& shooter) {
             return QImage();
         });
     });
-    busy.show();
     busy.test();
     shooter.save(busy, "probe-panel-busy");
     // Text read by the recognition service, and the verdict without one.
@@ -444,15 +421,12 @@ void shootProbeAndTemplates(Shooter& shooter) {
         ProbeOcr ocr(std::make_shared<autoscene::text::OcrClient>(url));
         ProbePanel panel(editor.document(), &text, nullptr, nullptr, {}, &ocr);
         panel.source().setCurrentIndex(1);  // c.png
-        panel.show();
         panel.test();
         shooter.save(panel, name);
     }
     TemplatesDialog templates(editor);
-    templates.show();
     shooter.save(templates, "templates");
     ModelsDialog models(editor);
-    models.show();
     shooter.save(models, "models");
     QTemporaryDir modelFolder;
     models.useModel(autoscene::testing::tinyModel(QDir(modelFolder.path())));

@@ -86,21 +86,16 @@ TEST_F(TaskPage, ConfigurationsAreSavedLoadedAndSynchronised) {
 }
 
 TEST(TaskPageConfiguration, UnreadableConfigurationsNameTheirFirstBadField) {
-    const struct {
-        const char* json;
-        const char* error;
-    } cases[] = {
-        {"{", "第 1 字节"},
-        {R"({"targets": {}})", "targets: 需要数组"},
-        {R"({"targets": [{"title": "x"}]})", "targets[0]: 需要 window 或 serial"},
-        {R"({"targets": [{"window": "zz"}]})", "targets[0].window: 不是窗口句柄"},
-        {R"({"targets": [{"serial": "s", "variables": {"x": "1"}}]})",
-         "targets[0].variables.x: 需要变量编号和文本值"},
-    };
-    for (const auto& entry : cases) {
+    // Each row: the configuration's text, the start of its error.
+    const QJsonArray cases =
+        QJsonDocument::fromJson(test::readFile(AUTOSCENE_FIXTURES "/ui/bad-configurations.json"))
+            .array();
+    ASSERT_EQ(cases.size(), 5);
+    for (const QJsonValue entry : cases) {
         QString error;
-        EXPECT_FALSE(ui::configurationFromJson(entry.json, &error)) << entry.json;
-        EXPECT_TRUE(error.startsWith(QString::fromUtf8(entry.error))) << error.toStdString();
+        EXPECT_FALSE(ui::configurationFromJson(entry[0].toString().toUtf8(), &error))
+            << entry[0].toString().toStdString();
+        EXPECT_TRUE(error.startsWith(entry[1].toString())) << error.toStdString();
     }
 }
 
