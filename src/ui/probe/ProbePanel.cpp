@@ -218,8 +218,6 @@ void ProbePanel::testOn(const QImage& picture) {
     const int asked = ++tests_;
     if (action_) {
         results_ = {probe_->run(*action_, frame)};
-    } else if (!group_) {
-        results_ = probe_->run(conditions_, frame);
     } else {
         results_ = probe_->verdicts(conditions_, frame);
         // Once the verdicts are on the screen.

@@ -45,8 +45,8 @@ public:
     using TargetCapture = std::function<std::function<QImage()>()>;
 
     // Exactly one of `condition` and `action`; both are copied. A group condition has each
-    // of its conditions tested: their verdicts are listed first, and what lies beyond the
-    // search areas of images not found in them follows. The live screen is the
+    // of its conditions tested and listed. Conditions show their verdicts first; what lies
+    // beyond the search areas of images not found in them follows. The live screen is the
     // task's target when `target` is given and the task names one, else the whole screen
     // of `desktop`; with neither only the originals can be chosen. Text items read with
     // `ocr`'s service.
