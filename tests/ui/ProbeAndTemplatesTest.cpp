@@ -8,7 +8,6 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
 #include <opencv2/imgcodecs.hpp>
@@ -18,11 +17,11 @@
 #include "RenderedText.h"
 #include "SharedOcrService.h"
 #include "TestTask.h"
-#include "TinyLabelModel.h"
 #include "editor/EventEditor.h"
 #include "editor/TaskEditor.h"
 #include "model/EditorConditions.h"
 #include "model/TaskImages.h"
+#include "recognition/LabelDetector.h"
 #include "text/OcrClient.h"
 #include "ui/probe/ProbeOcr.h"
 #include "ui/probe/ProbePanel.h"
@@ -184,9 +183,9 @@ TEST_F(ProbeAndTemplates, TemplatesAreRenamedReplacedAndKeptWhileUsed) {
 }
 
 TEST_F(ProbeAndTemplates, ChosenModelIsCopiedAndItsLabelTestedOnAnOriginal) {
-    QTemporaryDir elsewhere;
     ui::ModelsDialog dialog(editor_);
-    ASSERT_EQ(dialog.useModel(tinyModel(QDir(elsewhere.path()))), QString());
+    const auto tiny = recognition::labelModelFiles(AUTOSCENE_FIXTURES "/label-model", "tiny");
+    ASSERT_EQ(dialog.useModel(tiny), QString());
     EXPECT_EQ(editor_.document().modelId, "tiny");
     EXPECT_TRUE(task_.folder().exists("model/tiny.weights"));
     ASSERT_EQ(dialog.labels().count(), 1);

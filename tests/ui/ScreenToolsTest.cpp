@@ -1,4 +1,4 @@
-// The screen tools driven through their widgets on an original drawn here: cuts land as the
+// The screen tools driven through their widgets on a drawn original: cuts land as the
 // matcher reads them and as the task records them, the colour preview counts what the
 // colour condition counts, and areas stay where they belong.
 #include <gtest/gtest.h>
@@ -8,7 +8,6 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
@@ -25,21 +24,6 @@ namespace autoscene::testing {
 namespace {
 
 using Mode = ui::ScreenToolsDialog::Mode;
-
-// Grey, a red block, a block 20 off red, a blue one, and one pattern twice.
-QImage drawnOriginal() {
-    QImage picture(200, 150, QImage::Format_RGB32);
-    picture.fill(QColor(128, 128, 128));
-    QPainter painter(&picture);
-    painter.fillRect(10, 10, 30, 20, QColor(255, 0, 0));
-    painter.fillRect(60, 10, 10, 10, QColor(235, 0, 0));
-    painter.fillRect(100, 80, 50, 40, QColor(0, 0, 255));
-    for (const QPoint at : {QPoint(10, 100), QPoint(150, 20)}) {
-        painter.fillRect(QRect(at, QSize(20, 12)), Qt::yellow);
-        painter.fillRect(QRect(at + QPoint(4, 4), QSize(6, 4)), Qt::black);
-    }
-    return picture;
-}
 
 class ScreenTools : public ::testing::Test {
 protected:
@@ -73,13 +57,13 @@ protected:
 
     TestTask task_;
     ui::TaskEditor editor_;
-    QImage picture_ = drawnOriginal();
+    // Grey, a red block, a block 20 off red, a blue one, and one pattern twice.
+    QImage picture_{AUTOSCENE_FIXTURES "/ui/screen-tools-original.png"};
     int originalId_ = 0;
     std::unique_ptr<ui::ScreenToolsDialog> dialog_;
 };
 
 TEST_F(ScreenTools, CutTemplateIsAThreeChannelPngWithItsRecord) {
-    ASSERT_EQ(dialog_->originalId(), originalId_);
     drag(at(10, 10), at(39, 29));
     EXPECT_EQ(view().selection(), QRect(10, 10, 30, 20));
     EXPECT_EQ(child<QSpinBox>("spinBox_width")->value(), 30);

@@ -10,7 +10,6 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTranslator>
 #include <QTreeWidget>
@@ -26,7 +25,6 @@
 #include "SharedOcrService.h"
 #include "TestDevice.h"
 #include "TestTask.h"
-#include "TinyLabelModel.h"
 #include "XvfbServer.h"
 #include "editor/ColorsDialog.h"
 #include "editor/DefinitionsDialog.h"
@@ -37,6 +35,7 @@
 #include "editor/PluginListDialog.h"
 #include "editor/TaskEditor.h"
 #include "model/EditorConditions.h"
+#include "recognition/LabelDetector.h"
 #include "screen/OriginalView.h"
 #include "screen/ScreenToolsDialog.h"
 #include "text/OcrClient.h"
@@ -428,8 +427,8 @@ void shootProbeAndTemplates(Shooter& shooter) {
     shooter.save(templates, "templates");
     ModelsDialog models(editor);
     shooter.save(models, "models");
-    QTemporaryDir modelFolder;
-    models.useModel(autoscene::testing::tinyModel(QDir(modelFolder.path())));
+    models.useModel(
+        autoscene::recognition::labelModelFiles(AUTOSCENE_FIXTURES "/label-model", "tiny"));
     models.test();
     shooter.save(models, "models-tested");
 }
