@@ -18,7 +18,6 @@ using State = ui::RunControl::State;
 class AdbMode : public MainWindowTest {
 protected:
     void SetUp() override {
-        ui::AppConfig(task_.configPath()).setLoopMode(1);
         MainWindowTest::SetUp();
         QString error;
         ASSERT_TRUE(window_->openTask(android_.path(), &error)) << error.toStdString();

@@ -101,8 +101,6 @@ TEST_F(Backups, CopyIsNamedAfterTheLocalTimeAndTheFirstOfASecondIsKept) {
 TEST_F(Backups, PruningWaitsForFiftyThenKeepsTheThirtyNewest) {
     fillBackups(49);
     EXPECT_EQ(autoscene::ui::pruneBackups(folder()), 0);
-    EXPECT_EQ(backups().size(), 49);
-
     fillBackups(1, 49);
     const QStringList before = backups();
     ASSERT_EQ(before.size(), 50);

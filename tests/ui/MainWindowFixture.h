@@ -22,6 +22,8 @@ namespace autoscene::testing {
 class MainWindowTest : public ::testing::Test {
 protected:
     void SetUp() override {
+        // The demo's own run mode: runs start without the run-mode question.
+        ui::AppConfig(task_.configPath()).setLoopMode(1);
         window_ = std::make_unique<ui::MainWindow>(ui::AppConfig(task_.configPath()), desktop());
         reopen();
         // Right of where the tests put the demo target, which must not be covered.

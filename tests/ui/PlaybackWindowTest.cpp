@@ -26,7 +26,6 @@ protected:
     void SetUp() override {
         task_.edit([](QJsonObject& root) { root["loop_interval"] = 0; });
         task_.dropLastScenesEvents();
-        ui::AppConfig(task_.configPath()).setLoopMode(1);
         MainWindowTest::SetUp();
         DemoTargetProcess demo(qEnvironmentVariable("DISPLAY").toStdString(),
                                {"--geometry", "800x600+0+0"});
@@ -85,7 +84,6 @@ protected:
 };
 
 TEST_F(PlaybackWindowTest, StepsLandOnTheRecordedCyclesAndAnEditsChangesAreMarked) {
-    ASSERT_GT(cycles(), 10) << "the run waits on the finish screen for many cycles";
     const auto sceneChanges =
         where([&](int i) { return line(i)["scene"] != line(i - 1)["scene"]; });
     EXPECT_EQ(sceneChanges.size(), 3u) << "menu, form, finish";

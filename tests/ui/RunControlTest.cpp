@@ -29,11 +29,6 @@ using State = ui::RunControl::State;
 
 class RunFromWindow : public MainWindowTest {
 protected:
-    void SetUp() override {
-        ui::AppConfig(task_.configPath()).setLoopMode(1);
-        MainWindowTest::SetUp();
-    }
-
     // A demo target the size the task was saved with, so that no size question comes.
     std::unique_ptr<DemoTargetProcess> startDemo(std::vector<std::string> arguments = {}) {
         arguments.insert(arguments.begin(), {"--geometry", "800x600+0+0"});
@@ -68,7 +63,6 @@ protected:
 TEST_F(RunFromWindow, RunsTheDemoToItsStopActionAndLogsIt) {
     const auto demo = startDemo();
     EXPECT_FALSE(clickRun({{"确定"}})[0].shown) << "no check should have stopped the start";
-    EXPECT_EQ(run().state(), State::Running);
     window_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
     QTest::keyClick(window_.get(), Qt::Key_F7);

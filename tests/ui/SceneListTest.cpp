@@ -1,10 +1,6 @@
-#include <QAbstractItemModel>
-#include <QMenu>
-
 #include "MainWindowFixture.h"
 #include "ModalAnswer.h"
 #include "ui/EventTree.h"
-#include "ui/SceneListView.h"
 
 namespace autoscene::testing {
 namespace {
@@ -50,8 +46,8 @@ TEST_F(SceneList, CopyGoesAfterTheOriginalUnderAFreeName) {
     window_->sceneList().copyRow(3);
     EXPECT_EQ(sceneNames().mid(3, 3), QStringList({"start", "start(2)", "start(1)"}));
     EXPECT_EQ(window_->sceneList().currentRow(), 4);
-    const auto& copy = window_->editor().document().scenes[1];
-    EXPECT_EQ(copy.events.size(), window_->editor().document().scenes[0].events.size());
+    const auto& scenes = window_->editor().document().scenes;
+    EXPECT_EQ(scenes[1].events.size(), scenes[0].events.size());
 }
 
 TEST_F(SceneList, NewScenesTakeAFreeNameAndMoveWithinTheOwnScenes) {
