@@ -13,8 +13,6 @@
 namespace autoscene::testing {
 namespace {
 
-using State = ui::RunControl::State;
-
 class AdbMode : public MainWindowTest {
 protected:
     void SetUp() override {

@@ -17,8 +17,6 @@
 namespace autoscene::testing {
 namespace {
 
-using State = ui::RunControl::State;
-
 class HotKeys : public MainWindowTest {
 protected:
     void SetUp() override {

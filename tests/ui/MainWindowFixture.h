@@ -21,6 +21,8 @@ namespace autoscene::testing {
 
 class MainWindowTest : public ::testing::Test {
 protected:
+    using State = ui::RunControl::State;
+
     void SetUp() override {
         // The demo's own run mode: runs start without the run-mode question.
         ui::AppConfig(task_.configPath()).setLoopMode(1);
@@ -49,12 +51,12 @@ protected:
     ui::RunControl& run() { return window_->runControl(); }
 
     // A run takes seconds on a loaded machine; a stuck one still fails in time.
-    bool waitFor(ui::RunControl::State state, int timeout = 20000) {
+    bool waitFor(State state, int timeout = 20000) {
         return QTest::qWaitFor([&] { return run().state() == state; }, timeout);
     }
     bool stops() {
         run().stop();
-        return waitFor(ui::RunControl::State::Idle);
+        return waitFor(State::Idle);
     }
 
     // 选择窗口, ADB模式, 全屏模式 and 查看修改窗口信息, in this order.

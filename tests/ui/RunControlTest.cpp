@@ -25,8 +25,6 @@
 namespace autoscene::testing {
 namespace {
 
-using State = ui::RunControl::State;
-
 class RunFromWindow : public MainWindowTest {
 protected:
     // A demo target the size the task was saved with, so that no size question comes.
