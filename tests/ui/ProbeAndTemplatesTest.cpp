@@ -1,20 +1,18 @@
 // The test on the screen and the template images through their widgets, on the demo task
-// with two originals: "a.png" holds the start button where it was cut, "b.png" only grey.
+// with three originals: "a.png" holds the start button where it was cut, "b.png" only grey,
+// "c.png" the words "Start Game".
 #include <gtest/gtest.h>
 
 #include <QComboBox>
 #include <QImage>
 #include <QLabel>
 #include <QListWidget>
-#include <QPainter>
 #include <QRegularExpression>
 #include <QTest>
 #include <QTreeWidget>
-#include <opencv2/imgcodecs.hpp>
 
 #include "LoopbackPort.h"
 #include "ModalAnswer.h"
-#include "RenderedText.h"
 #include "SharedOcrService.h"
 #include "TestTask.h"
 #include "editor/EventEditor.h"
@@ -42,11 +40,10 @@ class ProbeAndTemplates : public ::testing::Test {
 protected:
     void SetUp() override {
         task_.folder().mkdir("ori");
-        QImage screen(640, 480, QImage::Format_RGB32);
-        screen.fill(QColor(90, 90, 90));
-        screen.save(task_.folder().filePath("ori/b.png"));
-        QPainter(&screen).drawImage(220, 200, QImage(task_.folder().filePath("image/1.png")));
-        screen.save(task_.folder().filePath("ori/a.png"));
+        for (const QString name : {"a.png", "b.png", "c.png"}) {
+            QFile::copy(AUTOSCENE_FIXTURES "/ui/probe-originals/" + name,
+                        task_.folder().filePath("ori/" + name));
+        }
         ASSERT_TRUE(editor_.open(task_.path()));
     }
 
@@ -62,7 +59,7 @@ TEST_F(ProbeAndTemplates, ProbePanelShowsTheScoreAndWhyItFails) {
     condition.imageId = 1;
     condition.searchId = 6;  // smaller than the template
     ui::ProbePanel original(editor_.document(), &condition, nullptr, nullptr);
-    ASSERT_EQ(original.source().count(), 2);  // the originals only: no capture given
+    ASSERT_EQ(original.source().count(), 3);  // the originals only: no capture given
     original.test();
     QTRY_COMPARE(shown(original),
                  QString("不成立：图片大于查找范围（阈值 0.90） | 1.00  220,200 200×80（范围外）"));
@@ -129,9 +126,6 @@ TEST_F(ProbeAndTemplates, GroupListsVerdictsFirstAndLooksBeyondTheAreasAfter) {
 
 // Text is read by the recognition service a run uses; without it the verdict says so.
 TEST_F(ProbeAndTemplates, TextConditionsReadWithTheRecognitionService) {
-    ASSERT_TRUE(
-        cv::imwrite(task_.folder().filePath("ori/c.png").toStdString(),
-                    ocr::testkit::renderTextFrame({640, 360}, {{"Start Game", {330, 44}, 36}})));
     model::EditorScreenTextCondition condition;
     condition.textInfo.value = "Start Game";
     for (const bool running : {true, false}) {
