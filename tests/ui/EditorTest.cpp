@@ -238,6 +238,7 @@ void addFields(ui::FieldForm& form, model::EditorVariable& item, const model::Ta
 // under that field's key, and the changed record comes back through a new form as it is.
 template <class T>
 void checkEveryField(const model::TaskDocument& task, const T& original) {
+    SCOPED_TRACE(original.type());
     const QJsonObject before = recordOf(original);
     auto unchanged = original.clone();
     ui::FieldForm first(task);
@@ -272,29 +273,25 @@ void checkEveryField(const model::TaskDocument& task, const T& original) {
 // Every kind as new, and every item of the demo as it is.
 TEST_F(Editor, EachFormKeepsItsRecordAndChangesOnlyTheFieldChanged) {
     const model::TaskDocument& task = editor_.document();
-    const auto check = [&](const auto& item) {
-        SCOPED_TRACE(item.type());
-        checkEveryField(task, item);
-    };
     for (const ui::ItemKind& kind : ui::conditionKinds()) {
-        check(*ui::newCondition(kind.type));
+        checkEveryField(task, *ui::newCondition(kind.type));
     }
     for (const ui::ItemKind& kind : ui::actionKinds()) {
-        check(*ui::newAction(kind.type));
+        checkEveryField(task, *ui::newAction(kind.type));
     }
     for (const ui::ItemKind& kind : ui::definitionKinds()) {
-        check(*ui::newDefinition(kind.type));
+        checkEveryField(task, *ui::newDefinition(kind.type));
     }
     task.forEachCondition([&](const model::IEditorItem& item) {
         if (item.type() != model::EditorGroupCondition::kType) {
-            check(static_cast<const model::IEditorCondition&>(item));
+            checkEveryField(task, static_cast<const model::IEditorCondition&>(item));
         }
     });
     task.forEachAction([&](const model::IEditorItem& item) {
-        check(static_cast<const model::IEditorAction&>(item));
+        checkEveryField(task, static_cast<const model::IEditorAction&>(item));
     });
     for (const auto& definition : task.definitions) {
-        check(*definition);
+        checkEveryField(task, *definition);
     }
 }
 

@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QMenu>
 #include <QMessageBox>
-#include <QPainter>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
@@ -16,12 +15,10 @@
 #include <chrono>
 #include <cstdio>
 #include <functional>
-#include <opencv2/imgcodecs.hpp>
 #include <thread>
 
 #include "LoopbackPort.h"
 #include "ModalAnswer.h"
-#include "RenderedText.h"
 #include "SharedOcrService.h"
 #include "TestDevice.h"
 #include "TestTask.h"
@@ -373,14 +370,11 @@ void shootEditor(Shooter& shooter) {
 void shootProbeAndTemplates(Shooter& shooter) {
     TestTask task;
     task.folder().mkdir("ori");
-    QImage screen(640, 480, QImage::Format_RGB32);
-    screen.fill(QColor(90, 90, 90));
-    QPainter(&screen).drawImage(220, 200, QImage(task.folder().filePath("image/1.png")));
-    QPainter(&screen).drawImage(20, 40, QImage(task.folder().filePath("image/1.png")));
-    screen.save(task.folder().filePath("ori/a.png"));
-    cv::imwrite(task.folder().filePath("ori/c.png").toStdString(),
-                autoscene::ocr::testkit::renderTextFrame(
-                    {640, 360}, {{"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}}));
+    // The start button twice on grey; "开始游戏" and "Start Game".
+    for (const QString name : {"a.png", "c.png"}) {
+        QFile::copy(AUTOSCENE_FIXTURES "/ui/screenshot-originals/" + name,
+                    task.folder().filePath("ori/" + name));
+    }
     TaskEditor editor;
     if (!editor.open(task.path())) {
         return;
