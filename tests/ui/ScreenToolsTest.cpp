@@ -57,7 +57,8 @@ protected:
 
     TestTask task_;
     ui::TaskEditor editor_;
-    // Grey, a red block, a block 20 off red, a blue one, and one pattern twice.
+    // 200x150 grey; red 30x20 at 10,10; (235,0,0) 10x10 at 60,10; blue 50x40 at 100,80; yellow
+    // 20x12 with black 6x4 inset by 4 at 10,100 and at 150,20.
     QImage picture_{AUTOSCENE_FIXTURES "/ui/screen-tools-original.png"};
     int originalId_ = 0;
     std::unique_ptr<ui::ScreenToolsDialog> dialog_;
