@@ -10,24 +10,16 @@
 #include <QStringList>
 #include <thread>
 
-#include "InProcessTarget.h"
-#include "ManualClock.h"
-#include "NoRunControl.h"
+#include "TaskContext.h"
 #include "actions/InputActions.h"
 #include "actions/RuntimeItems.h"
-#include "engine/RunContext.h"
-#include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
 #include "model/EditorScene.h"
-#include "model/TaskDocument.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::model;
 using autoscene::actions::MVSlideAction;
 using autoscene::platform::MouseOp;
-using autoscene::test::InProcessTarget;
-using autoscene::test::ManualClock;
-using autoscene::test::NoRunControl;
 using autoscene::test::RecordedInput;
 using Kind = RecordedInput::Kind;
 
@@ -44,7 +36,7 @@ std::string trace(const std::vector<RecordedInput>& inputs) {
 }
 
 // One scene whose only event holds `actions`, with variables 1..n holding `places`.
-class InputActions : public ::testing::Test {
+class InputActions : public ::testing::Test, protected autoscene::test::TaskContext<> {
 protected:
     InputActions() { autoscene::actions::registerAllRuntimeItems(factory, nullptr); }
 
@@ -55,30 +47,18 @@ protected:
                         .arg(i + 1)
                         .arg(places[i]);
         }
-        const QString json = QStringLiteral(R"({"var_list": [%1], "scene_list": [{"name": "s",
+        open(QStringLiteral(R"({"var_list": [%1], "scene_list": [{"name": "s",
             "event_list": [{"name": "e", "action_list": [%2]}]}]})")
-                                 .arg(vars.join(','), action);
-        const OpenResult opened = task.openText(json.toUtf8());
-        EXPECT_TRUE(opened.ok) << opened.error.toStdString();
-        definitions = std::make_unique<RuntimeDefinitions>(task, clock);
-        context =
-            std::make_unique<RunContext>(RunContext{task, *definitions, clock, target, control});
+                 .arg(vars.join(','), action)
+                 .toUtf8());
         info.kind = TargetKind::Window;
-        const auto& records = task.scenes.at(0).events.at(0).actions;
-        EXPECT_EQ(records.size(), 1u);
-        return factory.action(*records.at(0), *context);
+        return factory.action(*task.scenes.at(0).events.at(0).actions.at(0), *context);
     }
 
     QJsonObject result(IAction& action) { return action.state(std::this_thread::get_id()); }
 
-    TaskDocument task;
-    ManualClock clock;
-    InProcessTarget target;
-    NoRunControl control;
     RuntimeFactory factory;
     TaskInfo info;
-    std::unique_ptr<RuntimeDefinitions> definitions;
-    std::unique_ptr<RunContext> context;
 };
 
 TEST_F(InputActions, TapRepeatsEveryPointWithItsPausesAndRandomPress) {
