@@ -154,7 +154,6 @@ TEST_F(Runner, ScenesChangeAndTheirEntryActionsRunOnce) {
 TEST_F(Runner, StopActionEndsTheRunAndAStartWhileRunningIsRefused) {
     // Its first event waits a real second, so the run is surely still going at the second start.
     open(fixture("stop-action.json"));
-    log.onRun = [](int, TaskInfo&) {};
     ASSERT_TRUE(runner->start({{TargetKind::Desktop}}));
     EXPECT_FALSE(runner->start({{TargetKind::Desktop}, {TargetKind::Desktop}}));
     ASSERT_TRUE(runner->waitUntilIdle(10s));

@@ -1,6 +1,6 @@
 // The `file` object on a temporary folder.
 
-#include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include "ScriptFixture.h"
@@ -11,15 +11,10 @@ namespace {
 
 class File : public ScriptFixture {
 protected:
-    void SetUp() override {
-        ScriptFixture::SetUp();
-        ASSERT_TRUE(dir.isValid());
-    }
     // `code` with every "%D" replaced by the temporary folder.
     QString at(QString code) { return text(code.replace("%D", dir.path())); }
     QString contents(const QString& name) {
-        QFile file(dir.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : "<missing>";
+        return QString::fromUtf8(autoscene::test::readFile(dir.filePath(name)));
     }
 
     QTemporaryDir dir;

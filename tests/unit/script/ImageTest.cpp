@@ -16,7 +16,6 @@ class Image : public ScriptFixture {
 protected:
     void SetUp() override {
         ScriptFixture::SetUp();
-        ASSERT_TRUE(dir.isValid());
         ASSERT_TRUE(QDir(dir.path()).mkpath("image"));
         // A frame of random noise: a template cut from it is found only where it was cut.
         cv::Mat frame(120, 200, CV_8UC3);
