@@ -81,19 +81,18 @@ protected:
         return *runner;
     }
 
-    // Stops the run after `count` probe runs.
-    void stopAfter(size_t count) {
-        log.onRun = [this, count](int, TaskInfo&) {
-            if (log.runs.size() >= count) {
+    // Stops the run once `done` says so on a probe run (under the log's lock), or after 5 s:
+    // a busy machine may hold one thread back for thousands of the others' cycles.
+    void stopWhen(std::function<bool(TaskInfo&)> done) {
+        const auto giveUp = std::chrono::steady_clock::now() + 5s;
+        log.onRun = [this, done, giveUp](int, TaskInfo& info) {
+            if (done(info) || std::chrono::steady_clock::now() > giveUp) {
                 runner->stop();
             }
         };
     }
-
-    // When a run waiting for every thread gives up: a busy machine may hold one thread back
-    // for thousands of the others' cycles, so no cycle count will do.
-    static std::chrono::steady_clock::time_point giveUpTime() {
-        return std::chrono::steady_clock::now() + 5s;
+    void stopAfter(size_t count) {
+        stopWhen([this, count](TaskInfo&) { return log.runs.size() >= count; });
     }
 
     void runToEnd(std::vector<RunTarget> targets = {{TargetKind::Desktop}}) {
@@ -246,15 +245,11 @@ TEST_F(Runner, EveryTargetRunsInBothMultiTargetModesWithItsOwnStartValues) {
         open(fixture("one-probe.json")
                  .replace(R"("concurrency": false)",
                           concurrency ? R"("concurrency": true)" : R"("concurrency": false)"));
-        // Probes run under the log's lock.
         std::map<WindowHandle, QString> values;
-        const auto giveUp = giveUpTime();
-        log.onRun = [&](int, TaskInfo& info) {
+        stopWhen([&](TaskInfo& info) {
             values[info.window] = runner->definitions().find(1)->value();
-            if (values.size() == 3 || std::chrono::steady_clock::now() > giveUp) {
-                runner->stop();
-            }
-        };
+            return values.size() == 3;
+        });
         runToEnd({{.kind = TargetKind::Desktop, .window = 1, .variableOverrides = {{1, "alpha"}}},
                   {.kind = TargetKind::Desktop, .window = 2, .variableOverrides = {{1, "beta"}}},
                   {TargetKind::Desktop, 3}});
@@ -274,7 +269,7 @@ TEST_F(Runner, SuspendedThreadsWaitUntilResumed) {
         std::this_thread::sleep_for(200ms);
         EXPECT_LE(runner->cyclesCompleted(), held + 2) << "concurrency " << concurrency;
         runner->resume();
-        const auto giveUp = giveUpTime();
+        const auto giveUp = std::chrono::steady_clock::now() + 5s;
         while (runner->cyclesCompleted() <= held + 2 && std::chrono::steady_clock::now() < giveUp) {
             std::this_thread::sleep_for(10ms);
         }
@@ -291,14 +286,11 @@ TEST_F(Runner, WindowTargetsClaimDifferentWindows) {
     open(fixture("one-probe.json"));
     target.setWindows({11, 22});
     runner->setWindowMatcher(&matcher);
-    std::set<autoscene::platform::WindowHandle> windows;  // filled under the log's lock
-    const auto giveUp = giveUpTime();
-    log.onRun = [&](int, TaskInfo& info) {
+    std::set<autoscene::platform::WindowHandle> windows;
+    stopWhen([&](TaskInfo& info) {
         windows.insert(info.window);
-        if (windows.size() == 2 || std::chrono::steady_clock::now() > giveUp) {
-            runner->stop();
-        }
-    };
+        return windows.size() == 2;
+    });
     runToEnd({{TargetKind::Window}, {TargetKind::Window}});
     EXPECT_EQ(windows, (std::set<autoscene::platform::WindowHandle>{11, 22}));
 }

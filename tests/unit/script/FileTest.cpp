@@ -5,11 +5,9 @@
 
 #include "ScriptFixture.h"
 
-using autoscene::test::ScriptFixture;
-
 namespace {
 
-class File : public ScriptFixture {
+class File : public autoscene::test::ScriptFixture {
 protected:
     // `code` with every "%D" replaced by the temporary folder.
     QString at(QString code) { return text(code.replace("%D", dir.path())); }

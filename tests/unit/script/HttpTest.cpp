@@ -5,11 +5,9 @@
 #include "EchoServer.h"
 #include "ScriptFixture.h"
 
-using autoscene::test::ScriptFixture;
-
 namespace {
 
-class Http : public ScriptFixture {
+class Http : public autoscene::test::ScriptFixture {
 protected:
     QString url(const char* path) const { return QString::fromStdString(server.url(path)); }
 

@@ -8,14 +8,12 @@
 
 #include "ScriptFixture.h"
 
-using autoscene::test::ScriptFixture;
-
 namespace {
 
-class Image : public ScriptFixture {
+class Image : public autoscene::test::ScriptFixture {
 protected:
     void SetUp() override {
-        ScriptFixture::SetUp();
+        autoscene::test::ScriptFixture::SetUp();
         ASSERT_TRUE(QDir(dir.path()).mkpath("image"));
         // A frame of random noise: a template cut from it is found only where it was cut.
         cv::Mat frame(120, 200, CV_8UC3);

@@ -11,11 +11,10 @@
 using autoscene::engine::ItemState;
 using autoscene::script::JavaScriptCondition;
 using autoscene::script::MVJavaScriptAction;
-using autoscene::test::ScriptFixture;
 
 namespace {
 
-using ScriptItems = ScriptFixture;
+using ScriptItems = autoscene::test::ScriptFixture;
 
 TEST_F(ScriptItems, ConditionHoldsOnExactlyTheTextTrue) {
     const std::pair<const char*, bool> cases[] = {
