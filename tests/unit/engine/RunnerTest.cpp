@@ -83,7 +83,7 @@ protected:
 
     // Stops the run once `done` says so on a probe run (under the log's lock), or after 5 s:
     // a busy machine may hold one thread back for thousands of the others' cycles.
-    void stopWhen(std::function<bool(TaskInfo&)> done) {
+    void stopWhen(const std::function<bool(TaskInfo&)>& done) {
         const auto giveUp = std::chrono::steady_clock::now() + 5s;
         log.onRun = [this, done, giveUp](int, TaskInfo& info) {
             if (done(info) || std::chrono::steady_clock::now() > giveUp) {
