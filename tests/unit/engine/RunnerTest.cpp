@@ -73,12 +73,11 @@ protected:
         return QString::fromUtf8(autoscene::test::readFile(AUTOSCENE_FIXTURES "/runner/" + name));
     }
 
-    TaskRunner& open(const QString& json, std::shared_ptr<RunClock> clock = nullptr) {
+    void open(const QString& json, std::shared_ptr<RunClock> clock = nullptr) {
         const OpenResult result = task.openText(json.toUtf8());
         EXPECT_TRUE(result.ok) << result.error.toStdString();
         runner = std::make_unique<TaskRunner>(task, factory, target, std::move(clock));
         runner->setLoopIntervalMs(0);
-        return *runner;
     }
 
     // Stops the run once `done` says so on a probe run (under the log's lock), or after 5 s:
