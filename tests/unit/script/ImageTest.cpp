@@ -24,8 +24,7 @@ protected:
         cv::imwrite(folder + "corner.png", frame(cv::Rect(150, 80, 10, 10)));
         // A colour image stored for a thresholded (one-channel) find cannot be matched.
         cv::imwrite(folder + "colour.png", frame(cv::Rect(0, 0, 8, 8)));
-        ASSERT_TRUE(
-            task.openText(autoscene::test::readFile(AUTOSCENE_FIXTURES "/script/images.json")).ok);
+        open(autoscene::test::readFile(AUTOSCENE_FIXTURES "/script/images.json"));
         task.folderPath = dir.path() + "/";
     }
 
