@@ -84,7 +84,6 @@ TEST_F(InputActions, TapRepeatsEveryPointWithItsPausesAndRandomPress) {
     const auto inputs = target.inputs();
     ASSERT_EQ(inputs.size(), 4u);
     for (const RecordedInput& input : inputs) {
-        EXPECT_EQ(input.kind, Kind::Mouse);
         EXPECT_EQ(input.code, int(MouseOp::LeftClick));
         EXPECT_TRUE(input.detail >= 30 && input.detail <= 50) << input.detail;
     }
