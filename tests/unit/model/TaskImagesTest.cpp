@@ -36,6 +36,7 @@ TEST_F(TaskImages, UnnamedImagesAreNamedByTheSecondAndTheFirstPixelsStay) {
     const AddImageResult b = addImage(task, ImageRecord{}, blue, clock);
     ++seconds;
     const AddImageResult c = addImage(task, ImageRecord{}, blue, clock);
+    ASSERT_TRUE(a.ok && b.ok && c.ok);
     EXPECT_EQ(std::tuple(a.written, b.written, c.written), std::tuple(true, false, true));
     EXPECT_EQ(a.path, task.folderPath + "image/1767600000.png");
     EXPECT_EQ(b.path, a.path);
