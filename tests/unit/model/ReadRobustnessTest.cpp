@@ -67,10 +67,12 @@ TEST(ReadRobustness, KeysOfTheWrongTypeReadAsDefaults) {
                          task.height, s.taskMode),
               std::tuple(QString(), TaskSettings{}.loopInterval, false, false, 0, 3,
                          int(TaskMode::FullScreen)));
-    EXPECT_EQ(std::pair(task.images.at(0).id, task.images.at(0).sim),
-              std::pair(0, ImageRecord{}.sim));
-    const auto& tap =
-        static_cast<const EditorTapAction&>(*task.scenes.at(0).events.at(0).actions.at(0));
+    ASSERT_EQ(task.images.size(), 1u);
+    EXPECT_EQ(std::pair(task.images[0].id, task.images[0].sim), std::pair(0, ImageRecord{}.sim));
+    ASSERT_EQ(task.scenes.size(), 1u);
+    ASSERT_EQ(task.scenes[0].events.size(), 1u);
+    ASSERT_EQ(task.scenes[0].events[0].actions.size(), 1u);
+    const auto& tap = static_cast<const EditorTapAction&>(*task.scenes[0].events[0].actions[0]);
     EXPECT_EQ(std::pair(tap.button, tap.clickTimes), std::pair(1, 2));
 }
 
