@@ -87,17 +87,16 @@ TEST(Groups, ResetLeavesLabelsAndRunStateAlone) {
 }
 
 TEST(VariableComparisons, FollowTheirOperators) {
-    EXPECT_FALSE(compareVariableText(2, "abc", "1"));
-    EXPECT_TRUE(compareVariableText(2, " 5 ", "4.5"));
-    EXPECT_TRUE(compareVariableText(3, "-2", "1e1"));
-    EXPECT_TRUE(compareVariableText(4, "a|b|c", "b"));
-    EXPECT_FALSE(compareVariableText(4, "a|b|c", "a|b"));
-    EXPECT_TRUE(compareVariableText(4, "a||c", ""));
-    EXPECT_TRUE(compareVariableText(4, "abc", "bc"));
-    EXPECT_TRUE(compareVariableText(5, "abc", "x"));
-    EXPECT_FALSE(compareVariableText(0, "A", "a"));
-    EXPECT_TRUE(compareVariableText(1, "A", "a"));
-    EXPECT_FALSE(compareVariableText(9, "a", "a"));
+    // {operator, left, right, holds}
+    const std::tuple<int, const char*, const char*, bool> cases[] = {
+        {2, "abc", "1", false},  {2, " 5 ", "4.5", true},    {3, "-2", "1e1", true},
+        {4, "a|b|c", "b", true}, {4, "a|b|c", "a|b", false}, {4, "a||c", "", true},
+        {4, "abc", "bc", true},  {5, "abc", "x", true},      {0, "A", "a", false},
+        {1, "A", "a", true},     {9, "a", "a", false},
+    };
+    for (const auto& [op, left, right, holds] : cases) {
+        EXPECT_EQ(compareVariableText(op, left, right), holds) << op << ' ' << left << ' ' << right;
+    }
 
     MVVariable left(1, "l", "5", {});
     MVVariable right(2, "r", "5", {});

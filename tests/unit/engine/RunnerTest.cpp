@@ -73,27 +73,25 @@ protected:
         return QString::fromUtf8(autoscene::test::readFile(AUTOSCENE_FIXTURES "/runner/" + name));
     }
 
-    TaskRunner& open(const QString& json, std::shared_ptr<RunClock> clock = nullptr) {
+    void open(const QString& json, std::shared_ptr<RunClock> clock = nullptr) {
         const OpenResult result = task.openText(json.toUtf8());
         EXPECT_TRUE(result.ok) << result.error.toStdString();
         runner = std::make_unique<TaskRunner>(task, factory, target, std::move(clock));
         runner->setLoopIntervalMs(0);
-        return *runner;
     }
 
-    // Stops the run after `count` probe runs.
-    void stopAfter(size_t count) {
-        log.onRun = [this, count](int, TaskInfo&) {
-            if (log.runs.size() >= count) {
+    // Stops the run once `done` says so on a probe run (under the log's lock), or after 5 s:
+    // a busy machine may hold one thread back for thousands of the others' cycles.
+    void stopWhen(const std::function<bool(TaskInfo&)>& done) {
+        const auto giveUp = std::chrono::steady_clock::now() + 5s;
+        log.onRun = [this, done, giveUp](int, TaskInfo& info) {
+            if (done(info) || std::chrono::steady_clock::now() > giveUp) {
                 runner->stop();
             }
         };
     }
-
-    // When a run waiting for every thread gives up: a busy machine may hold one thread back
-    // for thousands of the others' cycles, so no cycle count will do.
-    static std::chrono::steady_clock::time_point giveUpTime() {
-        return std::chrono::steady_clock::now() + 5s;
+    void stopAfter(size_t count) {
+        stopWhen([this, count](TaskInfo&) { return log.runs.size() >= count; });
     }
 
     void runToEnd(std::vector<RunTarget> targets = {{TargetKind::Desktop}}) {
@@ -154,7 +152,6 @@ TEST_F(Runner, ScenesChangeAndTheirEntryActionsRunOnce) {
 TEST_F(Runner, StopActionEndsTheRunAndAStartWhileRunningIsRefused) {
     // Its first event waits a real second, so the run is surely still going at the second start.
     open(fixture("stop-action.json"));
-    log.onRun = [](int, TaskInfo&) {};
     ASSERT_TRUE(runner->start({{TargetKind::Desktop}}));
     EXPECT_FALSE(runner->start({{TargetKind::Desktop}, {TargetKind::Desktop}}));
     ASSERT_TRUE(runner->waitUntilIdle(10s));
@@ -247,15 +244,11 @@ TEST_F(Runner, EveryTargetRunsInBothMultiTargetModesWithItsOwnStartValues) {
         open(fixture("one-probe.json")
                  .replace(R"("concurrency": false)",
                           concurrency ? R"("concurrency": true)" : R"("concurrency": false)"));
-        // Probes run under the log's lock.
         std::map<WindowHandle, QString> values;
-        const auto giveUp = giveUpTime();
-        log.onRun = [&](int, TaskInfo& info) {
+        stopWhen([&](TaskInfo& info) {
             values[info.window] = runner->definitions().find(1)->value();
-            if (values.size() == 3 || std::chrono::steady_clock::now() > giveUp) {
-                runner->stop();
-            }
-        };
+            return values.size() == 3;
+        });
         runToEnd({{.kind = TargetKind::Desktop, .window = 1, .variableOverrides = {{1, "alpha"}}},
                   {.kind = TargetKind::Desktop, .window = 2, .variableOverrides = {{1, "beta"}}},
                   {TargetKind::Desktop, 3}});
@@ -275,7 +268,7 @@ TEST_F(Runner, SuspendedThreadsWaitUntilResumed) {
         std::this_thread::sleep_for(200ms);
         EXPECT_LE(runner->cyclesCompleted(), held + 2) << "concurrency " << concurrency;
         runner->resume();
-        const auto giveUp = giveUpTime();
+        const auto giveUp = std::chrono::steady_clock::now() + 5s;
         while (runner->cyclesCompleted() <= held + 2 && std::chrono::steady_clock::now() < giveUp) {
             std::this_thread::sleep_for(10ms);
         }
@@ -292,14 +285,11 @@ TEST_F(Runner, WindowTargetsClaimDifferentWindows) {
     open(fixture("one-probe.json"));
     target.setWindows({11, 22});
     runner->setWindowMatcher(&matcher);
-    std::set<autoscene::platform::WindowHandle> windows;  // filled under the log's lock
-    const auto giveUp = giveUpTime();
-    log.onRun = [&](int, TaskInfo& info) {
+    std::set<autoscene::platform::WindowHandle> windows;
+    stopWhen([&](TaskInfo& info) {
         windows.insert(info.window);
-        if (windows.size() == 2 || std::chrono::steady_clock::now() > giveUp) {
-            runner->stop();
-        }
-    };
+        return windows.size() == 2;
+    });
     runToEnd({{TargetKind::Window}, {TargetKind::Window}});
     EXPECT_EQ(windows, (std::set<autoscene::platform::WindowHandle>{11, 22}));
 }

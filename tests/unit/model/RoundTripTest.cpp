@@ -22,7 +22,6 @@ TEST(RoundTrip, WritesFourSpaceIndentAndShortestFloatsAndClonesDeep) {
     const QByteArray saved = task.serialise();
     EXPECT_TRUE(saved.startsWith("{\n    \"id\": 0,\n    \"name\": "));
     EXPECT_TRUE(saved.contains("\"postpone\": 0.2,") && saved.contains("\"timeout\": 1.5,"));
-    EXPECT_FALSE(saved.contains("0.2000"));
 
     SCOPED_TRACE("a cloned event is deep and independent");
     EditorEvent copy = task.scenes.at(0).events.at(0);

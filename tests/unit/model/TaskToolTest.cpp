@@ -15,8 +15,6 @@ using namespace autoscene::test;
 
 namespace {
 
-using ToolRun = autoscene::test::ProgramResult;
-
 // Fails for each line that `text` does not hold.
 void expectLines(const QString& text, std::initializer_list<const char*> lines) {
     for (const char* line : lines) {
@@ -24,27 +22,27 @@ void expectLines(const QString& text, std::initializer_list<const char*> lines) 
     }
 }
 
-ToolRun runTool(const QStringList& arguments) {
+ProgramResult runTool(const QStringList& arguments) {
     return runProgram(QStringLiteral(AUTOSCENE_TASK_TOOL), arguments);
 }
 
 TEST(TaskTool, CheckSummarisesTheTaskAndNamesEverySkippedElement) {
-    const ToolRun run = runTool({"check", fixturePath("tasks/every-record")});
+    const ProgramResult run = runTool({"check", fixturePath("tasks/every-record")});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     expectLines(run.out, {"task: 全部记录\n", "task mode: 2 (window)\n", "scenes: 2\n",
                           "events: 3\n", "conditions: 13\n", "actions: 22\n", "definitions: 8\n",
                           "images: 2\n", "colours: 1\n"});
+    // Scripts are listed, the nested condition among them, with what they reach.
+    expectLines(
+        run.out,
+        {"scripts: 2\n"
+         "  condition in scene \"开始界面\", event \"全部条件\": screen and variables only\n"
+         "  action in scene \"开始界面\", event \"全部条件\": screen and variables only\n"});
     expectLines(run.err, {"missing file"});
     EXPECT_FALSE(run.err.contains("unknown key")) << run.err.toStdString();
     EXPECT_FALSE(run.err.contains("does not exist")) << run.err.toStdString();
-    // Scripts are listed, the nested condition among them, with what they reach.
-    EXPECT_TRUE(run.out.contains(QString::fromUtf8(
-        "scripts: 2\n"
-        "  condition in scene \"开始界面\", event \"全部条件\": screen and variables only\n"
-        "  action in scene \"开始界面\", event \"全部条件\": screen and variables only\n")))
-        << run.out.toStdString();
 
-    const ToolRun legacy = runTool({"check", fixturePath("tasks/legacy")});
+    const ProgramResult legacy = runTool({"check", fixturePath("tasks/legacy")});
     EXPECT_EQ(legacy.exitCode, 0);
     expectLines(legacy.err,
                 {"skipped /scene_list/0/event_list/0/action_list/0: unknown action type 8",
@@ -54,14 +52,13 @@ TEST(TaskTool, CheckSummarisesTheTaskAndNamesEverySkippedElement) {
 TEST(TaskTool, ResaveWritesWhatTheEditorWouldSave) {
     QTemporaryDir out;
     const QString target = out.filePath("new/folder");
-    const ToolRun run = runTool({"resave", fixturePath("tasks/every-record"), target});
+    const ProgramResult run = runTool({"resave", fixturePath("tasks/every-record"), target});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     const QByteArray saved = readFile(target + "/script.json");
     EXPECT_EQ(compactJson(saved),
               compactJson(readFile(fixturePath("tasks/every-record/script.json"))));
     // Saving the saved copy again changes nothing.
-    const ToolRun again = runTool({"resave", target, out.filePath("again")});
-    ASSERT_EQ(again.exitCode, 0);
+    runTool({"resave", target, out.filePath("again")});
     EXPECT_EQ(readFile(out.filePath("again/script.json")), saved);
 }
 
@@ -70,7 +67,7 @@ TEST(TaskTool, ResaveOnAFullDiskSaysSoAndExitsWithOne) {
     QProcess process;
     startOnAFullDisk(process, full.path(), AUTOSCENE_TASK_TOOL,
                      {"resave", fixturePath("tasks/every-record"), full.path()});
-    const ToolRun run = finishProgram(process);
+    const ProgramResult run = finishProgram(process);
     if (run.exitCode == kNoFullDisk) {
         GTEST_SKIP() << "no user namespace to mount a full disk in";
     }
@@ -81,12 +78,11 @@ TEST(TaskTool, ResaveOnAFullDiskSaysSoAndExitsWithOne) {
 TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
     QTemporaryDir dir;
     writeFile(dir.filePath("script.json"), R"({"name": "x",, })");
-    const ToolRun check = runTool({"check", dir.path()});
+    const ProgramResult check = runTool({"check", dir.path()});
     EXPECT_EQ(check.exitCode, 2);
     expectLines(check.err, {"invalid JSON at byte 13"});
 
-    const ToolRun resave = runTool({"resave", dir.path(), dir.filePath("out")});
-    EXPECT_EQ(resave.exitCode, 2);
+    EXPECT_EQ(runTool({"resave", dir.path(), dir.filePath("out")}).exitCode, 2);
     EXPECT_FALSE(QFile::exists(dir.filePath("out")));
 
     EXPECT_EQ(runTool({"check", dir.filePath("nowhere")}).exitCode, 2);
@@ -96,7 +92,7 @@ TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
 // Misspelt keys wherever they are (a misspelt action list leaves an event without actions
 // that fires every cycle), unknown types, and references to what the task does not hold.
 TEST(TaskTool, CheckNamesUnknownKeysAndTypesAndDanglingReferences) {
-    const ToolRun keys = runTool({"check", fixturePath("tasks/unknown-keys")});
+    const ProgramResult keys = runTool({"check", fixturePath("tasks/unknown-keys")});
     EXPECT_EQ(keys.exitCode, 0);
     const char* const item = "skipped /scene_list/0/event_list/0/item_group/item_list/";
     expectLines(keys.err,
@@ -114,7 +110,7 @@ TEST(TaskTool, CheckNamesUnknownKeysAndTypesAndDanglingReferences) {
         EXPECT_TRUE(keys.err.contains(item + QString::fromUtf8(inItems))) << inItems;
     }
 
-    const ToolRun run = runTool({"check", fixturePath("tasks/dangling-references")});
+    const ProgramResult run = runTool({"check", fixturePath("tasks/dangling-references")});
     EXPECT_EQ(run.exitCode, 0);
     expectLines(run.err, {"definition \"crop\": original image 9 does not exist",
                           "image 1: original image 8 does not exist",
@@ -127,7 +123,7 @@ TEST(TaskTool, CheckNamesUnknownKeysAndTypesAndDanglingReferences) {
 TEST(TaskTool, CheckSaysAnEmptyFileIsEmptyAndNamesImagesThatDoNotDecode) {
     QTemporaryDir empty;
     writeFile(empty.filePath("script.json"), "");
-    const ToolRun nothing = runTool({"check", empty.path()});
+    const ProgramResult nothing = runTool({"check", empty.path()});
     EXPECT_EQ(nothing.exitCode, 0) << "an empty file opens with defaults";
     expectLines(nothing.err, {"script.json is empty"});
 
@@ -135,13 +131,12 @@ TEST(TaskTool, CheckSaysAnEmptyFileIsEmptyAndNamesImagesThatDoNotDecode) {
     QTemporaryDir dir;
     QDir(dir.path()).mkpath("image");
     const QByteArray png = readFile(QStringLiteral(AUTOSCENE_DEMO_IMAGE));
-    ASSERT_GT(png.size(), 100);
     writeFile(dir.filePath("image/1.png"), png.left(png.size() / 2));
     writeFile(dir.filePath("image/2.png"), png);
     writeFile(dir.filePath("script.json"), R"({"image_list": [
         {"id": 1, "name": "cut", "file": "1.png", "sim": 0.9, "type": 1},
         {"id": 2, "name": "whole", "file": "2.png", "sim": 0.9, "type": 1}]})");
-    const ToolRun cut = runTool({"check", dir.path()});
+    const ProgramResult cut = runTool({"check", dir.path()});
     EXPECT_EQ(cut.exitCode, 0);
     expectLines(cut.err, {"image 1: file does not decode"});
     EXPECT_FALSE(cut.err.contains("image 2")) << cut.err.toStdString();

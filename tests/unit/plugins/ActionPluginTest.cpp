@@ -10,14 +10,11 @@
 #include <opencv2/objdetect.hpp>
 #include <thread>
 
-#include "InProcessTarget.h"
-#include "NoRunControl.h"
+#include "TaskContext.h"
 #include "TestFiles.h"
 #include "engine/RunClock.h"
-#include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
 #include "engine/TaskRunner.h"
-#include "model/TaskDocument.h"
 #include "plugins/ActionPluginRegistry.h"
 #include "plugins/PluginItems.h"
 
@@ -35,7 +32,7 @@ QString pluginAction(const QString& name, const QString& configFile, const QStri
 }
 
 // A task holding plug-in actions, opened from text, and the probe's description file.
-class ActionPlugin : public ::testing::Test {
+class ActionPlugin : public ::testing::Test, protected test::TaskContext<engine::RunClock> {
 protected:
     ActionPlugin() { plugins::registerPluginItems(factory); }
 
@@ -57,22 +54,15 @@ protected:
     // Variables 1 to 3 hold "héllo 世", "keep" and "keep" (2 shared by all threads, so that the
     // test sees a runner's change); the one scene runs `action` then stops the run.
     void open(const QString& action) {
-        const QString json =
+        TaskContext::open(
             QString::fromUtf8(test::readFile(AUTOSCENE_FIXTURES "/plugins/one-event.json"))
-                .arg(action);
-        context.reset();
-        definitions.reset();
-        task = std::make_unique<model::TaskDocument>();
-        const model::OpenResult result = task->openText(json.toUtf8());
-        ASSERT_TRUE(result.ok) << result.error.toStdString();
-        definitions = std::make_unique<engine::RuntimeDefinitions>(*task, clock);
-        context = std::make_unique<engine::RunContext>(
-            engine::RunContext{*task, *definitions, clock, target, control});
+                .arg(action)
+                .toUtf8());
     }
 
     // Builds and runs the first action on this thread; its result record.
     QJsonObject runFirst(cv::Mat frame = {}) {
-        auto action = factory.action(*task->scenes.front().events.front().actions.at(0), *context);
+        auto action = factory.action(*task.scenes.front().events.front().actions.at(0), *context);
         engine::TaskInfo info;
         info.frame = std::move(frame);
         action->run(info);
@@ -86,12 +76,6 @@ protected:
     QTemporaryDir folder;
     QString description;
     engine::RuntimeFactory factory;
-    engine::RunClock clock;
-    test::InProcessTarget target;
-    test::NoRunControl control;
-    std::unique_ptr<model::TaskDocument> task;
-    std::unique_ptr<engine::RuntimeDefinitions> definitions;
-    std::unique_ptr<engine::RunContext> context;
 };
 
 TEST_F(ActionPlugin, ParametersGoInNameOrderThenChoicesWithVariablesByValue) {
@@ -159,7 +143,7 @@ TEST_F(ActionPlugin, TheFrameIsPassedAsPackedBgr) {
 TEST_F(ActionPlugin, InitBeforeAndUninitAfterEveryRunWhichUnloadsTheLibrary) {
     open(pluginAction("echo", description, R"([{"action_arg": "a", "action_varvalue": 1}])",
                       R"([{"action_result": "a", "action_varvalue": 2}])"));
-    engine::TaskRunner runner(*task, factory, target);
+    engine::TaskRunner runner(task, factory, target);
     runner.setLoopIntervalMs(0);
     EXPECT_TRUE(lifecycle().isEmpty()) << "building the action only loads the library";
     for (int run = 0; run < 2; ++run) {

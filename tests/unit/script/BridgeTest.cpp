@@ -8,11 +8,10 @@
 #include "script/ShellCommand.h"
 
 using autoscene::script::ScriptEngineHolder;
-using autoscene::test::ScriptFixture;
 
 namespace {
 
-using Bridge = ScriptFixture;
+using Bridge = autoscene::test::ScriptFixture;
 
 TEST_F(Bridge, VariablesAreStringsAndNamesStartingWithADigitAreSkipped) {
     EXPECT_EQ(text("typeof abc1 + ':' + abc1"), "string:7");

@@ -1,25 +1,18 @@
 // The `file` object on a temporary folder.
 
-#include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include "ScriptFixture.h"
 
-using autoscene::test::ScriptFixture;
-
 namespace {
 
-class File : public ScriptFixture {
+class File : public autoscene::test::ScriptFixture {
 protected:
-    void SetUp() override {
-        ScriptFixture::SetUp();
-        ASSERT_TRUE(dir.isValid());
-    }
     // `code` with every "%D" replaced by the temporary folder.
     QString at(QString code) { return text(code.replace("%D", dir.path())); }
     QString contents(const QString& name) {
-        QFile file(dir.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : "<missing>";
+        return QString::fromUtf8(autoscene::test::readFile(dir.filePath(name)));
     }
 
     QTemporaryDir dir;

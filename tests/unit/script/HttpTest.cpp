@@ -1,16 +1,13 @@
 // The `http` object against a loopback server that answers with what it received.
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "EchoServer.h"
 #include "ScriptFixture.h"
 
-using autoscene::test::ScriptFixture;
-
 namespace {
 
-class Http : public ScriptFixture {
+class Http : public autoscene::test::ScriptFixture {
 protected:
     QString url(const char* path) const { return QString::fromStdString(server.url(path)); }
 
@@ -48,9 +45,8 @@ TEST_F(Http, DownloadWritesBytesAndMakesTheFolder) {
     QTemporaryDir dir;
     const QString file = dir.filePath("new/folder/body.bin");
     EXPECT_EQ(text(QStringLiteral("http.download('%1', '%2')").arg(url("/large"), file)), file);
-    QFile written(file);
-    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
-    EXPECT_EQ(written.readAll().toStdString(), autoscene::test::EchoServer::largeBody());
+    EXPECT_EQ(autoscene::test::readFile(file).toStdString(),
+              autoscene::test::EchoServer::largeBody());
     EXPECT_EQ(text(QStringLiteral("http.download('%1', '')").arg(url("/large"))), "");
 }
 

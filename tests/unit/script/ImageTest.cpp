@@ -8,15 +8,12 @@
 
 #include "ScriptFixture.h"
 
-using autoscene::test::ScriptFixture;
-
 namespace {
 
-class Image : public ScriptFixture {
+class Image : public autoscene::test::ScriptFixture {
 protected:
     void SetUp() override {
-        ScriptFixture::SetUp();
-        ASSERT_TRUE(dir.isValid());
+        autoscene::test::ScriptFixture::SetUp();
         ASSERT_TRUE(QDir(dir.path()).mkpath("image"));
         // A frame of random noise: a template cut from it is found only where it was cut.
         cv::Mat frame(120, 200, CV_8UC3);
@@ -27,8 +24,7 @@ protected:
         cv::imwrite(folder + "corner.png", frame(cv::Rect(150, 80, 10, 10)));
         // A colour image stored for a thresholded (one-channel) find cannot be matched.
         cv::imwrite(folder + "colour.png", frame(cv::Rect(0, 0, 8, 8)));
-        ASSERT_TRUE(
-            task.openText(autoscene::test::readFile(AUTOSCENE_FIXTURES "/script/images.json")).ok);
+        open(autoscene::test::readFile(AUTOSCENE_FIXTURES "/script/images.json"));
         task.folderPath = dir.path() + "/";
     }
 

@@ -5,14 +5,10 @@
 
 #include <QString>
 
-#include "InProcessTarget.h"
-#include "NoRunControl.h"
+#include "TaskContext.h"
 #include "TestFiles.h"
 #include "engine/RunClock.h"
-#include "engine/RunContext.h"
-#include "engine/RuntimeDefinitions.h"
 #include "engine/TaskInfo.h"
-#include "model/TaskDocument.h"
 #include "script/ScriptRun.h"
 
 // Failures print texts as text.
@@ -22,16 +18,12 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 
 namespace autoscene::test {
 
-class ScriptFixture : public ::testing::Test {
+class ScriptFixture : public ::testing::Test, protected TaskContext<engine::RunClock> {
 protected:
     void SetUp() override {
         // Variables "abc1" = "7", "1abc" = "hidden", "" = "nameless", "n" = "5"; colours
         // "red" (0xFF0000), "blue" (0x0000FF) and "bad" (beyond 0xFFFFFF).
-        ASSERT_TRUE(
-            task.openText(readFile(AUTOSCENE_FIXTURES "/tasks/script-globals/script.json")).ok);
-        definitions = std::make_unique<engine::RuntimeDefinitions>(task, clock);
-        context = std::make_unique<engine::RunContext>(
-            engine::RunContext{task, *definitions, clock, target, control});
+        open(readFile(AUTOSCENE_FIXTURES "/tasks/script-globals/script.json"));
         worker.kind = engine::TargetKind::Window;
         worker.window = 42;
         worker.startWindow = 42;
@@ -42,12 +34,6 @@ protected:
     }
     QString text(const QString& code) { return run(code).text; }
 
-    model::TaskDocument task;
-    engine::RunClock clock;
-    InProcessTarget target;
-    NoRunControl control;
-    std::unique_ptr<engine::RuntimeDefinitions> definitions;
-    std::unique_ptr<engine::RunContext> context;
     engine::TaskInfo worker;
 };
 

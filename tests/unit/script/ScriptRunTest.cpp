@@ -96,7 +96,6 @@ TEST_F(ScriptRun, LockHoldsTheOtherTargetBackUntilUnlocked) {
     };
     ASSERT_TRUE(runner->start({{TargetKind::Desktop, 1}, {TargetKind::Desktop, 2}}));
     ASSERT_TRUE(runner->waitUntilIdle(30s));
-    EXPECT_GE(firstRuns, 30);
     EXPECT_LE(secondRunsWhileLocked, 1);  // at most the cycle already under way
     EXPECT_EQ(secondRunsAfter, 5);
 }

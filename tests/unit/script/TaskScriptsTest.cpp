@@ -11,6 +11,7 @@ using autoscene::script::scriptReach;
 namespace {
 
 TEST(TaskScripts, ReachNamesEveryKindOfCall) {
+    const QStringList computed{"reaches objects by computed names (cannot tell what it does)"};
     const std::pair<const char*, QStringList> cases[] = {
         {"count == '3'", {}},
         {"auto.getColor('red') + file.read('a') + http_get('x')", {}},
@@ -22,11 +23,9 @@ TEST(TaskScripts, ReachNamesEveryKindOfCall) {
         {"http.get(u)", {"reaches the network"}},
         {"http.download(u, f); auto.browse(u)", {"reaches the network", "opens URLs"}},
         {"auto.setClip(auto.getClip() + '!')", {"uses the clipboard"}},
-        {"auto['sh' + 'ell']('ls')",
-         {"reaches objects by computed names (cannot tell what it does)"}},
-        {"var f = file; f.remove('x')",
-         {"reaches objects by computed names (cannot tell what it does)"}},
-        {"eval(code)", {"reaches objects by computed names (cannot tell what it does)"}},
+        {"auto['sh' + 'ell']('ls')", computed},
+        {"var f = file; f.remove('x')", computed},
+        {"eval(code)", computed},
     };
     for (const auto& [code, reach] : cases) {
         EXPECT_EQ(scriptReach(QString::fromUtf8(code)), reach) << code;

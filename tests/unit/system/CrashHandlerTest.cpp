@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
+#include "TestFiles.h"
 #include "system/CrashHandler.h"
 
 namespace fs = std::filesystem;
@@ -22,13 +22,6 @@ void prepareToCrash(const fs::path& folder) {
         std::_Exit(3);
     }
     autoscene::sys::installCrashHandler();
-}
-
-std::string readFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::stringstream text;
-    text << file.rdbuf();
-    return text.str();
 }
 
 }  // namespace
@@ -48,7 +41,8 @@ TEST(CrashHandlerDeathTest, ACrashReplacesTheReportAndEndsWithTheSignal) {
             std::abort();
         },
         testing::KilledBySignal(SIGABRT), "");
-    const std::string text = readFile(report);
+    const std::string text =
+        autoscene::test::readFile(QString::fromStdString(report.string())).toStdString();
     EXPECT_EQ(text.rfind("crash: SIGABRT (signal 6", 0), 0u) << text;
     EXPECT_EQ(text.find("SIGSEGV"), std::string::npos);
     EXPECT_NE(text.find("backtrace:\n"), std::string::npos);

@@ -2,9 +2,9 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "EchoServer.h"
+#include "TestFiles.h"
 #include "http/Http.h"
 
 namespace http = autoscene::http;
@@ -46,10 +46,8 @@ TEST_F(Http, DownloadWritesTheWholeBodyAndReplacesTheFile) {
     const fs::path target = fs::temp_directory_path() / "autoscene-download.bin";
     std::ofstream(target) << "older and longer content that must disappear";
     ASSERT_TRUE(http::httpDownloadToFile(server.url("/large"), {}, target.string()));
-    std::ifstream file(target, std::ios::binary);
-    std::stringstream content;
-    content << file.rdbuf();
-    EXPECT_EQ(content.str(), autoscene::test::EchoServer::largeBody());
+    EXPECT_EQ(autoscene::test::readFile(QString::fromStdString(target.string())).toStdString(),
+              autoscene::test::EchoServer::largeBody());
     fs::remove(target);
 
     testing::internal::CaptureStderr();

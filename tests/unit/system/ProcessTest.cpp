@@ -4,10 +4,10 @@
 
 #include <atomic>
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <thread>
 
+#include "TestFiles.h"
 #include "system/PipedProcess.h"
 #include "system/Process.h"
 #include "system/ProcessEnd.h"
@@ -30,12 +30,11 @@ std::string errorOf(const std::string& commandLine) {
 
 TEST(RunCommandCapture, ReturnsLongOutputAndStandardErrorWholeAndInOrder) {
     // 5000 numbered lines: far more than one 1023-byte read and than a pipe buffer.
-    const std::string output = sys::runCommandCapture("seq 1 5000");
     std::string expected;
     for (int i = 1; i <= 5000; ++i) {
         expected += std::to_string(i) + "\n";
     }
-    EXPECT_EQ(output, expected);
+    EXPECT_EQ(sys::runCommandCapture("seq 1 5000"), expected);
     EXPECT_EQ(sys::runCommandCapture("sh -c 'echo one; echo two >&2; echo three'"),
               "one\ntwo\nthree\n");
     EXPECT_EQ(sys::runCommandCapture("printf 'a b'"), "a b");
@@ -115,9 +114,7 @@ TEST(StartHiddenProcess, StartsDetachedInItsOwnSessionOrReportsAMissingProgram) 
     int status = 0;
     ASSERT_EQ(::waitpid(pid, &status, 0), pid);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    std::string line;
-    std::getline(std::ifstream(marker), line);
-    EXPECT_EQ(line, "started");
+    EXPECT_EQ(autoscene::test::readFile(QString::fromStdString(marker.string())), "started\n");
     fs::remove(marker);
 
     testing::internal::CaptureStdout();

@@ -8,12 +8,10 @@ namespace autoscene::demo {
 namespace {
 
 TEST(DemoGeometry, SizeWithOptionalSignedOffsets) {
-    const auto plain = parseGeometry("640x480");
-    ASSERT_TRUE(plain);
-    EXPECT_EQ(std::tuple(plain->width, plain->height, plain->x), std::tuple(640, 480, 0));
-    const auto placed = parseGeometry("300x200-100+50");
-    ASSERT_TRUE(placed);
-    EXPECT_EQ(std::tuple(placed->x, placed->y), std::tuple(-100, 50));
+    const auto plain = parseGeometry("640x480").value();
+    EXPECT_EQ(std::tuple(plain.width, plain.height, plain.x), std::tuple(640, 480, 0));
+    const auto placed = parseGeometry("300x200-100+50").value();
+    EXPECT_EQ(std::tuple(placed.x, placed.y), std::tuple(-100, 50));
     for (const char* bad :
          {"", "640x", "x480", "0x480", "640x0", "-640x480", "640x480+1", "640x480+1+2+3",
           "640x480 +1+2", "99999x480", "640x480+99999+0", "64ax480"}) {
@@ -28,8 +26,7 @@ TEST(DemoOptions, BadArgumentsAreRefused) {
                                                 {"--verbose"},
                                                 {"640x480"}}) {
         std::string error;
-        EXPECT_FALSE(parseOptions(bad, error)) << bad[0];
-        EXPECT_FALSE(error.empty()) << bad[0];
+        EXPECT_TRUE(!parseOptions(bad, error) && !error.empty()) << bad[0];
     }
 }
 
