@@ -68,7 +68,7 @@ QString PrivateAdb::adb(const QStringList& arguments) const {
     return QString::fromUtf8(process.readAll());
 }
 
-bool PrivateAdb::connect(const TestDevice& device) const {
+bool PrivateAdb::connectOne(const TestDevice& device) const {
     return device.running() && adb({"connect", device.serial()}).contains("connected to");
 }
 

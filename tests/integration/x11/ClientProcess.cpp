@@ -47,8 +47,7 @@ ClientProcess::~ClientProcess() {
 void ClientProcess::stop() {
     if (pid_ > 0) {
         kill(pid_, SIGTERM);
-        int status = 0;
-        waitpid(pid_, &status, 0);
+        waitpid(pid_, nullptr, 0);
         pid_ = -1;
     }
 }

@@ -30,17 +30,12 @@ Window hexField(const std::string& line, const std::string& key) {
 }
 
 bool isTopLevel(Display* display, Window window) {
-    Window root = None;
-    Window parent = None;
-    Window* children = nullptr;
+    Window root = None, parent = None;
+    Window* children = nullptr;  // stays null, with count 0, when the query fails
     unsigned int count = 0;
-    bool found = false;
-    if (XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count) != 0) {
-        found = std::find(children, children + count, window) != children + count;
-    }
-    if (children != nullptr) {
-        XFree(children);
-    }
+    XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count);
+    const bool found = std::find(children, children + count, window) != children + count;
+    XFree(children);
     return found;
 }
 

@@ -11,6 +11,7 @@
 namespace autoscene::testing {
 namespace {
 
+using Lines = std::vector<std::string>;
 using platform::InputTarget;
 using platform::KeyOp;
 using platform::MouseOp;
@@ -37,9 +38,8 @@ protected:
 
     // Lines with the mode's fields (send flag, modifier state) checked and dropped, so that
     // both modes compare alike. Motion depends on the mode and the pointer's path.
-    std::vector<std::string> received(std::size_t from, const std::string& prefix,
-                                      bool motion = false) {
-        std::vector<std::string> result;
+    Lines received(std::size_t from, const std::string& prefix, bool motion = false) {
+        Lines result;
         for (const auto& line : demo_->settledLines(prefix, from)) {
             std::istringstream words(line);
             std::string kept;
@@ -83,15 +83,14 @@ TEST_P(InputTest, KeysAndClicksArriveAsAimedAndOutOfRangeArgumentsAreHarmless) {
     backend_->key(target_, kVkF5, KeyOp::Click, background());
     backend_->key(target_, 0x07, KeyOp::Click, background());  // no key
     backend_->key(target_, 9999, KeyOp::Click, background());  // not a virtual key
-    std::vector<std::string> keys;
+    Lines keys;
     for (const auto& line : received(mark, "main Key")) {
         keys.push_back(line.substr(0, line.find(" keycode=")) + line.substr(line.find(" keysym=")));
     }
     EXPECT_EQ(keys,
-              (std::vector<std::string>{
-                  "main KeyPress keysym=a text=a", "main KeyRelease keysym=a text=a",
-                  "main KeyPress keysym=Shift_L text=", "main KeyRelease keysym=Shift_L text=",
-                  "main KeyPress keysym=F5 text=", "main KeyRelease keysym=F5 text="}));
+              (Lines{"main KeyPress keysym=a text=a", "main KeyRelease keysym=a text=a",
+                     "main KeyPress keysym=Shift_L text=", "main KeyRelease keysym=Shift_L text=",
+                     "main KeyPress keysym=F5 text=", "main KeyRelease keysym=F5 text="}));
 
     const int big = std::numeric_limits<int>::max();
     const int small = std::numeric_limits<int>::min();
@@ -104,9 +103,8 @@ TEST_P(InputTest, KeysAndClicksArriveAsAimedAndOutOfRangeArgumentsAreHarmless) {
 
     mark = demo_->mark();
     mouse(Point{230, 210}, MouseOp::LeftClick, 40);
-    EXPECT_EQ(received(mark, "main Button"),
-              (std::vector<std::string>{"main ButtonPress button=1 x=230 y=210",
-                                        "main ButtonRelease button=1 x=230 y=210"}));
+    EXPECT_EQ(received(mark, "main Button"), (Lines{"main ButtonPress button=1 x=230 y=210",
+                                                    "main ButtonRelease button=1 x=230 y=210"}));
     EXPECT_TRUE(demo_->waitForLine("screen MENU", mark));
 
     mark = demo_->mark();
@@ -114,9 +112,9 @@ TEST_P(InputTest, KeysAndClicksArriveAsAimedAndOutOfRangeArgumentsAreHarmless) {
     // In the background a right click is two presses and no release, as programs driven
     // that way expect.
     EXPECT_EQ(received(mark, "main Button"),
-              (std::vector<std::string>{"main ButtonPress button=3 x=20 y=300",
-                                        background() ? "main ButtonPress button=3 x=20 y=300"
-                                                     : "main ButtonRelease button=3 x=20 y=300"}));
+              (Lines{"main ButtonPress button=3 x=20 y=300",
+                     background() ? "main ButtonPress button=3 x=20 y=300"
+                                  : "main ButtonRelease button=3 x=20 y=300"}));
 
     mark = demo_->mark();
     mouse(Point{30, 310}, MouseOp::RightDown);
@@ -125,9 +123,8 @@ TEST_P(InputTest, KeysAndClicksArriveAsAimedAndOutOfRangeArgumentsAreHarmless) {
     mouse(Point{40, 320}, MouseOp::LeftUp);
     EXPECT_EQ(
         received(mark, "main Button"),
-        (std::vector<std::string>{
-            "main ButtonPress button=3 x=30 y=310", "main ButtonRelease button=3 x=30 y=310",
-            "main ButtonPress button=1 x=40 y=320", "main ButtonRelease button=1 x=40 y=320"}));
+        (Lines{"main ButtonPress button=3 x=30 y=310", "main ButtonRelease button=3 x=30 y=310",
+               "main ButtonPress button=1 x=40 y=320", "main ButtonRelease button=1 x=40 y=320"}));
 }
 
 // A drag of the slider to its end, in both modes, is the demo task's (tests/integration/runner).
@@ -136,11 +133,11 @@ TEST_P(InputTest, WheelClicksOncePerStep) {
     const std::size_t mark = demo_->mark();
     backend_->wheel(target_, 3, Point{200, 300}, background());
     backend_->wheel(target_, -1, Point{200, 300}, background());
-    std::vector<std::string> steps(3, "main ButtonPress button=4 x=200 y=300");
+    Lines steps(3, "main ButtonPress button=4 x=200 y=300");
     steps.emplace_back("main ButtonPress button=5 x=200 y=300");
     EXPECT_EQ(received(mark, "main ButtonPress"), steps);
     EXPECT_EQ(demo_->settledLines("slider", mark),
-              (std::vector<std::string>{"slider 10", "slider 20", "slider 30", "slider 20"}));
+              (Lines{"slider 10", "slider 20", "slider 30", "slider 20"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, InputTest, ::testing::Values(true, false),
@@ -154,14 +151,12 @@ TEST_P(BackgroundInputTest, EveryWindowWithThePointGetsItUpsGoWherePressedAndSys
     mouse(corner, MouseOp::LeftDown);
     EXPECT_EQ(
         received(mark, "", true),
-        (std::vector<std::string>{
-            "main MotionNotify button=0 x=620 y=80", "panel MotionNotify button=0 x=180 y=60",
-            "main ButtonPress button=1 x=620 y=80", "panel ButtonPress button=1 x=180 y=60"}));
+        (Lines{"main MotionNotify button=0 x=620 y=80", "panel MotionNotify button=0 x=180 y=60",
+               "main ButtonPress button=1 x=620 y=80", "panel ButtonPress button=1 x=180 y=60"}));
 
     mark = demo_->mark();
     mouse(Point{corner.x + 1, corner.y}, MouseOp::LeftDown);
-    EXPECT_EQ(received(mark, ""),
-              (std::vector<std::string>{"main ButtonPress button=1 x=621 y=80"}));
+    EXPECT_EQ(received(mark, ""), (Lines{"main ButtonPress button=1 x=621 y=80"}));
 
     // A named child alone receives input, in its own coordinates; outside it, nothing.
     InputTarget child = target_;
@@ -169,7 +164,7 @@ TEST_P(BackgroundInputTest, EveryWindowWithThePointGetsItUpsGoWherePressedAndSys
     mark = demo_->mark();
     backend_->mouse(child, Point{demo::kPanel.x, demo::kPanel.y}, MouseOp::LeftDown, 0, true);
     backend_->mouse(child, Point{demo::kPanel.x - 1, demo::kPanel.y}, MouseOp::LeftDown, 0, true);
-    EXPECT_EQ(received(mark, ""), (std::vector<std::string>{"panel ButtonPress button=1 x=0 y=0"}));
+    EXPECT_EQ(received(mark, ""), (Lines{"panel ButtonPress button=1 x=0 y=0"}));
 
     SCOPED_TRACE("an up goes where this thread last pressed, or to the origin");
     mark = demo_->mark();
@@ -177,8 +172,7 @@ TEST_P(BackgroundInputTest, EveryWindowWithThePointGetsItUpsGoWherePressedAndSys
     demo_->settledLines("", mark);
     mark = demo_->mark();
     mouse(Point{50, 300}, MouseOp::LeftUp);
-    EXPECT_EQ(received(mark, "main ButtonRelease"),
-              (std::vector<std::string>{"main ButtonRelease button=1 x=0 y=0"}));
+    EXPECT_EQ(received(mark, "main ButtonRelease"), (Lines{"main ButtonRelease button=1 x=0 y=0"}));
 
     mark = demo_->mark();
     mouse(Point{50, 300}, MouseOp::LeftDown);
@@ -189,8 +183,8 @@ TEST_P(BackgroundInputTest, EveryWindowWithThePointGetsItUpsGoWherePressedAndSys
     other.join();
     mouse(Point{99, 99}, MouseOp::LeftUp);
     EXPECT_EQ(received(mark, "main ButtonRelease"),
-              (std::vector<std::string>{"main ButtonRelease button=3 x=60 y=310",
-                                        "main ButtonRelease button=1 x=50 y=300"}));
+              (Lines{"main ButtonRelease button=3 x=60 y=310",
+                     "main ButtonRelease button=1 x=50 y=300"}));
 
     // A record is used once, a move records its point, foreground input records none.
     mark = demo_->mark();
@@ -201,9 +195,8 @@ TEST_P(BackgroundInputTest, EveryWindowWithThePointGetsItUpsGoWherePressedAndSys
     mark = demo_->mark();
     mouse(Point{99, 99}, MouseOp::RightUp);
     mouse(Point{99, 99}, MouseOp::RightUp);
-    EXPECT_EQ(received(mark, "main ButtonRelease"),
-              (std::vector<std::string>{"main ButtonRelease button=3 x=70 y=320",
-                                        "main ButtonRelease button=3 x=0 y=0"}));
+    EXPECT_EQ(received(mark, "main ButtonRelease"), (Lines{"main ButtonRelease button=3 x=70 y=320",
+                                                           "main ButtonRelease button=3 x=0 y=0"}));
 
     SCOPED_TRACE("a system key is typed with Alt held; input for a gone window is logged");
     mark = demo_->mark();
@@ -218,7 +211,7 @@ TEST_P(BackgroundInputTest, EveryWindowWithThePointGetsItUpsGoWherePressedAndSys
     mouse(Point{10, 10}, MouseOp::LeftClick);
     backend_->wheel(target_, 1, Point{10, 10}, true);
     backend_->key(target_, kVkA, KeyOp::Click, true);
-    EXPECT_EQ(loggedLines(), std::vector<std::string>(2, "窗口不存在"));
+    EXPECT_EQ(loggedLines(), Lines(2, "窗口不存在"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Mode, BackgroundInputTest, ::testing::Values(true),
@@ -232,10 +225,8 @@ TEST_P(ForegroundInputTest, TextOfAnyCharacterIsTypedAndInputForAVanishedWindowI
     const std::string text = "Hé 开始!\tz";
     const auto start = std::chrono::steady_clock::now();
     backend_->inputText(target_, text);
-    const auto elapsedMs = std::chrono::duration_cast<std::chrono::milliseconds>(
-                               std::chrono::steady_clock::now() - start)
-                               .count();
-    EXPECT_GE(elapsedMs, 5 + 10 * 8) << "5 ms to settle, then 10 ms per character";
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(5 + 10 * 8))
+        << "5 ms to settle, then 10 ms per character";
     EXPECT_TRUE(demo_->waitForLine("field Hé 开始!", mark));
     std::string typed;
     for (const auto& line : demo_->settledLines("main KeyPress", mark)) {
@@ -254,12 +245,8 @@ TEST_P(ForegroundInputTest, TextOfAnyCharacterIsTypedAndInputForAVanishedWindowI
     backend_->key(target_, kVkShift, KeyOp::Down, false);
     backend_->inputText(target_, "x");
 
-    Window root = None;
-    Window child = None;
-    int rootX = 0;
-    int rootY = 0;
-    int x = 0;
-    int y = 0;
+    Window root = None, child = None;
+    int rootX = 0, rootY = 0, x = 0, y = 0;
     unsigned int mask = 0;
     XQueryPointer(d, DefaultRootWindow(d), &root, &child, &rootX, &rootY, &x, &y, &mask);
     EXPECT_EQ(std::pair(rootX, rootY), std::pair(7, 9));

@@ -93,15 +93,11 @@ TEST_F(WindowDiscoveryTest, DescribesMatchesAndResizesARealWindow) {
     XSync(reference_->display(), False);
     EXPECT_EQ(backend_->describe(legacy).title, "Café");
 
-    WindowQuery child;
-    EXPECT_EQ(backend_->findChild(window, child), 0u) << "no child named";
-    child.childTitle = demo::kPanelTitle;
-    EXPECT_EQ(backend_->findChild(window, child), target->panel());
-    child.childTitle.clear();
-    child.childClassName = demo::kPanelClassName;
-    EXPECT_EQ(backend_->findChild(window, child), target->panel());
-    child.childClassName = "Other";
-    EXPECT_EQ(backend_->findChild(window, child), 0u);
+    EXPECT_EQ(backend_->findChild(window, {}), 0u) << "no child named";
+    EXPECT_EQ(backend_->findChild(window, {"", false, "", demo::kPanelTitle, ""}), target->panel());
+    EXPECT_EQ(backend_->findChild(window, {"", false, "", "", demo::kPanelClassName}),
+              target->panel());
+    EXPECT_EQ(backend_->findChild(window, {"", false, "", "", "Other"}), 0u);
 
     ASSERT_TRUE(backend_->resizeClient(window, 500, 400));
     platform::WindowInfo resized;

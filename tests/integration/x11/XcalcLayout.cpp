@@ -10,8 +10,7 @@ using platform::Rect;
 
 // Every descendant window of `window` with its rectangle in root coordinates.
 void collectWindows(Display* display, Window window, std::vector<Rect>& out) {
-    Window root = 0;
-    Window parent = 0;
+    Window root = 0, parent = 0;
     Window* children = nullptr;
     unsigned count = 0;
     if (XQueryTree(display, window, &root, &parent, &children, &count) == 0) {
@@ -20,8 +19,7 @@ void collectWindows(Display* display, Window window, std::vector<Rect>& out) {
     for (unsigned i = 0; i < count; ++i) {
         XWindowAttributes attributes{};
         Window unused = 0;
-        int x = 0;
-        int y = 0;
+        int x = 0, y = 0;
         if (XGetWindowAttributes(display, children[i], &attributes) != 0 &&
             XTranslateCoordinates(display, children[i], root, 0, 0, &x, &y, &unused) != 0) {
             out.push_back(Rect{x, y, attributes.width, attributes.height});
