@@ -5,8 +5,6 @@
 #include "keys/KeyGroupPress.h"
 #include "keys/QtKeyTable.h"
 #include "win32/MessageParams.h"
-#include "win32/Win32Backend.h"
-#include "win32/Win32Handles.h"
 
 using namespace autoscene::platform;
 using namespace autoscene::platform::keys;
@@ -45,14 +43,9 @@ Lines operator+(Lines first, const Lines& second) {
     return first;
 }
 
-class BackgroundInputTest : public ::testing::Test {
+class BackgroundInputTest : public RecorderTest {
 protected:
-    void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }
-
-    InputTarget topLevel() const { return InputTarget{toHandle(recorder.top()), 0}; }
-    InputTarget inner() const {
-        return InputTarget{toHandle(recorder.top()), toHandle(recorder.child("inner"))};
-    }
+    InputTarget inner() const { return InputTarget{top(), toHandle(recorder.child("inner"))}; }
     Lines mouseLines() {
         return onlyMessages(recorder.drainPosted(),
                             {kMove, kLeftDown, kLeftUp, kRightDown, kRightUp, kWheel});
@@ -60,10 +53,6 @@ protected:
     Lines keyLines() {
         return onlyMessages(recorder.drainPosted(), {kKeyDown, kKeyUp, kSysKeyDown, kSysKeyUp});
     }
-
-    RecorderProcess recorder;
-    Lines log;
-    Win32Backend backend{[this](const std::string& line) { log.push_back(line); }};
 };
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "TestSupport.h"
 
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <sstream>
@@ -51,10 +52,8 @@ Lines onlyMessages(const Lines& lines, std::initializer_list<unsigned> messages)
         std::string window;
         unsigned message = 0;
         fields >> window >> std::hex >> message;
-        for (unsigned wanted : messages) {
-            if (fields && message == wanted) {
-                kept.push_back(line);
-            }
+        if (fields && std::find(messages.begin(), messages.end(), message) != messages.end()) {
+            kept.push_back(line);
         }
     }
     return kept;
@@ -65,10 +64,9 @@ std::string mouseLine(const char* window, unsigned message, unsigned wParam, int
 }
 
 RecorderProcess::RecorderProcess() : logPath_(makeTempFolder("recorder") + "\\messages.log") {
-    std::wstring command = L"\"";
-    const std::string program = besideTestProgram("autoscene-test-recorder.exe");
-    command += std::wstring(program.begin(), program.end()) + L"\" \"";
-    command += std::wstring(logPath_.begin(), logPath_.end()) + L"\"";
+    const std::string line =
+        "\"" + besideTestProgram("autoscene-test-recorder.exe") + "\" \"" + logPath_ + "\"";
+    std::wstring command(line.begin(), line.end());
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,

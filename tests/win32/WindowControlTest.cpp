@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "TestSupport.h"
-#include "win32/Win32Handles.h"
 #include "win32/Win32WindowControl.h"
 
 using namespace autoscene::platform;
@@ -14,28 +13,24 @@ using namespace autoscene::win32test;
 
 namespace {
 
-class WindowControlTest : public ::testing::Test {
+class WindowControlTest : public RecorderTest {
 protected:
-    void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }
-
-    RecorderProcess recorder;
     Win32WindowControl control;
 };
 
 // Listing, describing and resizing the client area are the back end's, which
 // WindowDiscoveryTest covers; what is checked here is the control's own.
 TEST_F(WindowControlTest, MovesResizesActivatesAndClosesAsTheCloseButtonDoes) {
-    const WindowHandle top = toHandle(recorder.top());
-    const auto children = control.childWindows(top);
+    const auto children = control.childWindows(top());
     EXPECT_NE(std::find(children.begin(), children.end(), toHandle(recorder.child("inner"))),
               children.end());
 
-    ASSERT_TRUE(control.moveWindow(top, {120, 80}));
-    const auto outer = control.outerRect(top);
+    ASSERT_TRUE(control.moveWindow(top(), {120, 80}));
+    const auto outer = control.outerRect(top());
     ASSERT_TRUE(outer.has_value());
     EXPECT_EQ(std::pair(outer->x, outer->y), std::pair(120, 80));
-    ASSERT_TRUE(control.resizeClient(top, 300, 200));
-    const auto framed = control.outerRect(top);
+    ASSERT_TRUE(control.resizeClient(top(), 300, 200));
+    const auto framed = control.outerRect(top());
     ASSERT_TRUE(framed.has_value());
     EXPECT_EQ(framed->x, 120) << "resizing keeps the position";
     EXPECT_GE(framed->width, 300);
@@ -44,12 +39,12 @@ TEST_F(WindowControlTest, MovesResizesActivatesAndClosesAsTheCloseButtonDoes) {
     EXPECT_FALSE(control.outerRect(0).has_value());
     EXPECT_TRUE(control.childWindows(0).empty());
 
-    EXPECT_TRUE(control.activateWindow(top));
+    EXPECT_TRUE(control.activateWindow(top()));
     EXPECT_TRUE(waitUntil([&] { return GetForegroundWindow() == recorder.top(); }));
-    EXPECT_TRUE(control.closeWindow(top));
+    EXPECT_TRUE(control.closeWindow(top()));
     EXPECT_TRUE(waitUntil([&] { return !IsWindow(recorder.top()); }));
-    EXPECT_FALSE(control.closeWindow(top));
-    EXPECT_FALSE(control.activateWindow(top));
+    EXPECT_FALSE(control.closeWindow(top()));
+    EXPECT_FALSE(control.activateWindow(top()));
 }
 
 }  // namespace

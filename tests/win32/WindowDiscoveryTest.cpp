@@ -5,8 +5,6 @@
 
 #include "RecorderLayout.h"
 #include "TestSupport.h"
-#include "win32/Win32Backend.h"
-#include "win32/Win32Handles.h"
 
 using namespace autoscene::platform;
 using namespace autoscene::platform::win32;
@@ -14,13 +12,7 @@ using namespace autoscene::win32test;
 
 namespace {
 
-class WindowDiscoveryTest : public ::testing::Test {
-protected:
-    void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }
-
-    RecorderProcess recorder;
-    Win32Backend backend;
-};
+using WindowDiscoveryTest = RecorderTest;
 
 bool contains(const std::vector<WindowHandle>& windows, HWND window) {
     return std::find(windows.begin(), windows.end(), toHandle(window)) != windows.end();
@@ -29,7 +21,6 @@ bool contains(const std::vector<WindowHandle>& windows, HWND window) {
 }  // namespace
 
 TEST_F(WindowDiscoveryTest, CandidatesSkipOwnAndHiddenWindowsAndTheRecorderIsMatchedAndResized) {
-    const WindowHandle top = toHandle(recorder.top());
     // A visible window of this process must be left out.
     HWND own =
         CreateWindowExW(0, L"STATIC", L"Autoscene Recorder (own)", WS_OVERLAPPED | WS_VISIBLE, 0, 0,
@@ -40,7 +31,7 @@ TEST_F(WindowDiscoveryTest, CandidatesSkipOwnAndHiddenWindowsAndTheRecorderIsMat
 
     const std::vector<WindowHandle> windows = backend.topLevelWindows();
     ASSERT_FALSE(windows.empty());
-    EXPECT_EQ(windows.front(), top);
+    EXPECT_EQ(windows.front(), top());
     EXPECT_FALSE(contains(windows, own));
     HWND hidden = FindWindowW(kRecorderClass, kHiddenTitle);
     ASSERT_NE(hidden, nullptr);
@@ -48,26 +39,26 @@ TEST_F(WindowDiscoveryTest, CandidatesSkipOwnAndHiddenWindowsAndTheRecorderIsMat
     DestroyWindow(own);
 
     SCOPED_TRACE("a top-level title is contained, its class equal");
-    EXPECT_TRUE(backend.matches(top, WindowQuery{}));
-    EXPECT_TRUE(backend.matches(top, WindowQuery{"Recorder", false, "", "", ""}));
-    EXPECT_FALSE(backend.matches(top, WindowQuery{"Recorder", true, "", "", ""}));
-    EXPECT_TRUE(backend.matches(top, WindowQuery{kRecorderTitle, true, "", "", ""}));
-    EXPECT_FALSE(backend.matches(top, WindowQuery{"recorder", false, "", "", ""}));
-    EXPECT_TRUE(backend.matches(top, WindowQuery{"", false, "AutosceneRecorder", "", ""}));
-    EXPECT_FALSE(backend.matches(top, WindowQuery{"", false, "AutosceneRecord", "", ""}));
+    EXPECT_TRUE(backend.matches(top(), WindowQuery{}));
+    EXPECT_TRUE(backend.matches(top(), WindowQuery{"Recorder", false, "", "", ""}));
+    EXPECT_FALSE(backend.matches(top(), WindowQuery{"Recorder", true, "", "", ""}));
+    EXPECT_TRUE(backend.matches(top(), WindowQuery{kRecorderTitle, true, "", "", ""}));
+    EXPECT_FALSE(backend.matches(top(), WindowQuery{"recorder", false, "", "", ""}));
+    EXPECT_TRUE(backend.matches(top(), WindowQuery{"", false, "AutosceneRecorder", "", ""}));
+    EXPECT_FALSE(backend.matches(top(), WindowQuery{"", false, "AutosceneRecord", "", ""}));
     EXPECT_FALSE(backend.matches(0, WindowQuery{}));
 
     SCOPED_TRACE("a child matches title and class exactly, among all descendants");
-    EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "inner", "RecorderChild"}),
+    EXPECT_EQ(backend.findChild(top(), WindowQuery{"", false, "", "inner", "RecorderChild"}),
               toHandle(recorder.child("inner")));
-    EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "", "RecorderChild"}),
+    EXPECT_EQ(backend.findChild(top(), WindowQuery{"", false, "", "", "RecorderChild"}),
               toHandle(recorder.child("outer")));
-    EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "inne", ""}), 0u);
-    EXPECT_EQ(backend.findChild(top, WindowQuery{"", false, "", "side", "Static"}), 0u);
-    EXPECT_EQ(backend.findChild(top, WindowQuery{}), 0u);
+    EXPECT_EQ(backend.findChild(top(), WindowQuery{"", false, "", "inne", ""}), 0u);
+    EXPECT_EQ(backend.findChild(top(), WindowQuery{"", false, "", "side", "Static"}), 0u);
+    EXPECT_EQ(backend.findChild(top(), WindowQuery{}), 0u);
 
     SCOPED_TRACE("describe gives text, class and the client rectangle on screen");
-    const WindowInfo info = backend.describe(top);
+    const WindowInfo info = backend.describe(top());
     EXPECT_EQ(info.title, kRecorderTitle);
     EXPECT_EQ(info.className, "AutosceneRecorder");
     POINT origin{0, 0};
@@ -78,13 +69,13 @@ TEST_F(WindowDiscoveryTest, CandidatesSkipOwnAndHiddenWindowsAndTheRecorderIsMat
     EXPECT_EQ(backend.describe(0).window, 0u);
 
     SCOPED_TRACE("resizing sets the client area size");
-    ASSERT_TRUE(backend.resizeClient(top, 320, 240));
+    ASSERT_TRUE(backend.resizeClient(top(), 320, 240));
     RECT client{};
     ASSERT_TRUE(waitUntil([&] {
         GetClientRect(recorder.top(), &client);
         return client.right == 320 && client.bottom == 240;
     })) << client.right
         << "x" << client.bottom;
-    EXPECT_FALSE(backend.resizeClient(top, 0, 240));
+    EXPECT_FALSE(backend.resizeClient(top(), 0, 240));
     EXPECT_FALSE(backend.resizeClient(0, 320, 240));
 }

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "TestSupport.h"
-#include "win32/Win32Handles.h"
 #include "win32/Win32WindowPicker.h"
 
 using namespace autoscene::platform;
@@ -38,10 +37,10 @@ struct PointerKeeper {
     POINT point{};
 };
 
-TEST(WindowPickerTest, AClickOnAChildPicksItsTopLevelWindow) {
+using WindowPickerTest = RecorderTest;
+
+TEST_F(WindowPickerTest, AClickOnAChildPicksItsTopLevelWindow) {
     const PointerKeeper pointer;
-    RecorderProcess recorder;
-    ASSERT_TRUE(recorder.started());
     RECT inner{};
     GetWindowRect(recorder.child("inner"), &inner);
     const POINT middle{(inner.left + inner.right) / 2, (inner.top + inner.bottom) / 2};
@@ -51,9 +50,7 @@ TEST(WindowPickerTest, AClickOnAChildPicksItsTopLevelWindow) {
     EXPECT_EQ(picker.poll().state, WindowPick::State::Waiting);
     recorder.drainPosted();
     clickScreen(middle, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
-    const WindowPick pick = settle(picker);
-    EXPECT_EQ(pick.state, WindowPick::State::Picked);
-    EXPECT_EQ(pick.window, toHandle(recorder.top()));
+    EXPECT_EQ(settle(picker).window, top());
     EXPECT_TRUE(onlyMessages(recorder.drainPosted(), {WM_LBUTTONDOWN}).empty())
         << "the click went to the picker";
 }
