@@ -171,12 +171,10 @@ protected:
     std::unique_ptr<DeviceTarget> makeTarget(
         DeviceTarget::Route route,
         autoscene::platform::android::IServiceKeyProvider* keys = nullptr) {
-        DeviceTarget::Options options;
-        options.route = route;
-        options.keys = keys;
-        options.serviceFile = folder.filePath("localservice.jar").toStdString();
-        options.serviceWait = std::chrono::milliseconds(3000);
-        return std::make_unique<DeviceTarget>(AdbClient("adb"), options);
+        return std::make_unique<DeviceTarget>(
+            AdbClient("adb"),
+            DeviceTarget::Options{route, folder.filePath("localservice.jar").toStdString(), keys,
+                                  std::chrono::milliseconds(3000)});
     }
 
     int captureWidth(DeviceTarget& target) { return capturePixel(target, task, {0, 0}).width; }
