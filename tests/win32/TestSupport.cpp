@@ -89,13 +89,11 @@ RecorderProcess::RecorderProcess() : logPath_(makeTempFolder("recorder") + "\\me
 }
 
 RecorderProcess::~RecorderProcess() {
-    if (processInfo_.hProcess == nullptr) {
-        return;
-    }
     if (top_ != nullptr) {
         PostMessageW(top_, WM_CLOSE, 0, 0);
     }
-    if (WaitForSingleObject(processInfo_.hProcess, 3000) != WAIT_OBJECT_0) {
+    if (processInfo_.hProcess != nullptr &&
+        WaitForSingleObject(processInfo_.hProcess, 3000) != WAIT_OBJECT_0) {
         TerminateProcess(processInfo_.hProcess, 1);
     }
     CloseHandle(processInfo_.hProcess);
@@ -129,15 +127,14 @@ Lines RecorderProcess::drainPosted() {
     Lines drained;
     waitUntil([&] {
         const Lines lines = readLog();
-        for (std::size_t i = consumedLines_; i < lines.size(); ++i) {
-            if (lines[i] == markerLine) {
-                drained.assign(lines.begin() + static_cast<std::ptrdiff_t>(consumedLines_),
-                               lines.begin() + static_cast<std::ptrdiff_t>(i));
-                consumedLines_ = i + 1;
-                return true;
-            }
+        const auto from = lines.begin() + std::ptrdiff_t(consumedLines_);
+        const auto marked = std::find(from, lines.end(), markerLine);
+        if (marked == lines.end()) {
+            return false;
         }
-        return false;
+        drained.assign(from, marked);
+        consumedLines_ = std::size_t(marked - lines.begin()) + 1;
+        return true;
     });
     return drained;
 }

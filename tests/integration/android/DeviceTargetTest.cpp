@@ -1,9 +1,5 @@
-// The device target through the real adb against the test device: frames of both header
-// sizes and the PNG fallback, every input kind as the app received it, apps, a missing
-// adb, and a device that goes away and comes back. Then the device-service route: the
-// start on first use, the forward reuse, a killed service started again, the input method
-// switched and restored, input through HTTP, fresh frames after input, the frame geometry
-// kept, and the fall-back to adb alone.
+// The device target through the real adb against the test device, on the adb route and on
+// the device-service route.
 
 #include <gtest/gtest.h>
 
