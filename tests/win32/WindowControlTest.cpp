@@ -26,15 +26,13 @@ TEST_F(WindowControlTest, MovesResizesActivatesAndClosesAsTheCloseButtonDoes) {
               children.end());
 
     ASSERT_TRUE(control.moveWindow(top(), {120, 80}));
-    const auto outer = control.outerRect(top());
-    ASSERT_TRUE(outer.has_value());
-    EXPECT_EQ(std::pair(outer->x, outer->y), std::pair(120, 80));
+    const Rect outer = control.outerRect(top()).value_or(Rect{});
+    EXPECT_EQ(std::pair(outer.x, outer.y), std::pair(120, 80));
     ASSERT_TRUE(control.resizeClient(top(), 300, 200));
-    const auto framed = control.outerRect(top());
-    ASSERT_TRUE(framed.has_value());
-    EXPECT_EQ(framed->x, 120) << "resizing keeps the position";
-    EXPECT_GE(framed->width, 300);
-    EXPECT_GT(framed->height, 200) << "a caption at least";
+    const Rect framed = control.outerRect(top()).value_or(Rect{});
+    EXPECT_EQ(framed.x, 120) << "resizing keeps the position";
+    EXPECT_GE(framed.width, 300);
+    EXPECT_GT(framed.height, 200) << "a caption at least";
     EXPECT_FALSE(control.moveWindow(0, {1, 1}));
     EXPECT_FALSE(control.outerRect(0).has_value());
     EXPECT_TRUE(control.childWindows(0).empty());
