@@ -1,3 +1,6 @@
+// Finding and describing windows through the back end, and the window control scripts use,
+// on the recorder's windows.
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -5,6 +8,7 @@
 
 #include "RecorderLayout.h"
 #include "TestSupport.h"
+#include "win32/Win32WindowControl.h"
 
 using namespace autoscene::platform;
 using namespace autoscene::platform::win32;
@@ -13,6 +17,7 @@ using namespace autoscene::win32test;
 namespace {
 
 using WindowDiscoveryTest = RecorderTest;
+using WindowControlTest = RecorderTest;
 
 bool contains(const std::vector<WindowHandle>& windows, HWND window) {
     return std::find(windows.begin(), windows.end(), toHandle(window)) != windows.end();
@@ -78,4 +83,29 @@ TEST_F(WindowDiscoveryTest, CandidatesSkipOwnAndHiddenWindowsAndTheRecorderIsMat
         << "x" << client.bottom;
     EXPECT_FALSE(backend.resizeClient(top(), 0, 240));
     EXPECT_FALSE(backend.resizeClient(0, 320, 240));
+}
+
+// What the control shares with the back end (describing, resizing the client area) is checked
+// above; here is what is its own.
+TEST_F(WindowControlTest, MovesResizesActivatesAndClosesAsTheCloseButtonDoes) {
+    Win32WindowControl control;
+    EXPECT_TRUE(contains(control.childWindows(top()), recorder.child("inner")));
+    ASSERT_TRUE(control.moveWindow(top(), {120, 80}));
+    const Rect outer = control.outerRect(top()).value_or(Rect{});
+    EXPECT_EQ(std::pair(outer.x, outer.y), std::pair(120, 80));
+    ASSERT_TRUE(control.resizeClient(top(), 300, 200));
+    const Rect framed = control.outerRect(top()).value_or(Rect{});
+    EXPECT_EQ(framed.x, 120) << "resizing keeps the position";
+    EXPECT_GE(framed.width, 300);
+    EXPECT_GT(framed.height, 200) << "a caption at least";
+    EXPECT_FALSE(control.moveWindow(0, {1, 1}));
+    EXPECT_FALSE(control.outerRect(0).has_value());
+    EXPECT_TRUE(control.childWindows(0).empty());
+
+    EXPECT_TRUE(control.activateWindow(top()));
+    EXPECT_TRUE(waitUntil([&] { return GetForegroundWindow() == recorder.top(); }));
+    EXPECT_TRUE(control.closeWindow(top()));
+    EXPECT_TRUE(waitUntil([&] { return !IsWindow(recorder.top()); }));
+    EXPECT_FALSE(control.closeWindow(top()));
+    EXPECT_FALSE(control.activateWindow(top()));
 }
