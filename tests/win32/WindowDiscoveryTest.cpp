@@ -1,5 +1,6 @@
-// Finding and describing windows through the back end, and the window control scripts use,
-// on the recorder's windows.
+// Finding and describing windows through the back end, the window control scripts use and
+// the crosshair pick (clicks made with SendInput, as a user's mouse would), on the
+// recorder's windows.
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 #include "RecorderLayout.h"
 #include "TestSupport.h"
 #include "win32/Win32WindowControl.h"
+#include "win32/Win32WindowPicker.h"
 
 using namespace autoscene::platform;
 using namespace autoscene::platform::win32;
@@ -18,10 +20,18 @@ namespace {
 
 using WindowDiscoveryTest = RecorderTest;
 using WindowControlTest = RecorderTest;
+using WindowPickerTest = RecorderTest;
 
 bool contains(const std::vector<WindowHandle>& windows, HWND window) {
     return std::find(windows.begin(), windows.end(), toHandle(window)) != windows.end();
 }
+
+// Puts the pointer back: a window a later test opens under it would get a real mouse move.
+struct PointerKeeper {
+    PointerKeeper() { GetCursorPos(&point); }
+    ~PointerKeeper() { SetCursorPos(point.x, point.y); }
+    POINT point{};
+};
 
 }  // namespace
 
@@ -108,4 +118,25 @@ TEST_F(WindowControlTest, MovesResizesActivatesAndClosesAsTheCloseButtonDoes) {
     EXPECT_TRUE(waitUntil([&] { return !IsWindow(recorder.top()); }));
     EXPECT_FALSE(control.closeWindow(top()));
     EXPECT_FALSE(control.activateWindow(top()));
+}
+
+TEST_F(WindowPickerTest, AClickOnAChildPicksItsTopLevelWindow) {
+    const PointerKeeper pointer;
+    RECT inner{};
+    GetWindowRect(recorder.child("inner"), &inner);
+    Win32WindowPicker picker;
+    ASSERT_TRUE(picker.begin());
+    EXPECT_EQ(picker.poll().state, WindowPick::State::Waiting);
+    recorder.drainPosted();
+    SetCursorPos((inner.left + inner.right) / 2, (inner.top + inner.bottom) / 2);
+    INPUT click[2]{};
+    click[0].type = click[1].type = INPUT_MOUSE;
+    click[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    click[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    SendInput(2, click, sizeof(INPUT));
+    WindowPick pick;
+    waitUntil([&] { return (pick = picker.poll()).state != WindowPick::State::Waiting; });
+    EXPECT_EQ(pick.window, top());
+    EXPECT_TRUE(onlyMessages(recorder.drainPosted(), {WM_LBUTTONDOWN}).empty())
+        << "the click went to the picker";
 }
