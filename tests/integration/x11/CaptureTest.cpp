@@ -24,9 +24,8 @@ using CaptureTest = X11TestFixture;
 TEST_F(CaptureTest, BothModesLeaveOutTheBorderClampToTheScreenAndGiveNothingForGoneWindows) {
     // Blue inside, a red border seven pixels wide.
     Display* display = reference_->display();
-    constexpr unsigned kBorder = 7;
     const Window bordered = XCreateSimpleWindow(display, DefaultRootWindow(display), 40, 30, 120,
-                                                90, kBorder, 0xff0000, 0x0000ff);
+                                                90, 7, 0xff0000, 0x0000ff);
     XMapRaised(display, bordered);
     XSync(display, False);
     const BgraFrame foreground = backend_->capture(bordered, false);
@@ -115,9 +114,7 @@ TEST_F(CaptureTest, ForegroundWindowCaptureIsTheClientAreaOfTheScreen) {
 // Within the rounding of a 5- or 6-bit channel.
 bool nearColour(std::uint32_t got, std::uint32_t want) {
     for (const int shift : {0, 8, 16}) {
-        const int a = static_cast<int>((got >> shift) & 0xFF);
-        const int b = static_cast<int>((want >> shift) & 0xFF);
-        if (std::abs(a - b) > 8) {
+        if (std::abs(int((got >> shift) & 0xFF) - int((want >> shift) & 0xFF)) > 8) {
             return false;
         }
     }

@@ -8,7 +8,7 @@
 
 #include <cstdio>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 namespace autoscene::testing {
 
@@ -54,9 +54,7 @@ void ClientProcess::stop() {
 
 std::string ClientProcess::output() const {
     std::ifstream file(outputPath_);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace autoscene::testing
