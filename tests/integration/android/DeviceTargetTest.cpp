@@ -17,12 +17,9 @@
 #include "engine/TaskInfo.h"
 #include "targets/DeviceTarget.h"
 
-using autoscene::engine::TargetKind;
-using autoscene::engine::TaskInfo;
-using autoscene::platform::BgraView;
-using autoscene::platform::KeyOp;
-using autoscene::platform::MouseOp;
-using autoscene::platform::android::AdbClient;
+using namespace autoscene::engine;
+using namespace autoscene::platform;
+using android::AdbClient;
 using autoscene::targets::DeviceTarget;
 using autoscene::testing::PrivateAdb;
 using autoscene::testing::TestDevice;
@@ -164,9 +161,8 @@ protected:
         autoscene::test::writeFile(folder.filePath("localservice.jar"), "service code");
     }
 
-    std::unique_ptr<DeviceTarget> makeTarget(
-        DeviceTarget::Route route,
-        autoscene::platform::android::IServiceKeyProvider* keys = nullptr) {
+    std::unique_ptr<DeviceTarget> makeTarget(DeviceTarget::Route route,
+                                             android::IServiceKeyProvider* keys = nullptr) {
         return std::make_unique<DeviceTarget>(
             AdbClient("adb"),
             DeviceTarget::Options{route, folder.filePath("localservice.jar").toStdString(), keys,
@@ -186,7 +182,7 @@ protected:
 };
 
 // A new key for every start, as the service asks.
-class CountingKeys : public autoscene::platform::android::IServiceKeyProvider {
+class CountingKeys : public android::IServiceKeyProvider {
 public:
     std::string serviceKey() override { return "key-" + std::to_string(++issued); }
     int issued = 0;
