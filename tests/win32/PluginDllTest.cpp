@@ -73,7 +73,9 @@ TEST_F(PluginDll, FileBackendCapturesFromItsFileAndLogsInput) {
     resolve<mv_global_init_function>(module, "mv_global_init")();
     resolve<mv_init_function>(module, "mv_init")(kWindow);
 
-    int width = 0, height = 0, channels = 0;
+    int width = 0;
+    int height = 0;
+    int channels = 0;
     ASSERT_TRUE(resolve<mv_capture_info_function>(module, "mv_capture_info")(kWindow, &width,
                                                                              &height, &channels) &
                 0xFF);

@@ -40,7 +40,8 @@ QString serviceFile(const QTemporaryDir& folder) {
 
 TEST(DeviceRun, TheDemoTaskPlaysOnEveryDeviceInParallelAndDevicesAreListedWithTheirState) {
     PrivateAdb adb;
-    TestDevice first, second({"--screencap-header", "12"});
+    TestDevice first;
+    TestDevice second({"--screencap-header", "12"});
     ASSERT_TRUE(adb.connect(first, second));
 
     const RunResult result =
@@ -81,7 +82,8 @@ TEST(DeviceRun, TheDemoTaskPlaysOnEveryDeviceInParallelAndDevicesAreListedWithTh
 
 TEST(DeviceRun, ANamedDeviceGetsTypingSwipesAndTaps) {
     PrivateAdb adb;
-    TestDevice device, other;
+    TestDevice device;
+    TestDevice other;
     ASSERT_TRUE(adb.connect(device, other));
 
     const RunResult result = run({AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--adb",
@@ -100,7 +102,8 @@ TEST(DeviceRun, ANamedDeviceGetsTypingSwipesAndTaps) {
 TEST(DeviceRun, TheDemoTaskPlaysThroughTheDeviceService) {
     PrivateAdb adb;
     // A second device makes adb refuse any forward command that names no device.
-    TestDevice device, bystander;
+    TestDevice device;
+    TestDevice bystander;
     ASSERT_TRUE(adb.connect(device, bystander));
     QTemporaryDir folder;
 

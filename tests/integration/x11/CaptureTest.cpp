@@ -84,7 +84,8 @@ TEST_F(CaptureTest, ForegroundWindowCaptureIsTheClientAreaOfTheScreen) {
     // size is usually attached at the same address.
     SCOPED_TRACE("views follow size changes");
     for (int round = 0; round < 2; ++round) {
-        BgraFrame got, screen;
+        BgraFrame got;
+        BgraFrame screen;
         ASSERT_TRUE(backend_->captureView(window, false,
                                           [&](const auto& view) { got = opaqueCopy(view); }));
         EXPECT_EQ(firstDifference(got, expected), "");

@@ -21,6 +21,7 @@ ClientProcess::ClientProcess(const std::string& display, const std::vector<std::
     outputPath_ = directory_ + "/stdout";
     std::vector<std::string> arguments = argv;
     std::vector<char*> raw;
+    raw.reserve(arguments.size() + 1);
     for (auto& argument : arguments) {
         raw.push_back(argument.data());
     }

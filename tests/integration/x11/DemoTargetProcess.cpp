@@ -30,10 +30,10 @@ Window hexField(const std::string& line, const std::string& key) {
 }
 
 bool isTopLevel(Display* display, Window window) {
-    Window root = None, parent = None;
+    Window unused = None;
     Window* children = nullptr;  // stays null, with count 0, when the query fails
     unsigned int count = 0;
-    XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count);
+    XQueryTree(display, DefaultRootWindow(display), &unused, &unused, &children, &count);
     const bool found = std::find(children, children + count, window) != children + count;
     XFree(children);
     return found;

@@ -237,10 +237,13 @@ TEST_P(ForegroundInputTest, TextOfAnyCharacterIsTypedAndInputForAVanishedWindowI
     backend_->key(target_, kVkShift, KeyOp::Down, false);
     backend_->inputText(target_, "x");
 
-    Window root = None, child = None;
-    int rootX = 0, rootY = 0, x = 0, y = 0;
+    Window unusedWindow = None;
+    int rootX = 0;
+    int rootY = 0;
+    int unusedXY = 0;
     unsigned int mask = 0;
-    XQueryPointer(d, DefaultRootWindow(d), &root, &child, &rootX, &rootY, &x, &y, &mask);
+    XQueryPointer(d, DefaultRootWindow(d), &unusedWindow, &unusedWindow, &rootX, &rootY, &unusedXY,
+                  &unusedXY, &mask);
     EXPECT_EQ(std::pair(rootX, rootY), std::pair(7, 9));
     EXPECT_EQ(mask & (Button1Mask | ShiftMask), 0u);
     EXPECT_FALSE(backend_->isWindow(target_.window));

@@ -17,7 +17,6 @@ namespace autoscene::testing {
 namespace {
 
 using platform::WindowHandle;
-using platform::WindowQuery;
 namespace demo = autoscene::demo;
 
 class WindowDiscoveryTest : public X11TestFixture {
@@ -151,7 +150,8 @@ protected:
     std::pair<int, int> middleOf(Window window) {
         XWindowAttributes attributes{};
         XGetWindowAttributes(user_, window, &attributes);
-        int x = 0, y = 0;
+        int x = 0;
+        int y = 0;
         Window child = None;
         XTranslateCoordinates(user_, window, DefaultRootWindow(user_), attributes.width / 2,
                               attributes.height / 2, &x, &y, &child);

@@ -10,7 +10,8 @@ using platform::Rect;
 
 // Every descendant window of `window` with its rectangle in root coordinates.
 void collectWindows(Display* display, Window window, std::vector<Rect>& out) {
-    Window root = 0, parent = 0;
+    Window root = 0;
+    Window parent = 0;
     Window* children = nullptr;
     unsigned count = 0;
     if (XQueryTree(display, window, &root, &parent, &children, &count) == 0) {
@@ -19,7 +20,8 @@ void collectWindows(Display* display, Window window, std::vector<Rect>& out) {
     for (unsigned i = 0; i < count; ++i) {
         XWindowAttributes attributes{};
         Window unused = 0;
-        int x = 0, y = 0;
+        int x = 0;
+        int y = 0;
         if (XGetWindowAttributes(display, children[i], &attributes) != 0 &&
             XTranslateCoordinates(display, children[i], root, 0, 0, &x, &y, &unused) != 0) {
             out.push_back(Rect{x, y, attributes.width, attributes.height});
