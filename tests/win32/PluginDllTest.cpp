@@ -31,9 +31,7 @@ protected:
         const std::string path = besideTestProgram(std::string("..\\..\\plugins\\") + name);
         HMODULE module = LoadLibraryA(path.c_str());
         EXPECT_NE(module, nullptr) << path << " error " << GetLastError();
-        if (module) {
-            modules_.push_back(module);
-        }
+        modules_.push_back(module);  // FreeLibrary ignores a null one
         return module;
     }
 

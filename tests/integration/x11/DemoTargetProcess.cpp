@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <sstream>
 #include <thread>
 
@@ -15,11 +16,9 @@ constexpr int kSettleMs = 150;
 std::vector<std::string> matching(const std::vector<std::string>& lines, const std::string& prefix,
                                   std::size_t from) {
     std::vector<std::string> found;
-    for (std::size_t i = from; i < lines.size(); ++i) {
-        if (lines[i].compare(0, prefix.size(), prefix) == 0) {
-            found.push_back(lines[i]);
-        }
-    }
+    std::copy_if(lines.begin() + std::ptrdiff_t(std::min(from, lines.size())), lines.end(),
+                 std::back_inserter(found),
+                 [&](const std::string& line) { return line.rfind(prefix, 0) == 0; });
     return found;
 }
 
