@@ -7,8 +7,6 @@
 #include "RecorderLayout.h"
 #include "TestSupport.h"
 #include "win32/GdiCapture.h"
-#include "win32/Win32Backend.h"
-#include "win32/Win32Handles.h"
 
 using namespace autoscene::platform;
 using namespace autoscene::platform::win32;
@@ -37,16 +35,14 @@ int mismatches(const BgraFrame& frame, int firstClientColumn, int columns) {
     return wrong;
 }
 
-class CaptureTest : public ::testing::Test {
+class CaptureTest : public RecorderTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(recorder.started()) << "recorder did not start";
+        ASSERT_NO_FATAL_FAILURE(RecorderTest::SetUp());
         SetForegroundWindow(recorder.top());
         // Painting happens in the recorder's own time.
-        waitUntil([this] { return mismatches(backend.capture(handle(), true), 0, 10) == 0; });
+        waitUntil([this] { return mismatches(backend.capture(top(), true), 0, 10) == 0; });
     }
-
-    WindowHandle handle() const { return toHandle(recorder.top()); }
 
     // Places the client origin at the given screen point.
     void moveClientTo(int x, int y) {
@@ -64,15 +60,11 @@ protected:
         const int visibleColumns =
             std::min(kClientWidth, GetSystemMetrics(SM_CXSCREEN) - std::max(x, 0)) - firstColumn;
         waitUntil([&] {
-            const BgraFrame frame = backend.capture(handle(), false);
+            const BgraFrame frame = backend.capture(top(), false);
             return frame.width >= visibleColumns &&
                    mismatches(frame, firstColumn, visibleColumns) == 0;
         });
     }
-
-    RecorderProcess recorder;
-    Lines log;
-    Win32Backend backend{[this](const std::string& line) { log.push_back(line); }};
 };
 
 }  // namespace
@@ -81,7 +73,7 @@ TEST_F(CaptureTest, BothModesGiveTheClientAreaPixelForPixelAndTwentyFourBitsAreC
     for (const bool windowDc : {true, false}) {
         SCOPED_TRACE(windowDc ? "window DC" : "screen");
         log.clear();
-        const BgraFrame frame = backend.capture(handle(), windowDc);
+        const BgraFrame frame = backend.capture(top(), windowDc);
         ASSERT_EQ(std::tuple(frame.width, frame.height, frame.stride),
                   std::tuple(kClientWidth, kClientHeight, kClientWidth * 4));
         EXPECT_EQ(mismatches(frame, 0, frame.width), 0);
@@ -100,15 +92,12 @@ TEST_F(CaptureTest, BothModesGiveTheClientAreaPixelForPixelAndTwentyFourBitsAreC
     ReleaseDC(recorder.top(), windowDc);
     ASSERT_EQ(std::tuple(converted.width, converted.height, converted.stride),
               std::tuple(region.width, region.height, region.width * 4));
-    int wrong = 0;
-    for (int y = 0; y < region.height; ++y) {
-        for (int x = 0; x < region.width; ++x) {
-            const std::uint8_t* in = straight.pixels.data() + y * straight.stride + x * 4;
-            const std::uint8_t* out = converted.pixels.data() + y * converted.stride + x * 4;
-            wrong += !(out[0] == in[2] && out[1] == in[1] && out[2] == in[0] && out[3] == 0xFF);
-        }
+    std::vector<std::uint8_t> swapped = straight.pixels;
+    for (std::size_t i = 0; i < swapped.size(); i += 4) {
+        std::swap(swapped[i], swapped[i + 2]);
+        swapped[i + 3] = 0xFF;
     }
-    EXPECT_EQ(wrong, 0);
+    EXPECT_TRUE(converted.pixels == swapped);
 }
 
 TEST_F(CaptureTest, WindowDcCaptureSeesThroughACoveringWindow) {
@@ -119,7 +108,7 @@ TEST_F(CaptureTest, WindowDcCaptureSeesThroughACoveringWindow) {
                         kClientWidth, kClientHeight, nullptr, nullptr, nullptr, nullptr);
     ASSERT_NE(cover, nullptr);
     UpdateWindow(cover);
-    const BgraFrame frame = backend.capture(handle(), true);
+    const BgraFrame frame = backend.capture(top(), true);
     DestroyWindow(cover);
     ASSERT_EQ(frame.width, kClientWidth);
     const int wrong = mismatches(frame, 0, frame.width);
@@ -153,14 +142,14 @@ TEST_F(CaptureTest, WholeScreenMissingWindowsNoGdiObjectsLeftAndTheScreenEdgesCu
         }
         return live;
     };
-    backend.capture(handle(), true);
-    backend.capture(handle(), false);
+    backend.capture(top(), true);
+    backend.capture(top(), false);
     const DWORD before = liveGdiObjects();
     ASSERT_GT(before, 0u);
     int emptyFrames = 0;
     for (int round = 0; round < 20; ++round) {
-        emptyFrames += backend.capture(handle(), true).empty();
-        emptyFrames += backend.capture(handle(), false).empty();
+        emptyFrames += backend.capture(top(), true).empty();
+        emptyFrames += backend.capture(top(), false).empty();
         emptyFrames += backend.capture(0, false).empty();
         emptyFrames += backend.capture(0xDEAD0, true).empty() ? 0 : 1;
     }
@@ -170,14 +159,14 @@ TEST_F(CaptureTest, WholeScreenMissingWindowsNoGdiObjectsLeftAndTheScreenEdgesCu
     SCOPED_TRACE("the screen capture is cut at the right edge and shifted at the left");
     const int screenWidth = GetSystemMetrics(SM_CXSCREEN);
     moveClientTo(screenWidth - 150, 100);
-    BgraFrame frame = backend.capture(handle(), false);
+    BgraFrame frame = backend.capture(top(), false);
     ASSERT_EQ(std::pair(frame.width, frame.height), std::pair(150, kClientHeight));
     EXPECT_EQ(mismatches(frame, 0, frame.width), 0);
 
     // Left of the screen: the frame starts at screen column 0 with the full client width,
     // so its first columns show client column 60 onwards.
     moveClientTo(-60, 100);
-    frame = backend.capture(handle(), false);
+    frame = backend.capture(top(), false);
     ASSERT_EQ(frame.width, kClientWidth);
     EXPECT_EQ(mismatches(frame, 60, kClientWidth - 60), 0);
 }

@@ -6,7 +6,7 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <string>
 #include <tuple>
 
@@ -31,9 +31,7 @@ protected:
         const std::string path = besideTestProgram(std::string("..\\..\\plugins\\") + name);
         HMODULE module = LoadLibraryA(path.c_str());
         EXPECT_NE(module, nullptr) << path << " error " << GetLastError();
-        if (module) {
-            modules_.push_back(module);
-        }
+        modules_.push_back(module);  // FreeLibrary ignores a null one
         return module;
     }
 
@@ -65,10 +63,8 @@ protected:
 TEST_F(PluginDll, FileBackendCapturesFromItsFileAndLogsInput) {
     const std::string folder = makeTempFolder("file-backend");
     ASSERT_EQ(_putenv_s("FILE_BACKEND_DIR", folder.c_str()), 0);
-    {
-        std::ofstream picture(folder + "\\capture.ppm", std::ios::binary);
-        picture << "P6\n# two pixels\n2 1\n255\n" << std::string("\x01\x02\x03\xfa\xfb\xfc", 6);
-    }
+    std::ofstream(folder + "\\capture.ppm", std::ios::binary)
+        << "P6\n# two pixels\n2 1\n255\n\x01\x02\x03\xfa\xfb\xfc";
     HMODULE module = load("file-backend.dll");
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(resolve<mv_plugin_abi_function>(module, "mv_plugin_abi")(), MV_PLUGIN_ABI);
@@ -99,9 +95,7 @@ TEST_F(PluginDll, FileBackendCapturesFromItsFileAndLogsInput) {
     resolve<mv_global_uninit_function>(module, "mv_global_uninit")();
 
     std::ifstream log(folder + "\\input.log", std::ios::binary);
-    std::stringstream text;
-    text << log.rdbuf();
-    EXPECT_EQ(text.str(),
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(log), {}),
               "global_init\ninit 4660\nmove 4660 5 6\ndown 4660 1 5 6\nup 4660 1\n"
               "wheel 4660 -120 5 6\nkey_down 4660 13\nkey_up 4660 13\n"
               "text 4660 h\xc3\xa9llo \xf0\x9f\x98\x80\nuninit 4660\nglobal_uninit\n");

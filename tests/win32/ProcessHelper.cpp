@@ -1,6 +1,5 @@
 // A console program that the process and crash tests start as a child:
 //   lines <count>      writes numbered lines, alternately to standard output and error
-//   silent             writes nothing
 //   touch <file>       writes "touched" into the file
 //   sleep <ms>         waits, then ends
 //   echo               writes back each line it reads until "quit"
@@ -46,9 +45,6 @@ int main(int argc, char** argv) {
             std::snprintf(line, sizeof(line), "line %05d\n", i);
             writeTo(i % 2 == 0 ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE, line);
         }
-        return 0;
-    }
-    if (mode == "silent") {
         return 0;
     }
     if (mode == "touch" && argc > 2) {

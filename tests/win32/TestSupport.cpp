@@ -1,5 +1,6 @@
 #include "TestSupport.h"
 
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <sstream>
@@ -51,10 +52,8 @@ Lines onlyMessages(const Lines& lines, std::initializer_list<unsigned> messages)
         std::string window;
         unsigned message = 0;
         fields >> window >> std::hex >> message;
-        for (unsigned wanted : messages) {
-            if (fields && message == wanted) {
-                kept.push_back(line);
-            }
+        if (fields && std::find(messages.begin(), messages.end(), message) != messages.end()) {
+            kept.push_back(line);
         }
     }
     return kept;
@@ -65,10 +64,9 @@ std::string mouseLine(const char* window, unsigned message, unsigned wParam, int
 }
 
 RecorderProcess::RecorderProcess() : logPath_(makeTempFolder("recorder") + "\\messages.log") {
-    std::wstring command = L"\"";
-    const std::string program = besideTestProgram("autoscene-test-recorder.exe");
-    command += std::wstring(program.begin(), program.end()) + L"\" \"";
-    command += std::wstring(logPath_.begin(), logPath_.end()) + L"\"";
+    const std::string line =
+        "\"" + besideTestProgram("autoscene-test-recorder.exe") + "\" \"" + logPath_ + "\"";
+    std::wstring command(line.begin(), line.end());
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
@@ -91,13 +89,11 @@ RecorderProcess::RecorderProcess() : logPath_(makeTempFolder("recorder") + "\\me
 }
 
 RecorderProcess::~RecorderProcess() {
-    if (processInfo_.hProcess == nullptr) {
-        return;
-    }
     if (top_ != nullptr) {
         PostMessageW(top_, WM_CLOSE, 0, 0);
     }
-    if (WaitForSingleObject(processInfo_.hProcess, 3000) != WAIT_OBJECT_0) {
+    if (processInfo_.hProcess != nullptr &&
+        WaitForSingleObject(processInfo_.hProcess, 3000) != WAIT_OBJECT_0) {
         TerminateProcess(processInfo_.hProcess, 1);
     }
     CloseHandle(processInfo_.hProcess);
@@ -131,15 +127,14 @@ Lines RecorderProcess::drainPosted() {
     Lines drained;
     waitUntil([&] {
         const Lines lines = readLog();
-        for (std::size_t i = consumedLines_; i < lines.size(); ++i) {
-            if (lines[i] == markerLine) {
-                drained.assign(lines.begin() + static_cast<std::ptrdiff_t>(consumedLines_),
-                               lines.begin() + static_cast<std::ptrdiff_t>(i));
-                consumedLines_ = i + 1;
-                return true;
-            }
+        const auto from = lines.begin() + std::ptrdiff_t(consumedLines_);
+        const auto marked = std::find(from, lines.end(), markerLine);
+        if (marked == lines.end()) {
+            return false;
         }
-        return false;
+        drained.assign(from, marked);
+        consumedLines_ = std::size_t(marked - lines.begin()) + 1;
+        return true;
     });
     return drained;
 }

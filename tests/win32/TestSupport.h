@@ -1,6 +1,7 @@
 #pragma once
 // Starting the recorder application and reading what it received.
 
+#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <chrono>
@@ -8,6 +9,9 @@
 #include <initializer_list>
 #include <string>
 #include <vector>
+
+#include "win32/Win32Backend.h"
+#include "win32/Win32Handles.h"
 
 namespace autoscene::win32test {
 
@@ -55,6 +59,19 @@ private:
     HWND top_ = nullptr;
     std::size_t consumedLines_ = 0;
     unsigned markerCount_ = 0;
+};
+
+// The recorder started, and a back end whose log lines are kept.
+class RecorderTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }
+
+    platform::WindowHandle top() const { return platform::win32::toHandle(recorder.top()); }
+    platform::InputTarget topLevel() const { return {top(), 0}; }
+
+    RecorderProcess recorder;
+    Lines log;
+    platform::win32::Win32Backend backend{[this](const std::string& line) { log.push_back(line); }};
 };
 
 }  // namespace autoscene::win32test

@@ -5,7 +5,6 @@
 
 #include <unistd.h>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -43,8 +42,7 @@ TEST(DeviceRun, TheDemoTaskPlaysOnEveryDeviceInParallelAndDevicesAreListedWithTh
     PrivateAdb adb;
     TestDevice first;
     TestDevice second({"--screencap-header", "12"});
-    ASSERT_TRUE(adb.connect(first));
-    ASSERT_TRUE(adb.connect(second));
+    ASSERT_TRUE(adb.connect(first, second));
 
     const RunResult result =
         run({AUTOSCENE_ANDROID_TASK, "--all-devices", "--json", "--time-limit", "30"});
@@ -59,9 +57,8 @@ TEST(DeviceRun, TheDemoTaskPlaysOnEveryDeviceInParallelAndDevicesAreListedWithTh
     // The stop action of whichever device got there first ends the run for both.
     EXPECT_TRUE(first.log().contains("screen DONE") || second.log().contains("screen DONE"));
     for (const TestDevice* device : {&first, &second}) {
-        const QStringList log = device->log();
-        ASSERT_FALSE(log.isEmpty());
-        EXPECT_EQ(log.mid(0, 2), QStringList({"start com.autoscene.testapp", "screen START"}));
+        EXPECT_EQ(device->log().mid(0, 2),
+                  QStringList({"start com.autoscene.testapp", "screen START"}));
     }
 
     // Listed with their states once one is gone; adb notices the closed connection at once,
@@ -87,8 +84,7 @@ TEST(DeviceRun, ANamedDeviceGetsTypingSwipesAndTaps) {
     PrivateAdb adb;
     TestDevice device;
     TestDevice other;
-    ASSERT_TRUE(adb.connect(device));
-    ASSERT_TRUE(adb.connect(other));
+    ASSERT_TRUE(adb.connect(device, other));
 
     const RunResult result = run({AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--adb",
                                   "adb", "--device-route", "adb", "--time-limit", "30"});
@@ -105,11 +101,10 @@ TEST(DeviceRun, ANamedDeviceGetsTypingSwipesAndTaps) {
 
 TEST(DeviceRun, TheDemoTaskPlaysThroughTheDeviceService) {
     PrivateAdb adb;
-    TestDevice device;
     // A second device makes adb refuse any forward command that names no device.
+    TestDevice device;
     TestDevice bystander;
-    ASSERT_TRUE(adb.connect(device));
-    ASSERT_TRUE(adb.connect(bystander));
+    ASSERT_TRUE(adb.connect(device, bystander));
     QTemporaryDir folder;
 
     const RunResult result =

@@ -1,9 +1,5 @@
-// The device target through the real adb against the test device: frames of both header
-// sizes and the PNG fallback, every input kind as the app received it, apps, a missing
-// adb, and a device that goes away and comes back. Then the device-service route: the
-// start on first use, the forward reuse, a killed service started again, the input method
-// switched and restored, input through HTTP, fresh frames after input, the frame geometry
-// kept, and the fall-back to adb alone.
+// The device target through the real adb against the test device, on the adb route and on
+// the device-service route.
 
 #include <gtest/gtest.h>
 
@@ -21,12 +17,9 @@
 #include "engine/TaskInfo.h"
 #include "targets/DeviceTarget.h"
 
-using autoscene::engine::TargetKind;
-using autoscene::engine::TaskInfo;
-using autoscene::platform::BgraView;
-using autoscene::platform::KeyOp;
-using autoscene::platform::MouseOp;
-using autoscene::platform::android::AdbClient;
+using namespace autoscene::engine;
+using namespace autoscene::platform;
+using android::AdbClient;
 using autoscene::targets::DeviceTarget;
 using autoscene::testing::PrivateAdb;
 using autoscene::testing::TestDevice;
@@ -168,15 +161,12 @@ protected:
         autoscene::test::writeFile(folder.filePath("localservice.jar"), "service code");
     }
 
-    std::unique_ptr<DeviceTarget> makeTarget(
-        DeviceTarget::Route route,
-        autoscene::platform::android::IServiceKeyProvider* keys = nullptr) {
-        DeviceTarget::Options options;
-        options.route = route;
-        options.keys = keys;
-        options.serviceFile = folder.filePath("localservice.jar").toStdString();
-        options.serviceWait = std::chrono::milliseconds(3000);
-        return std::make_unique<DeviceTarget>(AdbClient("adb"), options);
+    std::unique_ptr<DeviceTarget> makeTarget(DeviceTarget::Route route,
+                                             android::IServiceKeyProvider* keys = nullptr) {
+        return std::make_unique<DeviceTarget>(
+            AdbClient("adb"),
+            DeviceTarget::Options{route, folder.filePath("localservice.jar").toStdString(), keys,
+                                  std::chrono::milliseconds(3000)});
     }
 
     int captureWidth(DeviceTarget& target) { return capturePixel(target, task, {0, 0}).width; }
@@ -192,7 +182,7 @@ protected:
 };
 
 // A new key for every start, as the service asks.
-class CountingKeys : public autoscene::platform::android::IServiceKeyProvider {
+class CountingKeys : public android::IServiceKeyProvider {
 public:
     std::string serviceKey() override { return "key-" + std::to_string(++issued); }
     int issued = 0;

@@ -1,6 +1,6 @@
 #include "TestDevice.h"
 
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QThread>
 #include <csignal>
 #include <cstdlib>
@@ -40,10 +40,9 @@ QStringList TestDevice::log() const {
 }
 
 bool TestDevice::waitForLine(const QString& line, int timeoutMs) const {
-    QElapsedTimer elapsed;
-    elapsed.start();
+    const QDeadlineTimer deadline(timeoutMs);
     while (!log().contains(line)) {
-        if (elapsed.elapsed() > timeoutMs) {
+        if (deadline.hasExpired()) {
             return false;
         }
         QThread::msleep(20);
@@ -68,7 +67,7 @@ QString PrivateAdb::adb(const QStringList& arguments) const {
     return QString::fromUtf8(process.readAll());
 }
 
-bool PrivateAdb::connect(const TestDevice& device) const {
+bool PrivateAdb::connectOne(const TestDevice& device) const {
     return device.running() && adb({"connect", device.serial()}).contains("connected to");
 }
 

@@ -44,9 +44,14 @@ public:
 
     // "adb ARGUMENTS..." on this server; what it printed.
     QString adb(const QStringList& arguments) const;
-    bool connect(const TestDevice& device) const;
+    // Connects every device; false when one does not connect.
+    template <class... Devices>
+    bool connect(const Devices&... devices) const {
+        return (connectOne(devices) && ...);
+    }
 
 private:
+    bool connectOne(const TestDevice& device) const;
     int port_ = 0;
 };
 

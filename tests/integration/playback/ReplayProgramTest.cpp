@@ -125,8 +125,7 @@ TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges)
 
     // Cut in the middle of its last line: read up to the cut, with a message naming it.
     QFile lines(recording + "/cycles.jsonl");
-    const qint64 size = lines.size();
-    ASSERT_TRUE(lines.resize(size - 20));
+    ASSERT_TRUE(lines.resize(lines.size() - 20));
     const Result cut = replay({recording, "--json"});
     EXPECT_EQ(cut.exitCode, 0) << cut.err.toStdString();
     EXPECT_TRUE(cut.err.contains(
@@ -135,12 +134,9 @@ TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges)
     EXPECT_EQ(cut.summary()["cycles"].toInt(), int(cycles.size()) - 1);
 
     // A damaged line in the middle is bad input, named by file and line.
-    ASSERT_TRUE(lines.open(QIODevice::ReadWrite));
-    QByteArray text = lines.readAll();
+    QByteArray text = readFile(lines.fileName());
     text[text.indexOf('\n', text.indexOf('\n') + 1) + 1] = '#';
-    lines.seek(0);
-    lines.write(text);
-    lines.close();
+    writeFile(lines.fileName(), text);
     const Result corrupt = replay({recording});
     EXPECT_EQ(corrupt.exitCode, 2);
     EXPECT_TRUE(corrupt.err.contains("cycles.jsonl:3: not JSON")) << corrupt.err.toStdString();

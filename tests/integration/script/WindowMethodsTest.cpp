@@ -22,7 +22,6 @@ protected:
         control = platform::makeX11WindowControl(server_.display().c_str());
         ASSERT_NE(control, nullptr);
         demo = startDemo({});
-        ASSERT_TRUE(demo->started());
         handle = QString::number(demo->window());
         worker.kind = engine::TargetKind::Window;
     }

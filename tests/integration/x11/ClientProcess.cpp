@@ -8,7 +8,7 @@
 
 #include <cstdio>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 namespace autoscene::testing {
 
@@ -21,6 +21,7 @@ ClientProcess::ClientProcess(const std::string& display, const std::vector<std::
     outputPath_ = directory_ + "/stdout";
     std::vector<std::string> arguments = argv;
     std::vector<char*> raw;
+    raw.reserve(arguments.size() + 1);
     for (auto& argument : arguments) {
         raw.push_back(argument.data());
     }
@@ -47,17 +48,14 @@ ClientProcess::~ClientProcess() {
 void ClientProcess::stop() {
     if (pid_ > 0) {
         kill(pid_, SIGTERM);
-        int status = 0;
-        waitpid(pid_, &status, 0);
+        waitpid(pid_, nullptr, 0);
         pid_ = -1;
     }
 }
 
 std::string ClientProcess::output() const {
     std::ifstream file(outputPath_);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace autoscene::testing

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <sstream>
 #include <thread>
 
@@ -15,11 +16,9 @@ constexpr int kSettleMs = 150;
 std::vector<std::string> matching(const std::vector<std::string>& lines, const std::string& prefix,
                                   std::size_t from) {
     std::vector<std::string> found;
-    for (std::size_t i = from; i < lines.size(); ++i) {
-        if (lines[i].compare(0, prefix.size(), prefix) == 0) {
-            found.push_back(lines[i]);
-        }
-    }
+    std::copy_if(lines.begin() + std::ptrdiff_t(std::min(from, lines.size())), lines.end(),
+                 std::back_inserter(found),
+                 [&](const std::string& line) { return line.rfind(prefix, 0) == 0; });
     return found;
 }
 
@@ -30,17 +29,12 @@ Window hexField(const std::string& line, const std::string& key) {
 }
 
 bool isTopLevel(Display* display, Window window) {
-    Window root = None;
-    Window parent = None;
-    Window* children = nullptr;
+    Window unused = None;
+    Window* children = nullptr;  // stays null, with count 0, when the query fails
     unsigned int count = 0;
-    bool found = false;
-    if (XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count) != 0) {
-        found = std::find(children, children + count, window) != children + count;
-    }
-    if (children != nullptr) {
-        XFree(children);
-    }
+    XQueryTree(display, DefaultRootWindow(display), &unused, &unused, &children, &count);
+    const bool found = std::find(children, children + count, window) != children + count;
+    XFree(children);
     return found;
 }
 

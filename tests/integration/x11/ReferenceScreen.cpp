@@ -17,17 +17,14 @@ ReferenceScreen::~ReferenceScreen() {
 }
 
 platform::BgraFrame ReferenceScreen::read(platform::Rect rect) const {
-    platform::BgraFrame frame;
     XImage* image = XGetImage(display_, DefaultRootWindow(display_), rect.x, rect.y,
                               static_cast<unsigned>(rect.width), static_cast<unsigned>(rect.height),
                               AllPlanes, ZPixmap);
     if (image == nullptr) {
-        return frame;
+        return {};
     }
-    frame.width = rect.width;
-    frame.height = rect.height;
-    frame.stride = rect.width * 4;
-    frame.pixels.resize(static_cast<std::size_t>(frame.stride) * frame.height);
+    platform::BgraFrame frame{rect.width, rect.height, rect.width * 4,
+                              std::vector<std::uint8_t>(std::size_t(rect.width) * rect.height * 4)};
     for (int y = 0; y < rect.height; ++y) {
         for (int x = 0; x < rect.width; ++x) {
             // A 24-bit TrueColor visual: 0xRRGGBB.
@@ -44,11 +41,8 @@ platform::BgraFrame ReferenceScreen::read(platform::Rect rect) const {
 }
 
 platform::BgraFrame opaqueCopy(const platform::BgraView& view) {
-    platform::BgraFrame frame;
-    frame.width = view.width;
-    frame.height = view.height;
-    frame.stride = view.width * 4;
-    frame.pixels.resize(static_cast<std::size_t>(frame.stride) * frame.height);
+    platform::BgraFrame frame{view.width, view.height, view.width * 4,
+                              std::vector<std::uint8_t>(std::size_t(view.width) * view.height * 4)};
     for (int y = 0; y < view.height; ++y) {
         std::copy_n(view.pixels + static_cast<std::size_t>(y) * view.stride, frame.stride,
                     &frame.pixels[static_cast<std::size_t>(y) * frame.stride]);

@@ -1,12 +1,15 @@
+// Input posted in the background and sent in the foreground, as the recorder's windows
+// received it.
+
 #include <gtest/gtest.h>
+
+#include <chrono>
 
 #include "RecorderLayout.h"
 #include "TestSupport.h"
 #include "keys/KeyGroupPress.h"
 #include "keys/QtKeyTable.h"
 #include "win32/MessageParams.h"
-#include "win32/Win32Backend.h"
-#include "win32/Win32Handles.h"
 
 using namespace autoscene::platform;
 using namespace autoscene::platform::keys;
@@ -45,14 +48,9 @@ Lines operator+(Lines first, const Lines& second) {
     return first;
 }
 
-class BackgroundInputTest : public ::testing::Test {
+class BackgroundInputTest : public RecorderTest {
 protected:
-    void SetUp() override { ASSERT_TRUE(recorder.started()) << "recorder did not start"; }
-
-    InputTarget topLevel() const { return InputTarget{toHandle(recorder.top()), 0}; }
-    InputTarget inner() const {
-        return InputTarget{toHandle(recorder.top()), toHandle(recorder.child("inner"))};
-    }
+    InputTarget inner() const { return InputTarget{top(), toHandle(recorder.child("inner"))}; }
     Lines mouseLines() {
         return onlyMessages(recorder.drainPosted(),
                             {kMove, kLeftDown, kLeftUp, kRightDown, kRightUp, kWheel});
@@ -60,11 +58,19 @@ protected:
     Lines keyLines() {
         return onlyMessages(recorder.drainPosted(), {kKeyDown, kKeyUp, kSysKeyDown, kSysKeyUp});
     }
-
-    RecorderProcess recorder;
-    Lines log;
-    Win32Backend backend{[this](const std::string& line) { log.push_back(line); }};
 };
+
+// The lines without their last field: real key messages carry scan codes and repeat
+// counts in lParam.
+Lines withoutLParam(const Lines& lines) {
+    Lines cut;
+    for (const std::string& line : lines) {
+        cut.push_back(line.substr(0, line.find_last_of(' ')));
+    }
+    return cut;
+}
+
+using ForegroundInputTest = RecorderTest;
 
 }  // namespace
 
@@ -136,4 +142,80 @@ TEST_F(BackgroundInputTest, KeysGoToEveryWindowAndModifiersUseSystemKeyMessages)
                   true);
     EXPECT_EQ(keyLines(), (Lines{"inner 0104 11 0", "inner 0104 10 0", "inner 0100 43 0",
                                  "inner 0101 43 0", "inner 0105 10 0", "inner 0105 11 0"}));
+}
+
+TEST_F(ForegroundInputTest, ClicksDownsAndUpsArriveAtTheDeepestWindowUnderTheClientPoint) {
+    backend.mouse(topLevel(), {75, 75}, MouseOp::LeftClick, 30, false);
+    backend.mouse(topLevel(), {330, 220}, MouseOp::RightClick, 0, false);
+    EXPECT_EQ(recorder.waitForMessages({0x201, 0x202, 0x204, 0x205}, 4),
+              (Lines{mouseLine("inner", 0x201, 1, 5, 5), mouseLine("inner", 0x202, 0, 5, 5),
+                     mouseLine("side", 0x204, 2, 30, 20), mouseLine("side", 0x205, 0, 30, 20)}));
+    POINT cursor{};
+    GetCursorPos(&cursor);
+    ScreenToClient(recorder.top(), &cursor);
+    EXPECT_EQ(std::pair(cursor.x, cursor.y), std::pair(330L, 220L));
+
+    SCOPED_TRACE("separate downs, ups and moves use the cursor");
+    backend.mouse(topLevel(), {80, 50}, MouseOp::LeftDown, 0, false);
+    // Wine applies a cursor warp through the X server a moment later; a second warp
+    // at once can be overtaken by the first one's echo.
+    Sleep(100);
+    backend.mouse(topLevel(), {90, 60}, MouseOp::Move, 0, false);
+    Sleep(100);
+    backend.mouse(topLevel(), {-1, -1}, MouseOp::LeftUp, 0, false);
+    backend.mouse(topLevel(), {10, 10}, MouseOp::RightDown, 0, false);
+    backend.mouse(topLevel(), {-1, -1}, MouseOp::RightUp, 0, false);
+    EXPECT_EQ(recorder.waitForMessages({0x201, 0x202, 0x204, 0x205}, 4),
+              (Lines{mouseLine("outer", 0x201, 1, 30, 10), mouseLine("outer", 0x202, 0, 40, 20),
+                     mouseLine("top", 0x204, 2, 10, 10), mouseLine("top", 0x205, 0, 10, 10)}));
+}
+
+TEST_F(ForegroundInputTest, WheelKeysAndAKeyGroupReachTheFrontWindow) {
+    backend.wheel(topLevel(), 2, {75, 75}, false);
+    EXPECT_EQ(withoutLParam(recorder.waitForMessages({0x20A}, 1)), Lines{"inner 020a f00000"});
+
+    backend.key(topLevel(), 'K', KeyOp::Down, false);
+    backend.key(topLevel(), 'K', KeyOp::Up, false);
+    backend.key(topLevel(), 0x24, KeyOp::Click, false);  // Home: no character
+    EXPECT_EQ(withoutLParam(recorder.waitForMessages({0x100, 0x101}, 4)),
+              (Lines{"top 0100 4b", "top 0101 4b", "top 0100 24", "top 0101 24"}));
+    pressKeyGroup(backend, topLevel(), keyGroupFromEvent('Q', kQtShiftModifier), false);
+    EXPECT_EQ(withoutLParam(recorder.waitForMessages({0x100, 0x101, 0x102}, 5)),
+              (Lines{"top 0100 10", "top 0100 51", "top 0102 51", "top 0101 51", "top 0101 10"}));
+}
+
+TEST_F(ForegroundInputTest, UnicodeTextOfSeveralScriptsArrivesUnitByUnitWithItsPauses) {
+    const std::string text = "Aé中ж😀";  // Latin, Han, Cyrillic and a surrogate pair
+    const Lines units = {"top 0102 41",  "top 0102 e9",   "top 0102 4e2d",
+                         "top 0102 436", "top 0102 d83d", "top 0102 de00"};
+    const auto start = std::chrono::steady_clock::now();
+    backend.inputText(topLevel(), text);
+    const auto elapsed = std::chrono::steady_clock::now() - start;
+    EXPECT_GE(elapsed, std::chrono::milliseconds(5 + 10 * static_cast<int>(units.size())));
+    EXPECT_EQ(withoutLParam(recorder.waitForMessages({0x102}, units.size())), units);
+}
+
+// Wheel steps, the inclusive hit test and the system keys show in the messages checked above.
+
+TEST(MessageParams, PointsPackIntoSixteenBitWords) {
+    EXPECT_EQ(packPointLParam({10, 20}), 0x0014000Au);
+    EXPECT_EQ(packPointLParam({0xFFFF, 0}), 0x0000FFFFu);
+    // Coordinates past 16 bits lose their high bits, as the message format does.
+    EXPECT_EQ(packPointLParam({0x12345, 0x10002}), 0x00022345u);
+    EXPECT_EQ(packPointLParam({-1, -2}), 0xFFFEFFFFu);
+}
+
+TEST(MessageParams, ScreenCropClampsOriginAndCutsOnlyAtRightAndBottom) {
+    const auto crop = [](Point origin, int width) {
+        const Rect r = screenCropOfClient(origin, width, 300, 1024, 768);
+        return std::to_string(r.x) + "," + std::to_string(r.y) + " " + std::to_string(r.width) +
+               "x" + std::to_string(r.height);
+    };
+    EXPECT_EQ(crop({100, 50}, 400), "100,50 400x300");
+    EXPECT_EQ(crop({900, 700}, 400), "900,700 124x68");
+    // Left of or above the screen: starts at column and row 0 with the full size.
+    EXPECT_EQ(crop({-60, -10}, 400), "0,0 400x300");
+    // Entirely past the right edge: clamped to the last column, one pixel wide.
+    EXPECT_EQ(crop({5000, 0}, 400), "1023,0 1x300");
+    EXPECT_EQ(crop({0, 0}, 0), "0,0 0x0");  // nothing left
 }
