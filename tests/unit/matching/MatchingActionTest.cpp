@@ -26,11 +26,7 @@ using namespace autoscene::conditions;
 using namespace autoscene::actions;
 using autoscene::model::TaskDocument;
 using autoscene::platform::MouseOp;
-using autoscene::test::InProcessTarget;
-using autoscene::test::ManualClock;
-using autoscene::test::noiseFrame;
-using autoscene::test::NoRunControl;
-using autoscene::test::RecordedInput;
+using namespace autoscene::test;
 
 namespace {
 
