@@ -103,7 +103,6 @@ TEST_F(ColorConditionTest, CountTestsCompareWithTheCountAndNothingCountedNeverHo
         EXPECT_EQ(cycle(notMore, pixels), pixels <= 12) << pixels;
     }
 
-    // Nothing counted never holds.
     task.frame = cv::Mat(30, 40, CV_8UC3, cv::Scalar::all(0));
     EXPECT_FALSE(ColorCondition(1, ScreenItem::Settings{kNotMoreThan, 0.0f, false}, clock,
                                 std::nullopt, std::nullopt, {})
