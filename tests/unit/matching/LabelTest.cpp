@@ -23,7 +23,6 @@
 #include "actions/MVSaveLabelCoordAction.h"
 #include "actions/RuntimeItems.h"
 #include "conditions/LabelCondition.h"
-#include "conditions/ScreenConditions.h"
 #include "engine/MVVariable.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
@@ -111,10 +110,8 @@ protected:
 
     static void writeWeights(const QString& path, size_t floats) {
         std::ofstream out(path.toStdString(), std::ios::binary);
-        const std::int32_t version[3] = {0, 2, 0};
-        const std::uint64_t seen = 0;
-        out.write(reinterpret_cast<const char*>(version), sizeof version);
-        out.write(reinterpret_cast<const char*>(&seen), sizeof seen);
+        const std::int32_t header[5] = {0, 2, 0, 0, 0};  // version 0.2.0, 64-bit images seen
+        out.write(reinterpret_cast<const char*>(header), sizeof header);
         // Then zero weights after the biases of the 18 filters: anchor a has x, y, w, h,
         // objectness, class.
         std::vector<float> values{0, 0, 0, 0,   12, std::log(0.8f / 0.2f), 0, 0, 0, 0, -12, 0, 0,

@@ -34,14 +34,13 @@ void installProgram(const QDir& dir) {
 // Asks until the service reads the text or a minute has passed (it loads its models
 // after each start).
 bool readsAgain(const OcrClient& client, const cv::Mat& image) {
-    const auto deadline = std::chrono::steady_clock::now() + 60s;
-    while (client.recognise(image).whole != QStringLiteral("Start Game")) {
-        if (std::chrono::steady_clock::now() > deadline) {
-            return false;
+    for (const auto deadline = std::chrono::steady_clock::now() + 60s;
+         std::chrono::steady_clock::now() < deadline; std::this_thread::sleep_for(100ms)) {
+        if (client.recognise(image).whole == QStringLiteral("Start Game")) {
+            return true;
         }
-        std::this_thread::sleep_for(100ms);
     }
-    return true;
+    return false;
 }
 
 }  // namespace
