@@ -11,14 +11,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <fstream>
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
 #include "InProcessTarget.h"
 #include "ManualClock.h"
 #include "MatchingTestKit.h"
-#include "TestFiles.h"
 #include "actions/LabelAction.h"
 #include "actions/MVSaveLabelCoordAction.h"
 #include "actions/RuntimeItems.h"
@@ -92,36 +90,10 @@ TEST(LabelDecoding, OverlappingBoxesOfOneClassKeepTheMostProbable) {
                     .empty());
 }
 
-// A network whose output does not depend on its input: one 32x32 convolution with
-// zero weights onto a 1x1 grid, so the biases alone make one box of anchor 0
-// (16x8 of a 32x32 input) centred in the image, with class probability 0.8.
 class TinyYolo : public ::testing::Test {
 protected:
-    void SetUp() override {
-        files = labelModelFiles(dir.path(), QStringLiteral("tiny"));
-        ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("model")));
-        writeFile(files.configuration,
-                  "[net]\nwidth=32\nheight=32\nchannels=3\n"
-                  "[convolutional]\nfilters=18\nsize=32\nstride=32\npad=0\nactivation=linear\n"
-                  "[yolo]\nmask=0,1,2\nanchors=16,8, 8,8, 4,4\nclasses=1\nnum=3\n");
-        writeFile(files.names, "button\n");
-        writeWeights(files.weights, weightCount);
-    }
+    void SetUp() override { files = writeTinyLabelModel(dir.path(), QStringLiteral("tiny")); }
 
-    static void writeWeights(const QString& path, size_t floats) {
-        std::ofstream out(path.toStdString(), std::ios::binary);
-        const std::int32_t header[5] = {0, 2, 0, 0, 0};  // version 0.2.0, 64-bit images seen
-        out.write(reinterpret_cast<const char*>(header), sizeof header);
-        // Then zero weights after the biases of the 18 filters: anchor a has x, y, w, h,
-        // objectness, class.
-        std::vector<float> values{0, 0, 0, 0,   12, std::log(0.8f / 0.2f), 0, 0, 0, 0, -12, 0, 0,
-                                  0, 0, 0, -12, 0};
-        values.resize(floats);
-        out.write(reinterpret_cast<const char*>(values.data()),
-                  std::streamsize(floats * sizeof(float)));
-    }
-
-    static constexpr size_t weightCount = 18 + 18 * 3 * 32 * 32;
     QTemporaryDir dir;
     LabelModelFiles files;
 };
@@ -150,12 +122,12 @@ TEST_F(TinyYolo, BrokenModelFilesFailToLoadAndDetectNothing) {
     const cv::Mat frame(32, 32, CV_8UC3, cv::Scalar::all(0));
     EXPECT_EQ(text(detector.detect(frame, 0.3f)), "8.0,12.0,24.0,20.0 0.80 #0");
 
-    writeWeights(files.weights, weightCount - 1);
+    writeTinyLabelModel(dir.path(), QStringLiteral("tiny"), 1);
     EXPECT_FALSE(detector.load(files));
     EXPECT_FALSE(detector.loaded());
     EXPECT_TRUE(detector.detect(frame, 0.3f).empty());
 
-    writeWeights(files.weights, weightCount);
+    writeTinyLabelModel(dir.path(), QStringLiteral("tiny"));
     writeFile(files.configuration, "[net]\nwidth=32\nheight=32\n[convolutional]\nfilters=-4\n");
     EXPECT_FALSE(detector.load(files));
     writeFile(files.configuration, "not a network");
