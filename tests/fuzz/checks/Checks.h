@@ -21,8 +21,7 @@ inline constexpr struct {
     const char* target;
     Check check;
 } kChecks[] = {
-    // Opens describing every item with colours as "#rrggbb", saves, reopens with nothing
-    // skipped and saves again to the same bytes.
+    // Opens, describes every item (colours as "#rrggbb"), saves, reopens whole, saves the same.
     {"task_file", checkTaskFile},
     // Rectangle text: edges agree with the size; the formatted text parses back the same.
     {"rect_text", checkRectText},
@@ -32,14 +31,11 @@ inline constexpr struct {
     {"plugin_description", checkPluginDescription},
     // A name that is taken leads directly into the task's image folder.
     {"image_file_name", checkImageFileName},
-    // Recognition answers as the client reads them: boxes within bounds, and the service's
-    // own writing of them reads back the same.
+    // Answers as the client reads them: boxes within bounds; the service's writing reads back.
     {"ocr_answer", checkOcrAnswer},
-    // Multipart uploads to the service on loopback: a readable recognition or a 400 with
-    // a JSON error.
+    // Multipart uploads on loopback: a readable recognition or a 400 with a JSON error.
     {"ocr_upload", checkOcrUpload},
-    // Screencap output, a device service's frame answer, adb and wm output: frames come out
-    // whole or not at all, with a reason.
+    // Screencap, device-service frame, adb and wm output: whole frames, or none and a reason.
     {"device_output", checkDeviceOutput},
 };
 

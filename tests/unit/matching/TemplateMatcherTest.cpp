@@ -105,9 +105,8 @@ TEST_F(TemplateMatcherTest, ExpandSizeWidensTheDefaultRectangleOnEverySide) {
 // A colour template stored for a one-channel type is refused; grey ones for the colour
 // types are taken as colour (below).
 TEST_F(TemplateMatcherTest, EachImageTypeMatchesItsPreparedTemplateAndRefusesTheOther) {
-    cv::Mat frame(90, 160, CV_8UC3, cv::Scalar(30, 40, 50));
-    cv::Mat noise = noiseFrame(160, 90, 12);
-    frame = frame * 0.5 + noise * 0.5;
+    cv::Mat frame =
+        cv::Mat(90, 160, CV_8UC3, cv::Scalar(30, 40, 50)) * 0.5 + noiseFrame(160, 90, 12) * 0.5;
     // A red shape for the colour filter, drawn at a known place.
     cv::circle(frame, {101, 45}, 9, cv::Scalar(0, 0, 255), cv::FILLED);
     cv::rectangle(frame, cv::Rect(96, 30, 4, 6), cv::Scalar(0, 0, 255), cv::FILLED);
