@@ -101,8 +101,7 @@ protected:
 TEST_F(TinyYolo, DetectsAtTheNetworkInputAndScalesBackToTheFrame) {
     LabelDetector detector;
     ASSERT_TRUE(detector.load(files));
-    EXPECT_EQ(detector.className(0), QStringLiteral("button"));
-    EXPECT_TRUE(detector.className(1).isEmpty());
+    EXPECT_EQ(detector.className(0) + '|' + detector.className(1), QStringLiteral("button|"));
 
     const cv::Mat frame(100, 200, CV_8UC3, cv::Scalar(10, 20, 30));
     EXPECT_EQ(text(detector.detect(frame, 0.3f)), "50.0,37.5,150.0,62.5 0.80 button#0");
@@ -145,8 +144,7 @@ TEST_F(TinyYolo, ARunLoadsTheTasksModelAndClicksTheLabelItsConditionFinds) {
     RuntimeFactory factory;
     registerAllRuntimeItems(factory, nullptr);
     InProcessTarget target;
-    const cv::Mat frame(100, 200, CV_8UC3, cv::Scalar(10, 20, 30));
-    target.setFrames({frame});
+    target.setFrames({cv::Mat(100, 200, CV_8UC3, cv::Scalar(10, 20, 30))});
     TaskRunner runner(document, factory, target, std::make_shared<ManualClock>());
     runner.setLoopIntervalMs(0);
     ASSERT_TRUE(runner.start({{TargetKind::Desktop}}));
