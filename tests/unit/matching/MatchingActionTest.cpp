@@ -111,11 +111,10 @@ TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchAsOftenAsAskedAndMoves
 TEST(ClickArea, AnAreaMovedPastTheIntRangeStaysAtItsEdge) {
     // The largest area a task can hold, drawn where the target sat far to the left.
     constexpr int kLimit = (1 << 30) - 1;
-    const QRect area(kLimit - 10, kLimit - 10, 10, 10);
-    const QRect moved =
-        autoscene::actions::clickRect(area, QPoint(-kLimit, -kLimit), QPoint(500, 400), QRect());
+    const QRect moved = clickRect(QRect(kLimit - 10, kLimit - 10, 10, 10), QPoint(-kLimit, -kLimit),
+                                  QPoint(500, 400), QRect());
     for (int pick = 0; pick < 20; ++pick) {
-        const QPoint point = autoscene::engine::randomPointIn(moved);
+        const QPoint point = randomPointIn(moved);
         EXPECT_GE(point.x(), kLimit - 10) << "not wrapped to the other side";
         EXPECT_GE(point.y(), kLimit - 10);
     }
