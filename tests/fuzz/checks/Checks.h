@@ -17,10 +17,11 @@ CheckFunction checkTaskFile, checkRectText, checkKeyNames, checkPluginDescriptio
     checkImageFileName, checkOcrAnswer, checkOcrUpload, checkDeviceOutput;
 
 // Each check under the name of its fuzz target and of its folder under tests/fuzz/regressions.
-inline constexpr struct {
+struct NamedCheck {
     const char* target;
     Check check;
-} kChecks[] = {
+};
+inline constexpr NamedCheck kChecks[] = {
     // Opens, describes every item (colours as "#rrggbb"), saves, reopens whole, saves the same.
     {"task_file", checkTaskFile},
     // Rectangle text: edges agree with the size; the formatted text parses back the same.

@@ -161,7 +161,8 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     const auto clickColour = [&](std::optional<MVClickColorAction::Colour> colour, SearchArea area,
                                  std::optional<QRect> clickArea = std::nullopt,
                                  ClickTiming timing = {}) {
-        return MVClickColorAction(c, colour, area, clickArea, MouseOp::LeftClick, timing, 0.5f);
+        return MVClickColorAction(c, std::move(colour), area, clickArea, MouseOp::LeftClick, timing,
+                                  0.5f);
     };
     MVClickColorAction action =
         clickColour(orange, SearchArea(*definitions, 12), std::nullopt, {0.0f, 2, 0.0f});

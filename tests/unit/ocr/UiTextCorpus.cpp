@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <random>
-#include <ranges>
 #include <stdexcept>
 
 #include "RenderedText.h"
@@ -76,9 +75,10 @@ std::vector<CorpusSample> uiTextCorpus() {
         const QFont font = fontFor(lines.join(QString()), pixelSize);
         const QFontMetrics metrics(font);
         const int lineHeight = metrics.height() + pixelSize / 2;
-        const int width = std::ranges::max(lines | std::views::transform([&](const QString& line) {
-                                               return metrics.horizontalAdvance(line);
-                                           }));
+        int width = 0;
+        for (const QString& line : lines) {
+            width = std::max(width, metrics.horizontalAdvance(line));
+        }
         QImage image(width + 2 * pixelSize, lineHeight * int(lines.size()) + 2 * pixelSize,
                      QImage::Format_RGB32);
         paintGround(image, Ground(index % 3), light, random);
