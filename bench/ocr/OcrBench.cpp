@@ -101,7 +101,8 @@ int main(int argc, char** argv) {
     service = std::make_unique<testkit::OcrServiceProcess>(MORVANE_OCR_PROGRAM, 2);
     client = std::make_unique<autoscene::text::OcrClient>(service->url());
     for (const testkit::CorpusSample& sample : testkit::uiTextCorpus()) {
-        (sample.lines.size() == 1 ? oneLine : multiLine).push_back(decoded(sample.png));
+        (sample.text.find('\n') == std::string::npos ? oneLine : multiLine)
+            .push_back(decoded(sample.png));
     }
     frame.push_back(decoded(testkit::uiTextFrame().png));
     benchmark::RunSpecifiedBenchmarks();

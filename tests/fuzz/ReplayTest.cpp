@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 #include <QDir>
-#include <QFile>
 
 #include "Checks.h"
+#include "TestFiles.h"
 
 // Each folder under regressions/ and seeds/ is named after a target and holds inputs for it.
 TEST(FuzzInputs, RegressionsAndSeedsPassTheirChecks) {
@@ -18,9 +18,7 @@ TEST(FuzzInputs, RegressionsAndSeedsPassTheirChecks) {
             const QFileInfoList inputs = QDir(folders.filePath(target)).entryInfoList(QDir::Files);
             EXPECT_FALSE(inputs.isEmpty()) << "no inputs in " << target.toStdString();
             for (const QFileInfo& input : inputs) {
-                QFile file(input.filePath());
-                ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << input.filePath().toStdString();
-                EXPECT_EQ(check(file.readAll()).toStdString(), "")
+                EXPECT_EQ(check(autoscene::test::readFile(input.filePath())).toStdString(), "")
                     << input.filePath().toStdString();
             }
         }

@@ -4,36 +4,49 @@
 // refusing bad input with an error counts as handled.
 
 #include <QByteArray>
+#include <QLatin1String>
 #include <QString>
 #include <QStringView>
 
 namespace autoscene::fuzz {
 
-using Check = QString (*)(const QByteArray& input);
+using CheckFunction = QString(const QByteArray& input);
+using Check = CheckFunction*;
 
-// Task-file text: what opens describes every item, shows colours as "#rrggbb", and
-// saves, reopens with nothing skipped and saves again to the same bytes.
-QString checkTaskFile(const QByteArray& input);
-// Rectangle text: edges agree with the size; the formatted text parses back the same.
-QString checkRectText(const QByteArray& input);
-// A key group as a task file holds it: display text, key names, written back as read.
-QString checkKeyNames(const QByteArray& input);
-// Plug-in descriptions: raw option and result values are written back as read.
-QString checkPluginDescription(const QByteArray& input);
-// Image file names: a name that is taken leads directly into the task's image folder.
-QString checkImageFileName(const QByteArray& input);
-// Recognition answers as the client reads them: boxes within bounds, and the service's
-// own writing of them reads back the same.
-QString checkOcrAnswer(const QByteArray& input);
-// Multipart uploads to the service on loopback: a readable recognition or a 400 with
-// a JSON error.
-QString checkOcrUpload(const QByteArray& input);
+CheckFunction checkTaskFile, checkRectText, checkKeyNames, checkPluginDescription,
+    checkImageFileName, checkOcrAnswer, checkOcrUpload, checkDeviceOutput;
 
-// Bytes from a device: raw screencap output, a device service's frame answer, adb and
-// wm output. Frames come out whole or not at all, with a reason.
-QString checkDeviceOutput(const QByteArray& input);
+// Each check under the name of its fuzz target and of its folder under tests/fuzz/regressions.
+struct NamedCheck {
+    const char* target;
+    Check check;
+};
+inline constexpr NamedCheck kChecks[] = {
+    // Opens, describes every item (colours as "#rrggbb"), saves, reopens whole, saves the same.
+    {"task_file", checkTaskFile},
+    // Rectangle text: edges agree with the size; the formatted text parses back the same.
+    {"rect_text", checkRectText},
+    // A key group as a task file holds it: display text, key names, written back as read.
+    {"key_names", checkKeyNames},
+    // Plug-in descriptions: raw option and result values are written back as read.
+    {"plugin_description", checkPluginDescription},
+    // A name that is taken leads directly into the task's image folder.
+    {"image_file_name", checkImageFileName},
+    // Answers as the client reads them: boxes within bounds; the service's writing reads back.
+    {"ocr_answer", checkOcrAnswer},
+    // Multipart uploads on loopback: a readable recognition or a 400 with a JSON error.
+    {"ocr_upload", checkOcrUpload},
+    // Screencap, device-service frame, adb and wm output: whole frames, or none and a reason.
+    {"device_output", checkDeviceOutput},
+};
 
-// The check named as a folder under tests/fuzz/regressions; nullptr for other names.
-Check findCheck(QStringView target);
+inline Check findCheck(QStringView target) {
+    for (const auto& named : kChecks) {
+        if (target == QLatin1String(named.target)) {
+            return named.check;
+        }
+    }
+    return nullptr;
+}
 
 }  // namespace autoscene::fuzz

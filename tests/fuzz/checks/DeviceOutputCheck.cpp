@@ -20,16 +20,12 @@ QString frameFailure(const char* what, const DecodedFrame& decoded) {
         return decoded.error.empty() ? QStringLiteral("%1: no frame and no reason").arg(what)
                                      : QString();
     }
-    const bool whole = frame.width > 0 && frame.height > 0 && frame.stride == frame.width * 4 &&
+    const bool whole = frame.stride == frame.width * 4 &&
                        frame.pixels.size() == std::size_t(frame.stride) * std::size_t(frame.height);
     if (!whole || !decoded.error.empty()) {
-        return QStringLiteral("%1: a %2x%3 frame of stride %4 with %5 bytes, error \"%6\"")
-            .arg(what)
-            .arg(frame.width)
-            .arg(frame.height)
-            .arg(frame.stride)
-            .arg(frame.pixels.size())
-            .arg(QString::fromStdString(decoded.error));
+        return QString::asprintf("%s: a %dx%d frame of stride %d with %zu bytes, error \"%s\"",
+                                 what, frame.width, frame.height, frame.stride, frame.pixels.size(),
+                                 decoded.error.c_str());
     }
     return {};
 }

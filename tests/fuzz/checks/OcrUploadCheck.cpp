@@ -78,8 +78,7 @@ QString checkOcrUpload(const QByteArray& input) {
         return {};
     }
     return QStringLiteral("answered %1 with %2")
-        .arg(answer->status)
-        .arg(QString::fromStdString(body));
+        .arg(QString::number(answer->status), QString::fromStdString(body));
 }
 
 }  // namespace autoscene::fuzz

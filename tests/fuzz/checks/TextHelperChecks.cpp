@@ -46,9 +46,8 @@ QString checkRectText(const QByteArray& input) {
     if (qint64(rect.x()) + rect.width() - 1 != rect.right() ||
         qint64(rect.y()) + rect.height() - 1 != rect.bottom()) {
         return QStringLiteral("the rectangle %1 has its far corner at %2,%3")
-            .arg(formatRectText(rect))
-            .arg(rect.right())
-            .arg(rect.bottom());
+            .arg(formatRectText(rect), QString::number(rect.right()),
+                 QString::number(rect.bottom()));
     }
     const QString formatted = formatRectText(rect);
     const QRect again = parseRectText(formatted);
@@ -82,8 +81,7 @@ QString checkKeyNames(const QByteArray& input) {
         if (item.IsInt() && item.GetInt() != 0 &&
             (virtualKeyName(item.GetInt()).isEmpty() || groupText.isEmpty())) {
             return QStringLiteral("key %1 of the group %2 has no name")
-                .arg(item.GetInt())
-                .arg(QString::fromStdString(group.text));
+                .arg(QString::number(item.GetInt()), QString::fromStdString(group.text));
         }
     }
     return rawJsonRoundTripFailure(group);

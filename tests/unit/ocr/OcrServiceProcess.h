@@ -28,8 +28,6 @@ public:
     OcrServiceProcess(const std::string& program, int engineCount,
                       const std::string& modelFolder = {}, const std::string& errorFile = {});
     ~OcrServiceProcess();
-    OcrServiceProcess(const OcrServiceProcess&) = delete;
-    OcrServiceProcess& operator=(const OcrServiceProcess&) = delete;
 
     int port() const { return port_; }
     std::string url() const;

@@ -25,7 +25,6 @@ inline const QString kCjkFontFamily = QStringLiteral("WenQuanYi Zen Hei");
 // PNG bytes of a `size` image on `background` with the labels drawn in black.
 std::string renderTextPng(QSize size, const std::vector<TextLabel>& labels,
                           QColor background = Qt::white);
-// PNG bytes of an image.
 std::string pngOf(const QImage& image);
 // The same image decoded as a BGR frame.
 cv::Mat renderTextFrame(QSize size, const std::vector<TextLabel>& labels);

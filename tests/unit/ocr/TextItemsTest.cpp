@@ -80,9 +80,9 @@ TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
     run(kScreen);
     ASSERT_EQ(fired, QStringList{QStringLiteral("read")});
     const QJsonValue condition = conditions.at(0)["item_state"][0];
-    EXPECT_EQ(condition["item_state"].toInt(), 1);
-    EXPECT_EQ(condition["text_rects"].toArray().size(), 1);
-    EXPECT_EQ(condition["text_rects"][0]["text"].toString(), QStringLiteral("开始游戏"));
+    EXPECT_EQ(std::tuple(condition["item_state"].toInt(), condition["text_rects"].toArray().size(),
+                         condition["text_rects"][0]["text"].toString()),
+              std::tuple(1, 1, QStringLiteral("开始游戏")));
     EXPECT_NEAR(condition["text_rects"][0]["x"].toInt(), 30, 8);
 
     const std::vector<RecordedInput> inputs = target.inputs();
@@ -92,10 +92,9 @@ TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
     EXPECT_TRUE(QRect(325, 44, 185, 40).contains(inputs[0].point.x, inputs[0].point.y))
         << inputs[0].point.x << "," << inputs[0].point.y;
     const QJsonObject click = actions.at(0);
-    EXPECT_TRUE(click["clicked"].toBool());
-    EXPECT_FALSE(click["is_deviation"].toBool());
-    EXPECT_EQ(click["text"].toString(), "Start Game");
-    EXPECT_EQ(click["results"].toArray().size(), 1);
+    EXPECT_EQ(std::tuple(click["clicked"].toBool(), click["is_deviation"].toBool(),
+                         click["text"].toString(), click["results"].toArray().size()),
+              std::tuple(true, false, "Start Game", 1));
     // The offset crop 2,3,4,5 is placed at the corner of the text found.
     const QRect found = parseRectText(click["rect"].toString());
     const QRect area = parseRectText(actions.at(1)["rect"].toString());

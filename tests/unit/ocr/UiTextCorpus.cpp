@@ -46,21 +46,18 @@ QFont fontFor(const QString& text, int pixelSize) {
 }
 
 // The samples of tests/fixtures/ocr/ui-text.txt, each as its lines.
-const std::vector<QStringList>& corpusTexts() {
-    static const std::vector<QStringList> texts = [] {
-        QFile file(QStringLiteral(AUTOSCENE_FIXTURES "/ocr/ui-text.txt"));
-        if (!file.open(QIODevice::ReadOnly)) {
-            throw std::runtime_error("cannot read " + file.fileName().toStdString());
+std::vector<QStringList> corpusTexts() {
+    QFile file(QStringLiteral(AUTOSCENE_FIXTURES "/ocr/ui-text.txt"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw std::runtime_error("cannot read " + file.fileName().toStdString());
+    }
+    std::vector<QStringList> samples;
+    for (const QString& line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'))) {
+        if (!line.isEmpty() && !line.startsWith(QLatin1Char('#'))) {
+            samples.push_back(line.split(QLatin1Char('|')));
         }
-        std::vector<QStringList> samples;
-        for (const QString& line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'))) {
-            if (!line.isEmpty() && !line.startsWith(QLatin1Char('#'))) {
-                samples.push_back(line.split(QLatin1Char('|')));
-            }
-        }
-        return samples;
-    }();
-    return texts;
+    }
+    return samples;
 }
 
 }  // namespace
@@ -89,17 +86,14 @@ std::vector<CorpusSample> uiTextCorpus() {
         painter.setRenderHint(QPainter::TextAntialiasing);
         painter.setFont(font);
         painter.setPen(light ? QColor(250, 240, 200) : QColor(24, 24, 30));
-        CorpusSample& sample = corpus.emplace_back();
         for (int i = 0; i < int(lines.size()); ++i) {
             painter.drawText(pixelSize, pixelSize + i * lineHeight + metrics.ascent(), lines[i]);
-            sample.lines.push_back(lines[i].toStdString());
         }
         painter.end();
-        sample.png = pngOf(image);
-        sample.text = lines.join(QLatin1Char('\n')).toStdString();
-        sample.name = lines.join(QStringLiteral(" / ")).toStdString() + " (" +
-                      std::to_string(pixelSize) + " px, " + grounds[index % 3] + ", " +
-                      (light ? "light on dark" : "dark on light") + ")";
+        corpus.push_back({lines.join(QStringLiteral(" / ")).toStdString() + " (" +
+                              std::to_string(pixelSize) + " px, " + grounds[index % 3] + ", " +
+                              (light ? "light on dark" : "dark on light") + ")",
+                          pngOf(image), lines.join(QLatin1Char('\n')).toStdString()});
     }
     return corpus;
 }
@@ -108,23 +102,21 @@ CorpusSample uiTextFrame() {
     std::mt19937 random(720);
     QImage image(1280, 720, QImage::Format_RGB32);
     paintGround(image, Ground::Gradient, true, random);
-    CorpusSample frame{"1280x720 frame", {}, {}, {}};
     QPainter painter(&image);
     painter.setRenderHint(QPainter::TextAntialiasing);
+    QStringList placed;
     for (const QStringList& text : corpusTexts()) {
-        const int placed = int(frame.lines.size());
-        if (text.size() != 1 || placed == 36) {
+        const int n = int(placed.size());
+        if (text.size() != 1 || n == 36) {
             continue;
         }
-        painter.setFont(fontFor(text.front(), 18 + (placed % 4) * 4));
-        painter.setPen(placed % 3 == 0 ? QColor(255, 220, 120) : QColor(235, 240, 250));
-        painter.drawText(40 + (placed % 4) * 310, 60 + (placed / 4) * 74, text.front());
-        frame.lines.push_back(text.front().toStdString());
-        frame.text += (placed == 0 ? "" : "\n") + frame.lines.back();
+        painter.setFont(fontFor(text.front(), 18 + (n % 4) * 4));
+        painter.setPen(n % 3 == 0 ? QColor(255, 220, 120) : QColor(235, 240, 250));
+        painter.drawText(40 + (n % 4) * 310, 60 + (n / 4) * 74, text.front());
+        placed << text.front();
     }
     painter.end();
-    frame.png = pngOf(image);
-    return frame;
+    return {"1280x720 frame", pngOf(image), placed.join(QLatin1Char('\n')).toStdString()};
 }
 
 }  // namespace autoscene::ocr::testkit

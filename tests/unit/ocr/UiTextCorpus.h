@@ -10,15 +10,14 @@
 namespace autoscene::ocr::testkit {
 
 struct CorpusSample {
-    std::string name;                // what it shows, for failure messages
-    std::string png;                 // the region as PNG bytes
-    std::vector<std::string> lines;  // the text, line by line, top to bottom
-    std::string text;                // the lines joined by '\n'
+    std::string name;  // what it shows, for failure messages
+    std::string png;   // the region as PNG bytes
+    std::string text;  // the lines, top to bottom, joined by '\n'
 };
 
 std::vector<CorpusSample> uiTextCorpus();
 
-// A 1280x720 game-like frame holding many labels; `lines` lists them all, unordered.
+// A 1280x720 game-like frame holding many labels; `text` lists them all, unordered.
 CorpusSample uiTextFrame();
 
 }  // namespace autoscene::ocr::testkit
