@@ -56,9 +56,7 @@ TEST_F(AdbMode, NoDeviceOrNoAdbStopTheStartAndTheTickedDeviceRunsTheTaskAndStops
 
     TestDevice chosen;
     TestDevice other;
-    ASSERT_TRUE(adb_.connect(chosen));
-    ASSERT_TRUE(adb_.connect(other));
-
+    ASSERT_TRUE(adb_.connect(chosen, other));
     const QStringList listed = chooseOnly(chosen.serial());
     EXPECT_EQ(QSet(listed.begin(), listed.end()),
               QSet<QString>({chosen.serial() + " ✓", other.serial() + " ✓"}))

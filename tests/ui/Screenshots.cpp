@@ -56,9 +56,9 @@
 // Xlib's macros (Bool, None) after everything else.
 #include "DemoTargetProcess.h"
 
+namespace autoscene::testing {
 namespace {
 
-using autoscene::testing::TestTask;
 using namespace autoscene::ui;
 
 class Shooter {
@@ -83,11 +83,11 @@ public:
     // Renders the modal dialogs that `trigger` opens one after another; whatever stays open
     // after `answer` (a box, a dialog that refuses its values) is closed.
     void saveModals(const QStringList& names, const std::function<void()>& trigger) {
-        std::vector<autoscene::testing::ModalAnswer> answers;
+        std::vector<ModalAnswer> answers;
         for (const QString& name : names) {
             answers.push_back({{}, {}, [this, name](QWidget& dialog) { answer(dialog, name); }});
         }
-        const auto seen = autoscene::testing::answerModals(trigger, answers);
+        const auto seen = answerModals(trigger, answers);
         for (qsizetype i = 0; i < names.size(); ++i) {
             if (!seen[i].shown) {
                 std::fprintf(stderr, "no dialog for %s\n", qPrintable(names[i]));
@@ -118,8 +118,8 @@ private:
 // Runs `shoot` on a main window on `task`, shown beside a demo target at `demoGeometry`.
 void withDemoWindow(const TestTask& task, const std::string& demoGeometry,
                     const std::function<void(MainWindow&)>& shoot) {
-    const auto backend = autoscene::platform::makeX11Backend(nullptr);
-    const auto picker = autoscene::platform::makeX11WindowPicker(nullptr);
+    const auto backend = platform::makeX11Backend(nullptr);
+    const auto picker = platform::makeX11WindowPicker(nullptr);
     MainWindow window{AppConfig(task.configPath()),
                       {backend.get(), nullptr, nullptr, picker.get()}};
     if (QString error; !window.openTask(task.path(), &error)) {
@@ -127,8 +127,7 @@ void withDemoWindow(const TestTask& task, const std::string& demoGeometry,
     }
     window.setGeometry(0, 0, 1180, 700);
     window.show();
-    autoscene::testing::DemoTargetProcess demo(qgetenv("DISPLAY").toStdString(),
-                                               {"--geometry", demoGeometry});
+    DemoTargetProcess demo(qgetenv("DISPLAY").toStdString(), {"--geometry", demoGeometry});
     shoot(window);
 }
 
@@ -189,9 +188,9 @@ void shootPlayback(Shooter& shooter) {
         shooter.save(*playback, "playback");
         TaskEditor& editor = window.editor();
         const int form = 5;  // the demo's form scene
-        autoscene::model::EditorEvent identification = *editor.eventAt(form, 0);
-        static_cast<autoscene::model::EditorColorCondition&>(*identification.conditions.items()[0])
-            .count = 3900;
+        model::EditorEvent identification = *editor.eventAt(form, 0);
+        static_cast<model::EditorColorCondition&>(*identification.conditions.items()[0]).count =
+            3900;
         editor.replaceEvent(form, 0, identification, "raise");
         if (!QTest::qWaitFor([&] { return !playback->replaying(); }, 20000)) {
             std::fprintf(stderr, "the replay of the edited task did not end\n");
@@ -248,8 +247,8 @@ void shootScreenTools(Shooter& shooter) {
 
 // A test device behind an adb server of its own, listed in ADB mode.
 void shootDevices(Shooter& shooter) {
-    autoscene::testing::PrivateAdb adb;
-    autoscene::testing::TestDevice device;
+    PrivateAdb adb;
+    TestDevice device;
     adb.connect(device);
     TestTask task;
     MainWindow window{AppConfig(task.configPath()), {}};
@@ -293,14 +292,13 @@ void shootMainWindow(Shooter& shooter) {
     window->resize(960, 640);
     window->sceneList().selectRow(3);
     shooter.save(*window, "main-window");
-    autoscene::testing::withContextMenu(window->sceneList(), 4,
-                                        [&](QMenu& menu) { shooter.save(menu, "scene-menu"); });
+    withContextMenu(window->sceneList(), 4, [&](QMenu& menu) { shooter.save(menu, "scene-menu"); });
     const auto trigger = [&](const char* action) {
         window->findChild<QAction*>(action)->trigger();
     };
     shooter.saveModals({"settings"}, [&] { trigger("action_settings"); });
     shooter.saveModals({"plugin-funcs"}, [&] {
-        PluginFuncsDialog(autoscene::plugins::BackgroundServices{}, window.get()).exec();
+        PluginFuncsDialog(plugins::BackgroundServices{}, window.get()).exec();
     });
     shooter.saveModals({"rename-prompt"}, [&] { window->sceneList().renameRow(4); });
     shooter.saveModals({"delete-question"}, [&] { window->sceneList().deleteRow(4); });
@@ -331,8 +329,7 @@ void shootEditor(Shooter& shooter) {
         dialog.accept();  // shows what is wrong with the new item, if anything
         shooter.save(dialog, name);
     };
-    const auto shootItem = [&](std::unique_ptr<autoscene::model::IEditorItem> item,
-                               const QString& name) {
+    const auto shootItem = [&](std::unique_ptr<model::IEditorItem> item, const QString& name) {
         auto* form = new FieldForm(document);
         addItemFields(*form, *item, document);
         shootForm(form, itemFormTitle(*item), name);
@@ -362,7 +359,7 @@ void shootEditor(Shooter& shooter) {
     PluginListDialog plugins(editor);
     plugins.addPluginFile(QStringLiteral(EXAMPLE_PLUGINS "/colour-probe.json"));
     shooter.save(plugins, "plugin-list");
-    shootItem(newAction(autoscene::model::EditorPluginAction::kType), "action-20-chosen");
+    shootItem(newAction(model::EditorPluginAction::kType), "action-20-chosen");
     shooter.saveModals({"plugin-remove"}, [&] { plugins.removePlugin(0); });
 }
 
@@ -379,7 +376,7 @@ void shootProbeAndTemplates(Shooter& shooter) {
     if (!editor.open(task.path())) {
         return;
     }
-    autoscene::model::EditorImageCondition condition;
+    model::EditorImageCondition condition;
     condition.imageId = 1;
     for (const int searchId : {0, 7}) {
         condition.searchId = searchId;
@@ -387,7 +384,7 @@ void shootProbeAndTemplates(Shooter& shooter) {
         panel.test();
         shooter.save(panel, QStringLiteral("probe-panel-%1").arg(searchId));
     }
-    autoscene::model::EditorGroupCondition group;
+    model::EditorGroupCondition group;
     for (const int searchId : {7, 0}) {
         condition.searchId = searchId;
         group.append(condition.clone());
@@ -404,14 +401,13 @@ void shootProbeAndTemplates(Shooter& shooter) {
     busy.test();
     shooter.save(busy, "probe-panel-busy");
     // Text read by the recognition service, and the verdict without one.
-    autoscene::model::EditorScreenTextCondition text;
+    model::EditorScreenTextCondition text;
     text.textInfo.value = QStringLiteral("Start Game");
     const std::pair<std::string, QString> services[] = {
-        {autoscene::ocr::testkit::sharedOcrService().url(), "probe-panel-text"},
-        {autoscene::text::ocrServiceUrl(autoscene::test::unusedLoopbackPort()),
-         "probe-panel-no-service"}};
+        {ocr::testkit::sharedOcrService().url(), "probe-panel-text"},
+        {text::ocrServiceUrl(test::unusedLoopbackPort()), "probe-panel-no-service"}};
     for (const auto& [url, name] : services) {
-        ProbeOcr ocr(std::make_shared<autoscene::text::OcrClient>(url));
+        ProbeOcr ocr(std::make_shared<text::OcrClient>(url));
         ProbePanel panel(editor.document(), &text, nullptr, nullptr, {}, &ocr);
         panel.source().setCurrentIndex(1);  // c.png
         panel.test();
@@ -421,20 +417,21 @@ void shootProbeAndTemplates(Shooter& shooter) {
     shooter.save(templates, "templates");
     ModelsDialog models(editor);
     shooter.save(models, "models");
-    models.useModel(
-        autoscene::recognition::labelModelFiles(AUTOSCENE_FIXTURES "/label-model", "tiny"));
+    models.useModel(recognition::labelModelFiles(AUTOSCENE_FIXTURES "/label-model", "tiny"));
     models.test();
     shooter.save(models, "models-tested");
 }
 
 }  // namespace
+}  // namespace autoscene::testing
 
 int main(int argc, char* argv[]) {
     if (argc != 2) {
         std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
         return 2;
     }
-    autoscene::testing::XvfbServer server(2048, 800);
+    using namespace autoscene::testing;
+    XvfbServer server(2048, 800);
     if (server.display().empty()) {
         std::fprintf(stderr, "Xvfb did not start\n");
         return 1;
