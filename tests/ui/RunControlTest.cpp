@@ -38,7 +38,6 @@ protected:
 
     QAction& action(const char* name) { return *window_->findChild<QAction*>(name); }
 
-    // Clicks run and answers the boxes that come, in order.
     std::vector<ModalSeen> clickRun(const std::vector<ModalAnswer>& answers) {
         return answerModals([&] { action("action_run").trigger(); }, answers);
     }
