@@ -15,7 +15,6 @@
 #include "recognition/TemplateImage.h"
 #include "recognition/TemplateMatcher.h"
 
-using namespace autoscene::engine;
 using namespace autoscene::recognition;
 using autoscene::ocr::testkit::LogCapture;
 using autoscene::test::noiseFrame;
