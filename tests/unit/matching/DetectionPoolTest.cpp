@@ -106,11 +106,14 @@ TEST(ScreenDetection, ResultsLandInTheWorkersOwnRecords) {
         where->setValue(autoscene::model::formatRectText(rect));
         TaskInfo task;
         task.frame = frame;
-        for (int cycle = 1; cycle <= 3; ++cycle) {
-            task.cycleCount = cycle;
-            prepareScreenItems(events, task,
-                               [&pool](size_t count, const auto& job) { pool.run(count, job); });
-        }
+        task.cycleCount = 1;
+        // Slow jobs, so the helpers take some before the caller has run them all.
+        prepareScreenItems(events, task, [&pool](size_t count, const auto& job) {
+            pool.run(count, [&job](size_t i) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(2));
+                job(i);
+            });
+        });
         for (ImageCondition* condition : conditions) {
             const MatchResult result = condition->result(std::this_thread::get_id());
             EXPECT_EQ(result.searched, rect);
