@@ -125,21 +125,21 @@ TEST_F(MatchingActionTest, ImageActionClicksNothingWhenTheImageIsAbsentOrBroken)
 
 TEST_F(MatchingActionTest, SaveCoordWritesEveryFoundRectangle) {
     frame(cut).copyTo(frame(cv::Rect(10, 10, 20, 16)));
-    kit.definitions->find(11)->setValue(QStringLiteral("0,0,60,60|120,50,60,60|0,80,60,40"));
-    MVSaveCoordAction action(button(11), kit.definitions->find(11), std::nullopt,
-                             SaveCoordKind::Rect);
+    MVVariable* places = kit.definitions->find(11);
+    places->setValue(QStringLiteral("0,0,60,60|120,50,60,60|0,80,60,40"));
+    MVSaveCoordAction action(button(11), places, std::nullopt, SaveCoordKind::Rect);
     action.run(task);
-    EXPECT_EQ(kit.definitions->find(11)->value(), QStringLiteral("10,10,20,16|140,70,20,16"));
+    EXPECT_EQ(places->value(), QStringLiteral("10,10,20,16|140,70,20,16"));
     const QJsonObject result = action.state(std::this_thread::get_id());
     EXPECT_EQ(std::tuple(result["exist"].toBool(), result["rects"].toString(),
                          result["variable_name"].toString(), result["image_name"].toString()),
               std::tuple(true, "10,10,20,16|140,70,20,16", "places", "button"));
 
-    kit.definitions->find(11)->setValue(QStringLiteral("0,80,60,40"));
+    places->setValue(QStringLiteral("0,80,60,40"));
     ++task.cycleCount;
     action.run(task);
     EXPECT_FALSE(action.state(std::this_thread::get_id())["exist"].toBool());
-    EXPECT_EQ(kit.definitions->find(11)->value(), QStringLiteral("0,80,60,40"));
+    EXPECT_EQ(places->value(), QStringLiteral("0,80,60,40"));
 }
 
 TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {

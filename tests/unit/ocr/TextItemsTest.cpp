@@ -32,9 +32,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const std::vector<TextLabel> kScreen = {
-    {"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}, {"12850", {40, 240}, 40}};
-
 // Keeps what the run view would show of the events that fire.
 class TextItems : public testing::Test, public IMVSceneEvent {
 protected:
@@ -77,7 +74,7 @@ protected:
 };
 
 TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
-    run(kScreen);
+    run({{"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}, {"12850", {40, 240}, 40}});
     ASSERT_EQ(fired, QStringList{QStringLiteral("read")});
     const QJsonValue condition = conditions.at(0)["item_state"][0];
     EXPECT_EQ(std::tuple(condition["item_state"].toInt(), condition["text_rects"].toArray().size(),
