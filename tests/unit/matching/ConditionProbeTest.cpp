@@ -21,6 +21,7 @@
 
 using namespace autoscene::model;
 using namespace autoscene::probe;
+using autoscene::test::blurredNoise;
 using autoscene::test::readFile;
 
 namespace {
@@ -85,16 +86,11 @@ TEST_F(ConditionProbeTest, ImageConditionsGiveTheRunnersVerdictWithItsReason) {
 // itself there): a copy at the threshold or above gives "outside" with its true place and
 // score; one just below it does not, and the reason quotes the score the runner found.
 TEST_F(ConditionProbeTest, CopiesBeyondTheAreaKeepTheirTruePlaceAndScore) {
-    const auto smooth = [](std::uint64_t seed) {
-        cv::Mat frame = autoscene::test::noiseFrame(400, 300, seed);
-        cv::GaussianBlur(frame, frame, cv::Size(5, 5), 0);
-        return frame;
-    };
-    const cv::Mat piece = smooth(7)(cv::Rect(250, 180, 40, 24)).clone();
+    const cv::Mat piece = blurredNoise(400, 300, 7)(cv::Rect(250, 180, 40, 24)).clone();
     ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/t.png")).toStdString(), piece));
     ConditionProbe probe(document);
     for (const double noise : {8.0, 12.0}) {  // scores 0.93 and 0.87
-        cv::Mat frame = smooth(8);
+        cv::Mat frame = blurredNoise(400, 300, 8);
         const cv::Rect at(137, 223, 40, 24);  // on no cell of a reduced copy
         cv::Mat copy(piece.size(), CV_32FC3);
         cv::randn(copy, cv::Scalar::all(0), cv::Scalar::all(noise));
