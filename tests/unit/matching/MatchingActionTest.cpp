@@ -33,7 +33,6 @@ class MatchingActionTest : public ::testing::Test {
 protected:
     void SetUp() override {
         frame = noiseFrame(200, 120, 21);
-        cut = cv::Rect(140, 70, 20, 16);
         ASSERT_TRUE(QDir().mkpath(dir.filePath(QStringLiteral("image"))));
         ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/t.png")).toStdString(),
                                 frame(cut).clone()));
@@ -51,7 +50,7 @@ protected:
 
     QTemporaryDir dir;
     cv::Mat frame;
-    cv::Rect cut;
+    const cv::Rect cut{140, 70, 20, 16};
     TaskContext<> kit;
     TaskInfo task;
 };
