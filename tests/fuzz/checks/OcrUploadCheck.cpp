@@ -14,14 +14,14 @@ namespace autoscene::fuzz {
 
 namespace {
 
-// A decodable upload may be large; its recognition must not look like a lost answer.
-constexpr time_t kReadTimeoutSeconds = 120;
-
 // The service's own HTTP front on a loopback port, in this process and with one
 // English engine: uploads, not recognition, are under test. Started once.
 class LoopbackService {
 public:
-    LoopbackService() : pool_(1, "eng"), port_(server_.bind(0, bindError_)) {
+    LoopbackService()
+        : pool_(1, "eng"), port_(server_.bind(0, bindError_)), client_("127.0.0.1", port_) {
+        // A decodable upload may be large; its recognition must not look like a lost answer.
+        client_.set_read_timeout(120);
         if (port_ > 0) {
             serving_ = std::thread([this] { server_.serve(pool_); });
         }
@@ -32,25 +32,16 @@ public:
             serving_.join();
         }
     }
-    int port() const { return port_; }
+    httplib::Client& client() { return client_; }
 
 private:
     ocr::RecogniserPool pool_;
     ocr::OcrServer server_;
     std::string bindError_;
     int port_;
+    httplib::Client client_;
     std::thread serving_;
 };
-
-httplib::Client& client() {
-    static LoopbackService service;
-    static httplib::Client client = [] {
-        httplib::Client made("127.0.0.1", service.port());
-        made.set_read_timeout(kReadTimeoutSeconds);
-        return made;
-    }();
-    return client;
-}
 
 bool isErrorJson(const std::string& body) {
     rapidjson::Document json;
@@ -65,9 +56,10 @@ bool isErrorJson(const std::string& body) {
 }  // namespace
 
 QString checkOcrUpload(const QByteArray& input) {
+    static LoopbackService service;
     const httplib::Result answer =
-        client().Post("/ocr_detect", input.constData(), size_t(input.size()),
-                      "multipart/form-data; boundary=autoscene-fuzz");
+        service.client().Post("/ocr_detect", input.constData(), size_t(input.size()),
+                              "multipart/form-data; boundary=autoscene-fuzz");
     if (!answer) {
         return QStringLiteral("no answer: %1")
             .arg(QString::fromStdString(httplib::to_string(answer.error())));

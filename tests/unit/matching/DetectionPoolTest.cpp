@@ -11,15 +11,13 @@
 #include <opencv2/imgcodecs.hpp>
 #include <set>
 
-#include "ManualClock.h"
 #include "MatchingTestKit.h"
+#include "TaskContext.h"
 #include "conditions/ImageCondition.h"
 #include "engine/MVVariable.h"
-#include "engine/RuntimeDefinitions.h"
 #include "engine/Scene.h"
 #include "engine/ScreenDetection.h"
 #include "model/RectText.h"
-#include "model/TaskDocument.h"
 #include "recognition/DetectionPool.h"
 #include "system/ThreadKey.h"
 
@@ -69,14 +67,10 @@ TEST(DetectionPool, EveryJobRunsOnceUnderItsCallersKey) {
 TEST(ScreenDetection, ResultsLandInTheWorkersOwnRecords) {
     QTemporaryDir dir;
     const cv::Mat frame = noiseFrame(400, 200, 17);
-    autoscene::model::TaskDocument document;
-    ASSERT_TRUE(document
-                    .openText(R"({"var_list": [
-        {"type": 1, "id": 1, "name": "where", "value": "", "is_global": false}]})")
-                    .ok);
-    autoscene::test::ManualClock clock;
-    RuntimeDefinitions definitions(document, clock);
-    MVVariable* where = definitions.find(1);
+    autoscene::test::TaskContext<> kit;
+    kit.open(R"({"var_list": [
+        {"type": 1, "id": 1, "name": "where", "value": "", "is_global": false}]})");
+    MVVariable* where = kit.definitions->find(1);
     ASSERT_TRUE(where && !where->isGlobal());
 
     std::vector<ImageCondition*> conditions;
@@ -92,8 +86,8 @@ TEST(ScreenDetection, ResultsLandInTheWorkersOwnRecords) {
             ASSERT_TRUE(cv::imwrite(settings.filePath.toStdString(),
                                     frame(cv::Rect(20 + 40 * n, 90, 16, 16)).clone()));
             auto condition = std::make_unique<ImageCondition>(
-                1, ScreenItem::Settings{}, clock, QString(),
-                std::make_shared<TemplateMatcher>(settings), SearchArea(definitions, 1));
+                1, ScreenItem::Settings{}, kit.clock, QString(),
+                std::make_shared<TemplateMatcher>(settings), SearchArea(*kit.definitions, 1));
             conditions.push_back(condition.get());
             (i % 2 == 0 ? *event->conditions : *nested).append(std::move(condition));
         }
@@ -106,11 +100,14 @@ TEST(ScreenDetection, ResultsLandInTheWorkersOwnRecords) {
         where->setValue(autoscene::model::formatRectText(rect));
         TaskInfo task;
         task.frame = frame;
-        for (int cycle = 1; cycle <= 3; ++cycle) {
-            task.cycleCount = cycle;
-            prepareScreenItems(events, task,
-                               [&pool](size_t count, const auto& job) { pool.run(count, job); });
-        }
+        task.cycleCount = 1;
+        // Slow jobs, so the helpers take some before the caller has run them all.
+        prepareScreenItems(events, task, [&pool](size_t count, const auto& job) {
+            pool.run(count, [&job](size_t i) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(2));
+                job(i);
+            });
+        });
         for (ImageCondition* condition : conditions) {
             const MatchResult result = condition->result(std::this_thread::get_id());
             EXPECT_EQ(result.searched, rect);

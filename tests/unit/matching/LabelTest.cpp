@@ -1,11 +1,10 @@
-// Label detection: decoding the network's rows, a tiny YOLO network written here
-// and run through OpenCV, the per-cycle cache, and the rules by which label
+// Label detection: decoding the network's rows, the tiny YOLO network of the fixtures
+// run through OpenCV, the per-cycle cache, and the rules by which label
 // conditions and actions pick their box (on a detector stub with chosen boxes).
 
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
 #include <QTemporaryDir>
 #include <algorithm>
@@ -14,18 +13,15 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "InProcessTarget.h"
-#include "ManualClock.h"
-#include "MatchingTestKit.h"
+#include "TaskContext.h"
+#include "TestFiles.h"
 #include "actions/LabelAction.h"
 #include "actions/MVSaveLabelCoordAction.h"
 #include "actions/RuntimeItems.h"
 #include "conditions/LabelCondition.h"
 #include "engine/MVVariable.h"
-#include "engine/RuntimeDefinitions.h"
 #include "engine/RuntimeFactory.h"
 #include "engine/TaskRunner.h"
-#include "model/TaskDocument.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::recognition;
@@ -92,10 +88,8 @@ TEST(LabelDecoding, OverlappingBoxesOfOneClassKeepTheMostProbable) {
 
 class TinyYolo : public ::testing::Test {
 protected:
-    void SetUp() override { files = writeTinyLabelModel(dir.path(), QStringLiteral("tiny")); }
-
     QTemporaryDir dir;
-    LabelModelFiles files;
+    const LabelModelFiles files = labelModelFiles(AUTOSCENE_FIXTURES "/label-model", "tiny");
 };
 
 TEST_F(TinyYolo, DetectsAtTheNetworkInputAndScalesBackToTheFrame) {
@@ -116,31 +110,30 @@ TEST_F(TinyYolo, DetectsAtTheNetworkInputAndScalesBackToTheFrame) {
 
 TEST_F(TinyYolo, BrokenModelFilesFailToLoadAndDetectNothing) {
     LabelDetector detector;
-    QFile::remove(files.names);
-    ASSERT_TRUE(detector.load(files));
+    const QString spoilt = QDir(dir.path()).filePath(QStringLiteral("spoilt"));
+    ASSERT_TRUE(detector.load({files.configuration, files.weights, spoilt}));  // no names
     const cv::Mat frame(32, 32, CV_8UC3, cv::Scalar::all(0));
     EXPECT_EQ(text(detector.detect(frame, 0.3f)), "8.0,12.0,24.0,20.0 0.80 #0");
 
-    writeTinyLabelModel(dir.path(), QStringLiteral("tiny"), 1);
-    EXPECT_FALSE(detector.load(files));
+    writeFile(spoilt, readFile(files.weights).chopped(4));
+    EXPECT_FALSE(detector.load({files.configuration, spoilt, files.names}));
     EXPECT_FALSE(detector.loaded());
     EXPECT_TRUE(detector.detect(frame, 0.3f).empty());
 
-    writeTinyLabelModel(dir.path(), QStringLiteral("tiny"));
-    writeFile(files.configuration, "[net]\nwidth=32\nheight=32\n[convolutional]\nfilters=-4\n");
-    EXPECT_FALSE(detector.load(files));
-    writeFile(files.configuration, "not a network");
-    EXPECT_FALSE(detector.load(files));
-
+    for (const char* configuration :
+         {"[net]\nwidth=32\nheight=32\n[convolutional]\nfilters=-4\n", "not a network"}) {
+        writeFile(spoilt, configuration);
+        EXPECT_FALSE(detector.load({spoilt, files.weights, files.names}));
+    }
     EXPECT_TRUE(labelModelFiles(dir.path(), QStringLiteral("../x")).configuration.isEmpty());
 }
 
 TEST_F(TinyYolo, ARunLoadsTheTasksModelAndClicksTheLabelItsConditionFinds) {
     // Its one event clicks label 0 where its condition finds it, then stops.
-    ASSERT_TRUE(QFile::copy(AUTOSCENE_FIXTURES "/tasks/label-click/script.json",
-                            QDir(dir.path()).filePath(QStringLiteral("script.json"))));
     autoscene::model::TaskDocument document;
-    ASSERT_TRUE(document.openFolder(dir.path()).ok);
+    ASSERT_TRUE(
+        document.openText(readFile(AUTOSCENE_FIXTURES "/tasks/label-click/script.json")).ok);
+    document.folderPath = AUTOSCENE_FIXTURES "/label-model";
     RuntimeFactory factory;
     registerAllRuntimeItems(factory, nullptr);
     InProcessTarget target;
@@ -239,26 +232,17 @@ class LabelActions : public LabelRules {
 protected:
     void SetUp() override {
         LabelRules::SetUp();
-        const char* coins =
-            R"({"var_list": [{"type": 1, "id": 11, "name": "coins", "value": ""}]})";
-        ASSERT_TRUE(document.openText(coins).ok);
-        definitions = std::make_unique<RuntimeDefinitions>(document, clock);
+        kit.open(R"({"var_list": [{"type": 1, "id": 11, "name": "coins", "value": ""}]})");
     }
 
-    RunContext context() { return {document, *definitions, clock, target, control}; }
-
-    autoscene::model::TaskDocument document;
-    std::unique_ptr<RuntimeDefinitions> definitions;
-    InProcessTarget target;
-    NoRunControl control;
+    TaskContext<> kit;
 };
 
 TEST_F(LabelActions, LabelActionClicksInTheBoxOrReportsTheMissingLabel) {
-    RunContext c = context();
-    LabelAction action(c, LabelTarget{&detector, 0, 0.65f, SearchArea()}, std::nullopt,
+    LabelAction action(*kit.context, LabelTarget{&detector, 0, 0.65f, SearchArea()}, std::nullopt,
                        autoscene::platform::MouseOp::LeftClick, ClickTiming{0.0f, 2, 0.0f}, 0.5f);
     EXPECT_FLOAT_EQ(action.run(task), 0.5f);
-    const auto inputs = target.inputs();
+    const auto inputs = kit.target.inputs();
     ASSERT_EQ(inputs.size(), 2u);
     EXPECT_TRUE(QRect(100, 50, 21, 21).contains(inputs[0].point.x, inputs[0].point.y));
     QJsonObject result = action.state(std::this_thread::get_id());
@@ -267,17 +251,17 @@ TEST_F(LabelActions, LabelActionClicksInTheBoxOrReportsTheMissingLabel) {
                    std::lround(result["sim"].toDouble() * 100), result["points"].toArray().size()),
         std::tuple(true, "coin", 70, 1));
 
-    LabelAction unknown(c, LabelTarget{&detector, 3, 0.1f, SearchArea()}, std::nullopt,
+    LabelAction unknown(*kit.context, LabelTarget{&detector, 3, 0.1f, SearchArea()}, std::nullopt,
                         autoscene::platform::MouseOp::LeftClick, ClickTiming{}, 0.5f);
     EXPECT_FLOAT_EQ(unknown.run(task), 0.0f);
     result = unknown.state(std::this_thread::get_id());
     EXPECT_EQ(std::pair(result["clicked"].toBool(), result["err"].toString()),
               std::pair(false, QStringLiteral("标签异常，请检查模型或标签是否存在")));
-    EXPECT_EQ(target.inputs().size(), 2u);
+    EXPECT_EQ(kit.target.inputs().size(), 2u);
 }
 
 TEST_F(LabelActions, SaveLabelCoordStoresEveryBoxOrItsMovedArea) {
-    MVVariable* coins = definitions->find(11);
+    MVVariable* coins = kit.definitions->find(11);
     const auto save = [&](float minProbability, std::optional<QRect> area, SaveCoordKind kind) {
         return MVSaveLabelCoordAction(LabelTarget{&detector, 0, minProbability, SearchArea()},
                                       coins, area, kind);

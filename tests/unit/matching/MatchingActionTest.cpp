@@ -9,22 +9,19 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
-#include "InProcessTarget.h"
-#include "ManualClock.h"
 #include "MatchingTestKit.h"
+#include "TaskContext.h"
+#include "TestFiles.h"
 #include "actions/FindClick.h"
 #include "actions/ImageAction.h"
 #include "actions/MVClickColorAction.h"
 #include "actions/MVSaveCoordAction.h"
 #include "conditions/ScreenConditions.h"
 #include "engine/RandomPick.h"
-#include "engine/RuntimeDefinitions.h"
-#include "model/TaskDocument.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::conditions;
 using namespace autoscene::actions;
-using autoscene::model::TaskDocument;
 using autoscene::platform::MouseOp;
 using namespace autoscene::test;
 
@@ -36,46 +33,36 @@ class MatchingActionTest : public ::testing::Test {
 protected:
     void SetUp() override {
         frame = noiseFrame(200, 120, 21);
-        cut = cv::Rect(140, 70, 20, 16);
         ASSERT_TRUE(QDir().mkpath(dir.filePath(QStringLiteral("image"))));
         ASSERT_TRUE(cv::imwrite(dir.filePath(QStringLiteral("image/t.png")).toStdString(),
                                 frame(cut).clone()));
-        ASSERT_TRUE(QFile::copy(AUTOSCENE_FIXTURES "/tasks/find-and-click/script.json",
-                                dir.filePath("script.json")));
-        ASSERT_TRUE(document.openFolder(dir.path()).ok);
-        definitions = std::make_unique<RuntimeDefinitions>(document, clock);
+        kit.open(readFile(AUTOSCENE_FIXTURES "/tasks/find-and-click/script.json"));
+        kit.task.folderPath = dir.path() + "/";
         task.frame = frame;
         task.cycleCount = 1;
     }
 
-    RunContext context() { return {document, *definitions, clock, target, control}; }
-
     ImageAction::Target button(int searchId = 0) {
-        const SearchArea area(*definitions, searchId);
-        return {QStringLiteral("button"), makeTemplateMatcher(document, 1, area.crop()), area,
+        const SearchArea area(*kit.definitions, searchId);
+        return {QStringLiteral("button"), makeTemplateMatcher(kit.task, 1, area.crop()), area,
                 QPoint(130, 60)};
     }
 
     QTemporaryDir dir;
     cv::Mat frame;
-    cv::Rect cut;
-    TaskDocument document;
-    ManualClock clock;
-    InProcessTarget target;
-    NoRunControl control;
-    std::unique_ptr<RuntimeDefinitions> definitions;
+    const cv::Rect cut{140, 70, 20, 16};
+    TaskContext<> kit;
     TaskInfo task;
 };
 
 TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchAsOftenAsAskedAndMovesItsClickArea) {
-    RunContext c = context();
-    ImageAction action(c, button(), std::nullopt, MouseOp::RightClick, ClickTiming{0.0f, 3, 0.25f},
-                       1.5f);
-    const std::int64_t before = clock.nowMs();
+    ImageAction action(*kit.context, button(), std::nullopt, MouseOp::RightClick,
+                       ClickTiming{0.0f, 3, 0.25f}, 1.5f);
+    const std::int64_t before = kit.clock.nowMs();
     EXPECT_FLOAT_EQ(action.run(task), 1.5f);
-    EXPECT_EQ(clock.nowMs() - before, 500);  // two intervals between three clicks
+    EXPECT_EQ(kit.clock.nowMs() - before, 500);  // two intervals between three clicks
 
-    const auto inputs = target.inputs();
+    const auto inputs = kit.target.inputs();
     ASSERT_EQ(inputs.size(), 3u);
     const RecordedInput& first = inputs[0];
     for (const RecordedInput& input : inputs) {
@@ -91,19 +78,19 @@ TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchAsOftenAsAskedAndMoves
               std::tuple(true, "button", 1.0, first.point.x));
 
     // Drawn at (135, 65) while the image sat at (130, 60); found at (140, 70).
-    ImageAction moved(c, button(), definitions->cropRect(10), MouseOp::LeftClick,
+    ImageAction moved(*kit.context, button(), kit.definitions->cropRect(10), MouseOp::LeftClick,
                       ClickTiming{0.1f, 1, 0.0f}, 0.0f);
     moved.run(task);
-    ASSERT_EQ(target.inputs().size(), 4u);
-    EXPECT_TRUE(
-        QRect(145, 75, 5, 5).contains(target.inputs()[3].point.x, target.inputs()[3].point.y));
-    EXPECT_EQ(target.inputs()[3].detail, 100);
+    ASSERT_EQ(kit.target.inputs().size(), 4u);
+    EXPECT_TRUE(QRect(145, 75, 5, 5)
+                    .contains(kit.target.inputs()[3].point.x, kit.target.inputs()[3].point.y));
+    EXPECT_EQ(kit.target.inputs()[3].detail, 100);
 
     // Count zero records the point but sends nothing.
-    ImageAction none(c, button(), std::nullopt, MouseOp::LeftClick, ClickTiming{0.0f, 0, 0.0f},
-                     0.0f);
+    ImageAction none(*kit.context, button(), std::nullopt, MouseOp::LeftClick,
+                     ClickTiming{0.0f, 0, 0.0f}, 0.0f);
     none.run(task);
-    EXPECT_EQ(target.inputs().size(), 4u);
+    EXPECT_EQ(kit.target.inputs().size(), 4u);
     EXPECT_TRUE(none.state(std::this_thread::get_id())["clicked"].toBool());
     EXPECT_EQ(none.state(std::this_thread::get_id())["points"].toArray().size(), 1);
 }
@@ -121,63 +108,64 @@ TEST(ClickArea, AnAreaMovedPastTheIntRangeStaysAtItsEdge) {
 }
 
 TEST_F(MatchingActionTest, ImageActionClicksNothingWhenTheImageIsAbsentOrBroken) {
-    RunContext c = context();
-    ImageAction elsewhere(c, button(12), std::nullopt, MouseOp::LeftClick, ClickTiming{}, 2.0f);
+    ImageAction elsewhere(*kit.context, button(12), std::nullopt, MouseOp::LeftClick, ClickTiming{},
+                          2.0f);
     EXPECT_FLOAT_EQ(elsewhere.run(task), 0.0f);
     const QJsonObject result = elsewhere.state(std::this_thread::get_id());
     EXPECT_TRUE(!result["clicked"].toBool() && result["sim"].toDouble() < 0.9);
 
     ImageAction::Target missing = button();
-    missing.matcher = makeTemplateMatcher(document, 99, std::nullopt);
-    ImageAction gone(c, missing, std::nullopt, MouseOp::LeftClick, ClickTiming{}, 2.0f);
+    missing.matcher = makeTemplateMatcher(kit.task, 99, std::nullopt);
+    ImageAction gone(*kit.context, missing, std::nullopt, MouseOp::LeftClick, ClickTiming{}, 2.0f);
     EXPECT_FLOAT_EQ(gone.run(task), 0.0f);
     EXPECT_EQ(gone.state(std::this_thread::get_id())["err"].toString(), "图片不存在，请重新添加");
-    EXPECT_TRUE(target.inputs().empty());
+    EXPECT_TRUE(kit.target.inputs().empty());
 }
 
 TEST_F(MatchingActionTest, SaveCoordWritesEveryFoundRectangle) {
     frame(cut).copyTo(frame(cv::Rect(10, 10, 20, 16)));
-    definitions->find(11)->setValue(QStringLiteral("0,0,60,60|120,50,60,60|0,80,60,40"));
-    MVSaveCoordAction action(button(11), definitions->find(11), std::nullopt, SaveCoordKind::Rect);
+    MVVariable* places = kit.definitions->find(11);
+    places->setValue(QStringLiteral("0,0,60,60|120,50,60,60|0,80,60,40"));
+    MVSaveCoordAction action(button(11), places, std::nullopt, SaveCoordKind::Rect);
     action.run(task);
-    EXPECT_EQ(definitions->find(11)->value(), QStringLiteral("10,10,20,16|140,70,20,16"));
+    EXPECT_EQ(places->value(), QStringLiteral("10,10,20,16|140,70,20,16"));
     const QJsonObject result = action.state(std::this_thread::get_id());
     EXPECT_EQ(std::tuple(result["exist"].toBool(), result["rects"].toString(),
                          result["variable_name"].toString(), result["image_name"].toString()),
               std::tuple(true, "10,10,20,16|140,70,20,16", "places", "button"));
 
-    definitions->find(11)->setValue(QStringLiteral("0,80,60,40"));
+    places->setValue(QStringLiteral("0,80,60,40"));
     ++task.cycleCount;
     action.run(task);
     EXPECT_FALSE(action.state(std::this_thread::get_id())["exist"].toBool());
-    EXPECT_EQ(definitions->find(11)->value(), QStringLiteral("0,80,60,40"));
+    EXPECT_EQ(places->value(), QStringLiteral("0,80,60,40"));
 }
 
 TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     frame(cv::Rect(50, 40, 3, 3)).setTo(cv::Scalar(0x00, 0x80, 0xff));
     frame(cv::Rect(150, 40, 3, 3)).setTo(cv::Scalar(0x00, 0x80, 0xff));
-    RunContext c = context();
     const MVClickColorAction::Colour orange{QStringLiteral("orange"), 0xff8000, 0.99f};
     const auto clickColour = [&](std::optional<MVClickColorAction::Colour> colour, SearchArea area,
                                  std::optional<QRect> clickArea = std::nullopt,
                                  ClickTiming timing = {}) {
-        return MVClickColorAction(c, std::move(colour), area, clickArea, MouseOp::LeftClick, timing,
-                                  0.5f);
+        return MVClickColorAction(*kit.context, std::move(colour), area, clickArea,
+                                  MouseOp::LeftClick, timing, 0.5f);
     };
     MVClickColorAction action =
-        clickColour(orange, SearchArea(*definitions, 12), std::nullopt, {0.0f, 2, 0.0f});
+        clickColour(orange, SearchArea(*kit.definitions, 12), std::nullopt, {0.0f, 2, 0.0f});
     EXPECT_FLOAT_EQ(action.run(task), 0.5f);
     EXPECT_EQ(action.currentPoint(), QPoint(50, 40));
-    const auto inputs = target.inputs();
+    const auto inputs = kit.target.inputs();
     ASSERT_EQ(inputs.size(), 2u);
     EXPECT_EQ(QPoint(inputs[1].point.x, inputs[1].point.y), QPoint(50, 40));
     EXPECT_TRUE(action.state(std::this_thread::get_id())["clicked"].toBool());
 
-    clickColour(orange, SearchArea(*definitions, 12), QRect(0, 0, 2, 2)).run(task);
-    EXPECT_TRUE(QRect(50, 40, 3, 3)
-                    .contains(target.inputs().back().point.x, target.inputs().back().point.y));
+    clickColour(orange, SearchArea(*kit.definitions, 12), QRect(0, 0, 2, 2)).run(task);
+    EXPECT_TRUE(
+        QRect(50, 40, 3, 3)
+            .contains(kit.target.inputs().back().point.x, kit.target.inputs().back().point.y));
 
-    MVClickColorAction noColour = clickColour(std::nullopt, SearchArea(*definitions, 12));
+    MVClickColorAction noColour = clickColour(std::nullopt, SearchArea(*kit.definitions, 12));
     EXPECT_FLOAT_EQ(noColour.run(task), 0.0f);
     EXPECT_EQ(noColour.state(std::this_thread::get_id())["err"].toString(),
               "颜色异常,请确认颜色是否被删除");
@@ -186,10 +174,10 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     EXPECT_EQ(noArea.state(std::this_thread::get_id())["err"].toString(), " 查找范围异常");
 
     frame(cv::Rect(50, 40, 3, 3)).setTo(cv::Scalar(0, 0, 0));
-    MVClickColorAction absent = clickColour(orange, SearchArea(*definitions, 12));
+    MVClickColorAction absent = clickColour(orange, SearchArea(*kit.definitions, 12));
     EXPECT_FLOAT_EQ(absent.run(task), 0.0f);
     EXPECT_EQ(absent.currentPoint(), QPoint(-1, -1));
-    EXPECT_EQ(target.inputs().size(), 3u);
+    EXPECT_EQ(kit.target.inputs().size(), 3u);
 }
 
 }  // namespace

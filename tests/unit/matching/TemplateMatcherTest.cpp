@@ -15,7 +15,6 @@
 #include "recognition/TemplateImage.h"
 #include "recognition/TemplateMatcher.h"
 
-using namespace autoscene::engine;
 using namespace autoscene::recognition;
 using autoscene::ocr::testkit::LogCapture;
 using autoscene::test::noiseFrame;
@@ -43,19 +42,13 @@ protected:
         return path;
     }
 
-    static TemplateMatcher matcher(const QString& path) {
-        TemplateMatcher::Settings settings;
-        settings.filePath = path;
-        return TemplateMatcher(settings);
-    }
-
     QTemporaryDir dir;
 };
 
 TEST_F(TemplateMatcherTest, ScoreIsRoundedToTwoDecimalsBeforeTheThreshold) {
     // 50 / sqrt(50² + 38²) = 0.796 and 50 / sqrt(50² + 39²) = 0.788.
     for (const auto& [noise, score, found] : {std::tuple{38, 0.80f, true}, {39, 0.79f, false}}) {
-        TemplateMatcher m = matcher(write(stripes(8, 0)));
+        TemplateMatcher m({.filePath = write(stripes(8, 0))});
         m.matchDefault(stripes(8, noise), 1);
         EXPECT_FLOAT_EQ(m.bestResult().score, score) << noise;
         EXPECT_EQ(m.record().found, found) << noise;
@@ -64,11 +57,11 @@ TEST_F(TemplateMatcherTest, ScoreIsRoundedToTwoDecimalsBeforeTheThreshold) {
 
 TEST_F(TemplateMatcherTest, ClipsTheSearchAreaToTheFrameAndNeedsItAsLargeAsTheTemplate) {
     const cv::Mat frame = noiseFrame(120, 80, 3);
-    TemplateMatcher m = matcher(write(frame(cv::Rect(2, 3, 20, 20)).clone()));
+    TemplateMatcher m({.filePath = write(frame(cv::Rect(2, 3, 20, 20)).clone())});
 
     m.matchIn(frame, QRect(-30, -30, 80, 80), 1);  // partly outside
-    EXPECT_TRUE(m.record().found);
-    EXPECT_EQ(m.bestResult().match.topLeft(), QPoint(2, 3));
+    EXPECT_EQ(std::pair(m.record().found, m.bestResult().match.topLeft()),
+              std::pair(true, QPoint(2, 3)));
 
     for (const QRect outside : {QRect(500, 10, 40, 40), QRect(10, -200, 40, 40)}) {
         m.matchIn(frame, outside, 2);
@@ -77,11 +70,11 @@ TEST_F(TemplateMatcherTest, ClipsTheSearchAreaToTheFrameAndNeedsItAsLargeAsTheTe
     }
 
     // A template as large as the area matches; one pixel more does not.
-    TemplateMatcher whole = matcher(write(frame.clone(), QStringLiteral("whole.png")));
+    TemplateMatcher whole({.filePath = write(frame.clone(), QStringLiteral("whole.png"))});
     whole.matchDefault(frame, 1);
-    EXPECT_TRUE(whole.record().found);
-    EXPECT_EQ(whole.bestResult().match, QRect(0, 0, 120, 80));
-    TemplateMatcher wider = matcher(write(noiseFrame(121, 80, 3), QStringLiteral("wide.png")));
+    EXPECT_EQ(std::pair(whole.record().found, whole.bestResult().match),
+              std::pair(true, QRect(0, 0, 120, 80)));
+    TemplateMatcher wider({.filePath = write(noiseFrame(121, 80, 3), QStringLiteral("wide.png"))});
     wider.matchDefault(frame, 1);
     EXPECT_EQ(wider.record().status, kMatchAreaTooSmall);
     m.matchIn(frame, QRect(2, 3, 20, 20), 3);
@@ -170,7 +163,7 @@ TEST_F(TemplateMatcherTest, AlphaGreyAndSixteenBitTemplatesMatchLikeTheirThreeCh
                                       {"grey.png", grey(cut).clone()},
                                       {"bgr16.png", deep},
                                       {"grey16.png", greyDeep}}) {
-        TemplateMatcher m = matcher(write(image, name));
+        TemplateMatcher m({.filePath = write(image, name)});
         m.matchDefault(frame, 1);
         ASSERT_EQ(std::tuple(m.record().found, m.record().status, m.record().resultCount),
                   std::tuple(true, int(kMatchOk), size_t(1)))
@@ -180,7 +173,7 @@ TEST_F(TemplateMatcherTest, AlphaGreyAndSixteenBitTemplatesMatchLikeTheirThreeCh
 
     // A file rewritten at once with other pixels is decoded anew, not taken from before.
     for (const cv::Point at : {cv::Point(10, 10), cv::Point(70, 50)}) {
-        TemplateMatcher m = matcher(write(frame(cv::Rect(at, cut.size())), "bgr.png"));
+        TemplateMatcher m({.filePath = write(frame(cv::Rect(at, cut.size())), "bgr.png")});
         m.matchDefault(frame, 1);
         EXPECT_EQ(m.bestResult().match.topLeft(), QPoint(at.x, at.y));
     }
@@ -196,7 +189,7 @@ TEST_F(TemplateMatcherTest, UnreadableTemplatesReportMissingAndAreRetried) {
     cv::imencode(".png", piece, png);
 
     const QString path = dir.filePath(QStringLiteral("late.png"));
-    TemplateMatcher m = matcher(path);
+    TemplateMatcher m({.filePath = path});
     const LogCapture log;
     int cycle = 0;
     for (const QByteArray& bytes :
@@ -210,7 +203,7 @@ TEST_F(TemplateMatcherTest, UnreadableTemplatesReportMissingAndAreRetried) {
     }
     EXPECT_EQ(log.count(QStringLiteral("does not decode")), 3)
         << "each broken file once until it changes: " << log.all().toStdString();
-    EXPECT_EQ(matcher(QString()).templateSize(), cv::Size());
+    EXPECT_EQ(TemplateMatcher({}).templateSize(), cv::Size());
 
     write(piece, QStringLiteral("late.png"));
     m.matchDefault(frame, ++cycle);
@@ -219,7 +212,7 @@ TEST_F(TemplateMatcherTest, UnreadableTemplatesReportMissingAndAreRetried) {
 
 TEST_F(TemplateMatcherTest, ARectangleIsMatchedOncePerCycleAndAListStopsAtTheFirstFind) {
     cv::Mat frame = noiseFrame(100, 100, 4);
-    TemplateMatcher m = matcher(write(frame(cv::Rect(40, 40, 16, 16)).clone()));
+    TemplateMatcher m({.filePath = write(frame(cv::Rect(40, 40, 16, 16)).clone())});
     m.matchDefault(frame, 1);
     noiseFrame(100, 100, 99).copyTo(frame);
     m.matchDefault(frame, 1);  // same cycle: the earlier result stands
@@ -228,7 +221,7 @@ TEST_F(TemplateMatcherTest, ARectangleIsMatchedOncePerCycleAndAListStopsAtTheFir
     EXPECT_EQ(std::pair(m.record().found, m.record().resultCount), std::pair(false, size_t(1)));
 
     // A rectangle list stops at the first find unless all are wanted.
-    TemplateMatcher list = matcher(write(frame(cv::Rect(40, 40, 16, 16)).clone(), "l.png"));
+    TemplateMatcher list({.filePath = write(frame(cv::Rect(40, 40, 16, 16)).clone(), "l.png")});
     const std::vector<QRect> rects{QRect(0, 0, 30, 30), QRect(30, 30, 40, 40),
                                    QRect(35, 35, 30, 30)};
     list.matchRects(frame, rects, false, 3);

@@ -11,15 +11,9 @@
 #include "recognition/TemplateTiles.h"
 
 using namespace autoscene::recognition;
-using autoscene::test::noiseFrame;
+using autoscene::test::blurredNoise;
 
 namespace {
-
-cv::Mat blurredNoise(int cols, int rows, std::uint64_t seed) {
-    cv::Mat frame = noiseFrame(cols, rows, seed);
-    cv::GaussianBlur(frame, frame, cv::Size(5, 5), 0);
-    return frame;
-}
 
 TEST(TemplateSearchTest, TakesTheCoarseRouteOnlyWhereItCanVouchForTheAnswer) {
     const cv::Mat frame = blurredNoise(480, 320, 1);

@@ -10,13 +10,6 @@
 
 namespace autoscene::ocr::testkit {
 
-namespace {
-
-constexpr int kStartTimeoutMs = 60'000;
-constexpr char kReadyText[] = "listening on 127.0.0.1:";
-
-}  // namespace
-
 ServiceAnswer readServiceAnswer(const std::string& body) {
     const QJsonObject json = QJsonDocument::fromJson(QByteArray::fromStdString(body)).object();
     return {json["strRes"].toString().toStdString(), json["engine"].toString().toStdString(),
@@ -36,10 +29,11 @@ OcrServiceProcess::OcrServiceProcess(const std::string& program, int engineCount
         process_->setStandardErrorFile(QString::fromStdString(errorFile));
     }
     process_->start(QString::fromStdString(program), arguments);
-    const QDeadlineTimer deadline(kStartTimeoutMs);
+    const QDeadlineTimer deadline(60'000);
     while (!process_->canReadLine() && process_->waitForReadyRead(int(deadline.remainingTime()))) {
     }
     const QByteArray line = process_->readLine();
+    constexpr char kReadyText[] = "listening on 127.0.0.1:";
     const qsizetype at = line.indexOf(kReadyText);
     port_ = at < 0 ? 0 : line.mid(at + qsizetype(sizeof kReadyText) - 1).trimmed().toInt();
     if (port_ == 0) {

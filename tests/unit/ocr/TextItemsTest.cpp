@@ -32,9 +32,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const std::vector<TextLabel> kScreen = {
-    {"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}, {"12850", {40, 240}, 40}};
-
 // Keeps what the run view would show of the events that fire.
 class TextItems : public testing::Test, public IMVSceneEvent {
 protected:
@@ -49,10 +46,9 @@ protected:
         }
     }
 
-    // Runs tasks/text-items on the labels, read by the shared service, until it stops itself. Event
-    // "read": when the top band holds the text of variable 12 (contains), click "Start Game" there,
-    // click again with offset crop 14, store the text of the bottom crop into variable 11 ("coins")
-    // and stop. Event "give up" stops the run when the first did not fire.
+    // Runs tasks/text-items on the labels until it stops itself. "read": when the top band
+    // contains variable 12, click "Start Game", again with offset crop 14, store the bottom
+    // crop's text in variable 11 ("coins") and stop. "give up" stops when "read" did not fire.
     void run(const std::vector<TextLabel>& labels) {
         ASSERT_TRUE(document.openFolder(QStringLiteral(AUTOSCENE_FIXTURES "/tasks/text-items")).ok);
         RuntimeFactory factory;
@@ -77,7 +73,7 @@ protected:
 };
 
 TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
-    run(kScreen);
+    run({{"开始游戏", {30, 40}, 40}, {"Start Game", {330, 44}, 36}, {"12850", {40, 240}, 40}});
     ASSERT_EQ(fired, QStringList{QStringLiteral("read")});
     const QJsonValue condition = conditions.at(0)["item_state"][0];
     EXPECT_EQ(std::tuple(condition["item_state"].toInt(), condition["text_rects"].toArray().size(),
