@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 namespace autoscene::testing {
 
@@ -27,13 +28,9 @@ platform::BgraFrame ReferenceScreen::read(platform::Rect rect) const {
                               std::vector<std::uint8_t>(std::size_t(rect.width) * rect.height * 4)};
     for (int y = 0; y < rect.height; ++y) {
         for (int x = 0; x < rect.width; ++x) {
-            // A 24-bit TrueColor visual: 0xRRGGBB.
-            const unsigned long pixel = XGetPixel(image, x, y);
-            std::uint8_t* out = &frame.pixels[static_cast<std::size_t>(y) * frame.stride + 4 * x];
-            out[0] = pixel & 0xFF;
-            out[1] = (pixel >> 8) & 0xFF;
-            out[2] = (pixel >> 16) & 0xFF;
-            out[3] = 0xFF;
+            // A 24-bit TrueColor visual's 0xRRGGBB, opaque, lies in memory as B, G, R, A.
+            const auto bgra = std::uint32_t(0xFF000000u | (XGetPixel(image, x, y) & 0xFFFFFF));
+            std::memcpy(&frame.pixels[std::size_t(y) * frame.stride + 4 * x], &bgra, 4);
         }
     }
     XDestroyImage(image);
