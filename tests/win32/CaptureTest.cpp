@@ -157,8 +157,7 @@ TEST_F(CaptureTest, WholeScreenMissingWindowsNoGdiObjectsLeftAndTheScreenEdgesCu
     EXPECT_EQ(liveGdiObjects(), before);
 
     SCOPED_TRACE("the screen capture is cut at the right edge and shifted at the left");
-    const int screenWidth = GetSystemMetrics(SM_CXSCREEN);
-    moveClientTo(screenWidth - 150, 100);
+    moveClientTo(GetSystemMetrics(SM_CXSCREEN) - 150, 100);
     BgraFrame frame = backend.capture(top(), false);
     ASSERT_EQ(std::pair(frame.width, frame.height), std::pair(150, kClientHeight));
     EXPECT_EQ(mismatches(frame, 0, frame.width), 0);

@@ -166,11 +166,10 @@ TEST(DeviceRun, StopAndTimeLimitCutShortTheWaitForTheDeviceService) {
 
     for (const bool interrupt : {true, false}) {
         SCOPED_TRACE(interrupt ? "Ctrl+C" : "time limit");
-        QStringList arguments{AUTOSCENE_ANDROID_TASK, "--device", device.serial(),
-                              "--device-service", serviceFile(folder)};
-        if (!interrupt) {
-            arguments += {"--time-limit", "1"};
-        }
+        const QStringList arguments =
+            QStringList{AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--device-service",
+                        serviceFile(folder)} +
+            (interrupt ? QStringList{} : QStringList{"--time-limit", "1"});
         const qsizetype before = serviceStarts();
         StartedRun run(arguments, [&] { return serviceStarts() > before; });
         if (interrupt) {

@@ -70,8 +70,7 @@ TEST_F(DeviceTargetTest, FramesOfEveryHeaderSizeAndThePngFallbackShowTheApp) {
         open(options);
         const cv::Point button = (layout::kTapButton.tl() + layout::kTapButton.br()) / 2;
         Pixel pixel = capturePixel(target, task, button);
-        EXPECT_EQ(pixel.width, 720) << options.join(' ').toStdString();
-        EXPECT_EQ(pixel.height, 1280);
+        EXPECT_EQ(std::pair(pixel.width, pixel.height), std::pair(720, 1280));
         EXPECT_EQ(pixel.bgr, bgrOf(layout::kHomeBackground));
 
         EXPECT_EQ(target.startApp(task, "com.autoscene.testapp", {}), QString());
@@ -210,7 +209,6 @@ TEST_F(DeviceServiceTest, FirstCaptureStartsTheServiceWhichIsStartedAgainOnceKil
         width = captureWidth(*target);
     }
     EXPECT_EQ(width, 720);
-    EXPECT_EQ(device->log().count("service started"), 2);
     EXPECT_EQ(device->log().filter("service key "),
               QStringList({"service key key-1", "service key key-2"}));
     EXPECT_EQ(serviceForwards().size(), 1);

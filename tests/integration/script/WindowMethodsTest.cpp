@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-
 #include "engine/TaskInfo.h"
 #include "model/TaskDocument.h"
 #include "script/ScriptEngineHolder.h"
@@ -97,9 +95,3 @@ TEST_F(WindowMethods, FindSearchMoveResizeRaiseAndClose) {
 
 }  // namespace
 }  // namespace autoscene::testing
-
-int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

@@ -32,11 +32,10 @@ TEST_F(CaptureTest, BothModesLeaveOutTheBorderClampToTheScreenAndGiveNothingForG
     ASSERT_EQ(foreground.width, 120);
     EXPECT_EQ(pixelAt(foreground, 0, 0), 0x0000ffu);
     BgraFrame background;
-    eventually([&] {  // the window may first have to paint its new off-screen copy
+    EXPECT_TRUE(eventually([&] {  // the window may first have to paint its new off-screen copy
         background = backend_->capture(bordered, true);
         return firstDifference(background, foreground).empty();
-    });
-    EXPECT_EQ(firstDifference(background, foreground), "");
+    })) << firstDifference(background, foreground);
     XDestroyWindow(display, bordered);
     XSync(display, False);
 

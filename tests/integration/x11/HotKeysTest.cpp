@@ -53,6 +53,9 @@ TEST_F(HotKeysTest, KeysArriveByIdUnderAnyLocksOneHeldElsewhereFailsAndGrabsAreR
     press({XK_s});
     EXPECT_TRUE(pressedIds(*keys).empty()) << "other modifiers are other keys";
 
+    // A focused client takes the presses no grab catches; unfocused, the root would get them.
+    const auto demo = startDemo({});
+    XSetInputFocus(reference_->display(), demo->window(), RevertToParent, CurrentTime);
     press({XK_Caps_Lock});  // on
     press({XK_Num_Lock});
     press({XK_F8});

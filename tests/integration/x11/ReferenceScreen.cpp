@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 namespace autoscene::testing {
 
@@ -27,13 +28,10 @@ platform::BgraFrame ReferenceScreen::read(platform::Rect rect) const {
                               std::vector<std::uint8_t>(std::size_t(rect.width) * rect.height * 4)};
     for (int y = 0; y < rect.height; ++y) {
         for (int x = 0; x < rect.width; ++x) {
-            // A 24-bit TrueColor visual: 0xRRGGBB.
-            const unsigned long pixel = XGetPixel(image, x, y);
-            std::uint8_t* out = &frame.pixels[static_cast<std::size_t>(y) * frame.stride + 4 * x];
-            out[0] = pixel & 0xFF;
-            out[1] = (pixel >> 8) & 0xFF;
-            out[2] = (pixel >> 16) & 0xFF;
-            out[3] = 0xFF;
+            // A 24-bit TrueColor visual's 0xRRGGBB, opaque, lies in memory as B, G, R, A.
+            const auto bgra = std::uint32_t(0xFF000000u | (XGetPixel(image, x, y) & 0xFFFFFF));
+            std::memcpy(&frame.pixels[std::size_t(y) * frame.stride + 4 * std::size_t(x)], &bgra,
+                        4);
         }
     }
     XDestroyImage(image);
@@ -57,7 +55,8 @@ std::uint32_t pixelAt(const platform::BgraFrame& frame, int x, int y) {
     if (x < 0 || y < 0 || x >= frame.width || y >= frame.height) {
         return ~0u;
     }
-    const std::uint8_t* p = &frame.pixels[static_cast<std::size_t>(y) * frame.stride + 4 * x];
+    const std::uint8_t* p =
+        &frame.pixels[static_cast<std::size_t>(y) * frame.stride + 4 * std::size_t(x)];
     return static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[1]) << 8 | p[0];
 }
 
@@ -70,8 +69,10 @@ std::string firstDifference(const platform::BgraFrame& got, const platform::Bgra
     }
     for (int y = 0; y < got.height; ++y) {
         for (int x = 0; x < got.width; ++x) {
-            const std::uint8_t* a = &got.pixels[static_cast<std::size_t>(y) * got.stride + 4 * x];
-            const std::uint8_t* b = &want.pixels[static_cast<std::size_t>(y) * want.stride + 4 * x];
+            const std::uint8_t* a =
+                &got.pixels[static_cast<std::size_t>(y) * got.stride + 4 * std::size_t(x)];
+            const std::uint8_t* b =
+                &want.pixels[static_cast<std::size_t>(y) * want.stride + 4 * std::size_t(x)];
             if (a[0] != b[0] || a[1] != b[1] || a[2] != b[2] || a[3] != b[3]) {
                 std::snprintf(text, sizeof text, "%d,%d: got 0x%06x/%02x, want 0x%06x/%02x", x, y,
                               pixelAt(got, x, y), a[3], pixelAt(want, x, y), b[3]);

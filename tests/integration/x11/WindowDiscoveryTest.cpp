@@ -105,12 +105,10 @@ TEST_F(WindowDiscoveryTest, DescribesMatchesAndResizesARealWindow) {
     EXPECT_EQ(backend_->findChild(window, {"", false, "", "", "Other"}), 0u);
 
     ASSERT_TRUE(backend_->resizeClient(window, 500, 400));
-    platform::WindowInfo resized;
-    eventually([&] {
-        resized = backend_->describe(window);
-        return resized.clientRect.width == 500;
-    });
-    EXPECT_EQ(std::pair(resized.clientRect.width, resized.clientRect.height), std::pair(500, 400));
+    EXPECT_TRUE(eventually([&] {
+        const platform::Rect resized = backend_->describe(window).clientRect;
+        return std::pair(resized.width, resized.height) == std::pair(500, 400);
+    }));
     EXPECT_EQ(backend_->capture(window, false).width, 500);
     EXPECT_FALSE(backend_->resizeClient(window, 0, 400));
     EXPECT_FALSE(backend_->resizeClient(window, 500, -1));
