@@ -36,8 +36,7 @@ TEST(AdbOutput, CheckedIntegersNameTheirFailure) {
         {"12a", std::nullopt, kNotANumber},
         {"abc", std::nullopt, kNotANumber},
         {"2147483648", std::nullopt, kOutOfIntRange},
-        {"99999999999999999999999", std::nullopt, kOutOfIntRange},
-    };
+        {"99999999999999999999999", std::nullopt, kOutOfIntRange}};
     for (const auto& [text, value, expectedError] : cases) {
         std::string error;
         EXPECT_EQ(toCheckedInt(text, error), value) << text;

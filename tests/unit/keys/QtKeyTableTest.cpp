@@ -57,8 +57,7 @@ TEST(HotKeyText, ReadsModifiersAndOneKey) {
         {"F8", {false, false, false, false, 0x77}},
         {"F10", {false, false, false, false, 0x79}},
         {"Ctrl+Win+a", {true, false, false, true, 0x41}},
-        {"Ctrl++", {true, false, false, false, 0xBB}},
-    };
+        {"Ctrl++", {true, false, false, false, 0xBB}}};
     for (const auto& [text, expected] : cases) {
         const auto key = parseHotKey(text);
         ASSERT_TRUE(key) << text;

@@ -54,14 +54,13 @@ protected:
 TEST_F(BackgroundProbe, CaptureInfoIsCheckedBeforeAnyBufferIsFilled) {
     // {result, width, height, channels, whether a frame comes}
     const std::tuple<int, int, int, int, bool> cases[] = {
-        {1, 4, 3, 3, true},       {1, 4, 3, 4, true},
-        {0, 4, 3, 3, false},      {0x100, 4, 3, 3, false} /* only the low byte counts */,
-        {1, 0, 3, 3, false},      {1, 4, 0, 3, false},
-        {1, -4, 3, 3, false},     {1, 4, -3, 3, false},
-        {1, 4, 3, 2, false},      {1, 4, 3, 0, false},
-        {1, 4, 3, 255, false},    {1, 100000, 3, 3, false},
-        {1, 3, 100000, 4, false},
-    };
+        {1, 4, 3, 3, true},      {1, 4, 3, 4, true},
+        {0, 4, 3, 3, false},     {0x100, 4, 3, 3, false} /* only the low byte counts */,
+        {1, 0, 3, 3, false},     {1, 4, 0, 3, false},
+        {1, -4, 3, 3, false},    {1, 4, -3, 3, false},
+        {1, 4, 3, 2, false},     {1, 4, 3, 0, false},
+        {1, 4, 3, 255, false},   {1, 100000, 3, 3, false},
+        {1, 3, 100000, 4, false}};
     auto plugin = load();
     for (const auto& [result, width, height, channels, framed] : cases) {
         setCapture(result, width, height, channels);

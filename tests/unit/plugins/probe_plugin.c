@@ -141,29 +141,17 @@ MV_API void mv_capture(mv_handle window, unsigned char* buffer, int size) {
     }
 }
 
-MV_API void mv_mouse_move(mv_handle window, int x, int y) {
-    note("move %llu %d %d", (ull)window, x, y);
-}
-
-MV_API void mv_mouse_down(mv_handle window, int button, int x, int y) {
-    note("down %llu %d %d %d", (ull)window, button, x, y);
-}
-
-MV_API void mv_mouse_up(mv_handle window, int button) {
-    note("up %llu %d", (ull)window, button);
-}
-
-MV_API void mv_mouse_wheel(mv_handle window, int delta, int x, int y) {
-    note("wheel %llu %d %d %d", (ull)window, delta, x, y);
-}
-
-MV_API void mv_key_down(mv_handle window, int key) {
-    note("key_down %llu %d", (ull)window, key);
-}
-
-MV_API void mv_key_up(mv_handle window, int key) {
-    note("key_up %llu %d", (ull)window, key);
-}
+/* The input calls only note what they were given. */
+#define NOTED(function, parameters, format, ...) \
+    MV_API void function parameters {            \
+        note(format, (ull)window, __VA_ARGS__);  \
+    }
+NOTED(mv_mouse_move, (mv_handle window, int x, int y), "move %llu %d %d", x, y)
+NOTED(mv_mouse_down, (mv_handle window, int b, int x, int y), "down %llu %d %d %d", b, x, y)
+NOTED(mv_mouse_up, (mv_handle window, int button), "up %llu %d", button)
+NOTED(mv_mouse_wheel, (mv_handle window, int d, int x, int y), "wheel %llu %d %d %d", d, x, y)
+NOTED(mv_key_down, (mv_handle window, int key), "key_down %llu %d", key)
+NOTED(mv_key_up, (mv_handle window, int key), "key_up %llu %d", key)
 
 MV_API void mv_input_text(mv_handle window, const mv_char16* text) {
     int length = 0;
