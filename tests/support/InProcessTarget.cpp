@@ -36,7 +36,7 @@ std::vector<RecordedInput> InProcessTarget::inputs() const {
 
 bool InProcessTarget::capture(const engine::TaskInfo&, const platform::FrameConsumer& consume) {
     std::lock_guard lock(mutex_);
-    if (frames_.empty() || displayLost_) {
+    if (frames_.empty()) {
         return false;
     }
     const platform::BgraFrame& frame = frames_[next_++ % frames_.size()];

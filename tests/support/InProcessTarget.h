@@ -3,7 +3,6 @@
 // every input it receives, so whole runs can be driven without a display.
 
 #include <QString>
-#include <atomic>
 #include <functional>
 #include <mutex>
 #include <opencv2/core/mat.hpp>
@@ -29,9 +28,6 @@ public:
     void setFrames(std::vector<cv::Mat> bgr);
     void setWindows(std::vector<platform::WindowHandle> windows);
     std::vector<RecordedInput> inputs() const;
-    // From now on nothing can be captured and the display counts as gone.
-    void loseDisplay() { displayLost_ = true; }
-    bool displayLost() override { return displayLost_; }
     // From now on every input is recorded but reported as not taken, for `why`.
     void refuseInput(QString why);
     QString takeInputError(const engine::TaskInfo& task) override;
@@ -66,7 +62,6 @@ private:
     std::function<void(const RecordedInput&)> hook_;
     QString refusal_;
     QString inputError_;
-    std::atomic<bool> displayLost_{false};
 };
 
 }  // namespace autoscene::test

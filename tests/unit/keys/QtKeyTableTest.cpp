@@ -5,24 +5,6 @@
 
 using namespace autoscene::platform::keys;
 
-TEST(QtKeyTable, TranslatesTheUsualCorrespondenceAndHasARowForEveryPrintableKey) {
-    // Left, Down, F1, F24; a shifted sign shares its key's code; Qt reports letters upper-case.
-    const std::pair<int, int> rows[] = {{0x01000012, 37},   {0x01000015, 40}, {'0', 48},
-                                        {'<', 188},         {',', 188},       {'{', 219},
-                                        {'"', 222},         {kQtKeyMeta, 91}, {0x01000030, 0x70},
-                                        {0x01000047, 0x87}, {'a', 0},         {0x01FFFFFF, 0}};
-    for (const auto& [qtKey, virtualKey] : rows) {
-        EXPECT_EQ(virtualKeyFromQtKey(qtKey), virtualKey) << qtKey;
-    }
-    for (int qtKey = 0x20; qtKey <= 0x5F; ++qtKey) {
-        EXPECT_NE(virtualKeyFromQtKey(qtKey), 0) << qtKey;
-    }
-    for (int letter = 'A'; letter <= 'Z'; ++letter) {
-        EXPECT_EQ(virtualKeyFromQtKey(letter), letter);
-        EXPECT_EQ(qtKeyName(letter), std::string(1, static_cast<char>(letter)));
-    }
-}
-
 TEST(KeyEventName, JoinsModifiersInFixedOrderThenTheKey) {
     EXPECT_EQ(keyEventName('S', kQtShiftModifier | kQtAltModifier), "Alt+Shift+S");
     EXPECT_EQ(keyEventName(0x01000037, 0), "F8");
