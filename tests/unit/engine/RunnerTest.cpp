@@ -10,62 +10,23 @@
 #include <set>
 #include <thread>
 
-#include "InProcessTarget.h"
 #include "ManualClock.h"
+#include "ProbedRun.h"
 #include "TestFiles.h"
-#include "engine/RuntimeFactory.h"
 #include "engine/ScreenItem.h"
-#include "engine/TaskRunner.h"
-#include "model/EditorActions.h"
-#include "model/TaskDocument.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::model;
-using autoscene::test::InProcessTarget;
 using autoscene::test::ManualClock;
 
 namespace {
 
 using namespace std::chrono_literals;
 
-// Every run of a probe: which probe (the tap's variable_id), in order.
-struct ProbeLog {
-    std::mutex mutex;
-    std::vector<int> runs;
-    std::function<void(int probe, TaskInfo&)> onRun;
-
-    std::vector<int> probes() {
-        std::lock_guard lock(mutex);
-        return runs;
-    }
-};
-
-// Stands in for a tap: records itself and acts on the target, so it ends a traversal.
-class Probe : public IAction {
-public:
-    Probe(int id, ProbeLog& log, float waitSeconds = 0.0f)
-        : IAction(1, waitSeconds), id_(id), log_(log) {}
-    float run(TaskInfo& task) override {
-        std::lock_guard lock(log_.mutex);
-        log_.runs.push_back(id_);
-        if (log_.onRun) {
-            log_.onRun(id_, task);
-        }
-        return waitSeconds();
-    }
-
-private:
-    const int id_;
-    ProbeLog& log_;
-};
-
-class Runner : public ::testing::Test {
+class Runner : public ::testing::Test, protected autoscene::test::ProbedRun {
 protected:
     void SetUp() override {
-        factory.addAction(EditorTapAction::kType, [this](const IEditorAction& record, RunContext&) {
-            const auto& tap = static_cast<const EditorTapAction&>(record);
-            return std::make_unique<Probe>(tap.variableId, log, tap.postpone);
-        });
+        onProbe = [this](int probe, TaskInfo&) { runs.push_back(probe); };
         target.setFrames({cv::Mat(4, 6, CV_8UC3, cv::Scalar(1, 2, 3))});
     }
 
@@ -73,25 +34,19 @@ protected:
         return QString::fromUtf8(autoscene::test::readFile(AUTOSCENE_FIXTURES "/runner/" + name));
     }
 
-    void open(const QString& json, std::shared_ptr<RunClock> clock = nullptr) {
-        const OpenResult result = task.openText(json.toUtf8());
-        EXPECT_TRUE(result.ok) << result.error.toStdString();
-        runner = std::make_unique<TaskRunner>(task, factory, target, std::move(clock));
-        runner->setLoopIntervalMs(0);
-    }
-
-    // Stops the run once `done` says so on a probe run (under the log's lock), or after 5 s:
+    // Stops the run once `done` says so on a probe run (under the probe lock), or after 5 s:
     // a busy machine may hold one thread back for thousands of the others' cycles.
     void stopWhen(const std::function<bool(TaskInfo&)>& done) {
         const auto giveUp = std::chrono::steady_clock::now() + 5s;
-        log.onRun = [this, done, giveUp](int, TaskInfo& info) {
+        onProbe = [this, done, giveUp](int probe, TaskInfo& info) {
+            runs.push_back(probe);
             if (done(info) || std::chrono::steady_clock::now() > giveUp) {
                 runner->stop();
             }
         };
     }
     void stopAfter(size_t count) {
-        stopWhen([this, count](TaskInfo&) { return log.runs.size() >= count; });
+        stopWhen([this, count](TaskInfo&) { return runs.size() >= count; });
     }
 
     void runToEnd(std::vector<RunTarget> targets = {{TargetKind::Desktop}}) {
@@ -99,11 +54,12 @@ protected:
         ASSERT_TRUE(runner->waitUntilIdle(10s));
     }
 
-    RuntimeFactory factory;
-    InProcessTarget target;
-    TaskDocument task;
-    ProbeLog log;
-    std::unique_ptr<TaskRunner> runner;
+    std::vector<int> probes() {
+        std::lock_guard lock(probeMutex);
+        return runs;
+    }
+
+    std::vector<int> runs;  // the variable_id of every probe run, in order
 };
 
 // Sequential mode resuming after the fired event is CommonEventsGoAroundIdentifiedScenesOnly's.
@@ -111,7 +67,7 @@ TEST_F(Runner, SingleEventModeStartsEachCycleOverAtTheFirstEvent) {
     open(fixture("three-events.json").replace(R"("loop_mode": 1)", R"("loop_mode": 2)"));
     stopAfter(3);
     runToEnd();
-    EXPECT_EQ(log.probes(), (std::vector<int>{1, 1, 1}));
+    EXPECT_EQ(probes(), (std::vector<int>{1, 1, 1}));
 }
 
 TEST_F(Runner, TraversalActionsDoNotEndTheTraversal) {
@@ -119,7 +75,7 @@ TEST_F(Runner, TraversalActionsDoNotEndTheTraversal) {
     open(fixture("traversal.json"));
     stopAfter(3);
     runToEnd();
-    EXPECT_EQ(log.probes(), (std::vector<int>{2, 2, 2}));
+    EXPECT_EQ(probes(), (std::vector<int>{2, 2, 2}));
     EXPECT_EQ(runner->cyclesCompleted(), 3);  // the third cycle was cut short by the stop
 }
 
@@ -129,7 +85,7 @@ TEST_F(Runner, CommonEventsGoAroundIdentifiedScenesOnly) {
     runToEnd();
     // The unidentified scene runs its event while the scene list is searched; once the
     // identified scene is current, only it runs, common events first and low ones last.
-    EXPECT_EQ(log.probes(), (std::vector<int>{9, 1, 2, 3, 1, 2}));
+    EXPECT_EQ(probes(), (std::vector<int>{9, 1, 2, 3, 1, 2}));
 }
 
 TEST_F(Runner, ScenesChangeAndTheirEntryActionsRunOnce) {
@@ -145,7 +101,7 @@ TEST_F(Runner, ScenesChangeAndTheirEntryActionsRunOnce) {
     runner->setSceneObserver(&observer);
     stopAfter(8);
     runToEnd();
-    EXPECT_EQ(log.probes(), (std::vector<int>{10, 1, 20, 2, 10, 1, 20, 2}));
+    EXPECT_EQ(probes(), (std::vector<int>{10, 1, 20, 2, 10, 1, 20, 2}));
     EXPECT_EQ(observer.names, (QStringList{"a", "b", "a", "b"}));
 }
 
@@ -234,7 +190,7 @@ TEST_F(Runner, AStopSkipsTheDetectionsNotYetBegun) {
     current = runner.get();
     runToEnd();
     EXPECT_EQ(detections, 1);
-    EXPECT_TRUE(log.probes().empty());
+    EXPECT_TRUE(probes().empty());
 }
 
 TEST_F(Runner, EveryTargetRunsInBothMultiTargetModesWithItsOwnStartValues) {
@@ -308,7 +264,7 @@ TEST_F(Runner, FailedCapturesAreReportedAndTheRunGoesOn) {
     runToEnd();
     EXPECT_EQ(observer.started, 1);
     EXPECT_GE(observer.failed, 3);
-    EXPECT_EQ(log.probes().size(), 3u);  // conditions on run state still work
+    EXPECT_EQ(probes().size(), 3u);  // conditions on run state still work
 }
 
 }  // namespace

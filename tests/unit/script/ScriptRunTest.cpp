@@ -8,15 +8,11 @@
 #include <QJsonDocument>
 #include <atomic>
 #include <chrono>
-#include <mutex>
 #include <set>
 
-#include "InProcessTarget.h"
 #include "LoopbackPort.h"
+#include "ProbedRun.h"
 #include "TestFiles.h"
-#include "engine/RuntimeFactory.h"
-#include "engine/TaskRunner.h"
-#include "model/TaskDocument.h"
 #include "script/ScriptItems.h"
 
 using namespace autoscene::engine;
@@ -24,48 +20,22 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Stands in for a tap: calls back on every run, with the worker's window.
-class Probe : public IAction {
-public:
-    explicit Probe(std::function<void(TaskInfo&)>& onRun) : IAction(1, 0.0f), onRun_(onRun) {}
-    float run(TaskInfo& task) override {
-        if (onRun_) {
-            onRun_(task);
-        }
-        return 0.0f;
-    }
-
-private:
-    std::function<void(TaskInfo&)>& onRun_;
-};
-
 QString jsonString(const QString& text) {
     return QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact))
         .mid(1)
         .chopped(1);
 }
 
-class ScriptRun : public ::testing::Test {
+class ScriptRun : public ::testing::Test, protected autoscene::test::ProbedRun {
 protected:
+    ScriptRun() { autoscene::script::registerScriptItems(factory); }
+
     // One scene whose only event runs `code`, then the probe; one variable "done" = "no".
     void open(const QString& code) {
-        const QString json = QString::fromUtf8(autoscene::test::readFile(
-                                                   AUTOSCENE_FIXTURES "/script/two-targets.json"))
-                                 .arg(jsonString(code));
-        ASSERT_TRUE(task.openText(json.toUtf8()).ok);
-        autoscene::script::registerScriptItems(factory);
-        factory.addAction(1, [this](const autoscene::model::IEditorAction&, RunContext&) {
-            return std::make_unique<Probe>(onProbe);
-        });
-        runner = std::make_unique<TaskRunner>(task, factory, target);
-        runner->setLoopIntervalMs(1);
+        ProbedRun::open(QString::fromUtf8(autoscene::test::readFile(AUTOSCENE_FIXTURES
+                                                                    "/script/two-targets.json"))
+                            .arg(jsonString(code)));
     }
-
-    autoscene::model::TaskDocument task;
-    RuntimeFactory factory;
-    autoscene::test::InProcessTarget target;
-    std::unique_ptr<TaskRunner> runner;
-    std::function<void(TaskInfo&)> onProbe;
 };
 
 TEST_F(ScriptRun, LockHoldsTheOtherTargetBackUntilUnlocked) {
@@ -79,7 +49,7 @@ TEST_F(ScriptRun, LockHoldsTheOtherTargetBackUntilUnlocked) {
     std::atomic<int> secondRunsAfter{0};
     std::atomic<bool> released{false};
     const auto giveUp = std::chrono::steady_clock::now() + 20s;
-    onProbe = [&](TaskInfo& info) {
+    onProbe = [&](int, TaskInfo& info) {
         if (info.window == 1) {
             if (++firstRuns == 30) {
                 runner->definitions().find(1)->setValue("yes");  // this worker's value
@@ -102,10 +72,8 @@ TEST_F(ScriptRun, LockHoldsTheOtherTargetBackUntilUnlocked) {
 
 TEST_F(ScriptRun, ALockNeverUnlockedEndsWithItsRun) {
     open("if (done == 'lock') auto.lock(); ''");
-    std::mutex mutex;
     std::set<autoscene::platform::WindowHandle> probed;
-    onProbe = [&](TaskInfo& info) {
-        std::lock_guard lock(mutex);
+    onProbe = [&](int, TaskInfo& info) {
         probed.insert(info.window);
         if (info.window == 3 || probed.size() == 2) {
             runner->stop();
@@ -121,7 +89,7 @@ TEST_F(ScriptRun, ALockNeverUnlockedEndsWithItsRun) {
     const bool ended = runner->waitUntilIdle(10s);
     runner->stop();
     EXPECT_TRUE(ended) << "the second run was held by the first run's lock";
-    std::lock_guard lock(mutex);
+    std::lock_guard lock(probeMutex);
     EXPECT_EQ(probed.size(), 2u);
 }
 
