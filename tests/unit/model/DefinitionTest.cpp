@@ -36,7 +36,7 @@ TEST(DefinitionIds, ReadingRaisesTheCounterToTheHighestIdAcrossTasks) {
     }
 }
 
-TEST(Definitions, NamesMustBeUniqueWithinTheTaskAndARandomShowsItsRange) {
+TEST(Definitions, NamesMustBeUniqueWithinTheTask) {
     TaskDocument task;
     openOrFail(task, R"({"var_list": [{"type": 1, "id": 1, "name": "hp"},
                                       {"type": 3, "id": 2, "name": "tick"}]})");
@@ -45,11 +45,6 @@ TEST(Definitions, NamesMustBeUniqueWithinTheTaskAndARandomShowsItsRange) {
     EXPECT_TRUE(task.isDefinitionNameFree(QStringLiteral("hp"), 1));  // renaming itself
     EXPECT_TRUE(task.isDefinitionNameFree(QStringLiteral("HP")));
     EXPECT_EQ(task.definitionByName(QStringLiteral("tick"))->type(), int(DefinitionType::Timer));
-
-    auto random = EditorVariable::create<EditorRandom>();
-    random->min = 2;
-    random->max = 7;
-    EXPECT_EQ(random->describe(), QStringLiteral("2~7"));
 }
 
 TEST(Definitions, UsersAreFoundInEverySceneAndNestedGroup) {

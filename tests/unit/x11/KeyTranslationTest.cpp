@@ -14,14 +14,12 @@ namespace {
 constexpr unsigned long kNoSymbol = NoSymbol;
 
 TEST(VirtualKeys, MapToKeysymsAndEveryMappedOneIsReal) {
-    // Letters are keys, not capitals.
+    // The computed ranges' ends, and one row of the table; letters are keys, not capitals.
     const std::pair<int, unsigned long> known[] = {
-        {0x0D, XK_Return},      {0x25, XK_Left},    {0x30, XK_0},      {0x39, XK_9},
-        {0x41, XK_a},           {0x5A, XK_z},       {0x60, XK_KP_0},   {0x70, XK_F1},
-        {0x87, XK_F24},         {0x5B, XK_Super_L}, {0xBC, XK_comma},  {0xDE, XK_apostrophe},
-        {0xA5, XK_Alt_R},       {-1, kNoSymbol},    {0, kNoSymbol},    {0x07, kNoSymbol},
-        {0x3A, kNoSymbol},      {0x40, kNoSymbol},  {0xFF, kNoSymbol}, {0x100, kNoSymbol},
-        {0x7FFFFFFF, kNoSymbol}};
+        {0x30, XK_0},       {0x39, XK_9},           {0x41, XK_a},      {0x5A, XK_z},
+        {0x60, XK_KP_0},    {0x70, XK_F1},          {0x87, XK_F24},    {0x0D, XK_Return},
+        {-1, kNoSymbol},    {0, kNoSymbol},         {0x3A, kNoSymbol}, {0x40, kNoSymbol},
+        {0x100, kNoSymbol}, {0x7FFFFFFF, kNoSymbol}};
     for (const auto& [code, keysym] : known) {
         EXPECT_EQ(keysymForVirtualKey(code), keysym) << code;
     }
