@@ -12,14 +12,7 @@ void InProcessTarget::setFrames(std::vector<cv::Mat> bgr) {
     std::lock_guard lock(mutex_);
     frames_.clear();
     for (const cv::Mat& image : bgr) {
-        cv::Mat bgra;
-        cv::cvtColor(image, bgra, cv::COLOR_BGR2BGRA);
-        platform::BgraFrame frame;
-        frame.width = bgra.cols;
-        frame.height = bgra.rows;
-        frame.stride = int(bgra.step);
-        frame.pixels.assign(bgra.data, bgra.data + bgra.step * size_t(bgra.rows));
-        frames_.push_back(std::move(frame));
+        cv::cvtColor(image, frames_.emplace_back(), cv::COLOR_BGR2BGRA);
     }
     next_ = 0;
 }
@@ -39,8 +32,8 @@ bool InProcessTarget::capture(const engine::TaskInfo&, const platform::FrameCons
     if (frames_.empty()) {
         return false;
     }
-    const platform::BgraFrame& frame = frames_[next_++ % frames_.size()];
-    consume(platform::BgraView{frame.width, frame.height, frame.stride, frame.pixels.data()});
+    const cv::Mat& frame = frames_[next_++ % frames_.size()];
+    consume(platform::BgraView{frame.cols, frame.rows, int(frame.step), frame.ptr()});
     return true;
 }
 

@@ -55,7 +55,7 @@ private:
     void record(RecordedInput input);
 
     mutable std::mutex mutex_;
-    std::vector<platform::BgraFrame> frames_;
+    std::vector<cv::Mat> frames_;  // BGRA
     size_t next_ = 0;
     std::vector<platform::WindowHandle> windows_;
     std::vector<RecordedInput> inputs_;

@@ -14,29 +14,30 @@ inline sockaddr_in loopbackAddress(int port = 0) {
     return address;
 }
 
-// A loopback port that was free a moment ago and that nobody listens on now: bound but never
-// listening, then closed, so connecting to it is refused.
-inline int unusedLoopbackPort() {
-    const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
+// Binds the socket `fd` to a free loopback port, which it returns.
+inline int bindToFreeLoopbackPort(int fd) {
     sockaddr_in address = loopbackAddress();
     socklen_t length = sizeof address;
     ::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof address);
     ::getsockname(fd, reinterpret_cast<sockaddr*>(&address), &length);
-    ::close(fd);
     return ntohs(address.sin_port);
+}
+
+// A loopback port that was free a moment ago and that nobody listens on now: bound but never
+// listening, then closed, so connecting to it is refused.
+inline int unusedLoopbackPort() {
+    const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
+    const int port = bindToFreeLoopbackPort(fd);
+    ::close(fd);
+    return port;
 }
 
 // A loopback port that takes connections and never answers: a hung service. The kernel
 // completes each connection from the backlog; nothing ever reads or writes.
 class SilentListener {
 public:
-    SilentListener() : fd_(::socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in address = loopbackAddress();
-        socklen_t length = sizeof address;
-        ::bind(fd_, reinterpret_cast<sockaddr*>(&address), sizeof address);
+    SilentListener() : fd_(::socket(AF_INET, SOCK_STREAM, 0)), port_(bindToFreeLoopbackPort(fd_)) {
         ::listen(fd_, 16);
-        ::getsockname(fd_, reinterpret_cast<sockaddr*>(&address), &length);
-        port_ = ntohs(address.sin_port);
     }
     ~SilentListener() { ::close(fd_); }
     SilentListener(const SilentListener&) = delete;
@@ -46,7 +47,7 @@ public:
 
 private:
     int fd_;
-    int port_ = 0;
+    int port_;
 };
 
 }  // namespace autoscene::test

@@ -12,18 +12,14 @@
 static int info_result = 1, info_width = 4, info_height = 3, info_channels = 3;
 static char events[8192];
 
-/* Appends a line to the events while it fits. */
+/* Appends a line to the events, cut short once they are full. */
 static void note(const char* format, ...) {
-    const size_t used = strlen(events);
+    const size_t room = sizeof events - strlen(events) - 1; /* one byte kept for the newline */
     va_list args;
     va_start(args, format);
-    const int length = vsnprintf(events + used, sizeof events - used, format, args);
+    vsnprintf(events + strlen(events), room, format, args);
     va_end(args);
-    if (length < 0 || used + (size_t)length + 2 > sizeof events) {
-        events[used] = '\0';
-    } else {
-        strcat(events, "\n");
-    }
+    strcat(events, room > 0 ? "\n" : "");
 }
 
 static void log_lifecycle(const char* line) {
