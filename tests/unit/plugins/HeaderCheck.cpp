@@ -1,4 +1,5 @@
-// Compiled as C++ with -Wpedantic: the header must stand alone and give C linkage.
+// Compiled as C++ with -Wpedantic: the header must stand alone and give C linkage. The probe
+// plug-in is its C99 check.
 #include "autoscene_plugin.h"
 
 static_assert(sizeof(mv_node) == 3 * sizeof(void*), "three pointer-sized fields");
