@@ -9,22 +9,16 @@ using namespace autoscene::platform::android;
 
 namespace {
 
-void putU32(std::string& out, std::uint32_t value) {
-    for (int shift = 0; shift < 32; shift += 8) {
-        out.push_back(char((value >> shift) & 0xff));
-    }
-}
-
+// Width, height, format and, in the 16-byte header, the colour space, little-endian.
 std::string header(std::uint32_t width, std::uint32_t height, std::uint32_t format,
                    bool colourSpace) {
     std::string out;
-    for (const std::uint32_t value : {width, height, format}) {
-        putU32(out, value);
+    for (const std::uint32_t value : {width, height, format, 1u}) {
+        for (int shift = 0; shift < 32; shift += 8) {
+            out.push_back(char((value >> shift) & 0xff));
+        }
     }
-    if (colourSpace) {
-        putU32(out, 1);
-    }
-    return out;
+    return colourSpace ? out : out.substr(0, 12);
 }
 
 TEST(ScreencapFrame, EveryPixelFormatOfBothHeaderSizesBecomesBgra) {

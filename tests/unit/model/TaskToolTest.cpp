@@ -94,21 +94,17 @@ TEST(TaskTool, UnreadableInputExitsWithTwoAndWritesNothing) {
 TEST(TaskTool, CheckNamesUnknownKeysAndTypesAndDanglingReferences) {
     const ProgramResult keys = runTool({"check", fixturePath("tasks/unknown-keys")});
     EXPECT_EQ(keys.exitCode, 0);
-    const char* const item = "skipped /scene_list/0/event_list/0/item_group/item_list/";
-    expectLines(keys.err,
-                {"skipped /: unknown key \"loop_intervall\"",
-                 "skipped /window_info: unknown key \"clas_name\"",
-                 "skipped /image_list/0: unknown key \"similarity\"",
-                 "skipped /var_list/0: unknown key \"delai\"",
-                 "skipped /var_list/1: unknown definition type 9",
-                 "skipped /scene_list/0: unknown key \"scen_event\"",
-                 "skipped /scene_list/0/event_list/0: unknown key \"actions_list\"",
-                 "skipped /scene_list/0/event_list/0/item_group: unknown key \"relaton\""});
-    for (const char* inItems :
-         {"0: unknown key \"compare_valu\"", "1/text_info: unknown key \"thresold\"",
-          "2: unknown condition type 42"}) {
-        EXPECT_TRUE(keys.err.contains(item + QString::fromUtf8(inItems))) << inItems;
-    }
+    expectLines(keys.err, {"skipped /: unknown key \"loop_intervall\"",
+                           "skipped /window_info: unknown key \"clas_name\"",
+                           "skipped /image_list/0: unknown key \"similarity\"",
+                           "skipped /var_list/0: unknown key \"delai\"",
+                           "skipped /var_list/1: unknown definition type 9",
+                           "skipped /scene_list/0: unknown key \"scen_event\"",
+                           "skipped /scene_list/0/event_list/0: unknown key \"actions_list\"",
+                           "skipped /scene_list/0/event_list/0/item_group: unknown key \"relaton\"",
+                           "item_group/item_list/0: unknown key \"compare_valu\"",
+                           "item_group/item_list/1/text_info: unknown key \"thresold\"",
+                           "item_group/item_list/2: unknown condition type 42"});
 
     const ProgramResult run = runTool({"check", fixturePath("tasks/dangling-references")});
     EXPECT_EQ(run.exitCode, 0);

@@ -12,20 +12,6 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-// Runs in the death test's child: no core file, report into `folder`.
-void prepareToCrash(const fs::path& folder) {
-    const rlimit noCore{0, 0};
-    ::setrlimit(RLIMIT_CORE, &noCore);
-    if (::chdir(folder.c_str()) != 0) {
-        std::_Exit(3);
-    }
-    autoscene::sys::installCrashHandler();
-}
-
-}  // namespace
-
 // A segmentation fault's report is autoscene-run's test
 // (RunnerProgram.InterruptStopsTheRunCleanlyAndACrashLeavesAReport).
 TEST(CrashHandlerDeathTest, ACrashReplacesTheReportAndEndsWithTheSignal) {
@@ -37,7 +23,13 @@ TEST(CrashHandlerDeathTest, ACrashReplacesTheReportAndEndsWithTheSignal) {
 
     EXPECT_EXIT(
         {
-            prepareToCrash(folder);
+            // In the child: no core file, the report into the folder.
+            const rlimit noCore{};
+            ::setrlimit(RLIMIT_CORE, &noCore);
+            if (::chdir(folder.c_str()) != 0) {
+                std::_Exit(3);
+            }
+            autoscene::sys::installCrashHandler();
             std::abort();
         },
         testing::KilledBySignal(SIGABRT), "");

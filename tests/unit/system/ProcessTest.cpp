@@ -15,19 +15,6 @@
 namespace sys = autoscene::sys;
 namespace fs = std::filesystem;
 
-namespace {
-
-std::string errorOf(const std::string& commandLine) {
-    try {
-        sys::runCommandCapture(commandLine);
-    } catch (const std::runtime_error& error) {
-        return error.what();
-    }
-    return "no error";
-}
-
-}  // namespace
-
 TEST(RunCommandCapture, ReturnsLongOutputAndStandardErrorWholeAndInOrder) {
     // 5000 numbered lines: far more than one 1023-byte read and than a pipe buffer.
     std::string expected;
@@ -42,10 +29,17 @@ TEST(RunCommandCapture, ReturnsLongOutputAndStandardErrorWholeAndInOrder) {
 }
 
 TEST(RunCommandCapture, UnstartableCommandsThrowTheStartError) {
-    EXPECT_EQ(errorOf("no-such-program-autoscene --flag"), "CreateProcess failed:2");
-    EXPECT_EQ(errorOf("/dev/null"), "CreateProcess failed:13");
-    EXPECT_EQ(errorOf(""), "CreateProcess failed:2");
-    EXPECT_EQ(errorOf("echo 'unclosed"), "CreateProcess failed:22");
+    for (const auto& [commandLine, error] : {std::pair{"no-such-program-autoscene --flag", 2},
+                                             {"/dev/null", 13},
+                                             {"", 2},
+                                             {"echo 'unclosed", 22}}) {
+        try {
+            sys::runCommandCapture(commandLine);
+            ADD_FAILURE() << commandLine << " started";
+        } catch (const std::runtime_error& thrown) {
+            EXPECT_EQ(thrown.what(), "CreateProcess failed:" + std::to_string(error));
+        }
+    }
 }
 
 TEST(RunCommandCapture, ChildDoesNotInheritInputOrOtherThreadsPipes) {
