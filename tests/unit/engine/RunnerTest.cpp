@@ -54,12 +54,8 @@ protected:
         ASSERT_TRUE(runner->waitUntilIdle(10s));
     }
 
-    std::vector<int> probes() {
-        std::lock_guard lock(probeMutex);
-        return runs;
-    }
-
-    std::vector<int> runs;  // the variable_id of every probe run, in order
+    // The variable_id of every probe run, in order; read once the run is idle.
+    std::vector<int> runs;
 };
 
 // Sequential mode resuming after the fired event is CommonEventsGoAroundIdentifiedScenesOnly's.
@@ -67,7 +63,7 @@ TEST_F(Runner, SingleEventModeStartsEachCycleOverAtTheFirstEvent) {
     open(fixture("three-events.json").replace(R"("loop_mode": 1)", R"("loop_mode": 2)"));
     stopAfter(3);
     runToEnd();
-    EXPECT_EQ(probes(), (std::vector<int>{1, 1, 1}));
+    EXPECT_EQ(runs, (std::vector<int>{1, 1, 1}));
 }
 
 TEST_F(Runner, TraversalActionsDoNotEndTheTraversal) {
@@ -75,7 +71,7 @@ TEST_F(Runner, TraversalActionsDoNotEndTheTraversal) {
     open(fixture("traversal.json"));
     stopAfter(3);
     runToEnd();
-    EXPECT_EQ(probes(), (std::vector<int>{2, 2, 2}));
+    EXPECT_EQ(runs, (std::vector<int>{2, 2, 2}));
     EXPECT_EQ(runner->cyclesCompleted(), 3);  // the third cycle was cut short by the stop
 }
 
@@ -85,7 +81,7 @@ TEST_F(Runner, CommonEventsGoAroundIdentifiedScenesOnly) {
     runToEnd();
     // The unidentified scene runs its event while the scene list is searched; once the
     // identified scene is current, only it runs, common events first and low ones last.
-    EXPECT_EQ(probes(), (std::vector<int>{9, 1, 2, 3, 1, 2}));
+    EXPECT_EQ(runs, (std::vector<int>{9, 1, 2, 3, 1, 2}));
 }
 
 TEST_F(Runner, ScenesChangeAndTheirEntryActionsRunOnce) {
@@ -101,7 +97,7 @@ TEST_F(Runner, ScenesChangeAndTheirEntryActionsRunOnce) {
     runner->setSceneObserver(&observer);
     stopAfter(8);
     runToEnd();
-    EXPECT_EQ(probes(), (std::vector<int>{10, 1, 20, 2, 10, 1, 20, 2}));
+    EXPECT_EQ(runs, (std::vector<int>{10, 1, 20, 2, 10, 1, 20, 2}));
     EXPECT_EQ(observer.names, (QStringList{"a", "b", "a", "b"}));
 }
 
@@ -190,7 +186,7 @@ TEST_F(Runner, AStopSkipsTheDetectionsNotYetBegun) {
     current = runner.get();
     runToEnd();
     EXPECT_EQ(detections, 1);
-    EXPECT_TRUE(probes().empty());
+    EXPECT_TRUE(runs.empty());
 }
 
 TEST_F(Runner, EveryTargetRunsInBothMultiTargetModesWithItsOwnStartValues) {
@@ -264,7 +260,7 @@ TEST_F(Runner, FailedCapturesAreReportedAndTheRunGoesOn) {
     runToEnd();
     EXPECT_EQ(observer.started, 1);
     EXPECT_GE(observer.failed, 3);
-    EXPECT_EQ(probes().size(), 3u);  // conditions on run state still work
+    EXPECT_EQ(runs.size(), 3u);  // conditions on run state still work
 }
 
 }  // namespace
