@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <ctime>
 
@@ -18,18 +19,6 @@ using namespace autoscene::playback;
 
 namespace {
 
-// Recordings "r0" (oldest) to "r<count - 1>" of `bytes` each, beside a folder that is not one.
-void makeRecordings(const QDir& root, int count, qint64 bytes) {
-    for (int i = 0; i < count; ++i) {
-        const QString folder = root.filePath(QStringLiteral("r%1").arg(i));
-        QDir().mkpath(folder);
-        autoscene::test::writeFile(folder + "/cycles.jsonl", QByteArray(bytes, 'x'));
-        const utimbuf times{std::time(nullptr) - 1000 + i, std::time(nullptr) - 1000 + i};
-        ::utime((folder + "/cycles.jsonl").toLocal8Bit().constData(), &times);
-    }
-    QDir().mkpath(root.filePath("notes"));
-}
-
 TEST(RecordingPruning, DeletesTheOldestUntilCountAndSizeFit) {
     // {limits, the recording being written, the folders left}
     const std::tuple<RecordingLimits, QString, QStringList> cases[] = {
@@ -39,8 +28,16 @@ TEST(RecordingPruning, DeletesTheOldestUntilCountAndSizeFit) {
         {{1, 0}, "r0", {"notes", "r0"}},  // the one being written stays and counts
     };
     for (const auto& [limits, keep, left] : cases) {
+        // Recordings "r0" (oldest) to "r4" of 100 bytes each, beside a folder that is not one.
         QTemporaryDir root;
-        makeRecordings(QDir(root.path()), 5, 100);
+        for (int i = 0; i < 5; ++i) {
+            const QString file = root.filePath(QStringLiteral("r%1/cycles.jsonl").arg(i));
+            QDir().mkpath(QFileInfo(file).path());
+            autoscene::test::writeFile(file, QByteArray(100, 'x'));
+            const utimbuf times{std::time(nullptr) - 1000 + i, std::time(nullptr) - 1000 + i};
+            ::utime(file.toLocal8Bit().constData(), &times);
+        }
+        QDir().mkpath(root.filePath("notes"));
         pruneRecordings(root.path(), limits, keep.isEmpty() ? QString() : root.filePath(keep));
         EXPECT_EQ(QDir(root.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), left)
             << limits.maxCount << " " << limits.maxBytes;
