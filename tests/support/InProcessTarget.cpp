@@ -100,13 +100,7 @@ void InProcessTarget::inputText(const engine::TaskInfo& task, const QString& tex
 }
 
 QString InProcessTarget::untypableText(const engine::TaskInfo&, const QString& text) {
-    QString untypable;
-    for (const QChar c : text) {
-        if (c.unicode() > 0xff) {
-            untypable += c;
-        }
-    }
-    return untypable;
+    return QString(text).removeIf([](QChar c) { return c.unicode() <= 0xff; });
 }
 
 QString InProcessTarget::startApp(const engine::TaskInfo& task, const QString& package,

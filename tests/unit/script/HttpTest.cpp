@@ -44,9 +44,8 @@ TEST_F(Http, PostJsonSendsCompactJson) {
 TEST_F(Http, DownloadWritesBytesAndMakesTheFolder) {
     QTemporaryDir dir;
     const QString file = dir.filePath("new/folder/body.bin");
+    // The body arriving whole is Http.DownloadWritesTheWholeBodyAndReplacesTheFile's.
     EXPECT_EQ(text(QStringLiteral("http.download('%1', '%2')").arg(url("/large"), file)), file);
-    EXPECT_EQ(autoscene::test::readFile(file).toStdString(),
-              autoscene::test::EchoServer::largeBody());
     EXPECT_EQ(text(QStringLiteral("http.download('%1', '')").arg(url("/large"))), "");
 }
 
