@@ -24,9 +24,6 @@ public:
                                      std::to_string(request.get_header_value_count("X-Task")),
                                  "text/plain");
         });
-        server_.Get("/hello", [](const httplib::Request&, httplib::Response& response) {
-            response.set_content("héllo", "text/plain; charset=utf-8");
-        });
         server_.Post("/echo", [](const httplib::Request& request, httplib::Response& response) {
             response.set_content(request.get_header_value("Content-Type") + "\n" + request.body,
                                  "text/plain");
@@ -64,8 +61,6 @@ public:
         server_.stop();
         thread_.join();
     }
-    EchoServer(const EchoServer&) = delete;
-    EchoServer& operator=(const EchoServer&) = delete;
 
     std::string url(const std::string& path) const {
         return "http://127.0.0.1:" + std::to_string(port_) + path;

@@ -17,8 +17,8 @@ protected:
 TEST_F(Http, GetReturnsTheBody) {
     const std::string refused = autoscene::test::EchoServer::refusedUrl("/");
     EXPECT_EQ(text(QStringLiteral("[http.get('%1'), http.get('%2'), http.get('%3')].join('|')")
-                       .arg(url("/hello"), url("/missing"), QString::fromStdString(refused))),
-              "héllo||");
+                       .arg(url("/headers"), url("/missing"), QString::fromStdString(refused))),
+              "||0||");
 }
 
 TEST_F(Http, PostSendsMembersAsFormFields) {
@@ -31,9 +31,9 @@ TEST_F(Http, PostSendsMembersAsFormFields) {
 }
 
 TEST_F(Http, PostJsonSendsCompactJson) {
-    EXPECT_EQ(text(QStringLiteral(R"(http.postJson('%1', {a: [1, "x"], b: {c: null}}))")
+    EXPECT_EQ(text(QStringLiteral(R"(http.postJson('%1', {a: [1, "é"], b: {c: null}}))")
                        .arg(url("/echo"))),
-              "application/json\n{\"a\":[1,\"x\"],\"b\":{\"c\":null}}");
+              "application/json\n{\"a\":[1,\"é\"],\"b\":{\"c\":null}}");
     EXPECT_EQ(text(QStringLiteral("var o = {}; o.self = o; [http.postJson('%1', o),"
                                   " http.postJson('%1', undefined), http.postJson('%1', 'text')]"
                                   ".join('|')")
