@@ -5,6 +5,7 @@
 #include <QJsonArray>
 
 #include "ManualClock.h"
+#include "ScriptedScreenItem.h"
 #include "engine/BasicConditions.h"
 #include "engine/ItemGroup.h"
 #include "engine/MVVariable.h"
@@ -12,6 +13,7 @@
 
 using namespace autoscene::engine;
 using autoscene::test::ManualClock;
+using autoscene::test::ScriptedScreenItem;
 
 namespace {
 
@@ -107,24 +109,11 @@ TEST(VariableComparisons, FollowTheirOperators) {
     EXPECT_FALSE(missing.evaluate(task));
 }
 
-// Sees whatever the test says it sees.
-class FakeScreen : public ScreenItem {
-public:
-    FakeScreen(Settings settings, const RunClock& clock) : ScreenItem(1, 1, settings, clock) {}
-    int observed = kFound;
-    int detections = 0;
-
-protected:
-    int detect(TaskInfo&) override {
-        ++detections;
-        return observed;
-    }
-    QString typeWord() const override { return QStringLiteral("image"); }
-};
-
 TEST(ScreenItems, ConfirmedTimeNeedsAnUnbrokenDetectionAndEmptyFramesFail) {
     ManualClock clock;
-    FakeScreen item({kFound, 2.0f, true}, clock);
+    int observed = kFound;
+    int detections = 0;
+    ScriptedScreenItem item({kFound, 2.0f, true}, clock, [&] { return observed; });
     TaskInfo task;
     task.frame = cv::Mat(2, 2, CV_8UC3);
     auto cycle = [&] {
@@ -139,20 +128,23 @@ TEST(ScreenItems, ConfirmedTimeNeedsAnUnbrokenDetectionAndEmptyFramesFail) {
     }
     EXPECT_EQ(held, "001001");
     // A break starts the count again.
-    item.observed = kNotFound;
+    observed = kNotFound;
     cycle();
-    item.observed = kFound;
+    observed = kFound;
     clock.advanceMs(1500);
     EXPECT_FALSE(cycle());
 
     // Without confirmation time evaluate detects again; empty frames fail.
-    FakeScreen absent({kNotFound, 0.0f, false}, clock);
+    ScriptedScreenItem absent({kNotFound, 0.0f, false}, clock, [&] {
+        ++detections;
+        return observed;
+    });
     TaskInfo empty;
     EXPECT_FALSE(absent.evaluate(empty));
-    EXPECT_EQ(absent.detections, 0);
-    absent.observed = kNotFound;
+    EXPECT_EQ(detections, 0);
+    observed = kNotFound;
     EXPECT_TRUE(absent.evaluate(task));
-    absent.observed = 0;
+    observed = 0;
     EXPECT_FALSE(absent.evaluate(task));
     EXPECT_EQ(absent.describe(std::this_thread::get_id())["confirmed_time"].toDouble(), 0.0);
 }

@@ -12,12 +12,13 @@
 
 #include "ManualClock.h"
 #include "ProbedRun.h"
+#include "ScriptedScreenItem.h"
 #include "TestFiles.h"
-#include "engine/ScreenItem.h"
 
 using namespace autoscene::engine;
 using namespace autoscene::model;
 using autoscene::test::ManualClock;
+using autoscene::test::ScriptedScreenItem;
 
 namespace {
 
@@ -154,36 +155,20 @@ TEST_F(Runner, TheTimeLimitAndAStopEndARunInTheMiddleOfALongPause) {
     }
 }
 
-// Detects once per cycle and stops the run on its first detection.
-class StoppingDetection : public ScreenItem {
-public:
-    StoppingDetection(const RunClock& clock, TaskRunner*& runner, std::atomic<int>& detections)
-        : ScreenItem(1, 1, {}, clock), runner_(runner), detections_(detections) {}
-    QString typeWord() const override { return QStringLiteral("image"); }
-
-protected:
-    int detect(TaskInfo&) override {
-        ++detections_;
-        runner_->stop();
-        return kFound;
-    }
-
-private:
-    TaskRunner*& runner_;
-    std::atomic<int>& detections_;
-};
-
 TEST_F(Runner, AStopSkipsTheDetectionsNotYetBegun) {
+    // Each image detects once per cycle, and the first to detect stops the run.
     std::atomic<int> detections{0};
-    TaskRunner* current = nullptr;
     factory.addCondition(1, [&](const IEditorCondition&, RunContext& context) {
-        return std::make_unique<StoppingDetection>(context.clock, current, detections);
+        return std::make_unique<ScriptedScreenItem>(ScreenItem::Settings{}, context.clock, [&] {
+            ++detections;
+            runner->stop();
+            return kFound;
+        });
     });
     const QStringList images(200, QStringLiteral(R"({"type": 1, "relation": 1})"));
     open(QStringLiteral(R"({"scene_list": [{"name": "s", "event_list": [{"name": "e", "item_group":
         {"type": 5, "item_list": [%1]}, "action_list": [{"type": 1, "variable_id": 1}]}]}]})")
              .arg(images.join(',')));
-    current = runner.get();
     runToEnd();
     EXPECT_EQ(detections, 1);
     EXPECT_TRUE(runs.empty());
