@@ -19,24 +19,20 @@ protected:
         task.setLabelNames({QStringLiteral("敌人")});
     }
 
-    QString describeAll(const EditorEvent& event) const {
-        QStringList texts;
-        for (const IEditorItem* item : event.items()) {
-            texts.push_back(item->describe(task));
-        }
-        return texts.mid(0, 6).join(" | ");
-    }
-
     TaskDocument task;
 };
 
 TEST_F(Descriptions, ConditionsAndActions) {
-    EXPECT_EQ(describeAll(task.scenes[0].events[0]),
+    QStringList texts;
+    for (const IEditorItem* item : task.scenes[0].events[0].items()) {
+        texts.push_back(item->describe(task));
+    }
+    EXPECT_EQ(texts.mid(0, 6).join(" | "),
               "图片开始按钮存在 | 变量数量大于3 | 计时(计时器) 或者 (当前时间为:08:30:00 并且 "
               "(JavaScript返回值为true)) | 屏幕文字包含确定的内容 | 颜色:红色多于100超过2秒 | "
               "标签敌人不存在");
 
-    QStringList texts;
+    texts.clear();
     for (const EditorEvent& event : task.scenes[0].events) {
         for (const auto& action : event.actions) {
             texts.push_back(action->describe(task));
