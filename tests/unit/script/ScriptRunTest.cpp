@@ -20,21 +20,17 @@ using namespace std::chrono_literals;
 
 namespace {
 
-QString jsonString(const QString& text) {
-    return QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact))
-        .mid(1)
-        .chopped(1);
-}
-
 class ScriptRun : public ::testing::Test, protected autoscene::test::ProbedRun {
 protected:
     ScriptRun() { autoscene::script::registerScriptItems(factory); }
 
     // One scene whose only event runs `code`, then the probe; one variable "done" = "no".
     void open(const QString& code) {
+        // `code` as a JSON string: a one-element array without its brackets.
+        const QByteArray quoted = QJsonDocument(QJsonArray{code}).toJson(QJsonDocument::Compact);
         ProbedRun::open(QString::fromUtf8(autoscene::test::readFile(AUTOSCENE_FIXTURES
                                                                     "/script/two-targets.json"))
-                            .arg(jsonString(code)));
+                            .arg(QString::fromUtf8(quoted.mid(1).chopped(1))));
     }
 };
 
