@@ -8,7 +8,7 @@
 
 namespace autoscene::test {
 
-void InProcessTarget::setFrames(std::vector<cv::Mat> bgr) {
+void InProcessTarget::setFrames(const std::vector<cv::Mat>& bgr) {
     std::lock_guard lock(mutex_);
     frames_.clear();
     for (const cv::Mat& image : bgr) {
@@ -62,7 +62,7 @@ QString InProcessTarget::takeInputError(const engine::TaskInfo&) {
     return std::exchange(inputError_, {});
 }
 
-void InProcessTarget::record(RecordedInput input) {
+void InProcessTarget::record(const RecordedInput& input) {
     std::function<void(const RecordedInput&)> hook;
     {
         std::lock_guard lock(mutex_);

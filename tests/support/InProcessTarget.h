@@ -25,7 +25,7 @@ struct RecordedInput {
 class InProcessTarget : public engine::ITargetService {
 public:
     // Frames are served in turn to every capture; an empty list captures nothing.
-    void setFrames(std::vector<cv::Mat> bgr);
+    void setFrames(const std::vector<cv::Mat>& bgr);
     void setWindows(std::vector<platform::WindowHandle> windows);
     std::vector<RecordedInput> inputs() const;
     // From now on every input is recorded but reported as not taken, for `why`.
@@ -52,7 +52,7 @@ public:
                      const QString& activity) override;
 
 private:
-    void record(RecordedInput input);
+    void record(const RecordedInput& input);
 
     mutable std::mutex mutex_;
     std::vector<cv::Mat> frames_;  // BGRA
