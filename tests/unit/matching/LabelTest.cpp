@@ -277,11 +277,6 @@ TEST_F(LabelActions, SaveLabelCoordStoresEveryBoxOrItsMovedArea) {
 
     save(0.65f, QRect(500, 500, 4, 6), SaveCoordKind::Centre).run(task);
     EXPECT_EQ(coins->value(), QStringLiteral("101,52,1,1"));
-
-    MVSaveLabelCoordAction none = save(0.99f, std::nullopt, SaveCoordKind::Rect);
-    none.run(task);
-    EXPECT_FALSE(none.state(std::this_thread::get_id())["exist"].toBool());
-    EXPECT_EQ(coins->value(), QStringLiteral("101,52,1,1"));
 }
 
 }  // namespace
