@@ -28,5 +28,4 @@ TEST(OcrAnswer, ListsTheLinesInOrderJoinedIntoTheWholeTextAsValidJson) {
     EXPECT_EQ(buildAnswerJson({{std::string("\xFF\xFE \0", 4), 0, 0, 1, 1}}, ""),
               "{\"strRes\":\"\xEF\xBF\xBD\xEF\xBF\xBD \\u0000\",\"boxes\":[{\"text\":\"\xEF\xBF\xBD"
               "\xEF\xBF\xBD \\u0000\",\"x\":0,\"y\":0,\"width\":1,\"height\":1}],\"engine\":\"\"}");
-    EXPECT_EQ(buildErrorJson("no \"image\" field"), R"({"error":"no \"image\" field"})");
 }
