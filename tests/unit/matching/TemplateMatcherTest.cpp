@@ -76,12 +76,11 @@ TEST_F(TemplateMatcherTest, ClipsTheSearchAreaToTheFrameAndNeedsItAsLargeAsTheTe
 }
 
 TEST_F(TemplateMatcherTest, ExpandSizeWidensTheDefaultRectangleOnEverySide) {
-    TemplateMatcher::Settings settings;
-    settings.searchRect = QRect(100, 100, 50, 50);
-    settings.expandSizePx = 10;
-    EXPECT_EQ(TemplateMatcher(settings).defaultRect(cv::Mat()), QRect(90, 90, 70, 70));
-    settings.expandSizePx = -3;
-    EXPECT_EQ(TemplateMatcher(settings).defaultRect(cv::Mat()), QRect(100, 100, 50, 50));
+    for (const auto& [expand, rect] :
+         {std::pair{10, QRect(90, 90, 70, 70)}, {-3, QRect(100, 100, 50, 50)}}) {
+        TemplateMatcher m({.searchRect = QRect(100, 100, 50, 50), .expandSizePx = expand});
+        EXPECT_EQ(m.defaultRect(cv::Mat()), rect) << expand;
+    }
 }
 
 // A colour template stored for a one-channel type is refused; grey ones for the colour
