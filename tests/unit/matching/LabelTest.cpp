@@ -61,10 +61,6 @@ TEST(LabelDecoding, KeepsProbableRowsScaledToTheFrameInOrder) {
                                           {0.1f, 0.2f, 0.1f, 0.2f, 0.9f, 0.7f, 0.1f}}),
                                     cv::Size(200, 100), 0.3f, names)),
               "50.0,37.5,150.0,62.5 0.30 dog#1 | 10.0,10.0,30.0,30.0 0.70 cat#0");
-    // A class beyond the names keeps its id and has no name.
-    EXPECT_EQ(text(decodeDetections(rows({{0.5f, 0.5f, 0.2f, 0.2f, 1.0f, 0.0f, 0.8f}}),
-                                    cv::Size(10, 10), 0.3f, {QStringLiteral("cat")})),
-              "4.0,4.0,6.0,6.0 0.80 #1");
 }
 
 TEST(LabelDecoding, OverlappingBoxesOfOneClassKeepTheMostProbable) {
