@@ -1,13 +1,13 @@
 #include "Checks.h"
 
 #include <httplib.h>
-#include <rapidjson/document.h>
 
+#include <QJsonDocument>
+#include <QJsonValue>
 #include <thread>
 
 #include "OcrServer.h"
 #include "RecogniserPool.h"
-#include "model/JsonReader.h"
 #include "text/RecognisedText.h"
 
 namespace autoscene::fuzz {
@@ -44,13 +44,8 @@ private:
 };
 
 bool isErrorJson(const std::string& body) {
-    rapidjson::Document json;
-    json.Parse(body.data(), body.size());
-    if (json.HasParseError()) {
-        return false;
-    }
-    const model::JsonValue* error = model::findMember(json, "error");
-    return error && error->IsString() && error->GetStringLength() > 0;
+    const QJsonValue error = QJsonDocument::fromJson(QByteArray::fromStdString(body))["error"];
+    return error.isString() && !error.toString().isEmpty();
 }
 
 }  // namespace
