@@ -79,7 +79,6 @@ TEST_F(ConditionProbeTest, ImageConditionsGiveTheRunnersVerdictWithItsReason) {
     ASSERT_EQ(around.candidates.size(), 1u);
     EXPECT_EQ(around.candidates.front().rect, QRect(250, 180, 40, 24));
     EXPECT_EQ(around.searchArea, QRect(230, 160, 80, 64));
-    EXPECT_FLOAT_EQ(around.threshold, 0.9f);
 }
 
 // Beyond its area the image is searched on reduced copies (a smooth picture keeps enough of

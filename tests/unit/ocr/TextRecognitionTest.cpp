@@ -72,7 +72,6 @@ TEST(TextMatcher, TakesTheVariablesCurrentValueWhenItHasOne) {
     MVVariable wanted(3, QStringLiteral("wanted"), QStringLiteral("Start"), {});
     const TextMatcher matcher(TextCompare::Equal, QStringLiteral("ignored"),
                               [&wanted] { return wanted.value(); });
-    EXPECT_TRUE(matcher.matches(QStringLiteral("Start")));
     wanted.setValue(QStringLiteral("退出"));
     EXPECT_TRUE(matcher.matches(QStringLiteral("退出")));
     EXPECT_FALSE(matcher.matches(QStringLiteral("ignored")));
