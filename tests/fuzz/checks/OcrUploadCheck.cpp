@@ -19,18 +19,16 @@ namespace {
 class LoopbackService {
 public:
     LoopbackService()
-        : pool_(1, "eng"), port_(server_.bind(0, bindError_)), client_("127.0.0.1", port_) {
+        : pool_(1, "eng"),
+          port_(server_.bind(0, bindError_)),
+          client_("127.0.0.1", port_),
+          serving_([this] { server_.serve(pool_); }) {
         // A decodable upload may be large; its recognition must not look like a lost answer.
         client_.set_read_timeout(120);
-        if (port_ > 0) {
-            serving_ = std::thread([this] { server_.serve(pool_); });
-        }
     }
     ~LoopbackService() {
-        if (serving_.joinable()) {
-            server_.stop();
-            serving_.join();
-        }
+        server_.stop();
+        serving_.join();
     }
     httplib::Client& client() { return client_; }
 

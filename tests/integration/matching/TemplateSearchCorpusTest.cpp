@@ -62,8 +62,7 @@ std::vector<Pair> templatesFor(const cv::Mat& screen) {
 class XScreenCorpusTest : public ::testing::TestWithParam<const char*> {};
 
 // Without the count of coarse-to-fine pairs the comparison would hold by never leaving the
-// exhaustive search; the smallest, flat, faded and weakly matching templates rightly never
-// leave it.
+// exhaustive search; the smallest and weakly matching templates rightly never leave it.
 TEST_P(XScreenCorpusTest, CoarseToFineFindsWhatTheExhaustiveSearchFinds) {
     const std::string path = std::string(AUTOSCENE_FIXTURES "/matching/") + GetParam();
     const cv::Mat screen = cv::imread(path + ".png", cv::IMREAD_COLOR);
