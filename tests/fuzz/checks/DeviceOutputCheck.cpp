@@ -1,5 +1,6 @@
 #include "Checks.h"
 
+#include <QList>
 #include <string>
 #include <vector>
 

@@ -11,7 +11,6 @@
 #include <cmath>
 #include <fstream>
 #include <opencv2/imgcodecs.hpp>
-#include <opencv2/imgproc.hpp>
 
 #include "recognition/TemplateSearch.h"
 
