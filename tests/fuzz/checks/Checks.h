@@ -16,27 +16,19 @@ using Check = CheckFunction*;
 CheckFunction checkTaskFile, checkRectText, checkKeyNames, checkPluginDescription,
     checkImageFileName, checkOcrAnswer, checkOcrUpload, checkDeviceOutput;
 
-// Each check under the name of its fuzz target and of its folder under tests/fuzz/regressions.
+// Each check under the name of its fuzz target and its regressions folder (see README.md).
 struct NamedCheck {
     const char* target;
     Check check;
 };
 inline constexpr NamedCheck kChecks[] = {
-    // Opens, describes every item (colours as "#rrggbb"), saves, reopens whole, saves the same.
     {"task_file", checkTaskFile},
-    // Rectangle text: edges agree with the size; the formatted text parses back the same.
     {"rect_text", checkRectText},
-    // A key group as a task file holds it: display text, key names, written back as read.
     {"key_names", checkKeyNames},
-    // Plug-in descriptions: raw option and result values are written back as read.
     {"plugin_description", checkPluginDescription},
-    // A name that is taken leads directly into the task's image folder.
     {"image_file_name", checkImageFileName},
-    // Answers as the client reads them: boxes within bounds; the service's writing reads back.
     {"ocr_answer", checkOcrAnswer},
-    // Multipart uploads on loopback: a readable recognition or a 400 with a JSON error.
     {"ocr_upload", checkOcrUpload},
-    // Screencap, device-service frame, adb and wm output: whole frames, or none and a reason.
     {"device_output", checkDeviceOutput},
 };
 

@@ -1,5 +1,6 @@
 #include "Checks.h"
 
+#include <QList>
 #include <string>
 #include <vector>
 
@@ -38,16 +39,12 @@ QString checkDeviceOutput(const QByteArray& input) {
         return failure;
     }
     // As a device service's answer: header lines, a blank line, the body.
-    const std::size_t blank = bytes.find("\n\n");
+    const qsizetype blank = input.indexOf("\n\n");
     std::vector<std::string> headerLines;
-    std::string_view rest = bytes.substr(0, blank);
-    while (!rest.empty()) {
-        const std::size_t end = rest.find('\n');
-        headerLines.emplace_back(rest.substr(0, end));
-        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    for (const QByteArray& line : input.mid(0, blank).split('\n')) {
+        headerLines.push_back(line.toStdString());
     }
-    const std::string_view body =
-        blank == std::string_view::npos ? std::string_view() : bytes.substr(blank + 2);
+    const std::string_view body = blank < 0 ? std::string_view() : bytes.substr(size_t(blank) + 2);
     if (QString failure =
             frameFailure("request_image", decodeServiceFrame(parseFrameHeaders(headerLines), body));
         !failure.isEmpty()) {

@@ -1,13 +1,13 @@
 #include "Checks.h"
 
 #include <httplib.h>
-#include <rapidjson/document.h>
 
+#include <QJsonDocument>
+#include <QJsonValue>
 #include <thread>
 
 #include "OcrServer.h"
 #include "RecogniserPool.h"
-#include "model/JsonReader.h"
 #include "text/RecognisedText.h"
 
 namespace autoscene::fuzz {
@@ -19,18 +19,16 @@ namespace {
 class LoopbackService {
 public:
     LoopbackService()
-        : pool_(1, "eng"), port_(server_.bind(0, bindError_)), client_("127.0.0.1", port_) {
+        : pool_(1, "eng"),
+          port_(server_.bind(0, bindError_)),
+          client_("127.0.0.1", port_),
+          serving_([this] { server_.serve(pool_); }) {
         // A decodable upload may be large; its recognition must not look like a lost answer.
         client_.set_read_timeout(120);
-        if (port_ > 0) {
-            serving_ = std::thread([this] { server_.serve(pool_); });
-        }
     }
     ~LoopbackService() {
-        if (serving_.joinable()) {
-            server_.stop();
-            serving_.join();
-        }
+        server_.stop();
+        serving_.join();
     }
     httplib::Client& client() { return client_; }
 
@@ -44,13 +42,8 @@ private:
 };
 
 bool isErrorJson(const std::string& body) {
-    rapidjson::Document json;
-    json.Parse(body.data(), body.size());
-    if (json.HasParseError()) {
-        return false;
-    }
-    const model::JsonValue* error = model::findMember(json, "error");
-    return error && error->IsString() && error->GetStringLength() > 0;
+    const QJsonValue error = QJsonDocument::fromJson(QByteArray::fromStdString(body))["error"];
+    return error.isString() && !error.toString().isEmpty();
 }
 
 }  // namespace

@@ -69,7 +69,6 @@ TEST_F(MatchingActionTest, ImageActionClicksInsideTheMatchAsOftenAsAskedAndMoves
         EXPECT_EQ(std::tuple(input.code, input.point.x, input.point.y, input.detail),
                   std::tuple(int(MouseOp::RightClick), first.point.x, first.point.y, first.detail));
     }
-    EXPECT_TRUE(first.detail >= 30 && first.detail <= 50) << first.detail;
     EXPECT_TRUE(QRect(140, 70, 21, 17).contains(first.point.x, first.point.y));
 
     const QJsonObject result = action.state(std::this_thread::get_id());
@@ -154,7 +153,6 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     MVClickColorAction action =
         clickColour(orange, SearchArea(*kit.definitions, 12), std::nullopt, {0.0f, 2, 0.0f});
     EXPECT_FLOAT_EQ(action.run(task), 0.5f);
-    EXPECT_EQ(action.currentPoint(), QPoint(50, 40));
     const auto inputs = kit.target.inputs();
     ASSERT_EQ(inputs.size(), 2u);
     EXPECT_EQ(QPoint(inputs[1].point.x, inputs[1].point.y), QPoint(50, 40));
@@ -176,7 +174,6 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     frame(cv::Rect(50, 40, 3, 3)).setTo(cv::Scalar(0, 0, 0));
     MVClickColorAction absent = clickColour(orange, SearchArea(*kit.definitions, 12));
     EXPECT_FLOAT_EQ(absent.run(task), 0.0f);
-    EXPECT_EQ(absent.currentPoint(), QPoint(-1, -1));
     EXPECT_EQ(kit.target.inputs().size(), 3u);
 }
 

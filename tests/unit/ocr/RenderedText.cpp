@@ -8,9 +8,9 @@
 
 namespace autoscene::ocr::testkit {
 
-std::string renderTextPng(QSize size, const std::vector<TextLabel>& labels, QColor background) {
+std::string renderTextPng(QSize size, const std::vector<TextLabel>& labels) {
     QImage image(size, QImage::Format_RGB32);
-    image.fill(background);
+    image.fill(Qt::white);
     {
         QPainter painter(&image);
         painter.setRenderHint(QPainter::TextAntialiasing);

@@ -2,7 +2,6 @@
 // Test images with real text, drawn by Qt with the WenQuanYi Zen Hei font. Needs a
 // QGuiApplication (the offscreen platform will do).
 
-#include <QColor>
 #include <QImage>
 #include <QPoint>
 #include <QSize>
@@ -22,9 +21,8 @@ struct TextLabel {
 
 inline const QString kCjkFontFamily = QStringLiteral("WenQuanYi Zen Hei");
 
-// PNG bytes of a `size` image on `background` with the labels drawn in black.
-std::string renderTextPng(QSize size, const std::vector<TextLabel>& labels,
-                          QColor background = Qt::white);
+// PNG bytes of a white `size` image with the labels drawn in black.
+std::string renderTextPng(QSize size, const std::vector<TextLabel>& labels);
 std::string pngOf(const QImage& image);
 // The same image decoded as a BGR frame.
 cv::Mat renderTextFrame(QSize size, const std::vector<TextLabel>& labels);

