@@ -80,25 +80,6 @@ TEST(DeviceRun, TheDemoTaskPlaysOnEveryDeviceInParallelAndDevicesAreListedWithTh
                     .out.contains("device " + first.serial() + " (device)\n"));
 }
 
-TEST(DeviceRun, ANamedDeviceGetsTypingSwipesAndTaps) {
-    PrivateAdb adb;
-    TestDevice device;
-    TestDevice other;
-    ASSERT_TRUE(adb.connect(device, other));
-
-    const RunResult result = run({AUTOSCENE_ANDROID_TASK, "--device", device.serial(), "--adb",
-                                  "adb", "--device-route", "adb", "--time-limit", "30"});
-    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
-    EXPECT_TRUE(result.out.contains("on device " + device.serial() + " (route adb)"));
-    const QStringList log = device.log();
-    ASSERT_EQ(log.size(), 6) << log.join('\n').toStdString();
-    EXPECT_EQ(log[2], "text hello world");
-    EXPECT_TRUE(log[3].startsWith("swipe 100 1000 600 1000 ")) << log[3].toStdString();
-    EXPECT_TRUE(log[4].startsWith("tap ")) << log[4].toStdString();
-    EXPECT_EQ(log[5], "screen DONE");
-    EXPECT_TRUE(other.log().isEmpty());
-}
-
 TEST(DeviceRun, TheDemoTaskPlaysThroughTheDeviceService) {
     PrivateAdb adb;
     // A second device makes adb refuse any forward command that names no device.

@@ -63,20 +63,17 @@ protected:
     TaskInfo task;
 };
 
-TEST_F(DeviceTargetTest, FramesOfEveryHeaderSizeAndThePngFallbackShowTheApp) {
-    for (const QStringList& options :
-         {QStringList{"--screencap-header", "12"}, QStringList{"--screencap-header", "16"},
-          QStringList{"--raw-format", "9"}}) {
-        open(options);
-        const cv::Point button = (layout::kTapButton.tl() + layout::kTapButton.br()) / 2;
-        Pixel pixel = capturePixel(target, task, button);
-        EXPECT_EQ(std::pair(pixel.width, pixel.height), std::pair(720, 1280));
-        EXPECT_EQ(pixel.bgr, bgrOf(layout::kHomeBackground));
+// Raw frames of both header sizes are decoded as ScreencapFrameTest checks; a format it
+// does not know falls back to PNG.
+TEST_F(DeviceTargetTest, AFrameOfAnUnknownRawFormatIsTakenAsPngAndShowsTheApp) {
+    open({"--raw-format", "9"});
+    const cv::Point button = (layout::kTapButton.tl() + layout::kTapButton.br()) / 2;
+    Pixel pixel = capturePixel(target, task, button);
+    EXPECT_EQ(std::pair(pixel.width, pixel.height), std::pair(720, 1280));
+    EXPECT_EQ(pixel.bgr, bgrOf(layout::kHomeBackground));
 
-        EXPECT_EQ(target.startApp(task, "com.autoscene.testapp", {}), QString());
-        pixel = capturePixel(target, task, button);
-        EXPECT_EQ(pixel.bgr, bgrOf(layout::kButtonColour)) << options.join(' ').toStdString();
-    }
+    EXPECT_EQ(target.startApp(task, "com.autoscene.testapp", {}), QString());
+    EXPECT_EQ(capturePixel(target, task, button).bgr, bgrOf(layout::kButtonColour));
 }
 
 TEST_F(DeviceTargetTest, InputArrivesAsTheAppReceivesItAndMissingAppsOrAdbAreReported) {
