@@ -98,7 +98,6 @@ TEST_F(WindowDiscoveryTest, DescribesMatchesAndResizesARealWindow) {
     XSync(reference_->display(), False);
     EXPECT_EQ(backend_->describe(legacy).title, "Café");
 
-    EXPECT_EQ(backend_->findChild(window, {}), 0u) << "no child named";
     EXPECT_EQ(backend_->findChild(window, {"", false, "", demo::kPanelTitle, ""}), target->panel());
     EXPECT_EQ(backend_->findChild(window, {"", false, "", "", demo::kPanelClassName}),
               target->panel());
