@@ -172,7 +172,6 @@ TEST_F(RunnerProgram, InterruptStopsTheRunCleanlyAndACrashLeavesAReport) {
     EXPECT_EQ(stopWith(SIGSEGV).exitCode, -1) << "the crash still ends the program";
     const QByteArray report = readFile(workingDirectory.filePath("crash.dmp"));
     EXPECT_TRUE(report.startsWith("crash: SIGSEGV")) << report.toStdString();
-    EXPECT_TRUE(report.contains("backtrace:"));
 }
 
 TEST_F(RunnerProgram, VariablesGivenOnTheCommandLineStartTheRunAndAFullDiskLosesOnlyTheFrame) {
