@@ -134,12 +134,7 @@ TEST_F(BackgroundInputTest, KeysGoToEveryWindowAndModifiersUseSystemKeyMessages)
               (Lines{"inner 0104 10 0", "inner 0105 11 0", "inner 0104 12 0", "inner 0105 12 0",
                      "inner 0104 42 0", "inner 0105 42 0", "inner 0100 43 0"}));
     EXPECT_EQ(log, (Lines{"invalid virtual key 16777249", "invalid virtual key 16777249"}));
-
-    SCOPED_TRACE("a key group: downs in order, ups in reverse, modifiers as virtual keys");
-    pressKeyGroup(backend, inner(), keyGroupFromEvent('C', kQtControlModifier | kQtShiftModifier),
-                  true);
-    EXPECT_EQ(keyLines(), (Lines{"inner 0104 11 0", "inner 0104 10 0", "inner 0100 43 0",
-                                 "inner 0101 43 0", "inner 0105 10 0", "inner 0105 11 0"}));
+    // Key groups: their order is InputActions.KeyModesAndGroupOrder's, see also the foreground.
 }
 
 TEST_F(ForegroundInputTest, ClicksDownsAndUpsArriveAtTheDeepestWindowUnderTheClientPoint) {
