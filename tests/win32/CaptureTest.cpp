@@ -14,12 +14,6 @@ using namespace autoscene::win32test;
 
 namespace {
 
-std::uint32_t pixelAt(const BgraFrame& frame, int x, int y) {
-    std::uint32_t bgra = 0;
-    std::memcpy(&bgra, frame.pixels.data() + static_cast<std::size_t>(y) * frame.stride + x * 4, 4);
-    return bgra & 0x00FFFFFFu;  // GDI leaves alpha undefined
-}
-
 // Counts pixels of the frame that differ from the recorder's pattern, the frame's
 // column 0 being client column firstClientColumn.
 int mismatches(const BgraFrame& frame, int firstClientColumn, int columns) {
@@ -27,7 +21,10 @@ int mismatches(const BgraFrame& frame, int firstClientColumn, int columns) {
     for (int y = 0; y < frame.height; ++y) {
         for (int x = 0; x < columns; ++x) {
             const int clientX = x + firstClientColumn;
-            if (pixelAt(frame, x, y) != patternBgra(clientX, y, windowIndexAt(clientX, y))) {
+            std::uint32_t bgra = 0;
+            std::memcpy(&bgra, frame.pixels.data() + std::size_t(y) * frame.stride + x * 4, 4);
+            // GDI leaves alpha undefined.
+            if ((bgra & 0xFFFFFFu) != patternBgra(clientX, y, windowIndexAt(clientX, y))) {
                 ++wrong;
             }
         }

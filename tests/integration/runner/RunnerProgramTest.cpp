@@ -64,21 +64,6 @@ QByteArray everyCycle(const QString& conditions, const QString& actions,
         .toUtf8();
 }
 
-// Whether a window manager has announced itself on the display, waiting up to 10 s.
-bool windowManagerRuns(Display* display) {
-    const Atom check = XInternAtom(display, "_NET_SUPPORTING_WM_CHECK", False);
-    for (int wait = 0; wait < 100; ++wait, std::this_thread::sleep_for(100ms)) {
-        int count = 0;
-        Atom* names = XListProperties(display, DefaultRootWindow(display), &count);
-        const bool announced = std::find(names, names + count, check) != names + count;
-        XFree(names);
-        if (announced) {
-            return true;
-        }
-    }
-    return false;
-}
-
 struct DemoMode {
     const char* inputMode;
     bool windowManager;
@@ -96,7 +81,16 @@ TEST_P(DemoTask, PlaysTheCoveredDemoTargetToItsFinishScreen) {
         windowManager = std::make_unique<ClientProcess>(
             server.display(), std::vector<std::string>{"evilwm", "-fn", "fixed"});
         ASSERT_TRUE(windowManager->started());
-        ASSERT_TRUE(windowManagerRuns(display));
+        const Atom check = XInternAtom(display, "_NET_SUPPORTING_WM_CHECK", False);
+        bool announced = false;
+        for (int wait = 0; wait < 100 && !announced; ++wait) {
+            std::this_thread::sleep_for(100ms);
+            int count = 0;
+            Atom* names = XListProperties(display, DefaultRootWindow(display), &count);
+            announced = std::find(names, names + count, check) != names + count;
+            XFree(names);
+        }
+        ASSERT_TRUE(announced) << "no window manager announced itself in 10 s";
     }
     DemoTargetProcess target(server.display(), {});
     ASSERT_TRUE(target.started());
