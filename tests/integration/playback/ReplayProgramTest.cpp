@@ -168,7 +168,6 @@ TEST_F(Recordings, TimersAndVariablesReplayAsRecorded) {
     ASSERT_EQ(fired.count("late"), 1) << fired.join(' ').toStdString();
     const Result replayed = replay({recording, "--json"});
     EXPECT_EQ(replayed.exitCode, 0) << replayed.out.toStdString();
-    EXPECT_EQ(replayed.summary()["cycles"].toInt(), int(cycles.size()));
 
     // The run judged "late" a little after its cycle's capture; with that capture a
     // millisecond before "late" was due, the replay still judges the cycle when it fired.

@@ -5,7 +5,6 @@
 #include <signal.h>
 
 #include <QDir>
-#include <QJsonArray>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <set>
@@ -197,7 +196,6 @@ TEST_F(RunnerProgram, ScriptExampleCountsWritesItsReportAndScriptsHaveTheClipboa
                                   "30", "--var", "2=" + report});
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
     EXPECT_EQ(result.summary()["ended"].toString(), "stop");
-    EXPECT_TRUE(result.out.contains(R"("result":"written")")) << result.out.toStdString();
     EXPECT_EQ(readFile(report), "counted to 3, screen seen");
 
     // The first event puts a text on the clipboard; the second stops once it reads it back.
