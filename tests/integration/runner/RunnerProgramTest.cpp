@@ -5,6 +5,7 @@
 #include <signal.h>
 
 #include <QDir>
+#include <QJsonObject>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <set>
