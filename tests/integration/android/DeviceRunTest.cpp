@@ -151,7 +151,6 @@ TEST(DeviceRun, StopAndTimeLimitCutShortTheWaitForTheDeviceService) {
             ::kill(pid_t(run.process.processId()), SIGINT);
         }
         EXPECT_LT(run.msToEnd(4000), interrupt ? 800 : 1500);
-        EXPECT_EQ(run.process.exitCode(), interrupt ? 0 : 124);
         EXPECT_TRUE(
             run.out.contains(interrupt ? "\"ended\":\"interrupted\"" : "\"ended\":\"time_limit\""))
             << run.out.toStdString();
