@@ -84,12 +84,10 @@ TEST_F(BackgroundInputTest, MouseReachesEveryNestedWindowHoldingThePoint) {
     EXPECT_EQ(mouseLines(), at({{"top", 130, 120}, {"outer", 80, 80}, {"inner", 60, 50}}, kMove) +
                                 at({{"top", 131, 120}, {"outer", 81, 80}}, kMove));
 
-    SCOPED_TRACE("a right click is two button downs and no up; an up goes where pressed");
-    backend.mouse(topLevel(), {320, 210}, MouseOp::RightClick, 0, true);
+    // A right click pressing twice is MouseSteps' table; an up goes where pressed.
     backend.mouse(topLevel(), {320, 210}, MouseOp::RightDown, 0, true);
     backend.mouse(topLevel(), {10, 10}, MouseOp::RightUp, 0, true);
-    EXPECT_EQ(mouseLines(), at(kAtSide, kMove) + at(kAtSide, kRightDown) + at(kAtSide, kRightDown) +
-                                at(kAtSide, kMove) + at(kAtSide, kRightDown) +
+    EXPECT_EQ(mouseLines(), at(kAtSide, kMove) + at(kAtSide, kRightDown) +
                                 at({{"top", 10, 10}}, kMove) + at(kAtSide, kRightUp));
 
     SCOPED_TRACE("the wheel goes to every window with the top-level point");
@@ -136,12 +134,7 @@ TEST_F(BackgroundInputTest, KeysGoToEveryWindowAndModifiersUseSystemKeyMessages)
               (Lines{"inner 0104 10 0", "inner 0105 11 0", "inner 0104 12 0", "inner 0105 12 0",
                      "inner 0104 42 0", "inner 0105 42 0", "inner 0100 43 0"}));
     EXPECT_EQ(log, (Lines{"invalid virtual key 16777249", "invalid virtual key 16777249"}));
-
-    SCOPED_TRACE("a key group: downs in order, ups in reverse, modifiers as virtual keys");
-    pressKeyGroup(backend, inner(), keyGroupFromEvent('C', kQtControlModifier | kQtShiftModifier),
-                  true);
-    EXPECT_EQ(keyLines(), (Lines{"inner 0104 11 0", "inner 0104 10 0", "inner 0100 43 0",
-                                 "inner 0101 43 0", "inner 0105 10 0", "inner 0105 11 0"}));
+    // Key groups: their order is InputActions.KeyModesAndGroupOrder's, see also the foreground.
 }
 
 TEST_F(ForegroundInputTest, ClicksDownsAndUpsArriveAtTheDeepestWindowUnderTheClientPoint) {
@@ -197,8 +190,6 @@ TEST_F(ForegroundInputTest, UnicodeTextOfSeveralScriptsArrivesUnitByUnitWithItsP
 // Wheel steps, the inclusive hit test and the system keys show in the messages checked above.
 
 TEST(MessageParams, PointsPackIntoSixteenBitWords) {
-    EXPECT_EQ(packPointLParam({10, 20}), 0x0014000Au);
-    EXPECT_EQ(packPointLParam({0xFFFF, 0}), 0x0000FFFFu);
     // Coordinates past 16 bits lose their high bits, as the message format does.
     EXPECT_EQ(packPointLParam({0x12345, 0x10002}), 0x00022345u);
     EXPECT_EQ(packPointLParam({-1, -2}), 0xFFFEFFFFu);
@@ -210,7 +201,6 @@ TEST(MessageParams, ScreenCropClampsOriginAndCutsOnlyAtRightAndBottom) {
         return std::to_string(r.x) + "," + std::to_string(r.y) + " " + std::to_string(r.width) +
                "x" + std::to_string(r.height);
     };
-    EXPECT_EQ(crop({100, 50}, 400), "100,50 400x300");
     EXPECT_EQ(crop({900, 700}, 400), "900,700 124x68");
     // Left of or above the screen: starts at column and row 0 with the full size.
     EXPECT_EQ(crop({-60, -10}, 400), "0,0 400x300");

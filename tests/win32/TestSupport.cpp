@@ -24,14 +24,11 @@ std::string makeTempFolder(const std::string& prefix) {
     GetTempPathA(MAX_PATH, temp);
     // Process ids repeat between Wine sessions: the tick count keeps runs apart.
     static unsigned counter = 0;
-    for (;;) {
-        const std::string folder =
-            std::string(temp) + prefix + "-" + std::to_string(GetCurrentProcessId()) + "-" +
-            std::to_string(GetTickCount64()) + "-" + std::to_string(++counter);
-        if (CreateDirectoryA(folder.c_str(), nullptr)) {
-            return folder;
-        }
-    }
+    const std::string folder = std::string(temp) + prefix + "-" +
+                               std::to_string(GetCurrentProcessId()) + "-" +
+                               std::to_string(GetTickCount64()) + "-" + std::to_string(++counter);
+    CreateDirectoryA(folder.c_str(), nullptr);
+    return folder;
 }
 
 bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout) {

@@ -60,27 +60,12 @@ protected:
     int count = 0;
 };
 
-// The "next" event's colour count, in the cycles where that event fired.
-std::map<int, int> nextCounts(const std::vector<QJsonObject>& cycles) {
-    std::map<int, int> counts;
-    for (const QJsonObject& cycle : cycles) {
-        for (const QJsonValue check : cycle["checks"].toArray()) {
-            if (check["event"] == "next" && check["holds"].toBool()) {
-                counts[cycle["cycle"].toInt()] =
-                    check["conditions"]["item_state"][0]["count"].toInt();
-            }
-        }
-    }
-    return counts;
-}
-
 TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges) {
     DemoTargetProcess target(server.display(), {});
     ASSERT_TRUE(target.started());
     const QString recording = record(AUTOSCENE_DEMO_TASK);
     const std::vector<QJsonObject> cycles = recordedCycles(recording);
     ASSERT_GT(cycles.size(), 3u);
-    EXPECT_TRUE(QFileInfo(recording + "/task/image/1.png").isFile());
 
     Result same = replay({recording, "--json"});
     EXPECT_EQ(same.exitCode, 0) << same.out.toStdString() << same.err.toStdString();
@@ -89,14 +74,17 @@ TEST_F(Recordings, DemoReplaysAsRecordedAndAnEditShowsExactlyTheCyclesItChanges)
 
     // "next" needs one more pixel of its colour than it ever saw: exactly the cycles where
     // it fired decide differently.
-    const std::map<int, int> counts = nextCounts(cycles);
-    ASSERT_FALSE(counts.empty());
     int highest = 0;
     std::set<int> expected;
-    for (const auto& [cycle, seen] : counts) {
-        highest = std::max(highest, seen);
-        expected.insert(cycle);
+    for (const QJsonObject& cycle : cycles) {
+        for (const QJsonValue check : cycle["checks"].toArray()) {
+            if (check["event"] == "next" && check["holds"].toBool()) {
+                highest = std::max(highest, check["conditions"]["item_state"][0]["count"].toInt());
+                expected.insert(cycle["cycle"].toInt());
+            }
+        }
     }
+    ASSERT_FALSE(expected.empty());
     const QString edited = folder.filePath("edited");
     ASSERT_EQ(QProcess::execute("cp", {"-r", recording + "/task", edited}), 0);
     QByteArray json = readFile(edited + "/script.json");
@@ -180,7 +168,6 @@ TEST_F(Recordings, TimersAndVariablesReplayAsRecorded) {
     ASSERT_EQ(fired.count("late"), 1) << fired.join(' ').toStdString();
     const Result replayed = replay({recording, "--json"});
     EXPECT_EQ(replayed.exitCode, 0) << replayed.out.toStdString();
-    EXPECT_EQ(replayed.summary()["cycles"].toInt(), int(cycles.size()));
 
     // The run judged "late" a little after its cycle's capture; with that capture a
     // millisecond before "late" was due, the replay still judges the cycle when it fired.

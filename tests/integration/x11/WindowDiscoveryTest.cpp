@@ -86,7 +86,6 @@ TEST_F(WindowDiscoveryTest, DescribesMatchesAndResizesARealWindow) {
     const auto target = startDemo({"--title", title, "--geometry", "640x480+100+50"});
     const WindowHandle window = target->window();
     const auto info = backend_->describe(window);
-    EXPECT_EQ(info.window, window);
     EXPECT_EQ(info.title, title);
     EXPECT_EQ(info.className, demo::kClassName);
     const platform::Rect& r = info.clientRect;
@@ -98,7 +97,6 @@ TEST_F(WindowDiscoveryTest, DescribesMatchesAndResizesARealWindow) {
     XSync(reference_->display(), False);
     EXPECT_EQ(backend_->describe(legacy).title, "Café");
 
-    EXPECT_EQ(backend_->findChild(window, {}), 0u) << "no child named";
     EXPECT_EQ(backend_->findChild(window, {"", false, "", demo::kPanelTitle, ""}), target->panel());
     EXPECT_EQ(backend_->findChild(window, {"", false, "", "", demo::kPanelClassName}),
               target->panel());
@@ -160,8 +158,8 @@ protected:
     std::unique_ptr<platform::IWindowPicker> picker_;
 };
 
-TEST_F(WindowPickerTest,
-       AFramedWindowsChildPicksTheProgramsWindowAnUnframedOneItselfAndTheRestCancel) {
+// An unframed window picking itself is RunFromWindow.SeveralWindowsNeedAChoice...'s (tests/ui).
+TEST_F(WindowPickerTest, AFramedWindowsChildPicksTheProgramsWindowAndTheRestCancel) {
     const auto demo = startDemo({"--geometry", "800x600+0+0"});
     // What a window manager does to a client it manages: a frame around it, WM_STATE on it.
     const Window framed =
@@ -173,28 +171,20 @@ TEST_F(WindowPickerTest,
     XChangeProperty(user_, demo->window(), wmState, wmState, 32, PropModeReplace,
                     reinterpret_cast<const unsigned char*>(normal), 2);
     XSync(user_, False);
-    const auto [panelX, panelY] = middleOf(demo->panel());
+    const auto panel = middleOf(demo->panel());  // not bound: the cancels capture it
 
     ASSERT_TRUE(picker_->begin());
     EXPECT_EQ(picker_->poll().state, WindowPick::State::Waiting);
 
     const std::size_t mark = demo->mark();
-    clickAt(user_, panelX, panelY);
+    clickAt(user_, panel.first, panel.second);
     EXPECT_EQ(settle().window, demo->window()) << "neither the frame nor the panel";
     EXPECT_FALSE(demo->waitForLine("panel", mark, 300)) << "the click went to the picker";
 
-    SCOPED_TRACE("an unframed window is picked itself; the other ways out cancel");
-    demo->stop();
-    XDestroyWindow(user_, framed);
-    const auto unframed = startDemo({"--geometry", "400x300+50+50", "--title", "Unframed"});
-    const auto middle = middleOf(unframed->window());  // not bound: the cancels capture it
-    ASSERT_TRUE(picker_->begin());
-    clickAt(user_, middle.first, middle.second);
-    EXPECT_EQ(settle().window, unframed->window());
-
+    SCOPED_TRACE("the other ways out cancel");
     const std::function<void()> cancels[] = {
         [&] { pressKeys(user_, {XK_Escape}); },
-        [&] { clickAt(user_, middle.first, middle.second, 3); },
+        [&] { clickAt(user_, panel.first, panel.second, 3); },
         [&] { clickAt(user_, 1200, 700); },  // the bare desktop
     };
     for (const auto& cancel : cancels) {
