@@ -232,10 +232,16 @@ TEST_F(DeviceServiceTest, InputGoesThroughTheServiceAndTheInputMethodIsSwitchedF
     EXPECT_TRUE(log[2].startsWith("swipe 10 20 400 30 ")) << log[2].toStdString();
     EXPECT_EQ(log.mid(3, 4), QStringList({"key 4", "screen HOME", "text Zoë 你好", "tap 300 600"}));
 
-    // The first frame after input is asked for fresh, the next one not.
+    // The first frame after input is asked for fresh, the next one not; the device keeps
+    // the last frame's geometry.
     ASSERT_EQ(captureWidth(*target), 720);
     ASSERT_EQ(captureWidth(*target), 720);
     EXPECT_EQ(device->log().count("fresh frame"), 1);
+    const auto info = target->frameInfo(task.serial);
+    ASSERT_TRUE(info);
+    EXPECT_EQ(std::vector({info->pixelStride, info->rowPadding, info->width, info->height}),
+              std::vector({4, 0, 720, 1280}));
+    EXPECT_GT(info->density, 0);
 
     // The input method is switched for a run and restored after it, even when it was none.
     const qsizetype mark = device->log().size();

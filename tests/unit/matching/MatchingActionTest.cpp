@@ -153,6 +153,7 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     MVClickColorAction action =
         clickColour(orange, SearchArea(*kit.definitions, 12), std::nullopt, {0.0f, 2, 0.0f});
     EXPECT_FLOAT_EQ(action.run(task), 0.5f);
+    EXPECT_EQ(action.currentPoint(), QPoint(50, 40));
     const auto inputs = kit.target.inputs();
     ASSERT_EQ(inputs.size(), 2u);
     EXPECT_EQ(QPoint(inputs[1].point.x, inputs[1].point.y), QPoint(50, 40));
@@ -174,6 +175,7 @@ TEST_F(MatchingActionTest, ClickColorClicksTheFirstHitAndReportsWhatIsMissing) {
     frame(cv::Rect(50, 40, 3, 3)).setTo(cv::Scalar(0, 0, 0));
     MVClickColorAction absent = clickColour(orange, SearchArea(*kit.definitions, 12));
     EXPECT_FLOAT_EQ(absent.run(task), 0.0f);
+    EXPECT_EQ(absent.currentPoint(), QPoint(-1, -1));
     EXPECT_EQ(kit.target.inputs().size(), 3u);
 }
 

@@ -39,6 +39,8 @@ TEST(RecognisedText, ReadsTheWholeTextAndGoodBoxesAndRefusesAnswersOfAnotherShap
           R"({"strRes": "a", "boxes": [)", R"({"error": "the upload is not a PNG image"})"}) {
         EXPECT_FALSE(parseRecognisedText(body)) << body;
     }
+    EXPECT_EQ((TextBox{"", QRect(10, 20, 30, 5)}.corners()),
+              (std::array{QPoint(10, 20), QPoint(40, 20), QPoint(40, 25), QPoint(10, 25)}));
 }
 
 TEST(TextMatcher, ComparesAsEachOperatorSays) {
