@@ -72,6 +72,7 @@ TEST_F(HotKeysTest, KeysArriveByIdUnderAnyLocksOneHeldElsewhereFailsAndGrabsAreR
     EXPECT_EQ(pressedIds(*keys), std::vector<int>{2});
 
     ASSERT_TRUE(keys->registerKey(2, key("Ctrl+F9"))) << "in place of F8";
+    EXPECT_TRUE(other->registerKey(7, key("F8"))) << "F8 released";
     press({XK_F8});
     press({XK_Control_L, XK_F9});
     EXPECT_EQ(pressedIds(*keys), std::vector<int>{2});
