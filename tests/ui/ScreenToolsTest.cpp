@@ -99,10 +99,6 @@ TEST_F(ScreenTools, CutTemplateIsAThreeChannelPngWithItsRecord) {
 // The search runs off the window's thread; only the newest one's answer, for the picture
 // still shown, is drawn, and closing does not wait for it.
 TEST_F(ScreenTools, ATemplateThatAlsoMatchesElsewhereIsPointedOut) {
-    view().setSelection({8, 8, 70, 25});
-    save("red blocks");
-    QTRY_VERIFY(!dialog_->searching());
-    EXPECT_EQ(message(), "已保存: red blocks，在原图中只匹配一处");
     view().setSelection({8, 98, 24, 16});
     save("pattern");
     EXPECT_TRUE(dialog_->searching());
