@@ -127,7 +127,6 @@ TEST_F(RunFromWindow, SeveralWindowsNeedAChoiceFromTheListOrWithTheCrosshair) {
                        EXPECT_EQ(rows[0]->text(), "Second Demo  [AutosceneDemo]  800x600");
                        list->setCurrentItem(rows[0]);
                    }}});
-    EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Second Demo");
     const model::WindowInfo& info = window_->editor().document().settings.windowInfo;
     EXPECT_EQ(info.title, "Second Demo");
     EXPECT_TRUE(info.isFullmatchTitle);
