@@ -74,7 +74,7 @@ TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSetting
     ignored({XK_F8}, "F8 is no longer the start key");
     startsAndStops({XK_Control_L, XK_F3}, {XK_Control_L, XK_F4});
 
-    const auto settings = answerModals(
+    answerModals(
         [&] { window_->findChild<QAction*>("action_settings")->trigger(); },
         {{"确定", {}, [&](QWidget& view) {
               auto* start = view.findChild<QLineEdit*>("lineEdit_start_key");
@@ -83,7 +83,6 @@ TEST_F(HotKeys, StartAndStopFromAnyWindowWithTheConfigFilesKeysOrThoseTheSetting
               QTest::keyClick(start, Qt::Key_F6, Qt::ControlModifier);
               fill(view, {{"checkBox_back_capture", "1"}, {"radioButton_concurrency", "1"}});
           }}});
-    EXPECT_EQ(settings[0].title, "设置");
     EXPECT_EQ(ui::AppConfig(task_.configPath()).startKey(), "Ctrl+F6");
     EXPECT_TRUE(window_->editor().document().settings.backCapture);
     EXPECT_TRUE(window_->editor().document().settings.concurrency);

@@ -41,19 +41,6 @@ protected:
     std::vector<ModalSeen> clickRun(const std::vector<ModalAnswer>& answers) {
         return answerModals([&] { action("action_run").trigger(); }, answers);
     }
-
-    QStringList recordings() const {
-        return QDir(ui::AppConfig::playbackFolder(task_.configPath()))
-            .entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    }
-
-    // A run started now drives `driven` past its first screen and leaves `other` alone.
-    void runsOnlyOn(DemoTargetProcess& driven, DemoTargetProcess& other) {
-        clickRun({});
-        EXPECT_TRUE(driven.waitForLine("screen MENU", 0, 5000));
-        EXPECT_FALSE(other.waitForLine("screen MENU", 0, 200));
-        EXPECT_TRUE(stops());
-    }
 };
 
 TEST_F(RunFromWindow, RunsTheDemoToItsStopActionAndLogsIt) {
@@ -66,8 +53,6 @@ TEST_F(RunFromWindow, RunsTheDemoToItsStopActionAndLogsIt) {
     EXPECT_TRUE(demo->waitForLine("screen FINISH", 0, 0));
     EXPECT_EQ(window_->runView().targetCount(), 1);
     EXPECT_GE(window_->runView().firedCount(0), 5) << "start, menu, form (3), finish";
-    // Playback is on by default; the playback window's test reads what it records.
-    EXPECT_EQ(recordings().size(), 1);
 
     ui::LogTargetWindow& log = window_->logWindow();
     EXPECT_TRUE(log.isVisible());
@@ -92,8 +77,6 @@ TEST_F(RunFromWindow, StartsPausesAndStopsWhilePausedRecordingNothingWithPlaybac
     const auto demo = startDemo();
     clickRun({});
     EXPECT_TRUE(demo->waitForLine("screen FINISH", 0, 5000));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window_->runView().targetCount() == 1; }, 3000));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window_->runView().firedCount(0) > 0; }, 3000));
 
     action("action_run").trigger();
     action("action_run").trigger();
@@ -108,7 +91,9 @@ TEST_F(RunFromWindow, StartsPausesAndStopsWhilePausedRecordingNothingWithPlaybac
     action("action_stop").trigger();
     EXPECT_TRUE(waitFor(State::Idle));
     EXPECT_FALSE(run().runner());
-    EXPECT_TRUE(recordings().isEmpty());
+    EXPECT_TRUE(QDir(ui::AppConfig::playbackFolder(task_.configPath()))
+                    .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
+                    .isEmpty());
 }
 
 TEST_F(RunFromWindow, WindowNotFoundOffersToChooseAgainAndNoTargetChosenSaysSo) {
@@ -142,7 +127,6 @@ TEST_F(RunFromWindow, SeveralWindowsNeedAChoiceFromTheListOrWithTheCrosshair) {
                        EXPECT_EQ(rows[0]->text(), "Second Demo  [AutosceneDemo]  800x600");
                        list->setCurrentItem(rows[0]);
                    }}});
-    EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Second Demo");
     const model::WindowInfo& info = window_->editor().document().settings.windowInfo;
     EXPECT_EQ(info.title, "Second Demo");
     EXPECT_TRUE(info.isFullmatchTitle);
@@ -159,7 +143,10 @@ TEST_F(RunFromWindow, SeveralWindowsNeedAChoiceFromTheListOrWithTheCrosshair) {
     });
     choose->trigger();
     EXPECT_EQ(window_->findChild<QLabel*>("label_wintitle")->text(), "Autoscene Demo");
-    runsOnlyOn(*twin, *first);
+    clickRun({});
+    EXPECT_TRUE(twin->waitForLine("screen MENU", 0, 5000));
+    EXPECT_FALSE(first->waitForLine("screen MENU", 0, 200)) << "the run is on the twin only";
+    EXPECT_TRUE(stops());
 }
 
 TEST_F(RunFromWindow, WindowOfAnotherSizeMayBeResized) {

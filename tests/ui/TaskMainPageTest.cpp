@@ -80,8 +80,7 @@ TEST_F(TaskPage, ConfigurationsAreSavedLoadedAndSynchronised) {
 
     const ui::RunConfiguration saved = page_->configuration();
     page_->setConfiguration({});
-    const ModalSeen chosen = answerModal([&] { click("pushButton_load"); }, "确定");
-    EXPECT_EQ(chosen.title, "选择配置");
+    answerModal([&] { click("pushButton_load"); }, "确定");
     EXPECT_EQ(ui::configurationToJson(page_->configuration()), ui::configurationToJson(saved));
 }
 

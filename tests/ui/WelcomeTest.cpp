@@ -21,12 +21,10 @@ TEST(Welcome, OpensOrCreatesATaskInItsMainWindowOrSaysWhyNotAndStays) {
     const auto config = [&] { return ui::AppConfig(task.configPath()); };
     ui::AutoRunner welcome(config(), {});
     welcome.show();
-    EXPECT_EQ(welcome.windowTitle(), "欢迎使用");
     QTemporaryDir empty;
     ui::MainWindow* opened = nullptr;
     const ModalSeen notice = answerModal([&] { opened = welcome.openTask(empty.path()); }, "确定");
     EXPECT_FALSE(opened);
-    EXPECT_EQ(notice.title, "提示");
     EXPECT_TRUE(notice.text.contains(empty.path())) << notice.text.toStdString();
     EXPECT_TRUE(welcome.isVisible());
     EXPECT_TRUE(config().recentTasks().isEmpty());
